@@ -1,0 +1,33 @@
+# The language, warnings and link options of every target of the project: link kavrelon_options.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Programs stand beside the DLL, so that they find it without registering or searching.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+option(KAVRELON_LTO "Optimise across translation units where the compiler can" OFF)
+if(KAVRELON_LTO)
+    include(CheckIPOSupported)
+    check_ipo_supported(RESULT lto_works OUTPUT lto_output LANGUAGES CXX)
+    if(lto_works)
+        set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
+    else()
+        message(STATUS "No link-time optimisation: ${lto_output}")
+    endif()
+endif()
+
+add_library(kavrelon_options INTERFACE)
+target_include_directories(kavrelon_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(kavrelon_options INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror>)
+
+if(WIN32)
+    # UNICODE stays undefined: the product is a single-byte one and calls the ANSI entry points.
+    target_compile_definitions(kavrelon_options INTERFACE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX)
+    target_compile_options(kavrelon_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
+    # The C++ run-time library comes along: nothing but system DLLs is imported.
+    target_link_options(kavrelon_options INTERFACE -static)
+endif()
