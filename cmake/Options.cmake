@@ -28,6 +28,6 @@ if(WIN32)
     # UNICODE stays undefined: the product is a single-byte one and calls the ANSI entry points.
     target_compile_definitions(kavrelon_options INTERFACE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX)
     target_compile_options(kavrelon_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
-    # The C++ run-time library comes along: nothing but system DLLs is imported.
-    target_link_options(kavrelon_options INTERFACE -static)
+    # The run-time libraries come along: nothing but system DLLs is imported.
+    target_link_options(kavrelon_options INTERFACE -static -fstack-protector-strong)
 endif()
