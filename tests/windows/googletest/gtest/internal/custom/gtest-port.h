@@ -1,6 +1,6 @@
 // GoogleTest's place for a port's own definitions: stands in for the empty file of that name in its sources.
-// The win32 thread variant of the compiler has no std::mutex; the class below is the one thing that GoogleTest
-// builds on it for Windows.
+// The win32 thread variant of the compiler has no std::mutex; the class below is the one thing that
+// GoogleTest builds on it for Windows.
 #pragma once
 
 #include <atomic>
