@@ -1,0 +1,23 @@
+#include "samplehost/PlaySession.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kavrelon {
+
+PlaySession::PlaySession(std::string recording, int bytesPerSecond)
+    : recording_(std::move(recording)), bytesPerSecond_(bytesPerSecond) {}
+
+void PlaySession::advance(std::chrono::milliseconds elapsed, std::string& received) {
+    clock_ += elapsed;
+    std::size_t due = recording_.size();
+    if (bytesPerSecond_ > 0) {
+        // Counted from the start, so that rates below one byte a call lose nothing to rounding.
+        const auto byNow = static_cast<unsigned long long>(clock_.count() * bytesPerSecond_ / 1000);
+        due = static_cast<std::size_t>(std::min<unsigned long long>(due, byNow));
+    }
+    received.append(recording_, played_, due - played_);
+    played_ = due;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "samplehost/RemoteSystem.h"
+
+namespace kavrelon {
+
+/// A recorded byte stream, played at a steady rate. What the user types is lost on it. It stays open when all
+/// has been played, so that its last screen can be looked at.
+class PlaySession final : public RemoteSystem {
+  public:
+    /// `bytesPerSecond` of 0 plays everything at once.
+    PlaySession(std::string recording, int bytesPerSecond);
+
+    void advance(std::chrono::milliseconds elapsed, std::string& received) override;
+    void send(std::string_view) override {}
+    void sendBreak() override {}
+    void resize(int, int) override {}
+    std::optional<SessionEnd> ending() const override { return std::nullopt; }
+
+    bool allPlayed() const { return played_ == recording_.size(); }
+
+  private:
+    std::string recording_;
+    long long bytesPerSecond_;
+    std::chrono::milliseconds clock_{0};
+    std::size_t played_ = 0;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <ostream>
+#include <span>
+#include <string_view>
+
+namespace kavrelon {
+
+/// Writes down a session for people to read: one line for each piece, cut behind line feeds, as in
+///
+///        0.132 received  "Welcome\r\n"
+///        0.132 unmatched "\x1B[?2004h"
+///        1.907 sent      "ls\r"
+///        2.500 note      connection closed
+///
+/// The time is in seconds since the log was opened. Everything outside 32 to 126, `"` and `\` is escaped.
+class SessionLog {
+  public:
+    using Clock = std::chrono::steady_clock;
+
+    /// The stream must outlive the log. It is flushed after every call, so that a log survives a crash.
+    explicit SessionLog(std::ostream& out, Clock::time_point start = Clock::now());
+
+    void received(std::span<const std::uint8_t> bytes, Clock::time_point now = Clock::now());
+    void sent(std::span<const std::uint8_t> bytes, Clock::time_point now = Clock::now());
+    /// A sequence that is received and dropped; it is written beside the received bytes, not instead.
+    void unmatched(std::span<const std::uint8_t> bytes, Clock::time_point now = Clock::now());
+    /// An event of the session, in words.
+    void note(std::string_view text, Clock::time_point now = Clock::now());
+
+  private:
+    std::ostream& out_;
+    Clock::time_point start_;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kavrelon {
+
+/// The eight colours of the terminal.
+enum class Ink { Black, Red, Green, Yellow, Blue, Magenta, Cyan, White };
+
+/// The renditions, by their codes. `Normal` and `Dim` draw the colour at three fifths of its strength, `Bold`
+/// at full strength, `Blink` in italics.
+enum class Look { Normal = 0, Bold = 1, Dim = 2, Underline = 4, Blink = 5, Reverse = 7, Hidden = 8 };
+
+/// How text is drawn. Choosing a foreground colour drops the rendition, so the three always go out together.
+struct Style {
+    Ink fore = Ink::White;
+    Ink back = Ink::Black;
+    Look look = Look::Bold;
+};
+
+/// A block of cells, counted from 0.
+struct CellBox {
+    int column = 0;
+    int row = 0;
+    int columns = 0;
+    int rows = 0;
+};
+
+enum class FrameLines { Single, Double };
+
+/// Composes what a remote system sends to the terminal: text, and the sequences that the terminal knows.
+///
+/// Cells are counted from 0 and from an origin of the writer's own, so that a page made for 80 x 25 stands in
+/// the middle of a larger screen. Line-drawing characters are those of code page 437.
+class TerminalWriter {
+  public:
+    /// Appends to `out`, which must outlive the writer.
+    explicit TerminalWriter(std::string& out) : out_(out) {}
+
+    void setOrigin(int column, int row);
+
+    TerminalWriter& at(int column, int row);
+    TerminalWriter& style(const Style& style);
+    /// Text as it is, single-byte.
+    TerminalWriter& text(std::string_view text);
+    /// Text cut or filled up with blanks to `width` cells.
+    TerminalWriter& field(std::string_view text, int width);
+    TerminalWriter& repeat(char character, int count);
+    /// To the first column of the next row; the screen scrolls on the last one.
+    TerminalWriter& newLine();
+    TerminalWriter& clearToEndOfLine();
+    /// Erases the whole screen and puts the cursor in its corner.
+    TerminalWriter& clearScreen();
+
+    /// Draws the border of `box` in the style in force.
+    TerminalWriter& frame(const CellBox& box, FrameLines lines);
+    TerminalWriter& horizontalRule(int column, int row, int columns, FrameLines lines);
+
+    TerminalWriter& sizeScreen(int columns, int rows);
+    /// Puts a new, empty screen on top of this one.
+    TerminalWriter& newScreen();
+    /// Takes the top screen away; the one below is as it was.
+    TerminalWriter& closeScreen();
+    TerminalWriter& logOn(std::string_view user);
+    TerminalWriter& logOff();
+
+  private:
+    TerminalWriter& privateSequence(std::string_view body);
+
+    std::string& out_;
+    int originColumn_ = 0;
+    int originRow_ = 0;
+};
+
+}  // namespace kavrelon
