@@ -1,0 +1,19 @@
+#include "terminal/CursorMark.h"
+
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+
+void CursorMark::show(TermSurface& surface, const Rect& block) {
+    if (drawn_) return;
+    block_ = block;
+    surface.invertBlock(block_);
+    drawn_ = true;
+}
+
+void CursorMark::hide(TermSurface* surface) {
+    if (drawn_ && surface != nullptr) surface->invertBlock(block_);
+    drawn_ = false;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "terminal/Geometry.h"
+
+namespace kavrelon {
+
+class TermSurface;
+
+/// The block cursor on the window: one cell's pixels inverted, or not.
+///
+/// A burst of received data and a repaint each take the mark off and put it back; each remembers in a flag of
+/// its own, so that the one inside the other does no harm.
+class CursorMark {
+  public:
+    bool drawn() const { return drawn_; }
+
+    /// Inverts the cell at `block`; a mark that is drawn stays where it is.
+    void show(TermSurface& surface, const Rect& block);
+    /// Inverts the cell where the mark was drawn once more. Without a surface the mark only counts as gone.
+    void hide(TermSurface* surface);
+    /// The pixels under the mark have been painted over.
+    void forget() { drawn_ = false; }
+
+    /// Set while a mark that was taken off waits to be put back.
+    bool wantedAfterBurst = false;
+    bool wantedAfterRepaint = false;
+
+  private:
+    bool drawn_ = false;
+    Rect block_;
+};
+
+}  // namespace kavrelon

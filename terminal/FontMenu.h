@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace kavrelon {
+
+/// A font as the font menu names it. `charset` is the platform's number: 255 OEM, 1 default.
+struct FontChoice {
+    const char* name;
+    std::uint8_t charset;
+};
+
+struct FontMenuEntry {
+    const char* caption;
+    FontChoice font;
+};
+
+inline constexpr int kFirstFontEntry = 1;
+inline constexpr int kFontEntries = 8;
+
+/// The font menu, entries 1 to 8. The last two are captioned in full and named in short.
+inline constexpr std::array<FontMenuEntry, kFontEntries> kFontMenu{{
+    {"MS LineDraw", {"MS LineDraw", 1}},
+    {"Lucida Console", {"Lucida Console", 255}},
+    {"Terminal", {"Terminal", 1}},
+    {"Arial", {"Arial", 255}},
+    {"Lucida Sans Unicode", {"Lucida Sans Unicode", 255}},
+    {"Times New Roman", {"Times New Roman", 255}},
+    {"HyperFont Light", {"HyperFont Lt.", 1}},
+    {"HyperFont Dark", {"HyperFont Dk.", 1}},
+}};
+
+/// The entry that a stored or clicked number means: any number without a font of its own means the first.
+constexpr int fontEntryFor(int index) {
+    return index > kFirstFontEntry && index < kFirstFontEntry + kFontEntries ? index : kFirstFontEntry;
+}
+
+/// The entry's row; `entry` as `fontEntryFor` gives it.
+constexpr const FontMenuEntry& fontMenuEntry(int entry) {
+    return kFontMenu[static_cast<std::size_t>(entry - kFirstFontEntry)];
+}
+
+}  // namespace kavrelon

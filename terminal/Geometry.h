@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kavrelon {
+
+/// A platform colour: red in the low byte, then green, then blue (0x0000FF is pure red).
+using Colour = std::uint32_t;
+
+/// A place on the window's inner area, in pixels from its top left corner.
+struct Point {
+    int x = 0;
+    int y = 0;
+    bool operator==(const Point&) const = default;
+};
+
+/// An extent in pixels.
+struct Size {
+    int width = 0;
+    int height = 0;
+    bool operator==(const Size&) const = default;
+};
+
+/// A block of pixels; `right` and `bottom` stand outside it.
+struct Rect {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    int width() const { return right - left; }
+    int height() const { return bottom - top; }
+    bool operator==(const Rect&) const = default;
+};
+
+}  // namespace kavrelon

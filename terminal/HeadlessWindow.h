@@ -1,0 +1,152 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+
+class HeadlessPlatform;
+
+/// What one cell of a headless window shows.
+struct ShownCell {
+    std::uint8_t ch = ' ';
+    Pen pen;
+    bool inverted = false;
+    bool operator==(const ShownCell&) const = default;
+};
+
+/// A grid of shown cells that grows to what is drawn on it, up to the largest screen.
+class ShownCells {
+  public:
+    /// The cell for drawing; null outside the largest screen.
+    ShownCell* at(int column, int row);
+    /// The cell as shown; one never drawn is blank.
+    ShownCell shown(int column, int row) const;
+    void scrollUp(int lines);
+    void clear() { rows_.clear(); }
+
+  private:
+    std::vector<std::vector<ShownCell>> rows_;
+};
+
+/// A terminal window in memory: it keeps what each cell shows, cells being 8 x 16 pixels in every font and
+/// the inner area 1056 x 800. For tests, tools and measurements.
+class HeadlessWindow final : public TermWindow {
+  public:
+    static constexpr Size kCell{8, 16};
+    static constexpr Size kInner{1056, 800};
+
+    HeadlessWindow(HeadlessPlatform& platform, std::weak_ptr<TermWindowEvents> events);
+    ~HeadlessWindow() override;
+    HeadlessWindow(const HeadlessWindow&) = delete;
+    HeadlessWindow& operator=(const HeadlessWindow&) = delete;
+
+    const ShownCells& cells() const { return cells_; }
+    bool visible() const { return visible_; }
+    bool timerEnabled(TermTimer timer) const { return timers_[static_cast<std::size_t>(timer)]; }
+    int checkedFontEntry() const { return checkedFontEntry_; }
+    int checkedPrinterTypeEntry() const { return checkedPrinterTypeEntry_; }
+    const std::string& screenWidthCaption() const { return screenWidthCaption_; }
+    const FontChoice& font() const { return font_; }
+    /// How often drawing calls were made, and colours and style set.
+    int drawCalls() const { return drawCalls_; }
+    int penCalls() const { return penCalls_; }
+    /// The object that the events go to, null when it is gone.
+    std::shared_ptr<TermWindowEvents> events() const { return events_.lock(); }
+    /// Fires a timer if it is enabled.
+    void tick(TermTimer timer);
+
+    void drawText(Point at, std::span<const std::uint8_t> text) override;
+    void setPen(const Pen& pen) override;
+    void invertBlock(const Rect& block) override;
+    void clear() override;
+    void clearOutsideGrid() override;
+    void setGrid(const Rect& grid, Size cell) override;
+    void scrollGrid() override;
+    void setFont(const FontChoice& font) override { font_ = font; }
+    void setFontSize(double points) override { fontSize_ = points; }
+    double fontSize() const override { return fontSize_; }
+    double pointsPerPixel() const override { return 0.75; }
+    Size measureCell() override { return kCell; }
+    Size innerSize() const override;
+    void keepBlock(const Rect& block) override;
+    void scrollMemory() override;
+    void showMemory() override;
+    void clearMemory() override;
+
+    void show() override;
+    WindowState state() const override { return state_; }
+    void setState(WindowState state) override;
+    void requestInnerSize(Size) override {}
+    void makeActive() override;
+    void setFocus() override {}
+    TitleBarSettings titleBarSettings() const override { return {}; }
+    std::uint32_t styleBits() const override { return styleBits_; }
+    void setStyleBits(std::uint32_t bits) override { styleBits_ = bits; }
+    void enableTimer(TermTimer timer, bool on) override { timers_[static_cast<std::size_t>(timer)] = on; }
+    void beep(int frequencyHertz, int milliseconds) override;
+    void clearClipboard() override;
+    void checkFontEntry(int index) override { checkedFontEntry_ = index; }
+    void checkPrinterTypeEntry(int index) override { checkedPrinterTypeEntry_ = index; }
+    void setScreenWidthCaption(std::string_view caption) override { screenWidthCaption_ = caption; }
+
+  private:
+    template <class Visit>
+    void forEachCell(const Rect& block, Visit visit);
+    int gridLines() const { return grid_.height() / kCell.height; }
+    void sendResize();
+
+    HeadlessPlatform& platform_;
+    std::weak_ptr<TermWindowEvents> events_;
+    ShownCells cells_;
+    ShownCells memory_;
+    Rect grid_;
+    Pen pen_;
+    FontChoice font_{"", 0};
+    double fontSize_ = 10;
+    WindowState state_ = WindowState::Normal;
+    std::uint32_t styleBits_ = 0xCF0000;
+    bool visible_ = false;
+    bool timers_[2] = {};
+    int checkedFontEntry_ = 0;
+    int checkedPrinterTypeEntry_ = -1;
+    int drawCalls_ = 0;
+    int penCalls_ = 0;
+    std::string screenWidthCaption_;
+};
+
+/// Headless windows, their activation, clipboard and bell. Settings come from the given profile files.
+class HeadlessPlatform final : public TermPlatform {
+  public:
+    explicit HeadlessPlatform(ProfileFile& profiles) : profiles_(profiles) {}
+
+    /// Called when the bell sounds, with hertz and milliseconds.
+    std::function<void(int, int)> onBeep;
+    std::string clipboard;
+    /// What the next `processMessages` lets through: window events, in order.
+    std::deque<std::function<void()>> pendingMessages;
+
+    /// The window whose events go to `events`, null when it is gone.
+    HeadlessWindow* windowOf(const TermWindowEvents& events) const;
+    std::size_t openWindows() const { return windows_.size(); }
+
+    std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) override;
+    ProfileFile& profileFile() override { return profiles_; }
+    void processMessages() override;
+
+  private:
+    friend class HeadlessWindow;
+    void activate(HeadlessWindow& window);
+    void forget(const HeadlessWindow& window);
+
+    ProfileFile& profiles_;
+    std::vector<HeadlessWindow*> windows_;
+    HeadlessWindow* active_ = nullptr;
+};
+
+}  // namespace kavrelon

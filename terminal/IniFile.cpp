@@ -1,0 +1,42 @@
+#include "terminal/IniFile.h"
+
+#include "support/RuntimeError.h"
+#include "terminal/ProfileFile.h"
+
+namespace kavrelon::IniFile {
+namespace {
+
+constexpr int kResultCapacity = 100;
+
+void store(ProfileFile& profiles, const std::string& file, const std::string& section, const std::string* key,
+           const std::string* value, const char* source) {
+    if (!profiles.write(file, section, key, value)) raise(RuntimeErrorNumber::PathFileAccess, source);
+}
+
+}  // namespace
+
+void ReadIni(ProfileFile& profiles, const std::string& file, const std::string& section,
+             const std::string& key, std::string& result, const std::string& fallback) {
+    result = fallback;
+    if (!profiles.canRead(file)) raise(RuntimeErrorNumber::FileNotFound, "IniFile::ReadIni");
+    result = profiles.read(file, section, key, fallback, kResultCapacity);
+    // Only the blanks in front go: those behind a quoted value stand before its end in the result.
+    result.erase(0, result.find_first_not_of(' '));
+}
+
+void WriteIni(ProfileFile& profiles, const std::string& file, const std::string& section,
+              const std::string& key, const std::string& value) {
+    store(profiles, file, section, &key, &value, "IniFile::WriteIni");
+}
+
+void DeleteIni(ProfileFile& profiles, const std::string& file, const std::string& section,
+               const std::string& key) {
+    const std::string empty;
+    store(profiles, file, section, &key, &empty, "IniFile::DeleteIni");
+}
+
+void DeleteIniAll(ProfileFile& profiles, const std::string& file, const std::string& section) {
+    store(profiles, file, section, nullptr, nullptr, "IniFile::DeleteIniAll");
+}
+
+}  // namespace kavrelon::IniFile

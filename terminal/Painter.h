@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+
+#include "terminal/GridLayout.h"
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+
+/// Puts cells on the window's surface, and into the memory bitmap beside it when that is in use.
+/// Every call draws: whether drawing is wanted at all is the screen's to know.
+class Painter {
+  public:
+    void attach(TermSurface* surface) { surface_ = surface; }
+    TermSurface* surface() const { return surface_; }
+
+    GridLayout& grid() { return grid_; }
+    const GridLayout& grid() const { return grid_; }
+
+    bool useMemoryDC() const { return useMemoryDC_; }
+    void useMemoryDC(bool value) { useMemoryDC_ = value; }
+
+    /// Draws one character; code 0 shows as a space.
+    void drawCell(std::uint8_t ch, int column, int row, const Pen& pen);
+    /// Draws `count` spaces from a cell to the right. A count below 1 draws nothing.
+    void drawBlanks(int column, int row, int count, const Pen& pen);
+    void clearWindow();
+    /// Moves the grid's image up by one cell row.
+    void scrollImage();
+
+  private:
+    void use(const Pen& pen);
+
+    TermSurface* surface_ = nullptr;
+    GridLayout grid_;
+    Pen penInUse_;
+    bool penKnown_ = false;
+    bool useMemoryDC_ = false;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+
+#include "terminal/Geometry.h"
+#include "terminal/ScreenLine.h"
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+
+/// `from` moved by `fraction` of the way to `to`, each component rounded half to even.
+Colour blendColour(Colour from, Colour to, double fraction);
+
+/// The attribute with which characters are written: the codes last set, and the pen that they ask for.
+///
+/// A few of its rules surprise and are meant: normal draws dimmer than bold, blink is italic, any foreground
+/// colour selects bold, and a reset keeps the background.
+class Rendition {
+  public:
+    /// Codes of `set`.
+    enum Code : std::uint8_t {
+        kNormal = 0,
+        kBold = 1,
+        kDim = 2,
+        kUnderline = 4,
+        kBlink = 5,
+        kReverse = 7,
+        kHidden = 8,
+        kForeground = 30,
+        kBackground = 40,
+        kReset = 48,
+    };
+
+    /// Carries out one rendition code; codes without a meaning change nothing.
+    void set(std::uint8_t code);
+
+    /// Makes the current attribute the one to which a reset returns, and which erasing stamps.
+    void keepAsDefault() { defaultAttr_ = attr_; }
+
+    /// Sets the codes that differ, foreground, background and rendition in this order.
+    void apply(CellAttr attr);
+
+    CellAttr attr() const { return attr_; }
+    CellAttr defaultAttr() const { return defaultAttr_; }
+    Colour foreColour() const { return foreColour_; }
+    Colour backColour() const { return backColour_; }
+    const Pen& pen() const { return pen_; }
+
+  private:
+    void reset();
+
+    CellAttr attr_;
+    CellAttr defaultAttr_;
+    Colour foreColour_ = 0;
+    Colour backColour_ = 0;
+    Pen pen_;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace kavrelon {
+
+/// The attribute of one cell, as the codes that set it.
+struct CellAttr {
+    std::uint8_t Fore = 0;  ///< foreground colour code, 30 to 37
+    std::uint8_t Back = 0;  ///< background colour code, 40 to 47
+    std::uint8_t Mode =
+        0;  ///< rendition code: 0 normal, 1 bold, 2 dim, 4 underline, 5 blink, 7 reverse, 8 hidden
+    bool operator==(const CellAttr&) const = default;
+};
+static_assert(sizeof(CellAttr) == 3);
+
+/// Elements of a row, and rows of a buffer. Element 0 and row 0 are never shown.
+inline constexpr int kStoredCells = 1025;
+/// The largest screen that can be stored, in columns and in rows.
+inline constexpr int kMaxScreen = kStoredCells - 1;
+
+/// One row of the screen: screen column c is element c + 1. Code 0 is an empty cell, shown as a blank.
+struct ScreenLine {
+    std::array<std::uint8_t, kStoredCells> Chars{};
+    std::array<CellAttr, kStoredCells> Attrs{};
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,164 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "terminal/FontMenu.h"
+#include "terminal/Geometry.h"
+
+namespace kavrelon {
+
+/// The colours and the font style with which text is drawn.
+struct Pen {
+    Colour text = 0;
+    Colour back = 0;
+    bool italic = false;
+    bool underline = false;
+    bool operator==(const Pen&) const = default;
+};
+
+/// The drawing half of the terminal's platform seam: one surface of character cells.
+///
+/// All places and sizes are pixels of the window's inner area. Everything that reaches outside it is
+/// clipped. Text and blocks are drawn at once, not collected. No call fails: a surface that cannot draw
+/// (no window any more) ignores it.
+class TermSurface {
+  public:
+    virtual ~TermSurface() = default;
+
+    /// Draws single-byte characters from `at` to the right, one cell each, with an opaque background, in the
+    /// pen last set. Each character advances by exactly one cell width, whatever the face says of it.
+    virtual void drawText(Point at, std::span<const std::uint8_t> text) = 0;
+    /// Colours and style of the text calls that follow; called only when they change.
+    virtual void setPen(const Pen& pen) = 0;
+    /// Inverts every pixel of the block; a second call restores it.
+    virtual void invertBlock(const Rect& block) = 0;
+    /// Paints the whole inner area in the window's own background colour, black.
+    virtual void clear() = 0;
+    /// Paints what lies outside the grid in the background colour.
+    virtual void clearOutsideGrid() = 0;
+    /// Tells where the grid of cells stands from now on. Draws nothing.
+    virtual void setGrid(const Rect& grid, Size cell) = 0;
+    /// Moves the grid's pixels up by one cell height; the uncovered bottom row shows the window's background.
+    virtual void scrollGrid() = 0;
+
+    /// Chooses the face and character set of the font and takes bold off; the size stays.
+    virtual void setFont(const FontChoice& font) = 0;
+    /// Sets the font's size in points, fractions allowed; at least 1.
+    virtual void setFontSize(double points) = 0;
+    /// The font's size in points.
+    virtual double fontSize() const = 0;
+    /// How many points one pixel of font height is (0.75 at 96 dots an inch).
+    virtual double pointsPerPixel() const = 0;
+    /// The cell that the current font needs: as wide as its widest character, at least 1 x 1.
+    virtual Size measureCell() = 0;
+    /// The window's inner area; 0 x 0 while minimised.
+    virtual Size innerSize() const = 0;
+
+    // The memory bitmap, as large as the inner area, made when it is first used.
+
+    /// Copies a block of the window into the memory bitmap.
+    virtual void keepBlock(const Rect& block) = 0;
+    /// Moves the grid's part of the bitmap up by one cell height; its bottom row becomes background.
+    virtual void scrollMemory() = 0;
+    /// Copies the whole bitmap to the window.
+    virtual void showMemory() = 0;
+    /// Blanks the bitmap and copies it to the window.
+    virtual void clearMemory() = 0;
+};
+
+/// The states of a window, with their public numbers.
+enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2 };
+
+enum class TermTimer { Cursor, Beep };
+
+/// What a terminal window declares for its title bar.
+struct TitleBarSettings {
+    bool controlBox = true;
+    bool maximiseBox = true;
+    bool minimiseBox = true;
+    bool hasCaption = true;
+};
+
+/// The platform's terminal window: its surface, and what the session needs of it beside drawing.
+///
+/// A window is created hidden. Its owner may destroy it at any time, also from within one of its own events.
+class TermWindow : public TermSurface {
+  public:
+    /// Shows the window, modeless, in the state last set.
+    virtual void show() = 0;
+    virtual WindowState state() const = 0;
+    /// Sets the state; a hidden window takes it when it is shown. Ends in a resize event when the size
+    /// changes.
+    virtual void setState(WindowState state) = 0;
+    /// Asks for an inner area of this size. Ignored unless the state is normal; the screen's size bounds it.
+    virtual void requestInnerSize(Size size) = 0;
+    /// Brings the window to the front of the stacking order and makes it the active window.
+    virtual void makeActive() = 0;
+    /// Gives the window the keyboard focus.
+    virtual void setFocus() = 0;
+
+    virtual TitleBarSettings titleBarSettings() const = 0;
+    /// The window style bits, as the platform keeps them.
+    virtual std::uint32_t styleBits() const = 0;
+    /// Stores the style bits and has the frame redrawn at the same place, size and stacking position.
+    virtual void setStyleBits(std::uint32_t bits) = 0;
+
+    /// Starts or stops a timer (cursor 300 ms, beep 10 ms). Starting one that runs does nothing.
+    virtual void enableTimer(TermTimer timer, bool on) = 0;
+    /// Sounds the bell without making the caller wait for its end.
+    virtual void beep(int frequencyHertz, int milliseconds) = 0;
+    virtual void clearClipboard() = 0;
+
+    /// Puts the font menu's check mark on this entry alone; an entry that does not exist takes all marks off.
+    virtual void checkFontEntry(int index) = 0;
+    /// Likewise for the printer-type menu (entries 0 to 3).
+    virtual void checkPrinterTypeEntry(int index) = 0;
+    /// Sets the caption of the File menu's screen-width entry.
+    virtual void setScreenWidthCaption(std::string_view caption) = 0;
+};
+
+/// What a terminal window tells the terminal: the platform's events, each under the name of its handler.
+/// A handler may destroy the window. None throws.
+class TermWindowEvents {
+  public:
+    virtual ~TermWindowEvents() = default;
+
+    /// The platform wants the window's content, grid and surroundings; drawing is clipped to what it wants.
+    virtual void Form_Paint() noexcept = 0;
+    /// The inner area or the state has changed.
+    virtual void Form_Resize() noexcept = 0;
+    virtual void Form_Activate() noexcept = 0;
+    virtual void Form_Deactivate() noexcept = 0;
+    /// Somebody (the user, the system, the Exit entry) wants the window closed. It is gone afterwards.
+    virtual void Form_Close() noexcept = 0;
+
+    virtual void cursor_timer_Timer() noexcept = 0;
+    virtual void tmrBeep_Timer() noexcept = 0;
+
+    virtual void mnuFileRest_Click() noexcept = 0;
+    virtual void mnuFileScreenWidth_Click() noexcept = 0;
+    virtual void mnuFileClearClipboard_Click() noexcept = 0;
+    virtual void mnuFileExit_Click() noexcept = 0;
+    virtual void mnuFontStyle_Click(std::int16_t index) noexcept = 0;
+    virtual void mnuPrinterType_Click(std::int16_t index) noexcept = 0;
+};
+
+class ProfileFile;
+
+/// Where terminal windows and settings come from: the platform, or memory.
+class TermPlatform {
+  public:
+    virtual ~TermPlatform() = default;
+
+    /// Creates a hidden window whose events go to `events` for as long as that object lives.
+    /// The caller owns the window. Throws when the platform has none to give.
+    virtual std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) = 0;
+    virtual ProfileFile& profileFile() = 0;
+    /// Lets pending window messages through. Any event may arrive meanwhile, and the host may call in.
+    virtual void processMessages() = 0;
+};
+
+}  // namespace kavrelon

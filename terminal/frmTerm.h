@@ -1,0 +1,124 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "terminal/HelpBoxes.h"
+#include "terminal/HostMenus.h"
+#include "terminal/ITerminalCallBack.h"
+#include "terminal/Screen.h"
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+
+/// The terminal window: a thin face over its parts (the screen, the settings, the session) that carries every
+/// member the plug-in class and the platform's window call.
+///
+/// After the window has been closed, by whomever, the object stays and ignores what it is told.
+class frmTerm final : public TermWindowEvents, public std::enable_shared_from_this<frmTerm> {
+  public:
+    /// Creates the form and loads it: the platform's window exists, hidden, and the screen is set up.
+    static std::shared_ptr<frmTerm> load(TermPlatform& platform);
+    ~frmTerm() override;
+    frmTerm(const frmTerm&) = delete;
+    frmTerm& operator=(const frmTerm&) = delete;
+
+    // Session
+    /// Stores the way out to the host; null releases it. Not owned: released by `Unload`.
+    void SetCallback(ITerminalCallBack* oValue) { callback_ = oValue; }
+    void TerminalOpen();
+    void TerminalClose() noexcept;
+    /// Date and time of the last `TerminalClose`; the clock's epoch before the first.
+    std::chrono::system_clock::time_point CloseDate() const { return closeDate_; }
+    void Logon(bool bLogin);
+    void ShowTitleBar(bool bState);
+    void MakeActive();
+    /// Applies the settings file, erases the screen and shows the window.
+    void DisplayTerminalWindows();
+    void setFocus();
+    void setWindowState(WindowState state);
+    WindowState PrevWindowState() const { return prevWindowState_; }
+    /// Closes the window for good, telling the plug-in class first. Doing it twice is harmless.
+    void Unload() noexcept;
+    bool isLoaded() const { return window_ != nullptr; }
+
+    bool PasteOk() const { return pasteOk_; }
+    void PasteOk(bool value) { pasteOk_ = value; }
+    bool CutOk() const { return cutOk_; }
+    void CutOk(bool value) { cutOk_ = value; }
+    bool CRtoCRLF() const { return crToCrLf_; }
+    void CRtoCRLF(bool value) { crToCrLf_ = value; }
+    bool TermActive() const { return termActive_; }
+    bool sessionOpen() const { return sessionOpen_; }
+    bool sessionClosed() const { return sessionClosed_; }
+    const std::string& ConnectionProfile() const { return connectionProfile_; }
+    void ConnectionProfile(std::string value) { connectionProfile_ = std::move(value); }
+    const std::string& IniFile() const { return iniFile_; }
+    void IniFile(std::string value) { iniFile_ = std::move(value); }
+
+    // Screen
+    /// Writes one byte at the cursor: most are printed, some are control characters.
+    void WriteTerm(std::uint8_t Ch) { screen_.WriteTerm(Ch); }
+    void DataReceive(std::uint8_t sData) { WriteTerm(sData); }
+    void DataReceiveStart() { screen_.DataReceiveStart(); }
+    void DataReceiveEnd() { screen_.DataReceiveEnd(); }
+    void EraseScreen() { screen_.ClearScreen(); }
+    void Redrawscreen(bool PaintOnly = false) { screen_.Redrawscreen(PaintOnly); }
+    void TurnOnOffCursor(bool OnOff);
+    void ReadINIFile() noexcept;
+
+    /// The character screen, for its cursor, erase, attribute, size and painting members.
+    Screen& screen() { return screen_; }
+    const Screen& screen() const { return screen_; }
+
+    // Help boxes and host-filled menus
+    void ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
+                     std::int16_t Height, std::string_view Text);
+    void HideHelpBox(std::int16_t Index);
+    HostMenus& menus() { return menus_; }
+    const HelpBoxes& helpBoxes() const { return helpBoxes_; }
+
+    // Events of the platform's window
+    void Form_Paint() noexcept override;
+    void Form_Resize() noexcept override;
+    void Form_Activate() noexcept override;
+    void Form_Deactivate() noexcept override;
+    void Form_Close() noexcept override;
+    void cursor_timer_Timer() noexcept override;
+    void tmrBeep_Timer() noexcept override;
+    void mnuFileRest_Click() noexcept override;
+    void mnuFileScreenWidth_Click() noexcept override;
+    void mnuFileClearClipboard_Click() noexcept override;
+    void mnuFileExit_Click() noexcept override;
+    void mnuFontStyle_Click(std::int16_t index) noexcept override;
+    void mnuPrinterType_Click(std::int16_t index) noexcept override;
+
+  private:
+    explicit frmTerm(TermPlatform& platform);
+
+    void selectFont(std::int16_t index);
+
+    TermPlatform& platform_;
+    std::unique_ptr<TermWindow> window_;
+    HelpBoxes helpBoxes_;
+    HostMenus menus_;
+    Screen screen_{helpBoxes_};
+    ITerminalCallBack* callback_ = nullptr;
+    std::string connectionProfile_;
+    std::string iniFile_;
+    std::string screenWidthCaption_;
+    std::chrono::system_clock::time_point closeDate_;
+    WindowState prevWindowState_ = WindowState::Normal;
+    bool pasteOk_ = true;
+    bool cutOk_ = true;
+    bool crToCrLf_ = false;
+    bool termActive_ = true;
+    bool sessionOpen_ = false;
+    bool sessionClosed_ = false;
+    bool closing_ = false;
+};
+
+}  // namespace kavrelon
