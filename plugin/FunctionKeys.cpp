@@ -1,0 +1,84 @@
+#include "plugin/FunctionKeys.h"
+
+#include <algorithm>
+
+#include "support/Conversions.h"
+#include "support/RuntimeError.h"
+#include "terminal/IniFile.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr int kFirstSettableKey = 3;
+
+constexpr std::array<const char*, 6> kBuiltIn{"*\r", "?\r", "/MSG1\r", "/MR\r", "/\r", "/CAL\r"};
+
+void replaceAll(std::string& text, std::string_view from, std::string_view to) {
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+int numberBehind(std::string_view name, std::size_t prefix, int base) {
+    const std::int16_t number = toInt16(name.substr(std::min(prefix, name.size())));
+    return narrowToInt16(base + number);
+}
+
+}  // namespace
+
+void FunctionKeys::load(ProfileFile& profiles, const std::string& iniFile) noexcept {
+    carryOn([this] { std::copy(kBuiltIn.begin(), kBuiltIn.end(), keys_.begin() + 1); });
+    for (int key = kFirstSettableKey; key <= kKeys; ++key) {
+        carryOn([&] {
+            std::string value;
+            IniFile::ReadIni(profiles, iniFile, "Misc", "FuncKey" + std::to_string(key), value, {});
+            if (!value.empty()) keys_[static_cast<std::size_t>(key)] = translate(value);
+        });
+    }
+}
+
+std::string FunctionKeys::text(std::int16_t keyNumber) const {
+    if (keyNumber < 0 || keyNumber > kKeys) raise(RuntimeErrorNumber::SubscriptOutOfRange);
+    return translate(keys_[static_cast<std::size_t>(keyNumber)]);
+}
+
+void FunctionKeys::set(int keyNumber, std::string_view value) {
+    if (keyNumber < 1 || keyNumber > kKeys) return;
+    keys_[static_cast<std::size_t>(keyNumber)] = value;
+}
+
+int FunctionKeys::numberFromName(std::string_view name) {
+    const auto contains = [name](std::string_view prefix) {
+        return name.find(prefix) != std::string_view::npos;
+    };
+    if (contains("AS") || contains("SA")) return numberBehind(name, 2, 36);
+    if (contains("S")) return numberBehind(name, 1, 24);
+    if (contains("A")) return numberBehind(name, 1, 12);
+    return toInt16(name);
+}
+
+std::string FunctionKeys::translate(std::string_view text) {
+    std::string source(text);
+    replaceAll(source, "<cr>", "\r");
+    replaceAll(source, "<CR>", "\r");
+
+    std::string result;
+    for (std::size_t i = 0; i < source.size();) {
+        if (source[i] != '^') {
+            result += source[i++];
+            continue;
+        }
+        const std::string code = source.substr(i + 1, 2);
+        if (!code.empty() && std::all_of(code.begin(), code.end(), isDigit)) {
+            result += static_cast<char>(toInt16(code));
+        }
+        i += 3;
+    }
+    return result;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,131 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "plugin/EscapeTable.h"
+#include "plugin/FunctionKeys.h"
+#include "plugin/HostParent.h"
+#include "terminal/ITerminalCallBack.h"
+#include "terminal/frmTerm.h"
+
+namespace kavrelon {
+
+/// The fields captured from a sequence, addressed by absolute index as the host delivers them: the first
+/// field stands at index 1, whatever the array's lower bound.
+class EscapeArguments {
+  public:
+    EscapeArguments() = default;
+    explicit EscapeArguments(std::span<const std::string_view> fields, int lowerBound = 1)
+        : fields_(fields), lowerBound_(lowerBound) {}
+
+    /// The field at an absolute index; raises SubscriptOutOfRange when there is none.
+    std::string_view at(int index) const {
+        const auto offset = static_cast<std::size_t>(index - lowerBound_);
+        if (offset >= fields_.size()) raise(RuntimeErrorNumber::SubscriptOutOfRange);
+        return fields_[offset];
+    }
+    /// All fields, from the lower bound to the upper.
+    std::span<const std::string_view> all() const { return fields_; }
+
+  private:
+    std::span<const std::string_view> fields_;
+    int lowerBound_ = 1;
+};
+
+/// The plug-in: the one object that a host creates. It keeps the stack of terminal windows, gives the host
+/// the escape table, and carries out what the host received.
+///
+/// Order of calls: `IClientMain_SetClientParent`, `IClientMain_InitializeClass`, `IClientMain_OnConnection`,
+/// then data and sequences, `IClientMain_OnClose`, `IClientMain_DestroyClass`. Members that need a window
+/// raise ObjectNotSet before initialisation and after destruction. All text is single-byte. Everything runs
+/// on the thread that created the object. Received bytes and sequences never make the plug-in send anything
+/// but the "INIT" command after a logon.
+class clsTerminal final : public ITerminalCallBack {
+  public:
+    static constexpr int kUpperWindow = 100;
+
+    /// `version` is what `IClientMain_PlugInVersion` reports. The platform must outlive this object.
+    clsTerminal(TermPlatform& platform, std::string version);
+    /// Unloads the pushed windows, and drops the base window without telling the host that it closed.
+    ~clsTerminal() override;
+    clsTerminal(const clsTerminal&) = delete;
+    clsTerminal& operator=(const clsTerminal&) = delete;
+
+    void IClientMain_SetClientParent(std::shared_ptr<HostParent> oParent);
+    /// Reads profile name and settings path from the parent and creates window 0, hidden.
+    void IClientMain_InitializeClass();
+    /// Loads the function keys, and shows and opens the current window, maximised.
+    void IClientMain_OnConnection();
+    void IClientMain_OnLogin() noexcept;
+    void IClientMain_OnLogOut() noexcept;
+    void IClientMain_OnClose();
+    void IClientMain_DestroyClass() noexcept;
+    std::string IClientMain_PlugInID() const;
+    std::string IClientMain_PlugInDesc() const;
+    std::string IClientMain_PlugInVersion() const;
+
+    /// Writes one received byte to the current window.
+    void IClientReceive_ReceiveData(std::uint8_t Ch) { currentWindow().WriteTerm(Ch); }
+    /// Lets the user interface process its pending messages.
+    void IClientReceive_ReceiveEnd();
+
+    std::int16_t IClientEscTree_EscTreeCount() const;
+    /// Pattern and description of a row; raise SubscriptOutOfRange outside 0 to 100.
+    std::string IClientEscTree_EscTreeString(std::int16_t Index) const;
+    std::string IClientEscTree_EscTreeDesc(std::int16_t Index) const;
+    /// Carries out the row's action on the current window. A sequence that fails keeps what it did before.
+    void IClientEscTree_EscTreeProcess(std::int16_t Index, const EscapeArguments& args);
+
+    void WindowHasClosed() noexcept override;
+    std::string FuncKey(std::int16_t KeyNo) override;
+    void SendBreak() override;
+    void SendTermData(const std::string& Value) override;
+    void SendCommand(const std::string& Value) override;
+
+    /// The window on top of the stack; raises ObjectNotSet when there is none.
+    frmTerm& currentWindow() const {
+        if (current_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
+        return *current_;
+    }
+    /// Index of the current window on the stack, -1 before the first.
+    int topIndex() const { return topIndex_; }
+
+  private:
+    void NewTerminalWindow();
+    void SetLogon(bool bLogin) noexcept;
+    void SetFunctionKey(std::string_view sKey, std::string_view sValue, bool bSave);
+
+    void processWindowAction(EscapeAction action, const EscapeArguments& args);
+    void processClassAction(EscapeAction action, const EscapeArguments& args);
+    static void setAttributes(Screen& screen, const EscapeArguments& args);
+    void sizeScreen(const EscapeArguments& args);
+    void newScreen();
+    void closeScreen();
+    static void showHelpBox(frmTerm& window, const EscapeArguments& args);
+
+    /// The host parent, kept alive for the call; raises ObjectNotSet when there is none.
+    std::shared_ptr<HostParent> parent() const;
+    void makeCurrent(std::shared_ptr<frmTerm> window);
+    void unloadSlot(std::size_t index) noexcept;
+
+    TermPlatform& platform_;
+    std::string version_;
+    std::shared_ptr<HostParent> parent_;
+    std::string connectionProfile_;
+    std::string iniFile_;
+    FunctionKeys functionKeys_;
+    std::array<std::shared_ptr<frmTerm>, kUpperWindow + 1> windows_;
+    std::shared_ptr<frmTerm> currentOwner_;
+    frmTerm* current_ = nullptr;
+    int topIndex_ = -1;
+    std::int16_t rememberedWidth_ = 0;
+    std::int16_t rememberedHeight_ = 0;
+    bool loggedOn_ = false;
+};
+
+}  // namespace kavrelon
