@@ -1,0 +1,148 @@
+#include "tools/ReplayDump.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "terminal/HeadlessWindow.h"
+#include "terminal/frmTerm.h"
+#include "tools/JsonLine.h"
+
+namespace kavrelon {
+namespace {
+
+std::string colourText(Colour colour) {
+    char digits[9];
+    std::snprintf(digits, sizeof digits, "%06X", static_cast<unsigned>(colour));
+    return digits;
+}
+
+std::string styleText(const Pen& pen) {
+    std::string letters;
+    if (pen.italic) letters += 'i';
+    if (pen.underline) letters += 'u';
+    return letters;
+}
+
+/// Writes a row's cells as runs of equal values: [count, ...value...] each.
+template <class Value, class Get, class Write>
+void writeRuns(JsonLine& json, int cells, Get get, Write write) {
+    json.beginArray();
+    for (int cell = 0; cell < cells;) {
+        const Value value = get(cell);
+        int end = cell + 1;
+        while (end < cells && get(end) == value) ++end;
+        json.beginArray().value(std::int64_t{end - cell});
+        write(value);
+        json.endArray();
+        cell = end;
+    }
+    json.endArray();
+}
+
+template <class WriteRow>
+void writeRows(JsonLine& json, const char* key, int rows, WriteRow writeRow) {
+    json.key(key).beginArray();
+    for (int row = 0; row < rows; ++row) writeRow(row);
+    json.endArray();
+}
+
+/// Rows of a screen that can be dumped: what its size says, within what is stored.
+int storedRows(const Screen& screen) {
+    return std::clamp<int>(screen.LinesPerPage(), 0, kMaxScreen);
+}
+
+void writeStoredRows(JsonLine& json, const Screen& screen) {
+    // The pending column is stored behind the last shown one.
+    const int cells = std::clamp<int>(screen.CharsPerLine() + 1, 0, kMaxScreen);
+    const auto line = [&](int row) -> const ScreenLine& { return screen.buffer().record(row + 1); };
+    writeRows(json, "rows", storedRows(screen), [&](int row) {
+        json.value(std::string(line(row).Chars.begin() + 1, line(row).Chars.begin() + 1 + cells));
+    });
+    writeRows(json, "attributes", storedRows(screen), [&](int row) {
+        writeRuns<CellAttr>(
+            json, cells, [&](int cell) { return line(row).Attrs[static_cast<std::size_t>(cell + 1)]; },
+            [&](CellAttr attr) {
+                json.value(std::int64_t{attr.Fore})
+                    .value(std::int64_t{attr.Back})
+                    .value(std::int64_t{attr.Mode});
+            });
+    });
+}
+
+void writeItems(JsonLine& json, const std::vector<HostMenus::Item>& items) {
+    json.beginArray();
+    for (const HostMenus::Item& item : items) {
+        json.beginObject().key("caption").value(item.caption).key("enabled").value(item.enabled).endObject();
+    }
+    json.endArray();
+}
+
+}  // namespace
+
+std::string stateLine(const frmTerm& window, int index) {
+    const Screen& screen = window.screen();
+    const CellAttr attr = screen.rendition().attr();
+    JsonLine json;
+    json.beginObject().key("window").value(std::int64_t{index});
+    json.key("columns").value(std::int64_t{screen.CharsPerLine()});
+    json.key("lines").value(std::int64_t{screen.LinesPerPage()});
+    json.key("cursorX")
+        .value(std::int64_t{screen.CursorX()})
+        .key("cursorY")
+        .value(std::int64_t{screen.CursorY()});
+    json.key("fore").value(std::int64_t{attr.Fore}).key("back").value(std::int64_t{attr.Back});
+    json.key("mode").value(std::int64_t{attr.Mode});
+    json.key("foreColour").value(colourText(screen.rendition().foreColour()));
+    json.key("backColour").value(colourText(screen.rendition().backColour()));
+    json.key("dirty").value(screen.ScreenDirty()).key("cursorDrawn").value(screen.cursorDrawn());
+    json.key("helpBoxes").beginArray();
+    for (const int slot : window.helpBoxes().openSlots()) json.value(std::int64_t{slot});
+    json.endArray();
+    writeStoredRows(json, screen);
+    return json.endObject().text();
+}
+
+std::string screenLine(const frmTerm& window, const HeadlessWindow& shown) {
+    const int rows = storedRows(window.screen());
+    const int columns = std::clamp<int>(window.screen().CharsPerLine(), 0, kMaxScreen);
+    JsonLine json;
+    json.beginObject();
+    writeRows(json, "rows", rows, [&](int row) {
+        std::string text;
+        for (int column = 0; column < columns; ++column) {
+            text += static_cast<char>(shown.cells().shown(column, row).ch);
+        }
+        json.value(text);
+    });
+    const auto writePens = [&](const char* key, auto textOf) {
+        writeRows(json, key, rows, [&](int row) {
+            writeRuns<std::string>(
+                json, columns, [&](int column) { return textOf(shown.cells().shown(column, row).pen); },
+                [&](const std::string& text) { json.value(text); });
+        });
+    };
+    writePens("text", [](const Pen& pen) { return colourText(pen.text); });
+    writePens("back", [](const Pen& pen) { return colourText(pen.back); });
+    writePens("style", styleText);
+    json.key("inverted").beginArray();
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            if (!shown.cells().shown(column, row).inverted) continue;
+            json.beginArray().value(std::int64_t{column}).value(std::int64_t{row}).endArray();
+        }
+    }
+    return json.endArray().endObject().text();
+}
+
+std::string menusLine(const HostMenus& menus) {
+    JsonLine json;
+    json.beginObject().key("knowledgeBase");
+    writeItems(json, menus.knowledgeBaseItems());
+    json.key("knowledgeBaseEntries").value(static_cast<std::int64_t>(menus.knowledgeBase().size()));
+    json.key("remoteEnabled").value(menus.remoteEnabled()).key("remote");
+    writeItems(json, menus.remoteItems());
+    json.key("remoteEntries").value(static_cast<std::int64_t>(menus.remote().size()));
+    return json.endObject().text();
+}
+
+}  // namespace kavrelon

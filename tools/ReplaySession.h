@@ -1,0 +1,54 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "plugin/clsTerminal.h"
+#include "samplehost/EscapeRecognizer.h"
+#include "samplehost/TerminalSink.h"
+#include "terminal/HeadlessWindow.h"
+#include "terminal/TextProfileFile.h"
+#include "tools/ReplayScript.h"
+
+namespace kavrelon {
+
+/// A scripted session: the plug-in on headless windows with a host that prints what it is told, one JSON line
+/// for each thing that happens.
+class ReplaySession {
+  public:
+    /// Connects the plug-in, as a host does. `out` must outlive the session.
+    ReplaySession(std::ostream& out, std::string iniFile);
+    ~ReplaySession();
+
+    /// Carries out one line. Raises ReplaySyntaxError for one that makes no sense.
+    void run(const ReplayLine& line);
+
+  private:
+    class Host;
+    class Sink;
+    class Operands;
+
+    using Command = void (*)(ReplaySession&, Operands&);
+    static Command commandNamed(std::string_view name);
+
+    frmTerm& window() const { return terminal_.currentWindow(); }
+    HeadlessWindow& shownWindow() const;
+    void processSequence(Operands& operands);
+    void print(const std::string& line);
+    void printError(const RuntimeError& error);
+    /// Runs one call of the plug-in and prints its error.
+    template <class Call>
+    void attempt(Call call);
+
+    std::ostream& out_;
+    TextProfileFile profiles_;
+    HeadlessPlatform platform_{profiles_};
+    std::shared_ptr<Host> host_;
+    clsTerminal terminal_;
+    std::unique_ptr<Sink> sink_;
+    EscapeRecognizer recognizer_;
+};
+
+}  // namespace kavrelon
