@@ -10,23 +10,24 @@ struct EscapeAutomaton;
 
 /// A plug-in's table of sequence patterns, compiled for recognising. Copies share what was compiled.
 ///
-/// Notation: `<ESC>` is the escape character and `<n>` (0 to 255) the character of that code; `{N}` `{n}` is a
-/// numeric field: one or more decimal digits; `{X}` `{x}` is a text field: any text, also none, up to the first
-/// place where the characters stand that follow it in the pattern; `<term>` `<TERM>`, at the end of a pattern
-/// only, is the end of a private sequence: a carriage return, a line feed, a carriage return with a line feed,
-/// or a NUL (so that a program may print it with the line end that its system has). Anything else stands for
-/// itself, "<" and "{" that begin none of these included.
+/// Notation: `<ESC>` is the escape character and `<n>` (0 to 255) the character of that code; `{N}` `{n}` is
+/// a numeric field: one or more decimal digits; `{X}` `{x}` is a text field: any text, also none, up to the
+/// first place where the characters stand that follow it in the pattern; `<term>` `<TERM>`, at the end of a
+/// pattern only, is the end of a private sequence: a carriage return, a line feed, a carriage return with a
+/// line feed, or a NUL (so that a program may print it with the line end that its system has). Anything else
+/// stands for itself, "<" and "{" that begin none of these included.
 ///
-/// What a text field may hold depends on where it stands, so that one sequence never swallows the next: within
-/// `<ESC>[` sequences only the bytes 32 to 63, which come before a final byte; there, between quote characters,
-/// all but control characters; elsewhere all but the escape character, CAN, SUB, the first bytes of the
-/// table's patterns and what ends its kind of sequence (see EscapeRecognizer).
+/// What a text field may hold depends on where it stands, so that one sequence never swallows the next:
+/// within
+/// `<ESC>[` sequences only the bytes 32 to 63, which come before a final byte; there, between quote
+/// characters, all but control characters; elsewhere all but the escape character, CAN, SUB, the first bytes
+/// of the table's patterns and what ends its kind of sequence (see EscapeRecognizer).
 class EscapeTree {
   public:
-    /// Compiles a table: patterns[i] belongs to row i + 1, and empty patterns are skipped. Where two rows match
-    /// the same bytes, a literal character beats a numeric field, that beats a text field, and at last the lower
-    /// row wins. Throws std::invalid_argument, naming row and pattern, for a pattern that begins with a field, that
-    /// has a field with nothing behind it to end it, or `<term>` anywhere but at its end.
+    /// Compiles a table: patterns[i] belongs to row i + 1, and empty patterns are skipped. Where two rows
+    /// match the same bytes, a literal character beats a numeric field, that beats a text field, and at last
+    /// the lower row wins. Throws std::invalid_argument, naming row and pattern, for a pattern that begins
+    /// with a field, that has a field with nothing behind it to end it, or `<term>` anywhere but at its end.
     explicit EscapeTree(std::span<const std::string> patterns);
 
     /// The compiled form, for recognisers.

@@ -19,18 +19,22 @@ namespace kavrelon {
 class SessionLog {
   public:
     using Clock = std::chrono::steady_clock;
+    using Bytes = std::span<const std::uint8_t>;
 
     /// The stream must outlive the log. It is flushed after every call, so that a log survives a crash.
     explicit SessionLog(std::ostream& out, Clock::time_point start = Clock::now());
 
-    void received(std::span<const std::uint8_t> bytes, Clock::time_point now = Clock::now());
-    void sent(std::span<const std::uint8_t> bytes, Clock::time_point now = Clock::now());
+    void received(Bytes bytes, Clock::time_point now = Clock::now());
+    void sent(Bytes bytes, Clock::time_point now = Clock::now());
     /// A sequence that is received and dropped; it is written beside the received bytes, not instead.
-    void unmatched(std::span<const std::uint8_t> bytes, Clock::time_point now = Clock::now());
+    void unmatched(Bytes bytes, Clock::time_point now = Clock::now());
     /// An event of the session, in words.
     void note(std::string_view text, Clock::time_point now = Clock::now());
 
   private:
+    void writePieces(std::string_view label, Bytes bytes, Clock::time_point now);
+    void writeTime(Clock::time_point now);
+
     std::ostream& out_;
     Clock::time_point start_;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <bitset>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -30,9 +30,10 @@ struct TelnetSettings {
 
 /// The client side of a telnet connection: separates session from commands, and answers the server.
 ///
-/// It agrees to binary transmission and suppressed go-ahead both ways, to the server's echo, and to telling terminal
-/// type and window size; it refuses everything else. It never asks for anything itself, so a server that
-/// speaks no telnet gets no telnet. It answers only what changes something, so no answer is answered for ever.
+/// It agrees to binary transmission and suppressed go-ahead both ways, to the server's echo, and to telling
+/// terminal type and window size; it refuses everything else. It never asks for anything itself, so a server
+/// that speaks no telnet gets no telnet. It answers only what changes something, so no answer is answered for
+/// ever.
 class TelnetFilter {
   public:
     /// The sink must outlive the filter.
@@ -50,8 +51,29 @@ class TelnetFilter {
     bool serverEchoes() const;
 
   private:
+    using Bytes = std::span<const std::uint8_t>;
+    using OptionSet = std::bitset<256>;
+
+    enum class State { Data, Command, Option, Subnegotiation, SubnegotiationCommand };
+
+    void takeData(Bytes data);
+    void takeCommand(std::uint8_t byte);
+    void takeSubnegotiation(std::uint8_t byte);
+    void keepSubnegotiation(std::uint8_t byte);
+    void endSubnegotiation();
+    void negotiate(std::uint8_t option);
+    void answer(std::uint8_t verb, std::uint8_t option);
+    void sendWindowSize();
+    void sendSubnegotiation(std::uint8_t option, Bytes content);
+
     TelnetSettings settings_;
     TelnetSink& sink_;
+    State state_ = State::Data;
+    std::uint8_t verb_ = 0;      // of the negotiation that is under way
+    std::uint8_t previous_ = 0;  // the session byte before
+    OptionSet ours_;             // options that are on at our side
+    OptionSet servers_;          // and at the server's
+    std::vector<std::uint8_t> subnegotiation_;
 };
 
 }  // namespace kavrelon
