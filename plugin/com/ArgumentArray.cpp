@@ -1,0 +1,79 @@
+#include "plugin/com/ArgumentArray.h"
+
+#include <algorithm>
+
+#include "support/RuntimeError.h"
+#include "support/com/ComText.h"
+#include "support/com/Variant.h"
+
+namespace kavrelon {
+namespace {
+
+/// The elements of an array, which is locked meanwhile.
+class LockedElements {
+  public:
+    explicit LockedElements(SAFEARRAY* array) : array_(array) {
+        if (FAILED(SafeArrayAccessData(array, &data_))) raise(RuntimeErrorNumber::TypeMismatch);
+    }
+    LockedElements(const LockedElements&) = delete;
+    LockedElements& operator=(const LockedElements&) = delete;
+    ~LockedElements() { SafeArrayUnaccessData(array_); }
+
+    template <class Element>
+    std::span<Element> as() const {
+        return {static_cast<Element*>(data_), array_->rgsabound[0].cElements};
+    }
+
+  private:
+    SAFEARRAY* array_;
+    void* data_ = nullptr;
+};
+
+bool holds(const SAFEARRAY* array, unsigned feature, std::size_t elementSize) {
+    return array != nullptr && array->cDims == 1 && (array->fFeatures & feature) != 0 &&
+           array->cbElements == elementSize;
+}
+
+}  // namespace
+
+ArgumentArray::ArgumentArray(SAFEARRAY* array) {
+    const bool strings = holds(array, FADF_BSTR, sizeof(BSTR));
+    if (!strings && !holds(array, FADF_VARIANT, sizeof(VARIANT))) raise(RuntimeErrorNumber::TypeMismatch);
+
+    const SAFEARRAYBOUND& bound = array->rgsabound[0];
+    // Far below every index that is asked for, and still good for arithmetic.
+    constexpr LONG kLowest = -0x40000000;
+    lowerBound_ = std::max(bound.lLbound, kLowest);
+    fields_.reserve(bound.cElements);
+
+    const LockedElements elements(array);
+    if (strings) {
+        for (BSTR field : elements.as<BSTR>()) add(bstrView(field));
+    } else {
+        for (VARIANT& field : elements.as<VARIANT>()) add(field);
+    }
+}
+
+void ArgumentArray::add(std::wstring_view field) {
+    const int length = ansiLength(field);
+    const auto size = static_cast<std::size_t>(length);
+    auto* const text = static_cast<char*>(memory_.allocate(size, 1));
+    toAnsi(field, text, length);
+    fields_.emplace_back(text, size);
+}
+
+void ArgumentArray::add(VARIANT& field) {
+    if (field.vt == VT_BSTR) return add(bstrView(field.bstrVal));
+
+    // An object would be asked for its value, and could call anything from within.
+    const VARTYPE type = field.vt & VT_TYPEMASK;
+    if (type == VT_DISPATCH || type == VT_UNKNOWN) raise(RuntimeErrorNumber::TypeMismatch);
+    Variant text;
+    // Sequences write numbers in one way, whatever the user's country.
+    if (FAILED(VariantChangeTypeEx(&text, &field, LOCALE_INVARIANT, 0, VT_BSTR))) {
+        raise(RuntimeErrorNumber::TypeMismatch);
+    }
+    add(bstrView(text.bstrVal));
+}
+
+}  // namespace kavrelon

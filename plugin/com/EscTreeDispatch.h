@@ -1,0 +1,19 @@
+#pragma once
+
+#include "quillabor.h"
+#include "support/com/DualInterface.h"
+
+namespace kavrelon {
+
+/// IClientEscTree for scripts: their arrays hold variants, which the type library's "array of strings" would
+/// refuse, so that `EscTreeProcess` takes its array as it comes.
+class EscTreeDispatch : public DualInterface<IClientEscTree> {
+  public:
+    STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                        VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
+
+  private:
+    HRESULT invokeProcess(DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception, UINT* badArgument);
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,86 @@
+// The library's entry points. There is no DllMain: nothing is to be done when the library is loaded.
+
+#include <windows.h>
+
+#include <olectl.h>
+
+#include <new>
+
+#include "plugin/com/Registration.h"
+#include "plugin/com/TerminalObject.h"
+#include "support/com/ClassFactory.h"
+#include "support/com/Module.h"
+
+namespace {
+
+using namespace kavrelon;
+
+LSTATUS registerIn(HKEY hive) {
+    return ClassesRoot(hive).add(registryGroups(modulePath()));
+}
+LSTATUS unregisterIn(HKEY hive) {
+    return ClassesRoot(hive).remove(registryGroups(modulePath()));
+}
+
+HRESULT toResult(LSTATUS status) {
+    return status == ERROR_SUCCESS ? S_OK : SELFREG_E_CLASS;
+}
+
+/// No exception leaves an entry point; what they do can only run out of memory.
+template <class Work>
+HRESULT guarded(Work&& work) noexcept {
+    try {
+        return work();
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+}  // namespace
+
+STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (clsid != CLSID_clsTerminal) return CLASS_E_CLASSNOTAVAILABLE;
+    return guarded([&] {
+        auto* const factory = new ClassFactory<TerminalObject>;
+        const HRESULT found = factory->QueryInterface(iid, object);
+        factory->Release();
+        return found;
+    });
+}
+
+STDAPI DllCanUnloadNow() {
+    return ModuleLock::isFree() ? S_OK : S_FALSE;
+}
+
+/// For the machine; without the rights for that, for the user alone.
+STDAPI DllRegisterServer() {
+    return guarded([] {
+        const LSTATUS status = registerIn(HKEY_LOCAL_MACHINE);
+        if (status != ERROR_ACCESS_DENIED) return toResult(status);
+        OutputDebugStringW(L"kavrelon: no administrator rights, registering for the current user only\n");
+        return toResult(registerIn(HKEY_CURRENT_USER));
+    });
+}
+
+/// Takes back both kinds of registration.
+STDAPI DllUnregisterServer() {
+    return guarded([] {
+        const HRESULT user = toResult(unregisterIn(HKEY_CURRENT_USER));
+        const HRESULT machine = toResult(unregisterIn(HKEY_LOCAL_MACHINE));
+        return FAILED(machine) ? machine : user;
+    });
+}
+
+/// `regsvr32 /n /i:user`: for the user alone. Without a command, for the machine and nothing else.
+STDAPI DllInstall(BOOL install, LPCWSTR command) {
+    return guarded([&]() -> HRESULT {
+        HKEY hive = HKEY_LOCAL_MACHINE;
+        if (command != nullptr && *command != L'\0') {
+            if (_wcsicmp(command, L"user") != 0) return E_INVALIDARG;
+            hive = HKEY_CURRENT_USER;
+        }
+        return toResult(install != FALSE ? registerIn(hive) : unregisterIn(hive));
+    });
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <string>
+
+#include "kavrelon.h"
+#include "plugin/clsTerminal.h"
+#include "plugin/com/EscTreeDispatch.h"
+#include "support/com/ComCall.h"
+#include "support/com/ComText.h"
+#include "support/com/DualInterface.h"
+#include "support/com/Implements.h"
+#include "terminal/win32/Win32Platform.h"
+
+namespace kavrelon {
+
+/// The COM object `kavrelon.clsTerminal`: each member converts what comes in, calls the member of clsTerminal
+/// that carries its name, and turns an exception into a result.
+///
+/// A host may release the object from within any call that reaches it again: by its parent object, or while
+/// messages are let through. So every member holds a reference while it runs, but for `ReceiveData`, from
+/// which nothing calls out.
+class TerminalObject final : public Implements<DualInterface<IClientMain>, DualInterface<IClientReceive>,
+                                               EscTreeDispatch, DualInterface<::ITerminalCallBack>> {
+  public:
+    static constexpr const char* kClassName = "kavrelon.clsTerminal";
+
+    TerminalObject();
+
+    // IClientMain
+    STDMETHODIMP SetClientParent(IDispatch* oParent) override;
+    STDMETHODIMP InitializeClass() override;
+    STDMETHODIMP OnConnection() override;
+    STDMETHODIMP OnLogin() override;
+    STDMETHODIMP OnLogOut() override;
+    STDMETHODIMP OnClose() override;
+    STDMETHODIMP DestroyClass() override;
+    STDMETHODIMP get_ClientReceive(IDispatch** Value) override;
+    STDMETHODIMP get_ClientEscTree(IDispatch** Value) override;
+    STDMETHODIMP get_PlugInID(BSTR* Value) override;
+    STDMETHODIMP get_PlugInDesc(BSTR* Value) override;
+    STDMETHODIMP get_PlugInVersion(BSTR* Value) override;
+    STDMETHODIMP get_Enabled(VARIANT_BOOL* Value) override;
+    STDMETHODIMP put_Enabled(VARIANT_BOOL Value) override;
+    STDMETHODIMP get_CanEnableDisable(VARIANT_BOOL* Value) override;
+    STDMETHODIMP CheckTimer() override;
+    STDMETHODIMP OnCommandAccepted() override;
+    STDMETHODIMP OnCommandHold() override;
+
+    // IClientReceive
+    STDMETHODIMP ReceiveStart() override;
+    STDMETHODIMP ReceiveData(unsigned char Ch) override;
+    STDMETHODIMP ReceiveEnd() override;
+
+    // IClientEscTree
+    STDMETHODIMP get_EscTreeCount(short* Value) override;
+    STDMETHODIMP get_EscTreeString(short Index, BSTR* Value) override;
+    STDMETHODIMP get_EscTreeDesc(short Index, BSTR* Value) override;
+    STDMETHODIMP get_EscTreeCreateFlag(short Index, long* Value) override;
+    STDMETHODIMP EscTreeProcess(short Index, SAFEARRAY** Args, long* Result) override;
+
+    // ITerminalCallBack
+    STDMETHODIMP WindowHasClosed() override;
+    STDMETHODIMP FuncKey(short KeyNo, BSTR* Value) override;
+    STDMETHODIMP SendBreak() override;
+    STDMETHODIMP SendTermData(BSTR Value) override;
+    STDMETHODIMP SendCommand(BSTR Value) override;
+
+  private:
+    ~TerminalObject() override = default;
+
+    /// Runs the work of a member of `Interface`, with this object held.
+    template <class Interface, class Work>
+    HRESULT call(const char* member, Work&& work) {
+        const ComPtr<IUnknown> self(static_cast<IClientMain*>(this));
+        return comCall({kClassName, member, __uuidof(Interface)}, std::forward<Work>(work));
+    }
+
+    /// The same for members that give a text.
+    template <class Interface, class Work>
+    HRESULT callForText(const char* member, BSTR* value, Work&& work) {
+        return call<Interface>(member, [&] {
+            out(value) = nullptr;
+            *value = toBstr(work()).detach();
+        });
+    }
+
+    Win32Platform platform_;
+    clsTerminal terminal_;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <unknwn.h>
+
+#include <utility>
+
+namespace kavrelon {
+
+/// Holds one reference to a COM object.
+template <class Interface>
+class ComPtr {
+  public:
+    ComPtr() = default;
+    /// Adds a reference of its own.
+    explicit ComPtr(Interface* object) noexcept : object_(object) {
+        if (object_ != nullptr) object_->AddRef();
+    }
+    ComPtr(const ComPtr& other) noexcept : ComPtr(other.object_) {}
+    ComPtr(ComPtr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    ~ComPtr() {
+        if (object_ != nullptr) object_->Release();
+    }
+    ComPtr& operator=(ComPtr other) noexcept {
+        std::swap(object_, other.object_);
+        return *this;
+    }
+
+    Interface* get() const noexcept { return object_; }
+    Interface* operator->() const noexcept { return object_; }
+    Interface& operator*() const noexcept { return *object_; }
+    explicit operator bool() const noexcept { return object_ != nullptr; }
+
+    /// Where a call leaves a reference that becomes this object's. What was held is released.
+    Interface** put() noexcept {
+        *this = ComPtr();
+        return &object_;
+    }
+    void** putVoid() noexcept { return reinterpret_cast<void**>(put()); }
+    /// The object as another of its interfaces; empty when it has none such.
+    template <class Other>
+    ComPtr<Other> query() const noexcept {
+        ComPtr<Other> other;
+        if (object_ != nullptr) object_->QueryInterface(__uuidof(Other), other.putVoid());
+        return other;
+    }
+    /// Gives the reference away.
+    [[nodiscard]] Interface* detach() noexcept { return std::exchange(object_, nullptr); }
+
+  private:
+    Interface* object_ = nullptr;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kavrelon {
+
+/// Owns an automation string. It may be null, which means the empty text, and may contain NULs.
+class Bstr {
+  public:
+    Bstr() = default;
+    /// Throws std::bad_alloc when there is no memory for the text.
+    explicit Bstr(std::wstring_view text);
+    Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
+    Bstr(const Bstr&) = delete;
+    ~Bstr() { SysFreeString(text_); }
+    Bstr& operator=(Bstr&& other) noexcept {
+        std::swap(text_, other.text_);
+        return *this;
+    }
+
+    BSTR get() const noexcept { return text_; }
+    std::wstring_view view() const noexcept;
+    /// Where a call leaves a string that becomes this object's. What was held is freed.
+    BSTR* put() noexcept;
+    /// Gives the string away.
+    [[nodiscard]] BSTR detach() noexcept { return std::exchange(text_, nullptr); }
+
+  private:
+    BSTR text_ = nullptr;
+};
+
+/// The text of a string that somebody else owns; null is the empty text.
+inline std::wstring_view bstrView(BSTR text) noexcept {
+    return text != nullptr ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
+}
+
+/// Length in bytes of a text in the system's ANSI code page.
+int ansiLength(std::wstring_view text) noexcept;
+/// Converts a text to the system's ANSI code page, to `out`, which has room for its `length` there. What the
+/// page does not have becomes "?", never a lookalike.
+void toAnsi(std::wstring_view text, char* out, int length) noexcept;
+std::string toAnsi(std::wstring_view text);
+
+/// The converse of `toAnsi`.
+Bstr toBstr(std::string_view ansi);
+
+}  // namespace kavrelon

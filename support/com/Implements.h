@@ -1,0 +1,88 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include "support/com/Module.h"
+
+namespace kavrelon {
+
+namespace detail {
+template <class Base>
+struct InterfaceOf {
+    using Type = Base;
+    static constexpr bool kDual = false;
+};
+template <class Base>
+requires requires {
+    typename Base::Interface;
+}
+struct InterfaceOf<Base> {
+    using Type = typename Base::Interface;
+    static constexpr bool kDual = true;
+};
+}  // namespace detail
+
+/// IUnknown for a class that implements the given interfaces, each named plainly or as a DualInterface. The
+/// first of them is also the object's IUnknown and, when it is dual, its IDispatch. All dual ones report
+/// errors through error objects.
+///
+/// An object starts with one reference, which belongs to whoever made it, and holds the library until it
+/// ends.
+template <class First, class... Others>
+class Implements : public First, public Others..., public ISupportErrorInfo, private ModuleLock {
+  public:
+    Implements(const Implements&) = delete;
+    Implements& operator=(const Implements&) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        *object = find(iid);
+        if (*object == nullptr) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+
+    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
+
+    STDMETHODIMP_(ULONG) Release() override {
+        const LONG left = InterlockedDecrement(&references_);
+        if (left == 0) delete this;
+        return static_cast<ULONG>(left);
+    }
+
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override {
+        return isDual<First>(iid) || (isDual<Others>(iid) || ...) ? S_OK : S_FALSE;
+    }
+
+  protected:
+    Implements() = default;
+    virtual ~Implements() = default;
+
+  private:
+    template <class Base>
+    static bool isDual(REFIID iid) {
+        return detail::InterfaceOf<Base>::kDual && iid == __uuidof(typename detail::InterfaceOf<Base>::Type);
+    }
+
+    template <class Base>
+    void* as(REFIID iid) {
+        using Interface = typename detail::InterfaceOf<Base>::Type;
+        return iid == __uuidof(Interface) ? static_cast<Interface*>(static_cast<Base*>(this)) : nullptr;
+    }
+
+    void* find(REFIID iid) {
+        if (iid == IID_IUnknown || (detail::InterfaceOf<First>::kDual && iid == IID_IDispatch)) {
+            return static_cast<typename detail::InterfaceOf<First>::Type*>(static_cast<First*>(this));
+        }
+        if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+        void* found = as<First>(iid);
+        ((found = found != nullptr ? found : as<Others>(iid)), ...);
+        return found;
+    }
+
+    LONG references_ = 1;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,34 @@
+#include "support/com/TypeInfo.h"
+
+#include <new>
+#include <string>
+
+#include "support/com/Module.h"
+
+namespace kavrelon {
+namespace {
+
+HRESULT loadFromModule(REFIID iid, ITypeInfo** info) {
+    ComPtr<ITypeLib> library;
+    // From the file, not by its registration: an object that was made without any works the same.
+    const HRESULT loaded = LoadTypeLibEx(modulePath().c_str(), REGKIND_NONE, library.put());
+    return SUCCEEDED(loaded) ? library->GetTypeInfoOfGuid(iid, info) : loaded;
+}
+
+}  // namespace
+
+HRESULT TypeInfo::load(REFIID iid, ITypeInfo** info) noexcept {
+    *info = nullptr;
+    if (!info_) {
+        try {
+            const HRESULT loaded = loadFromModule(iid, info_.put());
+            if (FAILED(loaded)) return loaded;
+        } catch (const std::bad_alloc&) {
+            return E_OUTOFMEMORY;
+        }
+    }
+    *info = info_.get();
+    return S_OK;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+namespace kavrelon {
+
+/// Owns an automation value, empty at first.
+class Variant : public VARIANT {
+  public:
+    Variant() noexcept { VariantInit(this); }
+    Variant(const Variant&) = delete;
+    Variant& operator=(const Variant&) = delete;
+    ~Variant() { VariantClear(this); }
+};
+
+}  // namespace kavrelon
