@@ -1,0 +1,211 @@
+#include "samplehost/EscapeRecognizer.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "plugin/EscapeTable.h"
+#include "samplehost/EscapeTree.h"
+
+namespace kavrelon {
+namespace {
+
+using namespace std::string_literals;
+using Bytes = std::span<const std::uint8_t>;
+
+Bytes bytesOf(std::string_view text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+/// Writes down a stream as one line: plain bytes as they are, sequences as {row|field|field}, dropped bytes
+/// as ~bytes~.
+class Recorder : public EscapeSink {
+  public:
+    void plain(Bytes bytes) override { line.append(bytes.begin(), bytes.end()); }
+    void sequence(std::int16_t index, std::span<const std::string_view> fields) override {
+        line += "{" + std::to_string(index);
+        for (const std::string_view field : fields) line.append("|").append(field);
+        line += "}";
+    }
+    void unmatched(Bytes bytes) override {
+        line += "~" + std::string(bytes.begin(), bytes.end()) + "~";
+        dropped += bytes.size();
+    }
+
+    std::string line;
+    std::size_t dropped = 0;
+};
+
+/// What a stream becomes when it is cut at the given offsets.
+std::string recognise(const EscapeTree& tree, std::string_view stream,
+                      const std::vector<std::size_t>& cuts = {}) {
+    Recorder recorder;
+    EscapeRecognizer recognizer(tree, recorder);
+    std::size_t from = 0;
+    for (const std::size_t cut : cuts) {
+        recognizer.feed(bytesOf(stream.substr(from, cut - from)));
+        from = cut;
+    }
+    recognizer.feed(bytesOf(stream.substr(from)));
+    return recorder.line;
+}
+
+std::vector<std::size_t> everywhere(std::string_view stream) {
+    std::vector<std::size_t> cuts;
+    for (std::size_t i = 0; i < stream.size(); ++i) cuts.push_back(i);
+    return cuts;
+}
+
+EscapeTree pluginTree() {
+    std::vector<std::string> patterns;
+    for (std::int16_t i = 1; i <= kEscapeRows; ++i) patterns.emplace_back(escapeRow(i).pattern);
+    return EscapeTree(patterns);
+}
+
+struct Case {
+    std::string stream;
+    std::string expected;
+};
+
+/// Every case must give the same whatever blocks the stream comes in.
+void expectCases(const EscapeTree& tree, const std::vector<Case>& cases) {
+    for (const auto& [stream, expected] : cases) {
+        SCOPED_TRACE(testing::PrintToString(stream));
+        EXPECT_EQ(recognise(tree, stream), expected);
+        EXPECT_EQ(recognise(tree, stream, everywhere(stream)), expected);
+        for (std::size_t cut = 1; cut < stream.size(); ++cut)
+            EXPECT_EQ(recognise(tree, stream, {cut}), expected);
+    }
+}
+
+TEST(EscapeRecognizer, FindsTheRowsOfTheTable) {
+    expectCases(pluginTree(),
+                {
+                    {"a\033[Hb", "a{1}b"},
+                    {"\033[12;34H\033[5A\033[A", "{2|12|34}{3|5}{4}"},
+                    {"\033[1;2f\033D\033M\033Hx", "{11|1|2}{14}{15}{16}x"},
+                    {"\033[3g\033[0K\033[K\033[2J\033[1i", "{18}{20}{19}{26}{28}"},
+                    {"\033[31m\033[1;32;40m\033[1;m\033[0;1;;7m", "{30|31}{31|1|32;40}{31|1|}{31|0|1;;7}"},
+                    {"\033[13;\"dir m\"p", "{29|13|dir m}"},
+                    {"\033[13;\"say \"hi\"\"p", "{29|13|say \"hi\"}"},
+                    {"\033\bL0\r\n\nx\033\bL1\nx\033\bL1 who\r x", "{32}\nx{33}x{34|who} x"},
+                    {"\033\bSIZE 132,25\0x\033\bNS\r\033\bCS\r\n"s, "{35|132|25}x{36}{37}"},
+                    {"\033\bFKEY SA2;list; all<cr>\r\n", "{38|SA2|list; all<cr>}"},
+                    {"\037HELPBOX 3 1,2,30,4 <B>a, b</B>\xFE\r\n\037", "{39|3|1|2|30|4|<B>a, b</B>\xFE\r\n}"},
+                    {"\037HELPBOX 3 HIDE\037", "{40|3}"},
+                    {"\037KB http://a/,one, two\037\037KB Clear\037", "{41|http://a/|one, two}{42}"},
+                    {"\037REMOTE [\"c:\\a[1].exe\" x] \"An \"odd\" one\"\037\037REMOTE CLEAR\037",
+                     "{43|\"c:\\a[1].exe\" x|An \"odd\" one}{44}"},
+                });
+}
+
+TEST(EscapeRecognizer, DropsWhatMatchesNoRow) {
+    expectCases(pluginTree(),
+                {
+                    {"a\033[?2004hb\033[mc", "a~\033[?2004h~b~\033[m~c"},
+                    {"\033[>4;2m\033[;H\033[1 qx", "~\033[>4;2m~~\033[;H~~\033[1 q~x"},
+                    {"\033(B\0337\033=x", "~\033(B~~\0337~~\033=~x"},
+                    {"\033]0;title\ax\033]0;t\033\\y", "~\033]0;title\a~x~\033]0;t\033\\~y"},
+                    {"\033Pq#0\033\\x\033_a\033[Hx", "~\033Pq#0\033\\~x~\033_a~{1}x"},
+                    {"\033\bL2\r\nx\033\bSIZE a,b\nx", "~\033\bL2\r~x~\033\bSIZE a,b\n~x"},
+                    {"\037KB none\037x\037HELPBOX a\037x", "~\037KB none\037~x~\037HELPBOX a\037~x"},
+                    {"a\037b\037\037KB c", "a\037b\037"},
+                });
+}
+
+TEST(EscapeRecognizer, LimitsTheDamageOfBrokenSequences) {
+    expectCases(pluginTree(),
+                {
+                    {"\033[1\033[Hx", "~\033[1~{1}x"},
+                    {"\033\033[Hx", "~\033~{1}x"},
+                    {"\033[1\030x\033]0;\032y", "~\033[1\030~x~\033]0;\032~y"},
+                    {"\033[1\xC4x\033\177", "~\033[1~\xC4x~\033~\177"},
+                    {"\033[1\r\n;2H\033\aM", "\r\n{2|1|2}\a{15}"},
+                    {"\033[1;\"d m\r\nx", "~\033[1;\"d~ m\r\nx"},
+                    {"\033[62;\"px\n", "~\033[62;\"p~x\n"},
+                    {"\037KB a\033[H\037KB b\037KB Clear\037", "~\037KB a~{1}~\037KB b\037~KB Clear"},
+                    {"\033\bFKEY 1;a\037KB Clear\037", "~\033\bFKEY 1;a~{42}"},
+                });
+}
+
+TEST(EscapeRecognizer, TakesAnyTable) {
+    const EscapeTree tree(std::vector<std::string>{"<ESC>A", "", "<ESC>AB{N}C", "<27>[{x}q", "<27>[{N}q",
+                                                   "<27>[5q", "#{X}--!", "<ESC>]8;{X}<27>\\", "<300",
+                                                   "{a<27>", "<27>Z{x}<27>\\", "<ESC>[{N} {X}z"});
+    expectCases(tree, {
+                          {"\033Ax\033AB12C\033AB1x", "{1}x{3|12}{1}B1x"},
+                          {"\033[q\033[?1q\033[6q\033[5q", "{4|}{4|?1}{5|6}{6}"},
+                          {"#a---b--!#\n--!", "{7|a---b}{7|\n}"},
+                          {"\033]8;u\033\\\033]8;u\033[1q\033]9\033\\", "{8|u}~\033]8;u~{5|1}~\033]9\033\\~"},
+                          {"<300{a\033{{b", "{9}{10}{{b"},
+                          {"\033Zab\033\\\033Zab\033[5q", "{11|ab}~\033Z~ab{6}"},
+                          {"\033[1 2z\033[1!z", "{12|1|2}~\033[1!z~"},
+                      });
+    EXPECT_EQ(recognise(EscapeTree({}), "a\037\033[Hb"), "a\037~\033[H~b");
+}
+
+TEST(EscapeRecognizer, NamesMalformedPatterns) {
+    for (const char* pattern :
+         {"{N}x", "<ESC>[{N}", "<ESC>{N}{X}x", "<ESC>{n}5", "<ESC><term>x", "<TERM>", "<256>"}) {
+        SCOPED_TRACE(pattern);
+        try {
+            EscapeTree(std::vector<std::string>{"<ESC>A", pattern});
+            ADD_FAILURE() << "accepted";
+        } catch (const std::invalid_argument& error) {
+            EXPECT_NE(std::string(error.what()).find("Row 2"), std::string::npos) << error.what();
+            EXPECT_NE(std::string(error.what()).find(pattern), std::string::npos) << error.what();
+        }
+    }
+}
+
+TEST(EscapeRecognizer, GivesUpWhatNeverEnds) {
+    const EscapeTree tree = pluginTree();
+    constexpr std::size_t limit = EscapeRecognizer::kLongestSequence;
+    for (const std::string start : {"\033]", "\033[", "\037KB ", "\033\b"}) {
+        for (const std::size_t block : {std::size_t{1}, std::size_t{1000}, 3 * limit}) {
+            Recorder recorder;
+            EscapeRecognizer recognizer(tree, recorder);
+            const std::string stream = start + std::string(limit - start.size(), '1') + "text\033[H";
+            for (std::size_t i = 0; i < stream.size(); i += block) {
+                recognizer.feed(bytesOf(std::string_view(stream).substr(i, block)));
+            }
+            EXPECT_EQ(recorder.dropped, limit);
+            EXPECT_TRUE(recorder.line.ends_with("~text{1}"));
+        }
+    }
+}
+
+TEST(EscapeRecognizer, ResetForgetsAnUnfinishedSequence) {
+    Recorder recorder;
+    EscapeRecognizer recognizer(pluginTree(), recorder);
+    recognizer.feed(bytesOf("\033[1"));
+    recognizer.reset();
+    recognizer.feed(bytesOf("2H\033\bL0\r"));
+    recognizer.reset();
+    recognizer.feed(bytesOf("\n"));
+    EXPECT_EQ(recorder.line, "2H{32}\n");
+}
+
+TEST(EscapeRecognizer, FindsTheSameWhateverTheBlocks) {
+    const EscapeTree tree = pluginTree();
+    std::mt19937 random(20);
+    const std::vector<std::string> pieces{
+        "\033", "[", "1", ";",  "H",  "m", "\"", "p",    "\b",   "L1 ", "\r", "\n",          "KB ",
+        "\037", ",", "]", "\\", "\a", "x", " ",  "\030", "\xC4", "?",   "K",  "\033\bFKEY ", "\037REMOTE [",
+        "\0"s};
+    for (int round = 0; round < 2000; ++round) {
+        std::string stream;
+        for (int i = 0; i < 30; ++i) stream += pieces[random() % pieces.size()];
+        std::vector<std::size_t> cuts;
+        for (std::size_t i = 1; i < stream.size(); ++i) {
+            if (random() % 4 == 0) cuts.push_back(i);
+        }
+        ASSERT_EQ(recognise(tree, stream, cuts), recognise(tree, stream)) << testing::PrintToString(stream);
+    }
+}
+
+}  // namespace
+}  // namespace kavrelon
