@@ -14,8 +14,8 @@ namespace kavrelon {
 
 /// The built-in remote system: a menu and pages that show what the terminal can do.
 ///
-/// As long as no key arrives it walks through its pages by itself; from the first key on it goes where the user
-/// steers it. Its only clock is the time that `advance` is told.
+/// As long as no key arrives it walks through its pages by itself; from the first key on it goes where the
+/// user steers it. Its only clock is the time that `advance` is told.
 class DemoSession final : public RemoteSystem {
   public:
     DemoSession();
@@ -44,8 +44,7 @@ class DemoSession final : public RemoteSystem {
     void showPage(int index);
     void leavePage();
     void choose(int entry);
-    void walk(std::chrono::milliseconds elapsed);
-    void handleText(std::string_view text);
+    void walk();
     void menuKey(char key);
     void pageKey(char key);
 
@@ -54,8 +53,12 @@ class DemoSession final : public RemoteSystem {
     std::vector<std::unique_ptr<DemoPage>> pages_;
     DemoMenu menu_;
     int current_ = -1;
+    int nextOnWalk_ = 0;
     int columns_ = kPageColumns;
     int rows_ = kPageRows;
+    // The size that the shown page found, which it leaves behind.
+    int columnsBeforePage_ = kPageColumns;
+    int rowsBeforePage_ = kPageRows;
     bool started_ = false;
     bool unattended_ = true;
     std::chrono::milliseconds connected_{0};

@@ -17,9 +17,9 @@ struct SessionEnd {
 /// A remote system as the host sees it: bytes come from it over time, what the user types goes to it, and it
 /// may end. All text is single-byte, as it travels.
 ///
-/// `send`, `sendBreak` and `resize` may be called while the bytes of the last `advance` are still being worked
-/// on (the plug-in lets window messages through between blocks). None of the members throws but for lack of
-/// memory.
+/// `send`, `sendBreak` and `resize` may be called while the bytes of the last `advance` are still being
+/// worked on (the plug-in lets window messages through between blocks). None of the members throws but for
+/// lack of memory.
 class RemoteSystem {
   public:
     virtual ~RemoteSystem() = default;

@@ -30,14 +30,16 @@ void TerminalWriter::setOrigin(int column, int row) {
 }
 
 TerminalWriter& TerminalWriter::at(int column, int row) {
-    out_ += "\x1B[" + std::to_string(originRow_ + row + 1) + ';' + std::to_string(originColumn_ + column + 1) + 'H';
+    out_ += "\x1B[" + std::to_string(originRow_ + row + 1) + ';' +
+            std::to_string(originColumn_ + column + 1) + 'H';
     return *this;
 }
 
 TerminalWriter& TerminalWriter::style(const Style& style) {
     // The rendition goes last: a foreground colour would replace it.
     out_ += "\x1B[3" + std::to_string(static_cast<int>(style.fore)) + ";4" +
-            std::to_string(static_cast<int>(style.back)) + ';' + std::to_string(static_cast<int>(style.look)) + 'm';
+            std::to_string(static_cast<int>(style.back)) + ';' +
+            std::to_string(static_cast<int>(style.look)) + 'm';
     return *this;
 }
 
@@ -58,9 +60,13 @@ TerminalWriter& TerminalWriter::repeat(char character, int count) {
     return *this;
 }
 
-TerminalWriter& TerminalWriter::newLine() { return text("\r\n"); }
+TerminalWriter& TerminalWriter::newLine() {
+    return text("\r\n");
+}
 
-TerminalWriter& TerminalWriter::clearToEndOfLine() { return text("\x1B[K"); }
+TerminalWriter& TerminalWriter::clearToEndOfLine() {
+    return text("\x1B[K");
+}
 
 TerminalWriter& TerminalWriter::clearScreen() {
     // The colours outlive the erasing, and the window is cleared in its own background anyway.
@@ -89,15 +95,21 @@ TerminalWriter& TerminalWriter::sizeScreen(int columns, int rows) {
     return privateSequence("SIZE " + std::to_string(columns) + ',' + std::to_string(rows));
 }
 
-TerminalWriter& TerminalWriter::newScreen() { return privateSequence("NS"); }
+TerminalWriter& TerminalWriter::newScreen() {
+    return privateSequence("NS");
+}
 
-TerminalWriter& TerminalWriter::closeScreen() { return privateSequence("CS"); }
+TerminalWriter& TerminalWriter::closeScreen() {
+    return privateSequence("CS");
+}
 
 TerminalWriter& TerminalWriter::logOn(std::string_view user) {
     return privateSequence("L1 " + std::string(user));
 }
 
-TerminalWriter& TerminalWriter::logOff() { return privateSequence("L0"); }
+TerminalWriter& TerminalWriter::logOff() {
+    return privateSequence("L0");
+}
 
 TerminalWriter& TerminalWriter::privateSequence(std::string_view body) {
     out_ += "\x1B\b";

@@ -22,6 +22,9 @@ inline constexpr char kBackspace = 8;
 inline constexpr int kPageColumns = 80;
 inline constexpr int kPageRows = 25;
 
+/// The keys that every page leaves to the session, for the foot of the page.
+inline constexpr std::string_view kPageKeys = "Left, Right: other pages    Esc: menu";
+
 /// What a page is drawn on.
 struct DemoScreen {
     TerminalWriter& out;
@@ -30,8 +33,8 @@ struct DemoScreen {
     int rows = kPageRows;
 };
 
-/// One page of the demo session. The session draws title and key hints around it, in rows 0 to 2 and 23 to 24,
-/// unless the page wants the whole screen.
+/// One page of the demo session. The session draws title and key hints around it, in rows 0 to 2 and 23 to
+/// 24, unless the page wants the whole screen.
 class DemoPage {
   public:
     virtual ~DemoPage() = default;
@@ -39,7 +42,7 @@ class DemoPage {
     virtual std::string_view title() const = 0;
     /// One line for the menu, at most 70 characters.
     virtual std::string_view summary() const = 0;
-    /// What the page's own keys do, for the foot of the page.
+    /// What the page's own keys do, for the foot of the page; at most 36 characters.
     virtual std::string_view keys() const { return {}; }
     virtual bool wantsWholeScreen() const { return false; }
     /// How long the page is worth watching when nobody is at the keyboard.

@@ -1,0 +1,16 @@
+#include "samplehost/demo/DemoPages.h"
+
+namespace kavrelon {
+
+std::vector<std::unique_ptr<DemoPage>> makeDemoPages() {
+    std::vector<std::unique_ptr<DemoPage>> pages;
+    pages.push_back(makeColourPage());
+    pages.push_back(makeCharacterPage());
+    pages.push_back(makeFormPage());
+    pages.push_back(makeScrollPage());
+    pages.push_back(makeWidthPage());
+    pages.push_back(makeSecondScreenPage());
+    return pages;
+}
+
+}  // namespace kavrelon
