@@ -1,0 +1,153 @@
+#include "terminal/win32/TermFont.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "support/Conversions.h"
+#include "terminal/win32/OemCharacters.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr double kPointsPerInch = 72;
+constexpr double kInitialPoints = 10;
+constexpr UINT kFirstPlain = 32;
+constexpr UINT kLastPlain = 126;
+constexpr UINT kLastByte = 255;
+
+bool isPlain(UINT byte) {
+    return byte >= kFirstPlain && byte <= kLastPlain;
+}
+
+Font createFont(const FontFace& face, int height) {
+    const LOGFONTA description = logFont(face, -height);
+    return Font(CreateFontIndirectA(&description));
+}
+
+/// Widths of the bytes and characters of a font that is selected, in pixels; 0 where the platform has none.
+int widthOf(HDC context, const Glyph& glyph, UINT byte) {
+    INT width = 0;
+    if (glyph.source == Glyph::Source::Byte) {
+        GetCharWidth32A(context, byte, byte, &width);
+    } else {
+        GetCharWidth32W(context, glyph.character, glyph.character, &width);
+    }
+    return width;
+}
+
+Glyph planGlyph(const FontFace& face, bool otherLines, UINT byte) {
+    Glyph glyph{.character = oemCharacters()[byte]};
+    if (isLineDrawing(glyph.character) && (otherLines || !face.oemCodes)) {
+        glyph.source = Glyph::Source::Line;
+    } else if (!face.oemCodes && !isPlain(byte)) {
+        glyph.source = Glyph::Source::Character;
+    }
+    return glyph;
+}
+
+/// The cell of the font that is selected.
+Size measure(HDC context, const FontFace& face) {
+    TEXTMETRICA metrics{};
+    GetTextMetricsA(context, &metrics);
+    std::array<INT, kLastByte + 1> widths{};
+    GetCharWidth32A(context, kFirstPlain, face.oemCodes ? kLastByte : kLastPlain, widths.data());
+    int widest = *std::ranges::max_element(widths);
+    if (!face.fixedPitch && !face.oemCodes) {
+        for (UINT byte = 1; byte <= kLastByte; ++byte) {
+            const Glyph glyph = planGlyph(face, true, byte);
+            if (glyph.source == Glyph::Source::Character)
+                widest = std::max(widest, widthOf(context, glyph, byte));
+        }
+    }
+    // No external leading: lines of frames have to touch.
+    return {std::max(widest, 1), std::max(static_cast<int>(metrics.tmHeight), 1)};
+}
+
+/// Whether a glyph's picture may reach beyond its advance. Smoothing spreads it by a pixel on either side.
+bool overhangs(HDC context, const Glyph& glyph, UINT byte) {
+    ABC widths{};
+    const BOOL known = glyph.source == Glyph::Source::Byte
+                           ? GetCharABCWidthsA(context, byte, byte, &widths)
+                           : GetCharABCWidthsW(context, glyph.character, glyph.character, &widths);
+    return known && (widths.abcA < 1 || widths.abcC < 1);
+}
+
+}  // namespace
+
+RealisedFont::RealisedFont(HDC context, const FontFace& face, const FontFace* lineFace, int height)
+    : face_(face), height_(height), textFonts_{createFont(face, height)} {
+    const Selected selected(context, textFonts_[0].get());
+    cell_ = measure(context, face);
+    for (UINT byte = 0; byte <= kLastByte; ++byte) {
+        Glyph& glyph = glyphs_[byte];
+        glyph = planGlyph(face, lineFace != nullptr, byte);
+        const bool foreign = glyph.source == Glyph::Source::Line && lineFace != nullptr;
+        if (!face.fixedPitch && !foreign) {
+            glyph.inset = static_cast<std::int16_t>((cell_.width - widthOf(context, glyph, byte)) / 2);
+        }
+        glyph.clipped = !face.fixedPitch || foreign || overhangs(context, glyph, byte);
+    }
+    if (lineFace != nullptr) createLineFont(*lineFace);
+}
+
+void RealisedFont::createLineFont(const FontFace& lineFace) {
+    LOGFONTA description = logFont(lineFace, cell_.height);
+    description.lfWidth = cell_.width;
+    lineFont_.reset(CreateFontIndirectA(&description));
+}
+
+HFONT RealisedFont::textFont(bool italic, bool underline) {
+    Font& font = textFonts_[(italic ? 1U : 0U) + (underline ? 2U : 0U)];
+    if (font == nullptr) {
+        LOGFONTA description = logFont(face_, -height_);
+        description.lfItalic = italic;
+        description.lfUnderline = underline;
+        font.reset(CreateFontIndirectA(&description));
+    }
+    return font.get();
+}
+
+HFONT RealisedFont::lineFont(bool underline) {
+    return lineFont_ != nullptr ? lineFont_.get() : textFont(false, underline);
+}
+
+TermFont::TermFont(HDC context) : context_(context) {
+    setPoints(kInitialPoints);
+    choose(fontMenuEntry(kFirstFontEntry).font);
+}
+
+void TermFont::choose(const FontChoice& choice) {
+    release();
+    cells_.clear();
+    face_ = findFace(context_, choice);
+    lineFace_ = face_.linesJoin ? std::nullopt : findLineFace(context_);
+}
+
+void TermFont::setPoints(double points) {
+    points_ = std::max(points, 1.0);
+    height_ = std::max(roundHalfToEven(points_ / pointsPerPixel()), 1);
+}
+
+double TermFont::pointsPerPixel() const {
+    return kPointsPerInch / std::max(GetDeviceCaps(context_, LOGPIXELSY), 1);
+}
+
+Size TermFont::cell() {
+    const auto [known, isNew] = cells_.try_emplace(height_);
+    if (isNew) {
+        const Font font = createFont(face_, height_);
+        const Selected selected(context_, font.get());
+        known->second = measure(context_, face_);
+    }
+    return known->second;
+}
+
+RealisedFont& TermFont::realised() {
+    if (stale()) {
+        realised_ =
+            std::make_unique<RealisedFont>(context_, face_, lineFace_ ? &*lineFace_ : nullptr, height_);
+    }
+    return *realised_;
+}
+
+}  // namespace kavrelon

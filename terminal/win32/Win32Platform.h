@@ -1,0 +1,29 @@
+#pragma once
+
+#include <windows.h>
+
+#include "terminal/TermWindow.h"
+#include "terminal/win32/Win32ProfileFile.h"
+#include "terminal/win32/WindowClass.h"
+
+namespace kavrelon {
+
+/// Terminal windows and settings of the Windows desktop. Must outlive its windows; each window is used and
+/// destroyed on the thread that created it.
+class Win32Platform final : public TermPlatform {
+  public:
+    /// `module` is the one that this code is part of.
+    explicit Win32Platform(HINSTANCE module);
+
+    std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) override;
+    ProfileFile& profileFile() override { return profileFile_; }
+    /// Stops after a while even if messages keep coming, so that a flood of them cannot hold the host. A
+    /// request to quit is left for the host's own message loop.
+    void processMessages() override;
+
+  private:
+    WindowClass windowClass_;
+    Win32ProfileFile profileFile_;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,206 @@
+#include "terminal/win32/Win32TermSurface.h"
+
+#include <algorithm>
+
+namespace kavrelon {
+namespace {
+
+RECT toRect(const Rect& block) {
+    return {block.left, block.top, block.right, block.bottom};
+}
+
+LPCSTR toText(std::span<const std::uint8_t> bytes) {
+    return reinterpret_cast<LPCSTR>(bytes.data());
+}
+
+}  // namespace
+
+Win32TermSurface::Win32TermSurface(HWND window)
+    : window_(window),
+      context_(GetDC(window)),
+      font_(context_),
+      uncovered_(CreateRectRgn(0, 0, 0, 0)),
+      bottomRow_(CreateRectRgn(0, 0, 0, 0)) {}
+
+void Win32TermSurface::detach() {
+    select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
+    window_ = nullptr;
+    context_ = nullptr;
+}
+
+void Win32TermSurface::holdDrawing() {
+    if (memory_.IsMemDC()) return;
+    if (held_++ == 0) IntersectClipRect(context_, 0, 0, 0, 0);
+}
+
+void Win32TermSurface::resumeDrawing() {
+    if (held_ > 0 && --held_ == 0) SelectClipRgn(context_, nullptr);
+}
+
+void Win32TermSurface::drawText(Point at, Bytes text) {
+    if (context_ == nullptr) return;
+    if (font_.stale()) useFont();
+    while (!text.empty()) {
+        const Glyph& first = realised_->glyph(text[0]);
+        std::size_t length = 1;
+        const std::size_t limit = std::min(text.size(), advances_.size());
+        while (length < limit && realised_->glyph(text[length]).drawnLike(first)) ++length;
+        drawRun(at, text.first(length), first);
+        at.x += static_cast<int>(length) * advances_[0];
+        text = text.subspan(length);
+    }
+}
+
+void Win32TermSurface::drawRun(Point at, Bytes run, const Glyph& how) {
+    const bool line = how.source == Glyph::Source::Line;
+    select(line ? lineFont_ : textFont_);
+    if (how.clipped || (pen_.italic && !line)) {
+        drawClipped(at, run);
+    } else if (how.source == Glyph::Source::Byte) {
+        ExtTextOutA(context_, at.x, at.y, ETO_OPAQUE, nullptr, toText(run), static_cast<UINT>(run.size()),
+                    advances_.data());
+    } else {
+        std::array<wchar_t, kMaxScreen> characters;
+        std::ranges::transform(run, characters.begin(),
+                               [this](std::uint8_t byte) { return realised_->glyph(byte).character; });
+        ExtTextOutW(context_, at.x, at.y, ETO_OPAQUE, nullptr, characters.data(),
+                    static_cast<UINT>(run.size()), advances_.data());
+    }
+}
+
+void Win32TermSurface::drawClipped(Point at, Bytes run) {
+    const Size cell = realised_->cell();
+    RECT box{at.x, at.y, at.x + cell.width, at.y + cell.height};
+    for (const std::uint8_t& byte : run) {
+        const Glyph& glyph = realised_->glyph(byte);
+        const int x = static_cast<int>(box.left) + (pen_.underline ? 0 : glyph.inset);
+        constexpr UINT options = ETO_OPAQUE | ETO_CLIPPED;
+        if (glyph.source == Glyph::Source::Byte) {
+            ExtTextOutA(context_, x, at.y, options, &box, toText({&byte, 1}), 1, advances_.data());
+        } else {
+            ExtTextOutW(context_, x, at.y, options, &box, &glyph.character, 1, advances_.data());
+        }
+        OffsetRect(&box, cell.width, 0);
+    }
+}
+
+void Win32TermSurface::setPen(const Pen& pen) {
+    if (context_ == nullptr) return;
+    pen_ = pen;
+    SetTextColor(context_, pen.text);
+    SetBkColor(context_, pen.back);
+    useFont();
+}
+
+void Win32TermSurface::useFont() {
+    if (font_.stale()) {
+        select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
+        realised_ = &font_.realised();
+        advances_.fill(realised_->cell().width);
+    }
+    textFont_ = realised_->textFont(pen_.italic, pen_.underline);
+    lineFont_ = realised_->lineFont(pen_.underline);
+    select(textFont_);
+}
+
+void Win32TermSurface::select(HFONT font) {
+    if (font == selected_) return;
+    SelectObject(context_, font);
+    selected_ = font;
+}
+
+void Win32TermSurface::invertBlock(const Rect& block) {
+    PatBlt(context_, block.left, block.top, block.width(), block.height(), DSTINVERT);
+}
+
+void Win32TermSurface::blacken(const Rect& block) {
+    if (block.width() <= 0 || block.height() <= 0) return;
+    PatBlt(context_, block.left, block.top, block.width(), block.height(), BLACKNESS);
+}
+
+void Win32TermSurface::clear() {
+    const Size inner = innerSize();
+    blacken({0, 0, inner.width, inner.height});
+}
+
+void Win32TermSurface::clearOutsideGrid() {
+    const Size inner = innerSize();
+    blacken({0, 0, inner.width, grid_.top});
+    blacken({0, grid_.top, grid_.left, grid_.bottom});
+    blacken({grid_.right, grid_.top, inner.width, grid_.bottom});
+    blacken({0, grid_.bottom, inner.width, inner.height});
+}
+
+void Win32TermSurface::setGrid(const Rect& grid, Size cell) {
+    grid_ = grid;
+    cell_ = cell;
+    uncoveredBox_ = {};
+    SetRectRgn(uncovered_.get(), 0, 0, 0, 0);
+}
+
+void Win32TermSurface::scrollGrid() {
+    if (context_ == nullptr) return;
+    const RECT grid = toRect(grid_);
+    RECT pending{};
+    const bool unpainted = GetUpdateRect(window_, &pending, FALSE) != FALSE;
+    ScrollDC(context_, 0, -cell_.height, &grid, &grid, uncovered_.get(), &uncoveredBox_);
+
+    const int bottomRow = std::max(grid_.bottom - cell_.height, grid_.top);
+    blacken({grid_.left, bottomRow, grid_.right, grid_.bottom});
+    // Uncovered beside the bottom row is what another window hid from being moved.
+    SetRectRgn(bottomRow_.get(), grid_.left, bottomRow, grid_.right, grid_.bottom);
+    if (CombineRgn(uncovered_.get(), uncovered_.get(), bottomRow_.get(), RGN_DIFF) > NULLREGION) {
+        InvalidateRgn(window_, uncovered_.get(), FALSE);
+    }
+    // What waited for its painting has moved up like the rest.
+    if (unpainted) {
+        OffsetRect(&pending, 0, -cell_.height);
+        InvalidateRect(window_, &pending, FALSE);
+    }
+}
+
+void Win32TermSurface::setFont(const FontChoice& font) {
+    if (context_ == nullptr) return;
+    select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
+    font_.choose(font);
+}
+
+Size Win32TermSurface::innerSize() const {
+    RECT inner{};
+    if (window_ == nullptr || IsIconic(window_) || !GetClientRect(window_, &inner)) return {};
+    return {static_cast<int>(inner.right), static_cast<int>(inner.bottom)};
+}
+
+bool Win32TermSurface::makeMemory() {
+    // Not compatible with this window but with the desktop: this one's context must not be deleted.
+    memory_.hWnd(GetDesktopWindow());
+    const Size inner = innerSize();
+    memory_.Width(inner.width);
+    memory_.Height(inner.height);
+    return memory_.IsMemDC();
+}
+
+void Win32TermSurface::keepBlock(const Rect& block) {
+    if (!makeMemory()) return;
+    BitBlt(memory_.hDc(), block.left, block.top, block.width(), block.height(), context_, block.left,
+           block.top, SRCCOPY);
+}
+
+void Win32TermSurface::scrollMemory() {
+    if (!makeMemory()) return;
+    const HDC memory = memory_.hDc();
+    const int rest = std::max(grid_.height() - cell_.height, 0);
+    BitBlt(memory, grid_.left, grid_.top, grid_.width(), rest, memory, grid_.left, grid_.top + cell_.height,
+           SRCCOPY);
+    PatBlt(memory, grid_.left, grid_.top + rest, grid_.width(), grid_.height() - rest, BLACKNESS);
+}
+
+void Win32TermSurface::showMemory() {
+    if (makeMemory()) memory_.Draw(context_);
+}
+
+void Win32TermSurface::clearMemory() {
+    if (makeMemory()) memory_.Cls(context_);
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "gdi/GdiHandles.h"
+#include "gdi/pcMemDC.h"
+#include "terminal/ScreenLine.h"
+#include "terminal/TermWindow.h"
+#include "terminal/win32/TermFont.h"
+
+namespace kavrelon {
+
+/// The drawing half of a terminal window; its members are those of `TermSurface`.
+///
+/// The window's class gives it a context of its own: colours and font stay selected there from one call to
+/// the next, and a drawn cell costs one platform call.
+class Win32TermSurface {
+  public:
+    explicit Win32TermSurface(HWND window);
+    Win32TermSurface(const Win32TermSurface&) = delete;
+    Win32TermSurface& operator=(const Win32TermSurface&) = delete;
+    /// The window is going, or gone: from now on nothing is drawn.
+    void detach();
+
+    /// Between the two nothing is drawn, and it is the caller's to have everything painted afterwards.
+    /// Brackets may nest. Nothing is held back while a memory bitmap is in use, which gets its content from
+    /// the window.
+    void holdDrawing();
+    void resumeDrawing();
+
+    void drawText(Point at, std::span<const std::uint8_t> text);
+    void setPen(const Pen& pen);
+    void invertBlock(const Rect& block);
+    void clear();
+    void clearOutsideGrid();
+    void setGrid(const Rect& grid, Size cell);
+    void scrollGrid();
+
+    void setFont(const FontChoice& font);
+    void setFontSize(double points) { font_.setPoints(points); }
+    double fontSize() const { return font_.points(); }
+    double pointsPerPixel() const { return font_.pointsPerPixel(); }
+    Size measureCell() { return font_.cell(); }
+    Size innerSize() const;
+
+    void keepBlock(const Rect& block);
+    void scrollMemory();
+    void showMemory();
+    void clearMemory();
+
+  private:
+    using Bytes = std::span<const std::uint8_t>;
+
+    void useFont();
+    void select(HFONT font);
+    void drawRun(Point at, Bytes run, const Glyph& how);
+    void drawClipped(Point at, Bytes run);
+    void blacken(const Rect& block);
+    bool makeMemory();
+
+    HWND window_;
+    HDC context_;
+    TermFont font_;
+    RealisedFont* realised_ = nullptr;
+    HFONT selected_ = nullptr;
+    HFONT textFont_ = nullptr;
+    HFONT lineFont_ = nullptr;
+    Pen pen_;
+    Rect grid_;
+    Size cell_;
+    /// One cell width after the other, as the text calls want them.
+    std::array<int, kMaxScreen> advances_{};
+    RECT uncoveredBox_{};
+    Region uncovered_;
+    Region bottomRow_;
+    pcMemDC memory_;
+    int held_ = 0;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,260 @@
+#include "terminal/win32/Win32TermWindow.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+#include "terminal/win32/Bell.h"
+#include "terminal/win32/Clipboard.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr const char* kCaption = "Terminal";
+
+constexpr std::array<UINT, 2> kTimerMilliseconds{300, 10};
+
+/// Timers are numbered from 1: number 0 means any to some of the calls.
+constexpr UINT_PTR timerNumber(std::size_t timer) {
+    return timer + 1;
+}
+
+int showCommand(WindowState state) {
+    switch (state) {
+        case WindowState::Minimised:
+            return SW_SHOWMINIMIZED;
+        case WindowState::Maximised:
+            return SW_SHOWMAXIMIZED;
+        case WindowState::Normal:
+            break;
+    }
+    return SW_SHOWNORMAL;
+}
+
+RECT workArea(HWND window) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoA(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    return monitor.rcWork;
+}
+
+}  // namespace
+
+Win32TermWindow::OwnedWindow Win32TermWindow::create(const WindowClass& windowClass, HMENU menu) {
+    OwnedWindow window(CreateWindowExA(0, WindowClass::kName, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
+                                       CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, menu,
+                                       windowClass.module(), nullptr));
+    if (window == nullptr) throw std::bad_alloc();
+    return window;
+}
+
+Win32TermWindow::Win32TermWindow(const WindowClass& windowClass, std::weak_ptr<TermWindowEvents> events)
+    : events_(std::move(events)), window_(create(windowClass, menus_.bar())), surface_(window_.get()) {
+    menus_.handOver();
+    // From here on messages arrive; those of the creation went to the platform's own procedure.
+    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+Win32TermWindow::~Win32TermWindow() {
+    if (window_ == nullptr) return;
+    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+    surface_.detach();
+    window_.reset();
+}
+
+Win32TermWindow* Win32TermWindow::of(HWND window) {
+    return reinterpret_cast<Win32TermWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+}
+
+void Win32TermWindow::detach() {
+    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+    surface_.detach();
+    menus_.forget();
+    window_.release();
+}
+
+LRESULT CALLBACK Win32TermWindow::procedure(HWND window, UINT message, WPARAM wParam,
+                                            LPARAM lParam) noexcept {
+    try {
+        if (Win32TermWindow* self = of(window)) {
+            if (const Answer answer = self->handle({window, message, wParam, lParam})) return *answer;
+        }
+    } catch (const std::exception&) {
+        // What an event could not do is undone work, not a reason to take the host down.
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+Win32TermWindow::Answer Win32TermWindow::handle(const Message& message) {
+    // Held for the length of the message, so that a handler may let go of the last reference.
+    const std::shared_ptr<TermWindowEvents> events = events_.lock();
+    if (events == nullptr) {
+        if (message.id == WM_NCDESTROY) detach();
+        return std::nullopt;
+    }
+    if (const Answer answer = onDrawing(*events, message)) return answer;
+    if (const Answer answer = onCommand(*events, message)) return answer;
+    return onSession(*events, message);
+}
+
+Win32TermWindow::Answer Win32TermWindow::onDrawing(TermWindowEvents& events, const Message& message) {
+    switch (message.id) {
+        case WM_ERASEBKGND:
+            // Painting covers every pixel; erasing before it would only flicker.
+            return 1;
+        case WM_PAINT: {
+            // The context handed out is the surface's own, clipped to what is wanted until the end.
+            PAINTSTRUCT paint{};
+            BeginPaint(message.window, &paint);
+            if (!IsIconic(message.window)) events.Form_Paint();
+            EndPaint(message.window, &paint);
+            return 0;
+        }
+        case WM_SIZE:
+            if (message.wParam == SIZE_MINIMIZED) {
+                events.Form_Resize();
+            } else {
+                redrawAtOnce(message.window, [&] { events.Form_Resize(); });
+            }
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+template <class Change>
+void Win32TermWindow::redrawAtOnce(HWND window, Change change) {
+    surface_.holdDrawing();
+    change();
+    if (of(window) != this) return;
+    surface_.resumeDrawing();
+    InvalidateRect(window, nullptr, FALSE);
+    UpdateWindow(window);
+}
+
+Win32TermWindow::Answer Win32TermWindow::onCommand(TermWindowEvents& events, const Message& message) {
+    switch (message.id) {
+        case WM_COMMAND: {
+            const WORD command = LOWORD(message.wParam);
+            if (TermMenus::redraws(command)) {
+                redrawAtOnce(message.window, [&] { TermMenus::click(command, events); });
+            } else {
+                TermMenus::click(command, events);
+            }
+            return 0;
+        }
+        case WM_TIMER: {
+            // A tick may have been under way when its timer was stopped.
+            if (message.wParam == timerNumber(0) && timers_[0]) {
+                events.cursor_timer_Timer();
+            } else if (message.wParam == timerNumber(1) && timers_[1]) {
+                events.tmrBeep_Timer();
+            }
+            return 0;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+Win32TermWindow::Answer Win32TermWindow::onSession(TermWindowEvents& events, const Message& message) {
+    switch (message.id) {
+        case WM_ACTIVATE:
+            if (LOWORD(message.wParam) == WA_INACTIVE) {
+                events.Form_Deactivate();
+            } else {
+                events.Form_Activate();
+            }
+            return DefWindowProcA(message.window, message.id, message.wParam, message.lParam);
+        case WM_CLOSE:
+            events.Form_Close();
+            return 0;
+        case WM_ENDSESSION:
+            if (message.wParam != FALSE) events.Form_Close();
+            return 0;
+        case WM_NCDESTROY:
+            detach();
+            events.Form_Close();
+            return DefWindowProcA(message.window, message.id, message.wParam, message.lParam);
+        default:
+            return std::nullopt;
+    }
+}
+
+void Win32TermWindow::show() {
+    ShowWindow(window_.get(), showCommand(stateWhenShown_));
+}
+
+WindowState Win32TermWindow::state() const {
+    if (!IsWindowVisible(window_.get())) return stateWhenShown_;
+    if (IsIconic(window_.get())) return WindowState::Minimised;
+    return IsZoomed(window_.get()) ? WindowState::Maximised : WindowState::Normal;
+}
+
+void Win32TermWindow::setState(WindowState state) {
+    stateWhenShown_ = state;
+    if (IsWindowVisible(window_.get())) ShowWindow(window_.get(), showCommand(state));
+}
+
+void Win32TermWindow::requestInnerSize(Size size) {
+    if (state() != WindowState::Normal) return;
+    RECT frame{0, 0, size.width, size.height};
+    AdjustWindowRectEx(&frame, styleBits(), TRUE, 0);
+    const RECT area = workArea(window_.get());
+    const LONG width = std::min(frame.right - frame.left, area.right - area.left);
+    const LONG height = std::min(frame.bottom - frame.top, area.bottom - area.top);
+    RECT now{};
+    GetWindowRect(window_.get(), &now);
+    SetWindowPos(window_.get(), nullptr, static_cast<int>(std::min(now.left, area.right - width)),
+                 static_cast<int>(std::min(now.top, area.bottom - height)), static_cast<int>(width),
+                 static_cast<int>(height), SWP_NOZORDER | SWP_NOOWNERZORDER | SWP_NOACTIVATE);
+}
+
+void Win32TermWindow::makeActive() {
+    SetWindowPos(window_.get(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    SetActiveWindow(window_.get());
+}
+
+void Win32TermWindow::setFocus() {
+    SetFocus(window_.get());
+}
+
+TitleBarSettings Win32TermWindow::titleBarSettings() const {
+    return {.hasCaption = GetWindowTextLengthA(window_.get()) > 0};
+}
+
+std::uint32_t Win32TermWindow::styleBits() const {
+    return static_cast<std::uint32_t>(GetWindowLongA(window_.get(), GWL_STYLE));
+}
+
+void Win32TermWindow::setStyleBits(std::uint32_t bits) {
+    RECT place{};
+    GetWindowRect(window_.get(), &place);
+    SetWindowLongA(window_.get(), GWL_STYLE, static_cast<LONG>(bits));
+    SetWindowPos(window_.get(), nullptr, static_cast<int>(place.left), static_cast<int>(place.top),
+                 static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top),
+                 SWP_NOZORDER | SWP_FRAMECHANGED | SWP_NOOWNERZORDER);
+}
+
+void Win32TermWindow::enableTimer(TermTimer timer, bool on) {
+    const auto index = static_cast<std::size_t>(timer);
+    if (window_ == nullptr || std::exchange(timers_[index], on) == on) return;
+    if (on) {
+        SetTimer(window_.get(), timerNumber(index), kTimerMilliseconds[index], nullptr);
+    } else {
+        KillTimer(window_.get(), timerNumber(index));
+    }
+}
+
+void Win32TermWindow::beep(int frequencyHertz, int milliseconds) {
+    soundBell(frequencyHertz, milliseconds);
+}
+
+void Win32TermWindow::clearClipboard() {
+    // Without a window the clipboard would belong to the whole thread.
+    if (window_ == nullptr) return;
+    Clipboard clipboard(window_.get());
+    if (clipboard) clipboard.clear();
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <type_traits>
+
+#include "terminal/TermWindow.h"
+#include "terminal/win32/TermMenus.h"
+#include "terminal/win32/Win32TermSurface.h"
+#include "terminal/win32/WindowClass.h"
+
+namespace kavrelon {
+
+/// A top-level terminal window of the desktop.
+///
+/// When the platform destroys the window underneath, its owner is told as if it had been closed, and this
+/// object ignores calls from then on.
+class Win32TermWindow final : public TermWindow {
+  public:
+    /// Throws std::bad_alloc when the platform has no window to give.
+    Win32TermWindow(const WindowClass& windowClass, std::weak_ptr<TermWindowEvents> events);
+    ~Win32TermWindow() override;
+    Win32TermWindow(const Win32TermWindow&) = delete;
+    Win32TermWindow& operator=(const Win32TermWindow&) = delete;
+
+    /// The procedure for the class of these windows.
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+    void drawText(Point at, std::span<const std::uint8_t> text) override { surface_.drawText(at, text); }
+    void setPen(const Pen& pen) override { surface_.setPen(pen); }
+    void invertBlock(const Rect& block) override { surface_.invertBlock(block); }
+    void clear() override { surface_.clear(); }
+    void clearOutsideGrid() override { surface_.clearOutsideGrid(); }
+    void setGrid(const Rect& grid, Size cell) override { surface_.setGrid(grid, cell); }
+    void scrollGrid() override { surface_.scrollGrid(); }
+    void setFont(const FontChoice& font) override { surface_.setFont(font); }
+    void setFontSize(double points) override { surface_.setFontSize(points); }
+    double fontSize() const override { return surface_.fontSize(); }
+    double pointsPerPixel() const override { return surface_.pointsPerPixel(); }
+    Size measureCell() override { return surface_.measureCell(); }
+    Size innerSize() const override { return surface_.innerSize(); }
+    void keepBlock(const Rect& block) override { surface_.keepBlock(block); }
+    void scrollMemory() override { surface_.scrollMemory(); }
+    void showMemory() override { surface_.showMemory(); }
+    void clearMemory() override { surface_.clearMemory(); }
+
+    void show() override;
+    WindowState state() const override;
+    void setState(WindowState state) override;
+    void requestInnerSize(Size size) override;
+    void makeActive() override;
+    void setFocus() override;
+
+    TitleBarSettings titleBarSettings() const override;
+    std::uint32_t styleBits() const override;
+    void setStyleBits(std::uint32_t bits) override;
+
+    void enableTimer(TermTimer timer, bool on) override;
+    void beep(int frequencyHertz, int milliseconds) override;
+    void clearClipboard() override;
+
+    void checkFontEntry(int index) override { menus_.checkFontEntry(index); }
+    void checkPrinterTypeEntry(int index) override { menus_.checkPrinterTypeEntry(index); }
+    void setScreenWidthCaption(std::string_view caption) override { menus_.setScreenWidthCaption(caption); }
+
+  private:
+    struct DestroyHandle {
+        void operator()(HWND window) const noexcept { DestroyWindow(window); }
+    };
+    using OwnedWindow = std::unique_ptr<std::remove_pointer_t<HWND>, DestroyHandle>;
+
+    struct Message {
+        HWND window;
+        UINT id;
+        WPARAM wParam;
+        LPARAM lParam;
+    };
+    using Answer = std::optional<LRESULT>;
+
+    static OwnedWindow create(const WindowClass& windowClass, HMENU menu);
+    static Win32TermWindow* of(HWND window);
+
+    // One handler for each family of messages. After an event, which may have destroyed it, none touches the
+    // object, and each gives an answer.
+    Answer handle(const Message& message);
+    Answer onDrawing(TermWindowEvents& events, const Message& message);
+    Answer onCommand(TermWindowEvents& events, const Message& message);
+    Answer onSession(TermWindowEvents& events, const Message& message);
+    template <class Change>
+    void redrawAtOnce(HWND window, Change change);
+    void detach();
+
+    std::weak_ptr<TermWindowEvents> events_;
+    TermMenus menus_;
+    OwnedWindow window_;
+    Win32TermSurface surface_;
+    WindowState stateWhenShown_ = WindowState::Normal;
+    std::array<bool, 2> timers_{};
+};
+
+}  // namespace kavrelon
