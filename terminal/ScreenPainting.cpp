@@ -93,6 +93,9 @@ void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, i
 }
 
 void Screen::drawCells(bool reversed, int firstColumn, int firstRow, int lastColumn, int lastRow) {
+    // The full range of a screen without columns or rows runs from below 1.
+    firstColumn = std::max(firstColumn, 1);
+    firstRow = std::max(firstRow, 1);
     lastColumn = std::min(lastColumn, kMaxScreen);
     lastRow = std::min(lastRow, kMaxScreen);
     for (int row = firstRow; row <= lastRow; ++row) {
