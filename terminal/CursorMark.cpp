@@ -11,8 +11,8 @@ void CursorMark::show(TermSurface& surface, const Rect& block) {
     drawn_ = true;
 }
 
-void CursorMark::hide(TermSurface* surface) {
-    if (drawn_ && surface != nullptr) surface->invertBlock(block_);
+void CursorMark::takeOff(TermSurface* surface) {
+    if (surface != nullptr) surface->invertBlock(block_);
     drawn_ = false;
 }
 

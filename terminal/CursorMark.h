@@ -17,7 +17,8 @@ class CursorMark {
     /// Inverts the cell at `block`; a mark that is drawn stays where it is.
     void show(TermSurface& surface, const Rect& block);
     /// Inverts the cell where the mark was drawn once more. Without a surface the mark only counts as gone.
-    void hide(TermSurface* surface);
+    /// Call it only for a mark that is drawn.
+    void takeOff(TermSurface* surface);
     /// The pixels under the mark have been painted over.
     void forget() { drawn_ = false; }
 

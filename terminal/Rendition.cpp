@@ -1,6 +1,7 @@
 #include "terminal/Rendition.h"
 
 #include <array>
+#include <utility>
 
 #include "support/Conversions.h"
 
@@ -34,56 +35,71 @@ Colour blendColour(Colour from, Colour to, double fraction) {
 void Rendition::set(std::uint8_t code) {
     if (isColour(code, kForeground)) {
         foreColour_ = kColours[code - kForeground];
-        attr_.Fore = code;
+        stamp_.Attr.Fore = code;
         set(kBold);
         return;
     }
     if (isColour(code, kBackground)) {
         backColour_ = kColours[code - kBackground];
-        attr_.Back = code;
-        set(attr_.Mode);
+        stamp_.Attr.Back = code;
+        set(stamp_.Attr.Mode);
         return;
     }
     switch (code) {
         case kNormal:
-        case kDim:
-            pen_ = {.text = blendColour(foreColour_, backColour_, kDimming), .back = backColour_};
-            break;
         case kBold:
-            pen_ = {.text = foreColour_, .back = backColour_};
-            break;
+        case kDim:
         case kUnderline:
-            pen_ = {.text = foreColour_, .back = backColour_, .underline = true};
-            break;
         case kBlink:
-            pen_ = {.text = foreColour_, .back = backColour_, .italic = true};
-            break;
         case kReverse:
-            pen_ = {.text = backColour_, .back = foreColour_};
-            break;
         case kHidden:
-            pen_ = {.text = backColour_, .back = backColour_};
+            stamp_.Attr.Mode = code;
+            penStale_ = true;
             break;
         case kReset:
             reset();
-            return;
+            break;
         default:
-            return;
+            break;
     }
-    attr_.Mode = code;
+}
+
+void Rendition::choosePen() {
+    penStale_ = false;
+    pen_ = {.text = foreColour_, .back = backColour_};
+    switch (stamp_.Attr.Mode) {
+        case kNormal:
+        case kDim:
+            pen_.text = blendColour(foreColour_, backColour_, kDimming);
+            break;
+        case kUnderline:
+            pen_.underline = true;
+            break;
+        case kBlink:
+            pen_.italic = true;
+            break;
+        case kReverse:
+            std::swap(pen_.text, pen_.back);
+            break;
+        case kHidden:
+            pen_.text = backColour_;
+            break;
+        default:
+            break;
+    }
 }
 
 void Rendition::reset() {
     set(defaultAttr_.Fore);
-    set(attr_.Back);
+    set(stamp_.Attr.Back);
     set(kNormal);
     set(kBold);
 }
 
 void Rendition::apply(CellAttr attr) {
-    if (attr.Fore != attr_.Fore) set(attr.Fore);
-    if (attr.Back != attr_.Back) set(attr.Back);
-    if (attr.Mode != attr_.Mode) set(attr.Mode);
+    if (attr.Fore != stamp_.Attr.Fore) set(attr.Fore);
+    if (attr.Back != stamp_.Attr.Back) set(attr.Back);
+    if (attr.Mode != stamp_.Attr.Mode) set(attr.Mode);
 }
 
 }  // namespace kavrelon

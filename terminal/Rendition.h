@@ -35,25 +35,34 @@ class Rendition {
     void set(std::uint8_t code);
 
     /// Makes the current attribute the one to which a reset returns, and which erasing stamps.
-    void keepAsDefault() { defaultAttr_ = attr_; }
+    void keepAsDefault() { defaultAttr_ = stamp_.Attr; }
 
     /// Sets the codes that differ, foreground, background and rendition in this order.
     void apply(CellAttr attr);
 
-    CellAttr attr() const { return attr_; }
+    CellAttr attr() const { return stamp_.Attr; }
     CellAttr defaultAttr() const { return defaultAttr_; }
+    /// A cell of character 0 in the current attribute.
+    const Cell& stamp() const { return stamp_; }
     Colour foreColour() const { return foreColour_; }
     Colour backColour() const { return backColour_; }
-    const Pen& pen() const { return pen_; }
+    /// The pen of the current attribute.
+    const Pen& pen() {
+        if (penStale_) choosePen();
+        return pen_;
+    }
 
   private:
     void reset();
+    void choosePen();
 
-    CellAttr attr_;
+    Cell stamp_;
     CellAttr defaultAttr_;
     Colour foreColour_ = 0;
     Colour backColour_ = 0;
+    // Worked out when something is drawn: most changes of attribute come in bursts, or while painting is off.
     Pen pen_;
+    bool penStale_ = true;
 };
 
 }  // namespace kavrelon

@@ -53,13 +53,9 @@ void Screen::InitScreen() {
     buffer_.blankRows(0, lastLine());
 }
 
-void Screen::writeAny(std::uint8_t ch) {
-    endRun();
+void Screen::control(std::uint8_t ch) {
     if (window_ == nullptr) return;
     switch (ch) {
-        case 0:   // NUL
-        case 17:  // DC1
-            return;
         case 7:  // BEL
             window_->enableTimer(TermTimer::Beep, true);
             return;
@@ -77,51 +73,57 @@ void Screen::writeAny(std::uint8_t ch) {
             return;
         case 13:  // CR
             HideCursor();
+            noteRun();
             cursorX_ = 0;
             return;
-        default:
-            print(ch);
+        default:  // NUL and DC1 are ignored
+            return;
     }
 }
 
 void Screen::print(std::uint8_t ch) {
+    if (window_ == nullptr) return;
     HideCursor();
     const Raised writing(writing_);
     if (cursorX_ >= rightMargin() && autoWrap_) {
+        noteRun();
         cursorX_ = 0;
         lineFeed();
     }
-    buffer_.put(cursorX_, cursorY_, ch, rendition_.attr());
     screenDirty_ = true;
-    if (painting()) {
-        if (cursorX_ < rightMargin()) painter_.drawCell(ch, cursorX_, cursorY_, rendition_.pen());
-        ++cursorX_;
-    } else {
-        ++cursorX_;
-        beginRun();
+    if (beginRun()) {
+        storeInRun(ch);
+        return;
     }
+    buffer_.put(column(), cursorY_, {ch, rendition_.attr()});
+    if (painting() && cursorX_ < rightMargin()) painter_.drawCell(ch, column(), cursorY_, rendition_.pen());
+    ++cursorX_;
 }
 
 void Screen::backspace() {
     if (cursorX_ < 1) return;
     HideCursor();
+    noteRun();
     --cursorX_;
 }
 
 void Screen::tabulate() {
     HideCursor();
+    noteRun();
     const auto searched = tabStops_.begin() + (kTabStops - 1);
-    const auto stop =
-        std::find_if(tabStops_.begin(), searched, [this](std::int16_t column) { return column > cursorX_; });
-    cursorX_ = *stop;
+    const auto next =
+        std::find_if(tabStops_.begin(), searched, [this](std::int16_t stop) { return stop > cursorX_; });
+    cursorX_ = *next;
 }
 
 void Screen::lineFeed() {
+    noteRun();
     if (cursorY_ >= lastLine()) {
         scrollUp();
     } else {
         ++cursorY_;
     }
+    if (runEnd_ != 0) moveRunToCursorRow();
 }
 
 void Screen::scrollUp() {
@@ -130,21 +132,23 @@ void Screen::scrollUp() {
     screenDirty_ = true;
 }
 
-void Screen::beginRun() {
-    ScreenLine& row = buffer_.rowForWriting(cursorY_);
-    runChars_ = row.Chars.data() + 1;
-    runAttrs_ = row.Attrs.data() + 1;
-    runEnd_ = std::min(rightMargin(), kMaxScreen);
+bool Screen::beginRun() {
+    const int end = std::min(rightMargin(), kMaxScreen);
+    if (painting() || cursorX_ >= end) return false;
+    runEnd_ = end;
+    moveRunToCursorRow();
+    return runEnd_ != 0;
 }
 
-void Screen::endRun() {
-    if (runEnd_ == 0) return;
-    runEnd_ = 0;
-    buffer_.noteWritten(cursorY_, cursorX_);
+void Screen::moveRunToCursorRow() {
+    if (cursorY_ < kMaxScreen) {
+        run_ = buffer_.rowInPlace(cursorY_);
+    } else {
+        runEnd_ = 0;
+    }
 }
 
 void Screen::DataReceiveStart() {
-    endRun();
     writing_ = true;
     mark_.wantedAfterBurst = mark_.drawn();
     HideCursor();
@@ -169,7 +173,7 @@ void Screen::setRendition(std::uint8_t code) {
 }
 
 void Screen::CursorX(int value) {
-    endRun();
+    noteRun();
     cursorX_ = std::max(std::min(value, charsPerLine_), 0);
 }
 
@@ -184,7 +188,7 @@ void Screen::SetCursor(int Col, int Row) {
 }
 
 void Screen::sizeChanged() {
-    SetCursor(cursorX_, cursorY_);
+    SetCursor(column(), cursorY_);
     selectionShown_ = false;
 }
 
@@ -240,18 +244,18 @@ void Screen::ClearEndOfLine() {
     endRun();
     screenDirty_ = true;
     if (painting()) {
-        painter_.drawBlanks(cursorX_, cursorY_, charsPerLine_ - cursorX_, rendition_.pen());
+        painter_.drawBlanks(column(), cursorY_, charsPerLine_ - column(), rendition_.pen());
     }
     if (cursorX_ + 1 > charsPerLine_) return;
     // One column past the last shown one: the pending column is erased too.
-    buffer_.fill(cursorX_, charsPerLine_, cursorY_, 0, rendition_.defaultAttr());
+    buffer_.fill(column(), charsPerLine_, cursorY_, {0, rendition_.defaultAttr()});
 }
 
 void Screen::ClearStartOfLine() {
     endRun();
     blankOnWindow(cursorY_, cursorY_);
     // The window loses the whole row, the buffer only its start: the rest shows again at the next repaint.
-    buffer_.fill(0, cursorX_, cursorY_, ' ', rendition_.defaultAttr());
+    buffer_.fill(0, column(), cursorY_, {' ', rendition_.defaultAttr()});
 }
 
 void Screen::ClearEndOfScreen() {

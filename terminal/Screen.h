@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -38,13 +39,13 @@ class Screen {
 
     /// Writes one byte at the cursor.
     void WriteTerm(std::uint8_t Ch) {
-        if (cursorX_ < runEnd_ && isPrinted(Ch)) {
-            runChars_[cursorX_] = Ch;
-            runAttrs_[cursorX_] = rendition_.attr();
-            ++cursorX_;
-            return;
+        if (!isPrinted(Ch)) {
+            control(Ch);
+        } else if (cursorX_ < runEnd_) {
+            storeInRun(Ch);
+        } else {
+            print(Ch);
         }
-        writeAny(Ch);
     }
     /// Brackets a burst of changes: the cursor mark is off the window in between.
     void DataReceiveStart();
@@ -115,7 +116,9 @@ class Screen {
     void SelectionShown(bool value) { selectionShown_ = value; }
 
     void ShowCursor();
-    void HideCursor();
+    void HideCursor() {
+        if (mark_.drawn()) takeMarkOff();
+    }
     /// One tick of the blink.
     void blinkCursor();
     /// Puts back a mark that a repaint took off and has not put back.
@@ -143,16 +146,33 @@ class Screen {
     bool painting() const { return paintOn_ && painter_.surface() != nullptr; }
     int lastLine() const { return linesPerPage_ - 1; }
     int rightMargin() const { return charsPerLine_; }
+    int column() const { return static_cast<int>(cursorX_); }
 
-    void writeAny(std::uint8_t ch);
-    void print(std::uint8_t ch);
+    void storeInRun(std::uint8_t ch) {
+        Cell& cell = run_.line->Cells[static_cast<std::size_t>(cursorX_ + 1)];
+        cell = rendition_.stamp();
+        cell.Char = ch;
+        ++cursorX_;
+    }
+    // Kept out of the loops that feed bytes: inlined there, they would crowd out the common case.
+    [[gnu::noinline]] void control(std::uint8_t ch);
+    [[gnu::noinline]] void print(std::uint8_t ch);
     void backspace();
     void tabulate();
     void lineFeed();
     void scrollUp();
-    void beginRun();
-    void endRun();
+    bool beginRun();
+    void endRun() {
+        noteRun();
+        runEnd_ = 0;
+    }
+    /// Tells the buffer how far the run has been written; due before the cursor leaves its end.
+    void noteRun() {
+        if (runEnd_ != 0 && *run_.extent <= cursorX_) *run_.extent = static_cast<int>(cursorX_ + 1);
+    }
+    void moveRunToCursorRow();
     void sizeChanged();
+    void takeMarkOff();
     void clearWindow();
     void blankOnWindow(int firstRow, int lastRow);
     void drawCells(bool reversed, int firstColumn, int firstRow, int lastColumn, int lastRow);
@@ -164,13 +184,13 @@ class Screen {
     Painter painter_;
     CursorMark mark_;
 
-    // The rest of the cursor's row, open for characters that need nothing but storing: painting is off, the
-    // mark is not drawn, the row is in memory. Every other operation closes it first (runEnd_ becomes 0).
-    std::uint8_t* runChars_ = nullptr;
-    CellAttr* runAttrs_ = nullptr;
-    int runEnd_ = 0;
+    // The cursor's row, open for characters that need nothing but storing: painting is off, the mark is not
+    // drawn, the row is in memory. Whatever changes one of these closes it (runEnd_ becomes 0).
+    ScreenBuffer::RowInPlace run_{};
+    std::ptrdiff_t runEnd_ = 0;
 
-    int cursorX_ = 0;
+    // As wide as an address, because it is the index of every character's store.
+    std::ptrdiff_t cursorX_ = 0;
     int cursorY_ = 0;
     int charsPerLine_ = 0;
     int linesPerPage_ = 0;

@@ -21,11 +21,11 @@ class ScreenBuffer {
     void setBlankLine(CellAttr attr);
 
     /// Stores a cell. Column and row may be -1 to 1023; anything else raises SubscriptOutOfRange.
-    void put(int column, int row, std::uint8_t ch, CellAttr attr);
+    void put(int column, int row, Cell cell);
 
     /// Stores the same cell in columns `first` to `last`; one that lies outside raises SubscriptOutOfRange
     /// once those before it are stored.
-    void fill(int first, int last, int row, std::uint8_t ch, CellAttr attr);
+    void fill(int first, int last, int row, Cell cell);
 
     /// A record for reading, 0 to 1024 (screen row + 1); a record never written reads as zeros.
     const ScreenLine& record(int index) const;
@@ -35,13 +35,24 @@ class ScreenBuffer {
     /// Blanks screen rows `first` to `last`.
     void blankRows(int first, int last);
     /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
-    void scrollUp(int lines);
+    void scrollUp(int lines) {
+        if (lines != ringSize_ && !setRing(lines)) return;
+        if (++ringStart_ == ringSize_) ringStart_ = 0;
+        blank(writableRow(ringSize_));
+    }
 
-    /// The cells of a screen row for writing in place: element c + 1 is column c. The caller tells with
-    /// `noteWritten` how far it has written before it calls anything else of this buffer.
-    ScreenLine& rowForWriting(int row);
-    /// Columns below `column` of the row may have been written in place.
-    void noteWritten(int row, int column);
+    /// A screen row for writing in place: column c is element c + 1 of the line. Whoever writes sees to it
+    /// that `extent` is at least the last element written + 1. Valid until the buffer is changed in another
+    /// way.
+    struct RowInPlace {
+        ScreenLine* line;
+        int* extent;
+    };
+    /// Row 0 to 1023.
+    RowInPlace rowInPlace(int row) {
+        Row& target = writableRow(row + 1);
+        return {target.line.get(), &target.extent};
+    }
 
   private:
     struct Row {
@@ -49,10 +60,20 @@ class ScreenBuffer {
         int extent = kStoredCells;  // elements from here on equal the blank line's
     };
 
-    std::size_t slotOf(int index) const;
-    Row& writableRow(int index);
+    std::size_t slotOf(int index) const {
+        if (index < 1 || index > ringSize_) return static_cast<std::size_t>(index);
+        const int turned = index + ringStart_;
+        return static_cast<std::size_t>(turned > ringSize_ ? turned - ringSize_ : turned);
+    }
+    Row& writableRow(int index) {
+        Row& row = rows_[slotOf(index)];
+        if (!row.line) allocate(row);
+        return row;
+    }
+    // Out of the way of the receive path, which needs them once in a row's and a size's life.
+    [[gnu::cold, gnu::noinline]] static void allocate(Row& row);
+    [[gnu::cold, gnu::noinline]] bool setRing(int lines);
     void blank(Row& row);
-    void setRing(int size);
 
     std::array<Row, kStoredCells> rows_;
     // Records 1 to ringSize_ stand in turned order: record 1 is slot 1 + ringStart_.

@@ -15,6 +15,14 @@ struct CellAttr {
 };
 static_assert(sizeof(CellAttr) == 3);
 
+/// A cell: character and attribute side by side, so that a received character is one store.
+struct Cell {
+    std::uint8_t Char = 0;
+    CellAttr Attr;
+    bool operator==(const Cell&) const = default;
+};
+static_assert(sizeof(Cell) == 4);
+
 /// Elements of a row, and rows of a buffer. Element 0 and row 0 are never shown.
 inline constexpr int kStoredCells = 1025;
 /// The largest screen that can be stored, in columns and in rows.
@@ -22,8 +30,10 @@ inline constexpr int kMaxScreen = kStoredCells - 1;
 
 /// One row of the screen: screen column c is element c + 1. Code 0 is an empty cell, shown as a blank.
 struct ScreenLine {
-    std::array<std::uint8_t, kStoredCells> Chars{};
-    std::array<CellAttr, kStoredCells> Attrs{};
+    std::array<Cell, kStoredCells> Cells{};
+
+    std::uint8_t Chars(int element) const { return Cells[static_cast<std::size_t>(element)].Char; }
+    CellAttr Attrs(int element) const { return Cells[static_cast<std::size_t>(element)].Attr; }
 };
 
 }  // namespace kavrelon

@@ -101,11 +101,10 @@ void Screen::drawCells(bool reversed, int firstColumn, int firstRow, int lastCol
     for (int row = firstRow; row <= lastRow; ++row) {
         const ScreenLine& line = buffer_.record(row);
         for (int column = firstColumn; column <= lastColumn; ++column) {
-            const auto element = static_cast<std::size_t>(column);
-            CellAttr attr = line.Attrs[element];
+            CellAttr attr = line.Attrs(column);
             if (reversed) attr.Mode = Rendition::kReverse;
             rendition_.apply(attr);
-            painter_.drawCell(line.Chars[element], column - 1, row - 1, rendition_.pen());
+            painter_.drawCell(line.Chars(column), column - 1, row - 1, rendition_.pen());
         }
     }
 }
@@ -132,11 +131,11 @@ void Screen::paintAll() {
 
 void Screen::ShowCursor() {
     endRun();
-    if (painting()) mark_.show(*window_, grid().cellBlock(cursorX_, cursorY_));
+    if (painting()) mark_.show(*window_, grid().cellBlock(column(), cursorY_));
 }
 
-void Screen::HideCursor() {
-    mark_.hide(painting() ? window_ : nullptr);
+void Screen::takeMarkOff() {
+    mark_.takeOff(painting() ? window_ : nullptr);
 }
 
 void Screen::blinkCursor() {

@@ -56,11 +56,13 @@ void writeStoredRows(JsonLine& json, const Screen& screen) {
     const int cells = std::clamp<int>(screen.CharsPerLine() + 1, 0, kMaxScreen);
     const auto line = [&](int row) -> const ScreenLine& { return screen.buffer().record(row + 1); };
     writeRows(json, "rows", storedRows(screen), [&](int row) {
-        json.value(std::string(line(row).Chars.begin() + 1, line(row).Chars.begin() + 1 + cells));
+        std::string text;
+        for (int cell = 1; cell <= cells; ++cell) text += static_cast<char>(line(row).Chars(cell));
+        json.value(text);
     });
     writeRows(json, "attributes", storedRows(screen), [&](int row) {
         writeRuns<CellAttr>(
-            json, cells, [&](int cell) { return line(row).Attrs[static_cast<std::size_t>(cell + 1)]; },
+            json, cells, [&](int cell) { return line(row).Attrs(cell + 1); },
             [&](CellAttr attr) {
                 json.value(std::int64_t{attr.Fore})
                     .value(std::int64_t{attr.Back})
