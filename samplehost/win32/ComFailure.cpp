@@ -1,0 +1,43 @@
+#include "samplehost/win32/ComFailure.h"
+
+#include <oleauto.h>
+
+#include <array>
+#include <cstdio>
+
+#include "samplehost/win32/SystemMessage.h"
+#include "support/com/ComPtr.h"
+#include "support/com/ComText.h"
+
+namespace kavrelon {
+
+namespace {
+
+/// "source: description", or nothing when the object left no error information.
+std::string reportedText() {
+    ComPtr<IErrorInfo> info;
+    // Asking takes the information away, so that it cannot be mistaken for that of a later call.
+    if (GetErrorInfo(0, info.put()) != S_OK) return {};
+    Bstr source;
+    Bstr description;
+    info->GetSource(source.put());
+    info->GetDescription(description.put());
+    const std::string from = toAnsi(source.view());
+    return from.empty() ? toAnsi(description.view()) : from + ": " + toAnsi(description.view());
+}
+
+}  // namespace
+
+std::string failureText(HRESULT result) {
+    std::string reason = reportedText();
+    if (reason.empty()) reason = systemMessage(static_cast<DWORD>(result));
+    std::array<char, 16> number{};
+    std::snprintf(number.data(), number.size(), " (0x%08lX)", static_cast<unsigned long>(result));
+    return reason + number.data();
+}
+
+void check(HRESULT result, const std::string& what) {
+    if (FAILED(result)) throw ComFailure(what + ": " + failureText(result));
+}
+
+}  // namespace kavrelon

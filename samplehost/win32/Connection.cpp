@@ -1,0 +1,194 @@
+#include "samplehost/win32/Connection.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "samplehost/win32/SystemMessage.h"
+
+namespace kavrelon {
+
+namespace {
+
+constexpr DWORD kConnectMilliseconds = 15000;
+// Taken at once before the user interface has its turn again.
+constexpr std::size_t kMostAtOnce = 64 * 1024;
+
+std::span<const std::uint8_t> bytesOf(std::string_view text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+std::string reasonOf(int error) {
+    switch (error) {
+        case WSAECONNREFUSED:
+            return "it was refused";
+        case WSAETIMEDOUT:
+            return "nobody answered in time";
+        case WSAHOST_NOT_FOUND:
+        case WSANO_DATA:
+            return "there is no host of that name";
+        case WSAECONNRESET:
+            return "the other side broke it off";
+        default:
+            return systemMessage(static_cast<DWORD>(error));
+    }
+}
+
+using AddressList = std::unique_ptr<addrinfo, decltype(&freeaddrinfo)>;
+
+/// Every address of the name; the list is empty when there is none, and `error` says why.
+AddressList addressesOf(const HostOptions& options, int& error) {
+    addrinfo hints{};
+    hints.ai_family = AF_UNSPEC;
+    hints.ai_socktype = SOCK_STREAM;
+    hints.ai_protocol = IPPROTO_TCP;
+    addrinfo* found = nullptr;
+    error = getaddrinfo(options.host.c_str(), std::to_string(options.port).c_str(), &hints, &found);
+    return {found, &freeaddrinfo};
+}
+
+}  // namespace
+
+Connection::SocketLibrary::SocketLibrary() {
+    WSADATA data{};
+    const int error = WSAStartup(MAKEWORD(2, 2), &data);
+    if (error != 0) throw ConnectionError("The system's sockets cannot be used: " + reasonOf(error) + '.');
+}
+
+Connection::Connection(const HostOptions& options)
+    : peer_(options.host + ':' + std::to_string(options.port)) {
+    if (!options.raw) {
+        TelnetSettings settings;
+        settings.terminalType = options.terminalType;
+        if (options.columns > 0) settings.columns = options.columns;
+        if (options.lines > 0) settings.lines = options.lines;
+        telnet_.emplace(std::move(settings), static_cast<TelnetSink&>(*this));
+    }
+    connectTo(options);
+}
+
+Connection::~Connection() {
+    closeSocket();
+}
+
+void Connection::connectTo(const HostOptions& options) {
+    int error = 0;
+    const AddressList addresses = addressesOf(options, error);
+    for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next) {
+        error = tryAddress(*address);
+        if (error == 0) return;
+        closeSocket();
+    }
+    throw ConnectionError("There is no connection to " + peer_ + ": " + reasonOf(error) + '.');
+}
+
+int Connection::tryAddress(const addrinfo& address) {
+    socket_ = socket(address.ai_family, address.ai_socktype, address.ai_protocol);
+    event_ = WSACreateEvent();
+    if (socket_ == INVALID_SOCKET || event_ == WSA_INVALID_EVENT) return WSAGetLastError();
+    // Makes the socket non-blocking as well.
+    if (WSAEventSelect(socket_, event_, FD_CONNECT | FD_READ | FD_WRITE | FD_CLOSE) != 0)
+        return WSAGetLastError();
+    if (connect(socket_, address.ai_addr, static_cast<int>(address.ai_addrlen)) == 0) return 0;
+    if (WSAGetLastError() != WSAEWOULDBLOCK) return WSAGetLastError();
+    if (WaitForSingleObject(event_, kConnectMilliseconds) != WAIT_OBJECT_0) return WSAETIMEDOUT;
+    WSANETWORKEVENTS events{};
+    if (WSAEnumNetworkEvents(socket_, event_, &events) != 0) return WSAGetLastError();
+    // What else has happened meanwhile is found by trying.
+    WSASetEvent(event_);
+    return events.iErrorCode[FD_CONNECT_BIT];
+}
+
+void Connection::closeSocket() {
+    if (socket_ != INVALID_SOCKET) closesocket(std::exchange(socket_, INVALID_SOCKET));
+    if (event_ != WSA_INVALID_EVENT) WSACloseEvent(std::exchange(event_, WSA_INVALID_EVENT));
+}
+
+void Connection::advance(std::chrono::milliseconds, std::string& received) {
+    if (!ending_) {
+        WSANETWORKEVENTS events{};
+        // Resets the event; the calls below make the system set it again when there is more to do.
+        WSAEnumNetworkEvents(socket_, event_, &events);
+        receiveSome();
+        sendQueued();
+    }
+    received += std::exchange(arrived_, {});
+}
+
+void Connection::send(std::string_view text) {
+    if (ending_) return;
+    if (telnet_) {
+        telnet_->send(bytesOf(text));
+        if (!telnet_->serverEchoes()) echo(text);
+    } else {
+        network(bytesOf(text));
+    }
+    sendQueued();
+}
+
+void Connection::sendBreak() {
+    if (ending_ || !telnet_) return;
+    telnet_->sendBreak();
+    sendQueued();
+}
+
+void Connection::resize(int columns, int rows) {
+    if (ending_ || !telnet_) return;
+    telnet_->setWindowSize(std::clamp(columns, 1, 65535), std::clamp(rows, 1, 65535));
+    sendQueued();
+}
+
+void Connection::application(std::span<const std::uint8_t> bytes) {
+    arrived_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+}
+
+void Connection::network(std::span<const std::uint8_t> bytes) {
+    queued_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+}
+
+void Connection::receiveSome() {
+    std::array<char, 4096> buffer{};
+    for (std::size_t taken = 0; taken < kMostAtOnce && !ending_;) {
+        const int count = recv(socket_, buffer.data(), static_cast<int>(buffer.size()), 0);
+        if (count < 0) {
+            if (WSAGetLastError() != WSAEWOULDBLOCK) lose(WSAGetLastError());
+            return;
+        }
+        if (count == 0) {
+            ending_ = SessionEnd{peer_ + " has closed the connection.", true};
+            return;
+        }
+        taken += static_cast<std::size_t>(count);
+        const auto bytes = bytesOf({buffer.data(), static_cast<std::size_t>(count)});
+        if (telnet_) {
+            telnet_->feed(bytes);
+        } else {
+            application(bytes);
+        }
+    }
+}
+
+void Connection::sendQueued() {
+    while (!queued_.empty() && !ending_) {
+        const int count = ::send(socket_, queued_.data(), static_cast<int>(queued_.size()), 0);
+        if (count < 0) {
+            if (WSAGetLastError() != WSAEWOULDBLOCK) lose(WSAGetLastError());
+            return;
+        }
+        queued_.erase(0, static_cast<std::size_t>(count));
+    }
+}
+
+void Connection::echo(std::string_view text) {
+    for (const char character : text) {
+        arrived_ += character;
+        if (character == '\r') arrived_ += '\n';
+    }
+}
+
+void Connection::lose(int error) {
+    ending_ = SessionEnd{"The connection to " + peer_ + " is lost: " + reasonOf(error) + '.', true};
+}
+
+}  // namespace kavrelon

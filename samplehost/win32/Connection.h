@@ -1,0 +1,72 @@
+#pragma once
+
+#include <winsock2.h>
+#include <ws2tcpip.h>
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "samplehost/HostOptions.h"
+#include "samplehost/RemoteSystem.h"
+#include "samplehost/TelnetFilter.h"
+
+namespace kavrelon {
+
+/// A connection that did not come about; the text is a sentence for the user.
+class ConnectionError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A remote system at the other end of a TCP connection, with telnet or without.
+class Connection final : public RemoteSystem, private TelnetSink {
+  public:
+    /// Connects to the host and port of the options, trying every address that the name has. Returns when the
+    /// connection stands; throws ConnectionError.
+    explicit Connection(const HostOptions& options);
+    ~Connection() override;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Signalled when `advance` has something to do. Stays this object's.
+    HANDLE readyEvent() const { return event_; }
+
+    void advance(std::chrono::milliseconds elapsed, std::string& received) override;
+    void send(std::string_view text) override;
+    /// Only telnet has a break signal; without it nothing is sent.
+    void sendBreak() override;
+    void resize(int columns, int rows) override;
+    std::optional<SessionEnd> ending() const override { return ending_; }
+
+  private:
+    /// The system's socket library, for as long as a connection lives.
+    struct SocketLibrary {
+        SocketLibrary();
+        ~SocketLibrary() { WSACleanup(); }
+        SocketLibrary(const SocketLibrary&) = delete;
+        SocketLibrary& operator=(const SocketLibrary&) = delete;
+    };
+
+    void application(std::span<const std::uint8_t> bytes) override;
+    void network(std::span<const std::uint8_t> bytes) override;
+
+    void connectTo(const HostOptions& options);
+    int tryAddress(const addrinfo& address);
+    void closeSocket();
+    void receiveSome();
+    void sendQueued();
+    void echo(std::string_view text);
+    void lose(int error);
+
+    SocketLibrary library_;
+    std::string peer_;
+    SOCKET socket_ = INVALID_SOCKET;
+    WSAEVENT event_ = WSA_INVALID_EVENT;
+    std::optional<TelnetFilter> telnet_;
+    std::string arrived_;
+    std::string queued_;
+    std::optional<SessionEnd> ending_;
+};
+
+}  // namespace kavrelon

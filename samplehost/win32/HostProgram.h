@@ -1,0 +1,79 @@
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "samplehost/HostOptions.h"
+#include "samplehost/RemoteSystem.h"
+#include "samplehost/SessionLog.h"
+#include "samplehost/win32/ParentObject.h"
+#include "samplehost/win32/PlugIn.h"
+#include "samplehost/win32/TerminalClass.h"
+
+namespace kavrelon {
+
+/// One run of the sample host: it brings a remote system and the plug-in together, and keeps the message
+/// loop.
+class HostProgram final : private ParentRequests, private PlugInObserver {
+  public:
+    /// Opens the log, finds the plug-in and connects. Throws with a sentence for the user.
+    explicit HostProgram(const HostOptions& options);
+    ~HostProgram() override;
+    HostProgram(const HostProgram&) = delete;
+    HostProgram& operator=(const HostProgram&) = delete;
+
+    /// Runs the session until the window is closed, the remote system has ended it or the picture is taken.
+    /// The program's exit status: 0, or 1 for a session that broke off.
+    int run();
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    // The plug-in's requests
+    void sendData(const std::string& text) override;
+    void sendBreak() override;
+    void sendCommand(const std::string& command) override;
+    void windowClosed() override;
+    std::string connectionProfile() override;
+    std::string iniFile() override;
+
+    // What becomes of the stream
+    void unmatched(std::span<const std::uint8_t> bytes) override;
+    void failed(const std::string& what) override;
+    void screenSized(int columns, int rows) override;
+
+    void openLog();
+    void openRemoteSystem();
+    void openPlugIn();
+    void waitForWork() const;
+    void pumpMessages();
+    void serveRemoteSystem();
+    void feedBlock();
+    void noteEnding();
+    void meetDeadlines();
+    bool waitsForPicture() const { return options_.snapshotFile.has_value(); }
+    void note(const std::string& text);
+
+    HostOptions options_;
+    std::ofstream logFile_;
+    std::optional<SessionLog> log_;
+    std::unique_ptr<TerminalClass> terminalClass_;
+    std::unique_ptr<RemoteSystem> remote_;
+    HANDLE remoteReady_ = nullptr;
+    std::unique_ptr<PlugIn> plugIn_;
+
+    std::string backlog_;
+    std::size_t fed_ = 0;
+    Clock::time_point lastAdvance_;
+    std::optional<Clock::time_point> pictureDue_;
+    std::optional<Clock::time_point> leaveDue_;
+    bool leave_ = false;
+    int exitStatus_ = 0;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <windows.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace kavrelon {
+
+/// A picture that could not be taken or written; the text is a sentence for the user.
+class SnapshotError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The topmost visible window of this thread, or null.
+HWND topWindowOfThread();
+
+/// Writes the window as it is seen, frame and menu included, to a PNG file. Throws SnapshotError.
+void saveSnapshot(HWND window, const std::string& path);
+
+}  // namespace kavrelon

@@ -1,0 +1,17 @@
+#include "samplehost/win32/SystemMessage.h"
+
+#include <array>
+
+namespace kavrelon {
+
+std::string systemMessage(DWORD code) {
+    std::array<char, 512> text{};
+    const DWORD length = FormatMessageA(
+        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK, nullptr,
+        code, 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
+    std::string message(text.data(), length);
+    message.erase(message.find_last_not_of(" .\r\n") + 1);
+    return message.empty() ? "error " + std::to_string(code) : message;
+}
+
+}  // namespace kavrelon
