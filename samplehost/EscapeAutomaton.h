@@ -54,7 +54,9 @@ struct EscapeAutomaton {
         std::uint32_t fields = 0;
     };
 
+    /// The bytes with which a sequence may begin, as flags and as a list.
     std::array<bool, 256> first{};
+    std::vector<std::uint8_t> firstBytes;
     std::array<std::uint8_t, 256> classOf{};
     /// Bits to shift a state by for the number of its row.
     unsigned rowShift = 0;

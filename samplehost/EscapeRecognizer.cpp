@@ -1,6 +1,8 @@
 #include "samplehost/EscapeRecognizer.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace kavrelon {
 namespace {
@@ -8,13 +10,20 @@ namespace {
 /// The "row" of bytes that turned out to be plain text.
 constexpr std::int16_t kPlain = -1;
 
+/// A machine word with `byte` in every place.
+constexpr std::size_t repeated(std::uint8_t byte) {
+    return ~std::size_t{0} / 255 * byte;
+}
+
 }  // namespace
 
 EscapeRecognizer::EscapeRecognizer(const EscapeTree& tree, EscapeSink& sink)
     : automaton_(tree.automaton()),
       sink_(sink),
       marks_(automaton_->markCount),
-      fields_(automaton_->mostFields) {}
+      fields_(automaton_->mostFields) {
+    for (const std::uint8_t byte : automaton_->firstBytes) firstWords_.push_back(repeated(byte));
+}
 
 void EscapeRecognizer::reset() {
     state_ = EscapeAutomaton::kGround;
@@ -24,7 +33,6 @@ void EscapeRecognizer::reset() {
 void EscapeRecognizer::feed(Bytes block) {
     const std::uint8_t* next = block.data();
     const std::uint8_t* const end = next + block.size();
-    const bool* const first = automaton_->first.data();
     while (next != end) {
         if (skipLineFeed_) {
             skipLineFeed_ = false;
@@ -35,7 +43,7 @@ void EscapeRecognizer::feed(Bytes block) {
         }
         if (state_ == EscapeAutomaton::kGround) {
             const std::uint8_t* const text = next;
-            while (next != end && !first[*next]) ++next;
+            next = findFirst(next, end);
             if (next != text) sink_.plain({text, next});
             if (next == end) return;
             carried_.clear();
@@ -43,6 +51,28 @@ void EscapeRecognizer::feed(Bytes block) {
         }
         next = takeSequence(next, end);
     }
+}
+
+/// The next byte that may begin a sequence. Text is searched a word at a time: a byte that equals one of
+/// those leaves a zero in the difference, and the lowest bit of the test stands in the first zero byte.
+const std::uint8_t* EscapeRecognizer::findFirst(const std::uint8_t* next, const std::uint8_t* end) const {
+    if constexpr (std::endian::native == std::endian::little) {
+        while (static_cast<std::size_t>(end - next) >= sizeof(std::size_t)) {
+            std::size_t word = 0;
+            std::memcpy(&word, next, sizeof word);
+            std::size_t zeros = 0;
+            for (const std::size_t first : firstWords_) {
+                const std::size_t difference = word ^ first;
+                zeros |= (difference - repeated(1)) & ~difference;
+            }
+            zeros &= repeated(128);
+            if (zeros != 0) return next + std::countr_zero(zeros) / 8;
+            next += sizeof word;
+        }
+    }
+    const bool* const first = automaton_->first.data();
+    while (next != end && !first[*next]) ++next;
+    return next;
 }
 
 /// Goes on with a sequence, and returns where the block goes on. `fresh` is the first of its bytes that is
@@ -58,8 +88,10 @@ const std::uint8_t* EscapeRecognizer::takeSequence(const std::uint8_t* fresh, co
     const std::uint8_t* next = fresh;
     std::uint32_t state = state_;
     while (next != stop) {
-        state = table[state + classOf[*next++]];
-        if (state < firstEventful) continue;
+        do {
+            state = table[state + classOf[*next++]];
+        } while (state < firstEventful && next != stop);
+        if (state < firstEventful) break;
         const EscapeAutomaton::Event& event = automaton.event(state);
         if (event.effect >= EscapeEffect::Match) return finish(event, fresh, next);
         note(event, carried_.size() + static_cast<std::size_t>(next - fresh));

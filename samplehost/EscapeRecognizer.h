@@ -53,6 +53,7 @@ class EscapeRecognizer {
         std::int16_t row = 0;
     };
 
+    const std::uint8_t* findFirst(const std::uint8_t* next, const std::uint8_t* end) const;
     const std::uint8_t* takeSequence(const std::uint8_t* from, const std::uint8_t* end);
     const std::uint8_t* finish(const EscapeAutomaton::Event& event, const std::uint8_t* fresh,
                                const std::uint8_t* next);
@@ -63,6 +64,7 @@ class EscapeRecognizer {
 
     std::shared_ptr<const EscapeAutomaton> automaton_;
     EscapeSink& sink_;
+    std::vector<std::size_t> firstWords_;  // each byte that may begin a sequence, in every place of a word
     std::uint32_t state_ = 0;
     bool skipLineFeed_ = false;
     Held held_;                          // what an unfinished sequence falls back on; length 0: nothing

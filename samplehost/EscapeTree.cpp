@@ -114,6 +114,7 @@ class Compiler {
             if (added) examples_.push_back(byte);
             automaton_.classOf[code] = entry->second;
             automaton_.first[code] = syntax_.isFirst(byte);
+            if (syntax_.isFirst(byte)) automaton_.firstBytes.push_back(byte);
         }
     }
 
