@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -166,9 +167,11 @@ class Screen {
         noteRun();
         runEnd_ = 0;
     }
-    /// Tells the buffer how far the run has been written; due before the cursor leaves its end.
+    /// Tells the buffer how far the run has been written; due before the cursor leaves its end. The cursor of
+    /// a screen wider than can be stored may stand behind the row.
     void noteRun() {
-        if (runEnd_ != 0 && *run_.extent <= cursorX_) *run_.extent = static_cast<int>(cursorX_ + 1);
+        if (runEnd_ == 0 || *run_.extent > cursorX_) return;
+        *run_.extent = static_cast<int>(std::min(cursorX_, runEnd_) + 1);
     }
     void moveRunToCursorRow();
     void sizeChanged();
