@@ -19,8 +19,9 @@ void ScreenBuffer::put(int column, int row, Cell cell) {
         raise(RuntimeErrorNumber::SubscriptOutOfRange);
     }
     Row& target = writableRow(row + 1);
-    target.line->Cells[static_cast<std::size_t>(column + 1)] = cell;
-    target.extent = std::max(target.extent, column + 2);
+    const int element = column + 1;
+    target.line->Cells[static_cast<std::size_t>(element)] = cell;
+    target.extent = std::max(target.extent, element + 1);
 }
 
 void ScreenBuffer::fill(int first, int last, int row, Cell cell) {

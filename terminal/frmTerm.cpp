@@ -31,7 +31,7 @@ frmTerm::frmTerm(TermPlatform& platform) : platform_(platform), screenWidthCapti
 frmTerm::~frmTerm() = default;
 
 std::shared_ptr<frmTerm> frmTerm::load(TermPlatform& platform) {
-    const std::shared_ptr<frmTerm> form(new frmTerm(platform));
+    std::shared_ptr<frmTerm> form(new frmTerm(platform));
     form->window_ = platform.createWindow(form);
     form->screen_.attach(*form->window_);
     form->screen_.InitScreen();
