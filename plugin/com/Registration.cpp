@@ -64,15 +64,13 @@ void addClass(std::vector<RegistryGroup>& groups, const ClassRow& row, const std
                                  {key + L"\\TypeLib", L"", braced(row.library)},
                                  {key + L"\\Version", L"", kVersion},
                                  {key + L"\\Programmable", L"", L""}}});
+    groups.push_back({.key = versionedProgId,
+                      .values = {{versionedProgId, L"", row.description}},
+                      .owner = {versionedProgId + L"\\CLSID", L"", id}});
     groups.push_back(
-        {.key = versionedProgId,
-         .values = {{versionedProgId, L"", row.description}, {versionedProgId + L"\\CLSID", L"", id}},
-         .owner = {versionedProgId + L"\\CLSID", L"", id}});
-    groups.push_back({.key = progId,
-                      .values = {{progId, L"", row.description},
-                                 {progId + L"\\CLSID", L"", id},
-                                 {progId + L"\\CurVer", L"", versionedProgId}},
-                      .owner = {progId + L"\\CLSID", L"", id}});
+        {.key = progId,
+         .values = {{progId, L"", row.description}, {progId + L"\\CurVer", L"", versionedProgId}},
+         .owner = {progId + L"\\CLSID", L"", id}});
 }
 
 void addLibrary(std::vector<RegistryGroup>& groups, const LibraryRow& row, const std::wstring& path) {
@@ -91,7 +89,6 @@ void addInterface(std::vector<RegistryGroup>& groups, const InterfaceRow& row) {
     groups.push_back({.key = key,
                       .values = {{key, L"", row.name},
                                  {key + L"\\ProxyStubClsid32", L"", kTypeLibraryMarshaler},
-                                 {key + L"\\TypeLib", L"", library},
                                  {key + L"\\TypeLib", L"Version", kVersion}},
                       .owner = {key + L"\\TypeLib", L"", library},
                       .yields = row.isHosts});

@@ -40,9 +40,8 @@ LSTATUS ClassesRoot::add(const std::vector<RegistryGroup>& groups) const {
     for (const RegistryGroup& group : groups) {
         if (group.yields && exists(group.owner.key) && !isOurs(group)) continue;
         written.push_back(group);
-        for (const RegistryValue& value : group.values) {
-            const LSTATUS status = write(value);
-            if (status == ERROR_SUCCESS) continue;
+        const LSTATUS status = write(group);
+        if (status != ERROR_SUCCESS) {
             remove(written);
             return status;
         }
@@ -78,6 +77,14 @@ bool ClassesRoot::isOurs(const RegistryGroup& group) const {
     const LSTATUS read = RegGetValueW(hive_, path.c_str(), name, RRF_RT_REG_SZ, nullptr, data.data(), &bytes);
     // Longer data than ours does not fit, and fails as well.
     return read == ERROR_SUCCESS && _wcsicmp(data.c_str(), group.owner.data.c_str()) == 0;
+}
+
+LSTATUS ClassesRoot::write(const RegistryGroup& group) const {
+    LSTATUS status = group.owner.key.empty() ? ERROR_SUCCESS : write(group.owner);
+    for (auto value = group.values.begin(); status == ERROR_SUCCESS && value != group.values.end(); ++value) {
+        status = write(*value);
+    }
+    return status;
 }
 
 LSTATUS ClassesRoot::write(const RegistryValue& value) const {

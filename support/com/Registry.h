@@ -19,8 +19,8 @@ struct RegistryValue {
 struct RegistryGroup {
     std::wstring key;
     std::vector<RegistryValue> values = {};
-    /// The value whose data tells that the group is ours and not another component's of the same name; one
-    /// without a key stands for groups that nobody else can have.
+    /// The value, written before the others, whose data tells that the group is ours and not another
+    /// component's of the same name; one without a key stands for groups that nobody else can have.
     RegistryValue owner = {};
     /// Another component's group is left as it is, and not replaced.
     bool yields = false;
@@ -45,6 +45,7 @@ class ClassesRoot {
   private:
     bool exists(const std::wstring& key) const;
     bool isOurs(const RegistryGroup& group) const;
+    LSTATUS write(const RegistryGroup& group) const;
     LSTATUS write(const RegistryValue& value) const;
     LSTATUS removeTree(const std::wstring& key) const;
     void pruneAbove(std::wstring key) const;

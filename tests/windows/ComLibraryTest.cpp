@@ -1,0 +1,189 @@
+// The library as a file: what it exports, describes and leaves behind when it is unloaded.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tests/windows/ComTestSupport.h"
+
+namespace kavrelon {
+namespace {
+
+TEST(ComLibrary, MakesOnlyWholeObjectsOfItsClass) {
+    const LoadedLibrary library;
+    void* object = nullptr;
+    EXPECT_EQ((library.call<REFCLSID, REFIID, void**>("DllGetClassObject", IID_IUnknown, IID_IClassFactory,
+                                                      &object)),
+              CLASS_E_CLASSNOTAVAILABLE);
+    const auto factory = library.classObject();
+    ASSERT_TRUE(factory);
+    EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IClassFactory, &object), E_NOINTERFACE);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
+}
+
+TEST(ComLibrary, CanBeUnloadedWhenNothingHoldsIt) {
+    const LoadedLibrary library;
+    const auto canUnload = [&] { return library.call("DllCanUnloadNow"); };
+    EXPECT_EQ(canUnload(), S_OK);
+    auto factory = library.classObject();
+    EXPECT_EQ(canUnload(), S_FALSE) << "a factory is out";
+    EXPECT_EQ(factory->LockServer(TRUE), S_OK);
+    factory = {};
+    EXPECT_EQ(canUnload(), S_FALSE) << "the server is locked";
+    library.classObject()->LockServer(FALSE);
+    EXPECT_EQ(canUnload(), S_OK);
+    auto plugIn = library.create<IClientMain>();
+    auto receive = plugIn.query<IClientReceive>();
+    plugIn = {};
+    EXPECT_EQ(canUnload(), S_FALSE) << "one interface of an object is out";
+    receive = {};
+    EXPECT_EQ(canUnload(), S_OK);
+}
+
+std::string guidText(const GUID& guid) {
+    if (guid == __uuidof(IClientMain)) return "{the host's}";  // chosen when the library is configured
+    wchar_t text[39];
+    StringFromGUID2(guid, text, 39);
+    return toAnsi(text);
+}
+
+std::string nameOf(ITypeInfo& info, MEMBERID member) {
+    Bstr name;
+    info.GetDocumentation(member, name.put(), nullptr, nullptr, nullptr);
+    return toAnsi(name.view());
+}
+
+std::string typeText(ITypeInfo& info, const TYPEDESC& type) {
+    if (type.vt == VT_PTR) return typeText(info, *type.lptdesc) + "*";
+    if (type.vt == VT_SAFEARRAY) return "array of " + typeText(info, *type.lptdesc);
+    if (type.vt != VT_USERDEFINED) return "vt" + std::to_string(type.vt);
+    ComPtr<ITypeInfo> referred;
+    info.GetRefTypeInfo(type.hreftype, referred.put());
+    return nameOf(*referred, MEMBERID_NIL);
+}
+
+void dumpFunction(std::ostream& out, ITypeInfo& info, UINT index) {
+    FUNCDESC* function = nullptr;
+    info.GetFuncDesc(index, &function);
+    out << "  +" << function->oVft << " id " << function->memid << " kind " << function->invkind << " flags "
+        << function->wFuncFlags << ' ' << nameOf(info, function->memid) << '(';
+    for (SHORT i = 0; i < function->cParams; ++i) {
+        const ELEMDESC& parameter = function->lprgelemdescParam[i];
+        out << (i > 0 ? ", " : "") << typeText(info, parameter.tdesc) << " pass "
+            << parameter.paramdesc.wParamFlags;
+    }
+    out << ") " << typeText(info, function->elemdescFunc.tdesc) << '\n';
+    info.ReleaseFuncDesc(function);
+}
+
+void dumpType(std::ostream& out, ITypeInfo& info) {
+    TYPEATTR* attributes = nullptr;
+    info.GetTypeAttr(&attributes);
+    out << "type " << nameOf(info, MEMBERID_NIL) << " kind " << attributes->typekind << ' '
+        << guidText(attributes->guid) << " flags " << attributes->wTypeFlags << '\n';
+    const bool dual =
+        attributes->typekind == TKIND_DISPATCH && (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
+    HREFTYPE reference = 0;
+    ComPtr<ITypeInfo> base;
+    if (dual && SUCCEEDED(info.GetRefTypeOfImplType(UINT(-1), &reference)) &&
+        SUCCEEDED(info.GetRefTypeInfo(reference, base.put()))) {
+        TYPEATTR* early = nullptr;
+        base->GetTypeAttr(&early);
+        for (UINT i = 0; i < early->cFuncs; ++i) dumpFunction(out, *base, i);
+        base->ReleaseTypeAttr(early);
+    }
+    for (UINT i = 0; attributes->typekind == TKIND_COCLASS && i < attributes->cImplTypes; ++i) {
+        INT flags = 0;
+        info.GetImplTypeFlags(i, &flags);
+        info.GetRefTypeOfImplType(i, &reference);
+        info.GetRefTypeInfo(reference, base.put());
+        out << "  implements " << nameOf(*base, MEMBERID_NIL) << " flags " << flags << '\n';
+    }
+    info.ReleaseTypeAttr(attributes);
+}
+
+std::string dumpLibrary(int resource) {
+    std::ostringstream out;
+    ComPtr<ITypeLib> library;
+    const std::wstring path = libraryPath() + L'\\' + std::to_wstring(resource);
+    if (FAILED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put()))) return "not loaded";
+    TLIBATTR* attributes = nullptr;
+    library->GetLibAttr(&attributes);
+    out << "library " << guidText(attributes->guid) << ' ' << attributes->wMajorVerNum << '.'
+        << attributes->wMinorVerNum << '\n';
+    library->ReleaseTLibAttr(attributes);
+    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> info;
+        library->GetTypeInfo(i, info.put());
+        dumpType(out, *info);
+    }
+    return out.str();
+}
+
+// Hosts are compiled against these: a change here breaks every one of them.
+TEST(ComLibrary, KeepsItsTypeLibrariesBinaryCompatible) {
+    std::ifstream file("tests/windows/typelibraries.txt");
+    std::ostringstream golden;
+    golden << file.rdbuf();
+    EXPECT_EQ(dumpLibrary(1) + dumpLibrary(2), golden.str());
+}
+
+/// What a process can run out of. Handles and slots are given out lowest first, so a leak shows in the next
+/// one.
+struct Usage {
+    DWORD threadSlot;
+    ULONG_PTR handle;
+    SIZE_T privateBytes;
+
+    static Usage now() {
+        const DWORD slot = TlsAlloc();
+        TlsFree(slot);
+        const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+        CloseHandle(event);
+        SIZE_T bytes = 0;
+        MEMORY_BASIC_INFORMATION region;
+        for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0;
+             at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
+            if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+        }
+        return {slot, reinterpret_cast<ULONG_PTR>(event), bytes};
+    }
+};
+
+void useOnce() {
+    auto* const parent = new RecordingParent;
+    {
+        const LoadedLibrary library;
+        const auto plugIn = library.create<IClientMain>();
+        ASSERT_TRUE(plugIn);
+        const auto table = plugIn.query<IClientEscTree>();
+        Bstr text;
+        EXPECT_EQ(table->get_EscTreeString(500, text.put()), runtimeError(9));
+        EXPECT_EQ(plugIn->SetClientParent(parent), S_OK);
+        EXPECT_EQ(plugIn->InitializeClass(), S_OK);
+        EXPECT_EQ(process(*table, 30, {L"1", L"32"}), S_OK);
+        EXPECT_EQ(plugIn->DestroyClass(), S_OK);
+    }
+    parent->Release();
+    SetErrorInfo(0, nullptr);
+    ASSERT_EQ(GetModuleHandleW(L"kavrelon.dll"), nullptr) << "the library stays loaded";
+}
+
+TEST(ComLibrary, LeavesNothingBehindWhenUnloaded) {
+    CoInitialize(nullptr);
+    for (int round = 0; round < 50; ++round) useOnce();
+    const Usage before = Usage::now();
+    for (int round = 0; round < 2000 && !HasFailure(); ++round) useOnce();
+    const Usage after = Usage::now();
+    CoUninitialize();
+    EXPECT_EQ(after.threadSlot, before.threadSlot);
+    EXPECT_EQ(after.handle, before.handle);
+    // 64 bytes a round would be a leak; the heap's own fragmentation is less.
+    EXPECT_LE(after.privateBytes, before.privateBytes + 128 * 1024);
+}
+
+}  // namespace
+}  // namespace kavrelon

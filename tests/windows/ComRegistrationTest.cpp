@@ -1,0 +1,158 @@
+// What registering writes and unregistering takes away, and use without any of it.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <set>
+
+#include "support/com/Registry.h"
+#include "tests/windows/ComTestSupport.h"
+
+namespace kavrelon {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const wchar_t* kInterfaceKey =
+    L"Software\\Classes\\Interface\\{A892B79E-7230-482A-8813-75B551F3C935}";
+constexpr const wchar_t* kReceiveKey =
+    L"Software\\Classes\\Interface\\{22CE4743-1E71-4E19-97BC-78574479FB7A}";
+
+using Entries = std::set<std::wstring>;
+
+/// Adds every key below `path` and every text value in it.
+void collect(HKEY hive, const std::wstring& path, Entries& entries) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+    entries.insert(path);
+    std::array<wchar_t, 512> name;
+    std::array<wchar_t, 512> data;
+    for (DWORD i = 0;; ++i) {
+        DWORD length = name.size();
+        DWORD bytes = sizeof data - sizeof(wchar_t);
+        data.fill(L'\0');
+        const LSTATUS status = RegEnumValueW(key, i, name.data(), &length, nullptr, nullptr,
+                                             reinterpret_cast<BYTE*>(data.data()), &bytes);
+        if (status == ERROR_NO_MORE_ITEMS) break;
+        if (status == ERROR_SUCCESS) entries.insert(path + L'!' + name.data() + L'=' + data.data());
+    }
+    for (DWORD i = 0;; ++i) {
+        DWORD length = name.size();
+        if (RegEnumKeyExW(key, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+            break;
+        collect(hive, path + L'\\' + name.data(), entries);
+    }
+    RegCloseKey(key);
+}
+
+Entries classes(HKEY hive) {
+    Entries entries;
+    collect(hive, L"Software\\Classes", entries);
+    entries.erase(L"Software\\Classes");
+    return entries;
+}
+
+void setText(HKEY hive, const std::wstring& path, const wchar_t* text) {
+    RegSetKeyValueW(hive, path.c_str(), nullptr, REG_SZ, text,
+                    static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t)));
+}
+
+std::wstring textAt(HKEY hive, const std::wstring& path) {
+    std::array<wchar_t, 512> text{};
+    DWORD bytes = sizeof text;
+    RegGetValueW(hive, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &bytes);
+    return text.data();
+}
+
+/// Starts each test with nothing registered, and leaves the library registered as it was found.
+class ComRegistration : public testing::Test {
+  protected:
+    ComRegistration() { EXPECT_EQ(unregister(), S_OK); }
+    ~ComRegistration() override { EXPECT_EQ(library_.call("DllRegisterServer"), S_OK); }
+    HRESULT unregister() { return library_.call("DllUnregisterServer"); }
+    HRESULT install(BOOL on, const wchar_t* command) { return library_.call("DllInstall", on, command); }
+
+    LoadedLibrary library_;
+};
+
+TEST_F(ComRegistration, LeavesNoKeyBehind) {
+    for (HKEY hive : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+        const wchar_t* const command = hive == HKEY_CURRENT_USER ? L"user" : nullptr;
+        const Entries before = classes(hive);
+        EXPECT_EQ(install(TRUE, command), S_OK);
+        const Entries registered = classes(hive);
+        EXPECT_GT(registered.size(), before.size() + 40);
+        EXPECT_THAT(registered, Contains(L"Software\\Classes\\CLSID\\{A7BCDDB2-BEA6-4E0E-B87C-B075A17D255F}\\"
+                                         L"InprocServer32!ThreadingModel=Apartment"));
+        EXPECT_THAT(registered, Contains(std::wstring(kInterfaceKey) + L"!=ITerminalCallBack"));
+        EXPECT_EQ(install(TRUE, command), S_OK);
+        EXPECT_EQ(classes(hive), registered) << "registering twice is registering once";
+        EXPECT_EQ(unregister(), S_OK);
+        EXPECT_EQ(classes(hive), before);
+        EXPECT_EQ(unregister(), S_OK) << "there is nothing left to remove";
+    }
+    EXPECT_EQ(install(TRUE, L"everybody"), E_INVALIDARG);
+}
+
+TEST_F(ComRegistration, KeepsWhatOthersHaveRegistered) {
+    const wchar_t* const other = L"{01234567-0123-0123-0123-0123456789AB}";
+    const std::wstring contract = std::wstring(kReceiveKey) + L"\\TypeLib";
+    const std::wstring progId = L"Software\\Classes\\kavrelon.clsTerminal\\CLSID";
+    setText(HKEY_LOCAL_MACHINE, contract, other);
+    EXPECT_EQ(library_.call("DllRegisterServer"), S_OK);
+    EXPECT_EQ(textAt(HKEY_LOCAL_MACHINE, contract), other) << "the host describes its own interfaces";
+    setText(HKEY_LOCAL_MACHINE, progId, other);
+    EXPECT_EQ(unregister(), S_OK);
+    EXPECT_EQ(textAt(HKEY_LOCAL_MACHINE, contract), other);
+    EXPECT_EQ(textAt(HKEY_LOCAL_MACHINE, progId), other) << "another class has taken the name";
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kReceiveKey);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\kavrelon.clsTerminal");
+}
+
+TEST_F(ComRegistration, TakesBackAHalfDoneRegistration) {
+    // Nothing that lasts can be made below a volatile key.
+    HKEY blocker = nullptr;
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, kInterfaceKey, 0, nullptr, REG_OPTION_VOLATILE, KEY_WRITE, nullptr,
+                    &blocker, nullptr);
+    RegCloseKey(blocker);
+    const Entries before = classes(HKEY_LOCAL_MACHINE);
+    EXPECT_TRUE(FAILED(library_.call("DllRegisterServer")));
+    EXPECT_EQ(classes(HKEY_LOCAL_MACHINE), before);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kInterfaceKey);
+}
+
+TEST_F(ComRegistration, IsNotNeededWithTheManifest) {
+    CoInitialize(nullptr);
+    const auto create = [](ComPtr<IClientMain>& plugIn) {
+        CLSID clsid{};
+        const HRESULT named = CLSIDFromProgID(L"kavrelon.clsTerminal", &clsid);
+        return FAILED(named) ? named
+                             : CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain),
+                                                plugIn.putVoid());
+    };
+    ComPtr<IClientMain> plugIn;
+    EXPECT_TRUE(FAILED(create(plugIn)));
+
+    const std::wstring manifest = libraryPath().substr(0, libraryPath().rfind(L'.')) + L".manifest";
+    ACTCTXW source{};
+    source.cbSize = sizeof source;
+    source.lpSource = manifest.c_str();
+    const HANDLE context = CreateActCtxW(&source);
+    ASSERT_NE(context, INVALID_HANDLE_VALUE) << GetLastError();
+    ULONG_PTR cookie = 0;
+    ActivateActCtx(context, &cookie);
+    EXPECT_EQ(create(plugIn), S_OK);
+    ComPtr<ITypeLib> library;
+    EXPECT_EQ(LoadRegTypeLib(LIBID_kavrelon, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
+    EXPECT_EQ(LoadRegTypeLib(LIBID_quillabor, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
+    DeactivateActCtx(0, cookie);
+    ReleaseActCtx(context);
+    plugIn = {};
+    CoUninitialize();
+}
+
+}  // namespace
+}  // namespace kavrelon

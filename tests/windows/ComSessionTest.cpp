@@ -1,0 +1,302 @@
+// The class as a host uses it, created by its registration.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "plugin/EscapeTable.h"
+#include "tests/windows/ComTestSupport.h"
+
+namespace kavrelon {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr HRESULT kObjectNotSet = runtimeError(91);
+
+class ComSession : public testing::Test {
+  protected:
+    ComSession() {
+        CoInitialize(nullptr);
+        parent_ = new RecordingParent;
+        CoCreateInstance(CLSID_clsTerminal, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain),
+                         main_.putVoid());
+    }
+    ~ComSession() override {
+        main_ = {};
+        receive_ = {};
+        table_ = {};
+        callBack_ = {};
+        EXPECT_EQ(parent_->Release(), 0U) << "the plug-in holds the parent";
+        CoUninitialize();
+    }
+    void SetUp() override {
+        ASSERT_TRUE(main_) << "the class is not registered";
+        receive_ = main_.query<IClientReceive>();
+        table_ = main_.query<IClientEscTree>();
+        callBack_ = main_.query<::ITerminalCallBack>();
+        ASSERT_TRUE(receive_ && table_ && callBack_);
+    }
+    void start() {
+        ASSERT_EQ(main_->SetClientParent(parent_), S_OK);
+        ASSERT_EQ(main_->InitializeClass(), S_OK);
+    }
+    std::string functionKey(short number) {
+        Bstr text;
+        EXPECT_EQ(callBack_->FuncKey(number, text.put()), S_OK);
+        return toAnsi(text.view());
+    }
+
+    RecordingParent* parent_;
+    ComPtr<IClientMain> main_;
+    ComPtr<IClientReceive> receive_;
+    ComPtr<IClientEscTree> table_;
+    ComPtr<::ITerminalCallBack> callBack_;
+};
+
+TEST_F(ComSession, RunsFromCreationToDestruction) {
+    start();
+    EXPECT_THAT(parent_->calls, ElementsAre("profile?", "ini?"));
+    EXPECT_EQ(main_->OnConnection(), S_OK);
+    EXPECT_EQ(receive_->ReceiveStart(), S_OK);
+    for (const unsigned char ch : {'A', '\r', '\n', '\x1B'}) EXPECT_EQ(receive_->ReceiveData(ch), S_OK);
+    EXPECT_EQ(process(*table_, 2, {L"10", L"20"}), S_OK);
+    EXPECT_EQ(receive_->ReceiveEnd(), S_OK);
+
+    parent_->calls.clear();
+    EXPECT_EQ(main_->OnLogin(), S_OK);
+    EXPECT_EQ(main_->OnLogOut(), S_OK);
+    EXPECT_EQ(callBack_->SendTermData(toBstr("caf\xE9").get()), S_OK);
+    EXPECT_EQ(callBack_->SendBreak(), S_OK);
+    EXPECT_THAT(parent_->calls, ElementsAre("command INIT", "data caf\xE9", "break"));
+
+    EXPECT_EQ(main_->OnClose(), S_OK);
+    EXPECT_EQ(main_->DestroyClass(), S_OK);
+    EXPECT_EQ(parent_->references(), 1U);
+}
+
+TEST_F(ComSession, HasItsIdentityInEveryState) {
+    for (const char* state : {"created", "initialised", "destroyed"}) {
+        SCOPED_TRACE(state);
+        if (state[0] == 'i') start();
+        if (state[0] == 'd') main_->DestroyClass();
+        Bstr id;
+        Bstr description;
+        Bstr version;
+        VARIANT_BOOL enabled = VARIANT_FALSE;
+        VARIANT_BOOL canDisable = VARIANT_TRUE;
+        EXPECT_EQ(main_->get_PlugInID(id.put()), S_OK);
+        EXPECT_EQ(main_->get_PlugInDesc(description.put()), S_OK);
+        EXPECT_EQ(main_->get_PlugInVersion(version.put()), S_OK);
+        EXPECT_EQ(main_->put_Enabled(VARIANT_FALSE), S_OK);
+        EXPECT_EQ(main_->get_Enabled(&enabled), S_OK);
+        EXPECT_EQ(main_->get_CanEnableDisable(&canDisable), S_OK);
+        EXPECT_EQ(id.view(), L"TERM");
+        EXPECT_EQ(description.view(), L"Terminal Window");
+        EXPECT_EQ(version.view(), L"1.0.0");
+        EXPECT_EQ(enabled, VARIANT_TRUE);
+        EXPECT_EQ(canDisable, VARIANT_FALSE);
+    }
+}
+
+TEST_F(ComSession, IsOneObjectBehindAllInterfaces) {
+    const auto identity = main_.query<IUnknown>();
+    ComPtr<IDispatch> receive;
+    ComPtr<IDispatch> table;
+    EXPECT_EQ(main_->get_ClientReceive(receive.put()), S_OK);
+    EXPECT_EQ(main_->get_ClientEscTree(table.put()), S_OK);
+    EXPECT_EQ(receive.get(), static_cast<IDispatch*>(receive_.get()));
+    EXPECT_EQ(table.get(), static_cast<IDispatch*>(table_.get()));
+    EXPECT_EQ(receive.query<IUnknown>().get(), identity.get());
+    EXPECT_EQ(callBack_.query<IClientMain>().get(), main_.get());
+    EXPECT_EQ(table.query<IDispatch>().get(), static_cast<IDispatch*>(main_.get()));
+
+    void* none = this;
+    EXPECT_EQ(main_->QueryInterface(IID_IClassFactory, &none), E_NOINTERFACE);
+    EXPECT_EQ(none, nullptr);
+}
+
+TEST_F(ComSession, GivesItsWholeTable) {
+    short count = 0;
+    EXPECT_EQ(table_->get_EscTreeCount(&count), S_OK);
+    EXPECT_EQ(count, 44);
+    for (short row = 0; row <= kEscapeUpperBound; ++row) {
+        Bstr pattern;
+        Bstr description;
+        long flag = 1;
+        EXPECT_EQ(table_->get_EscTreeString(row, pattern.put()), S_OK);
+        EXPECT_EQ(table_->get_EscTreeDesc(row, description.put()), S_OK);
+        EXPECT_EQ(table_->get_EscTreeCreateFlag(row, &flag), S_OK);
+        EXPECT_EQ(toAnsi(pattern.view()), escapeRow(row).pattern) << row;
+        EXPECT_EQ(toAnsi(description.view()), escapeRow(row).description) << row;
+        EXPECT_EQ(flag, 0) << row;
+    }
+}
+
+TEST_F(ComSession, ReportsErrorsByNumberAndText) {
+    start();
+    Bstr text;
+    long flag = 1;
+    const auto pattern = [&](short row) { return table_->get_EscTreeString(row, text.put()); };
+    const auto key = [&](short number) { return callBack_->FuncKey(number, text.put()); };
+    const struct {
+        HRESULT result;
+        int number;
+        const char* text;
+    } cases[] = {
+        {pattern(-32768), 9, "EscTreeString"},
+        {pattern(-1), 9, "EscTreeString"},
+        {pattern(101), 9, "EscTreeString"},
+        {pattern(32767), 9, "EscTreeString"},
+        {table_->get_EscTreeDesc(32767, text.put()), 9, "EscTreeDesc"},
+        {key(-1), 9, "FuncKey"},
+        {key(49), 9, "FuncKey"},
+        {process(*table_, -32768, {}), 9, "EscTreeProcess"},
+        {process(*table_, 101, {}), 9, "EscTreeProcess"},
+        {process(*table_, 2, {L"1"}), 9, "EscTreeProcess"},
+        {process(*table_, 2, {L"one", L"1"}), 13, "EscTreeProcess"},
+        {process(*table_, 2, {L"40000", L"1"}), 6, "EscTreeProcess"},
+        {process(*table_, 30, {L"300"}), 5, "EscTreeProcess"},
+    };
+    for (const auto& row : cases) EXPECT_EQ(row.result, runtimeError(row.number)) << row.text;
+
+    EXPECT_EQ(process(*table_, 2, {L"one", L"1"}), runtimeError(13));
+    EXPECT_EQ(takeErrorInfo(), "Type mismatch (IClientEscTree_EscTreeProcess) <kavrelon.clsTerminal>");
+    EXPECT_EQ(main_.query<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(__uuidof(IClientEscTree)), S_OK);
+
+    EXPECT_EQ(pattern(500), runtimeError(9));
+    EXPECT_EQ(table_->get_EscTreeCreateFlag(500, &flag), S_OK);
+    EXPECT_EQ(flag, 0);
+    EXPECT_EQ(takeErrorInfo(), "none") << "a success leaves the error of the call before";
+    EXPECT_EQ(table_->get_EscTreeCount(nullptr), E_POINTER);
+}
+
+TEST_F(ComSession, PassesTheHostsOwnFailuresBack) {
+    start();
+    parent_->failing = true;
+    EXPECT_EQ(callBack_->SendTermData(toBstr("x").get()), RecordingParent::kFailure);
+    EXPECT_THAT(takeErrorInfo(), HasSubstr("the line is down"));
+    EXPECT_EQ(main_->OnLogin(), S_OK) << "a logon carries on";
+    EXPECT_EQ(takeErrorInfo(), "none");
+    EXPECT_EQ(callBack_->WindowHasClosed(), S_OK);
+    EXPECT_EQ(main_->DestroyClass(), S_OK);
+
+    main_->SetClientParent(parent_);
+    EXPECT_EQ(main_->InitializeClass(), RecordingParent::kFailure);
+    EXPECT_EQ(main_->DestroyClass(), S_OK);
+}
+
+TEST_F(ComSession, CallsAScriptedParentByName) {
+    auto* const scripted = new ScriptedParent(*parent_);
+    EXPECT_EQ(main_->SetClientParent(scripted), S_OK);
+    scripted->Release();
+    EXPECT_EQ(main_->InitializeClass(), S_OK);
+    EXPECT_EQ(main_->OnLogin(), S_OK);
+    EXPECT_EQ(callBack_->SendTermData(toBstr("text").get()), S_OK);
+    EXPECT_EQ(callBack_->SendBreak(), S_OK);
+    EXPECT_EQ(callBack_->WindowHasClosed(), S_OK);
+    EXPECT_THAT(parent_->calls,
+                ElementsAre("profile?", "ini?", "command INIT", "data text", "break", "closed"));
+
+    parent_->failing = true;
+    EXPECT_EQ(callBack_->SendBreak(), RecordingParent::kFailure);
+    EXPECT_THAT(takeErrorInfo(), HasSubstr("the line is down"));
+    EXPECT_EQ(main_->SetClientParent(nullptr), S_OK);
+    EXPECT_EQ(parent_->references(), 1U);
+    // An object that is no parent at all has none of the members.
+    EXPECT_EQ(main_->SetClientParent(receive_.get()), S_OK);
+    EXPECT_EQ(callBack_->SendBreak(), DISP_E_UNKNOWNNAME);
+    main_->DestroyClass();
+}
+
+TEST_F(ComSession, FailsCleanlyWithoutParentOrWindow) {
+    const auto expectNoWindow = [&] {
+        EXPECT_EQ(receive_->ReceiveData('x'), kObjectNotSet);
+        EXPECT_EQ(process(*table_, 1, {}), kObjectNotSet);
+        EXPECT_EQ(main_->OnConnection(), kObjectNotSet);
+        EXPECT_EQ(callBack_->SendBreak(), kObjectNotSet);
+        EXPECT_EQ(receive_->ReceiveEnd(), S_OK);
+        EXPECT_EQ(main_->OnLogin(), S_OK);
+    };
+    EXPECT_EQ(main_->SetClientParent(nullptr), S_OK);
+    EXPECT_EQ(main_->InitializeClass(), kObjectNotSet);
+    expectNoWindow();
+
+    start();
+    EXPECT_EQ(main_->DestroyClass(), S_OK);
+    EXPECT_EQ(main_->DestroyClass(), S_OK);
+    expectNoWindow();
+    EXPECT_THAT(parent_->calls, ElementsAre("profile?", "ini?"));
+}
+
+TEST_F(ComSession, OutlivesItsReleaseFromWithin) {
+    start();
+    table_ = {};
+    receive_ = {};
+    callBack_ = {};
+    IClientMain* const last = main_.detach();
+    parent_->onCall = [&] {
+        last->SetClientParent(nullptr);
+        EXPECT_GT(last->Release(), 0U) << "the member that runs holds no reference";
+    };
+    EXPECT_EQ(last->OnLogin(), S_OK);
+    EXPECT_EQ(parent_->references(), 1U);
+}
+
+TEST_F(ComSession, TakesArgumentArraysOfEveryShape) {
+    start();
+    constexpr short kSetFunctionKey = 38;
+    const auto set = [&](SAFEARRAY* array) {
+        long result = 7;
+        const HRESULT done = table_->EscTreeProcess(kSetFunctionKey, &array, &result);
+        EXPECT_EQ(result, 0);
+        if (array != nullptr) SafeArrayDestroy(array);
+        return done;
+    };
+    // The first field stands at index 1, wherever the array begins.
+    EXPECT_EQ(set(stringArray(1, {L"7", L"one"})), S_OK);
+    EXPECT_EQ(set(stringArray(0, {L"unused", L"8", L"zero"})), S_OK);
+    EXPECT_EQ(set(stringArray(-2, {L"", L"", L"", L"9", L"minus two \x2192"})), S_OK);
+    EXPECT_EQ(functionKey(7), "one");
+    EXPECT_EQ(functionKey(8), "zero");
+    EXPECT_EQ(functionKey(9), "minus two ?");
+    std::vector<std::wstring> many(3000, std::wstring(100, L'x'));
+    many[0] = L"10";
+    EXPECT_EQ(set(stringArray(1, many)), S_OK);
+    EXPECT_EQ(functionKey(10), std::string(100, 'x'));
+
+    SAFEARRAY* const variants = SafeArrayCreateVector(VT_VARIANT, 1, 2);
+    VARIANT* fields = nullptr;
+    SafeArrayAccessData(variants, reinterpret_cast<void**>(&fields));
+    fields[0].vt = VT_I2;
+    fields[0].iVal = 11;
+    fields[1].vt = VT_R8;
+    fields[1].dblVal = 2.5;
+    SafeArrayUnaccessData(variants);
+    EXPECT_EQ(set(variants), S_OK);
+    EXPECT_EQ(functionKey(11), "2.5");
+
+    SAFEARRAYBOUND square[] = {{2, 1}, {2, 1}};
+    EXPECT_EQ(set(nullptr), runtimeError(13));
+    EXPECT_EQ(set(SafeArrayCreate(VT_BSTR, 2, square)), runtimeError(13));
+    EXPECT_EQ(set(SafeArrayCreateVector(VT_I4, 1, 2)), runtimeError(13));
+    EXPECT_EQ(set(stringArray(1, {})), runtimeError(9));
+    EXPECT_EQ(set(stringArray(5, {L"7", L"x"})), runtimeError(9));
+    EXPECT_EQ(set(stringArray(std::numeric_limits<LONG>::min(), {L"7", L"x"})), runtimeError(9));
+    EXPECT_EQ(set(stringArray(1, {L"7"})), runtimeError(9));
+    EXPECT_EQ(set(SafeArrayCreateVector(VT_BSTR, 1, 2)), runtimeError(13)) << "null strings are empty texts";
+    EXPECT_EQ(functionKey(7), "one");
+}
+
+TEST(ComText, CrossesTheBoundaryUnchanged) {
+    std::string all;
+    for (int code = 0; code < 256; ++code) all += static_cast<char>(code);
+    EXPECT_EQ(toAnsi(toBstr(all).view()), all);
+    EXPECT_EQ(toAnsi(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(toAnsi(L"\x0416\xFF21"), "??") << "no lookalikes";
+    EXPECT_EQ(toAnsi(bstrView(nullptr)), "");
+}
+
+}  // namespace
+}  // namespace kavrelon

@@ -1,0 +1,168 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "kavrelon.h"
+#include "support/com/ComCall.h"
+#include "support/com/ComPtr.h"
+#include "support/com/ComText.h"
+#include "support/com/Implements.h"
+
+namespace kavrelon {
+
+constexpr HRESULT runtimeError(int number) {
+    return static_cast<HRESULT>(0x800A0000U | unsigned(number));
+}
+
+/// The built library, which stands beside the test program.
+inline std::wstring libraryPath() {
+    const std::wstring program = modulePath();
+    return program.substr(0, program.rfind(L'\\') + 1) + L"kavrelon.dll";
+}
+
+/// A loaded library and its entry points.
+class LoadedLibrary {
+  public:
+    LoadedLibrary() : module_(LoadLibraryW(libraryPath().c_str())) {}
+    LoadedLibrary(const LoadedLibrary&) = delete;
+    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
+    ~LoadedLibrary() { FreeLibrary(module_); }
+
+    template <class... Arguments>
+    HRESULT call(const char* entryPoint, Arguments... arguments) const {
+        using Function = HRESULT STDAPICALLTYPE(Arguments...);
+        const FARPROC found = GetProcAddress(module_, entryPoint);
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(found))(arguments...);
+    }
+
+    template <class Interface>
+    ComPtr<Interface> create() const {
+        ComPtr<Interface> object;
+        const auto factory = classObject();
+        if (factory) factory->CreateInstance(nullptr, __uuidof(Interface), object.putVoid());
+        return object;
+    }
+
+    ComPtr<IClassFactory> classObject() const {
+        ComPtr<IClassFactory> factory;
+        call<REFCLSID, REFIID, void**>("DllGetClassObject", CLSID_clsTerminal, IID_IClassFactory,
+                                       factory.putVoid());
+        return factory;
+    }
+
+  private:
+    HMODULE module_;
+};
+
+/// A host's parent object that records what it is told, and fails every call when it is to.
+class RecordingParent final : public Implements<IClientParent> {
+  public:
+    std::vector<std::string> calls;
+    std::function<void()> onCall = [] {};
+    bool failing = false;
+    static constexpr HRESULT kFailure = static_cast<HRESULT>(0x80041234U);
+
+    ULONG references() {
+        AddRef();
+        return Release();
+    }
+
+    STDMETHODIMP ParentSendData(BSTR Value) override { return note("data " + toAnsi(bstrView(Value))); }
+    STDMETHODIMP ParentReserved2() override { return note("reserved"); }
+    STDMETHODIMP ParentWindowClosed() override { return note("closed"); }
+    STDMETHODIMP ParentSendBreak() override { return note("break"); }
+    STDMETHODIMP ParentReserved5() override { return note("reserved"); }
+    STDMETHODIMP get_ParentConnectionProfile(BSTR* Value) override {
+        *Value = toBstr("profile").detach();
+        return note("profile?");
+    }
+    STDMETHODIMP get_ParentIniFile(BSTR* Value) override {
+        *Value = toBstr("Z:\\nowhere\\kavrelon.ini").detach();
+        return note("ini?");
+    }
+    STDMETHODIMP ParentSendCommand(BSTR Value) override { return note("command " + toAnsi(bstrView(Value))); }
+
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_NOTIMPL;
+    }
+    // The failures below leave an error object.
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID) override { return S_OK; }
+
+  private:
+    HRESULT note(std::string call) {
+        calls.push_back(std::move(call));
+        onCall();
+        if (!failing) return S_OK;
+        ComPtr<ICreateErrorInfo> info;
+        CreateErrorInfo(info.put());
+        info->SetDescription(toBstr("the line is down").get());
+        SetErrorInfo(0, info.query<IErrorInfo>().get());
+        return kFailure;
+    }
+};
+
+/// The same parent as a script would write it: an object whose members are found by their names.
+class ScriptedParent final : public Implements<IDispatch> {
+  public:
+    explicit ScriptedParent(RecordingParent& parent) : parent_(&parent) {
+        ComPtr<ITypeLib> library;
+        if (FAILED(LoadTypeLibEx((libraryPath() + L"\\2").c_str(), REGKIND_NONE, library.put()))) return;
+        library->GetTypeInfoOfGuid(__uuidof(IClientParent), members_.put());
+    }
+
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        return DispGetIDsOfNames(members_.get(), names, count, ids);
+    }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                        EXCEPINFO* exception, UINT* badArgument) override {
+        return DispInvoke(parent_.get(), members_.get(), id, flags, parameters, result, exception,
+                          badArgument);
+    }
+
+  private:
+    ComPtr<IClientParent> parent_;
+    ComPtr<ITypeInfo> members_;
+};
+
+/// Description and source of this thread's error object, which is taken away; "none" without one.
+inline std::string takeErrorInfo() {
+    ComPtr<IErrorInfo> info;
+    if (GetErrorInfo(0, info.put()) != S_OK) return "none";
+    Bstr description;
+    Bstr source;
+    info->GetDescription(description.put());
+    info->GetSource(source.put());
+    return toAnsi(description.view()) + " <" + toAnsi(source.view()) + ">";
+}
+
+/// A one-dimensional array of strings; the caller destroys it.
+inline SAFEARRAY* stringArray(LONG lowerBound, const std::vector<std::wstring>& texts) {
+    SAFEARRAY* const array = SafeArrayCreateVector(VT_BSTR, lowerBound, static_cast<ULONG>(texts.size()));
+    for (const std::wstring& text : texts) {
+        SafeArrayPutElement(array, &lowerBound, Bstr(text).get());
+        ++lowerBound;
+    }
+    return array;
+}
+
+/// Carries out a row of the table with these fields, the first of them at index 1.
+inline HRESULT process(IClientEscTree& table, short row, const std::vector<std::wstring>& fields) {
+    SAFEARRAY* array = stringArray(1, fields);
+    long result = 0;
+    const HRESULT done = table.EscTreeProcess(row, &array, &result);
+    SafeArrayDestroy(array);
+    return done;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,56 @@
+' The plug-in as a script sees it: created by name, every member found by its name.
+' Prints "as expected" at its end; not so when anything differs, or when an error ends it early.
+Option Explicit
+
+Dim plugIn, table, row, patterns, fileVersion, failures
+failures = 0
+
+Sub Expect(what, actual, wanted)
+    If CStr(actual) <> CStr(wanted) Then
+        WScript.Echo what & ": " & actual & " instead of " & wanted
+        failures = failures + 1
+    End If
+End Sub
+
+Sub ExpectError(what, number, description)
+    Expect what, Err.Number & " " & Err.Description & " <" & Err.Source & ">", _
+        number & " " & description & " <kavrelon.clsTerminal>"
+    Err.Clear
+End Sub
+
+Set plugIn = CreateObject("kavrelon.clsTerminal")
+fileVersion = CreateObject("Scripting.FileSystemObject").GetFileVersion(WScript.Arguments(0))
+Expect "id", plugIn.PlugInID, "TERM"
+Expect "description", plugIn.PlugInDesc, "Terminal Window"
+Expect "version", plugIn.PlugInVersion & ".0", fileVersion
+plugIn.Enabled = False
+Expect "enabled", plugIn.Enabled, True
+
+Set table = plugIn.ClientEscTree
+Expect "rows", table.EscTreeCount, 44
+For row = 1 To table.EscTreeCount
+    If Left(table.EscTreeString(row), 1) = "<" And table.EscTreeDesc(row) <> "" Then patterns = patterns & "."
+    Expect "flag " & row, table.EscTreeCreateFlag(row), 0
+Next
+Expect "patterns", Len(patterns), 44
+Expect "first row", table.EscTreeString(1) & " " & table.EscTreeDesc(1), "<ESC>[H Home"
+Expect "last row", table.EscTreeString(44) & " " & table.EscTreeDesc(44), "<31>REMOTE CLEAR<31> remote Clear"
+
+' A script's array is one of variants. Without a window, taking it is as far as a sequence gets.
+Const NoObject = "Object variable or With block variable not set (IClientEscTree_EscTreeProcess)"
+On Error Resume Next
+row = table.EscTreeString(500)
+ExpectError "no such row", 9, "Subscript out of range (IClientEscTree_EscTreeString)"
+table.EscTreeProcess 2, Array("", 10, "20")
+ExpectError "array", 91, NoObject
+row = Array("", 10, "20")
+table.EscTreeProcess 2, row
+ExpectError "array in a variable", 91, NoObject
+table.EscTreeProcess 2, "10;20"
+ExpectError "no array", 13, "Type mismatch (IClientEscTree_EscTreeProcess)"
+table.EscTreeProcess "two", Array()
+Expect "no number", Err.Number, 13
+On Error GoTo 0
+
+plugIn.DestroyClass
+If failures = 0 Then WScript.Echo "as expected"
