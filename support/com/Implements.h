@@ -68,8 +68,8 @@ class Implements : public First, public Others..., public ISupportErrorInfo, pri
 
     template <class Base>
     void* as(REFIID iid) {
-        using Interface = typename detail::InterfaceOf<Base>::Type;
-        return iid == __uuidof(Interface) ? static_cast<Interface*>(static_cast<Base*>(this)) : nullptr;
+        using Named = typename detail::InterfaceOf<Base>::Type;
+        return iid == __uuidof(Named) ? static_cast<Named*>(static_cast<Base*>(this)) : nullptr;
     }
 
     void* find(REFIID iid) {
