@@ -10,9 +10,18 @@ namespace {
 /// The "row" of bytes that turned out to be plain text.
 constexpr std::int16_t kPlain = -1;
 
+using Word = std::size_t;
+
 /// A machine word with `byte` in every place.
-constexpr std::size_t repeated(std::uint8_t byte) {
-    return ~std::size_t{0} / 255 * byte;
+constexpr Word repeated(std::uint8_t byte) {
+    return ~Word{0} / 255 * byte;
+}
+
+/// The lowest bit that is set in the high bits of this word's bytes stands in the first byte that equals
+/// `byte`.
+Word equalBytes(Word word, Word byte) {
+    const Word difference = word ^ byte;
+    return (difference - repeated(1)) & ~difference;
 }
 
 }  // namespace
@@ -21,9 +30,7 @@ EscapeRecognizer::EscapeRecognizer(const EscapeTree& tree, EscapeSink& sink)
     : automaton_(tree.automaton()),
       sink_(sink),
       marks_(automaton_->markCount),
-      fields_(automaton_->mostFields) {
-    for (const std::uint8_t byte : automaton_->firstBytes) firstWords_.push_back(repeated(byte));
-}
+      fields_(automaton_->mostFields) {}
 
 void EscapeRecognizer::reset() {
     state_ = EscapeAutomaton::kGround;
@@ -53,20 +60,18 @@ void EscapeRecognizer::feed(Bytes block) {
     }
 }
 
-/// The next byte that may begin a sequence. Text is searched a word at a time: a byte that equals one of
-/// those leaves a zero in the difference, and the lowest bit of the test stands in the first zero byte.
+/// The next byte that may begin a sequence. Text is searched a word at a time where there are no more than
+/// two such bytes, which is what tables have.
 const std::uint8_t* EscapeRecognizer::findFirst(const std::uint8_t* next, const std::uint8_t* end) const {
-    if constexpr (std::endian::native == std::endian::little) {
-        while (static_cast<std::size_t>(end - next) >= sizeof(std::size_t)) {
-            std::size_t word = 0;
+    const std::vector<std::uint8_t>& bytes = automaton_->firstBytes;
+    if (std::endian::native == std::endian::little && bytes.size() <= 2) {
+        const Word one = repeated(bytes.front());
+        const Word other = repeated(bytes.back());
+        while (static_cast<std::size_t>(end - next) >= sizeof(Word)) {
+            Word word = 0;
             std::memcpy(&word, next, sizeof word);
-            std::size_t zeros = 0;
-            for (const std::size_t first : firstWords_) {
-                const std::size_t difference = word ^ first;
-                zeros |= (difference - repeated(1)) & ~difference;
-            }
-            zeros &= repeated(128);
-            if (zeros != 0) return next + std::countr_zero(zeros) / 8;
+            const Word found = (equalBytes(word, one) | equalBytes(word, other)) & repeated(128);
+            if (found != 0) return next + std::countr_zero(found) / 8;
             next += sizeof word;
         }
     }

@@ -64,7 +64,6 @@ class EscapeRecognizer {
 
     std::shared_ptr<const EscapeAutomaton> automaton_;
     EscapeSink& sink_;
-    std::vector<std::size_t> firstWords_;  // each byte that may begin a sequence, in every place of a word
     std::uint32_t state_ = 0;
     bool skipLineFeed_ = false;
     Held held_;                          // what an unfinished sequence falls back on; length 0: nothing

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "bench/Streams.h"
+
+namespace kavrelon::bench {
+
+/// A terminal that takes a byte stream.
+class Engine {
+  public:
+    virtual ~Engine() = default;
+
+    virtual void feed(std::span<const std::uint8_t> block) = 0;
+    /// The character that stands in a cell, 0-based; NUL and blank alike as a blank.
+    virtual char shown(int column, int line) const = 0;
+
+    /// Feeds a whole stream in blocks.
+    void play(std::string_view stream) {
+        for (; !stream.empty(); stream.remove_prefix(std::min(stream.size(), kBlock))) {
+            const std::string_view block = stream.substr(0, kBlock);
+            feed({reinterpret_cast<const std::uint8_t*>(block.data()), block.size()});
+        }
+    }
+};
+
+/// Our terminal behind the sample host's recogniser, on a window in memory.
+std::unique_ptr<Engine> makeOurEngine(ScreenExtent extent, bool paintOn);
+
+/// libvterm with its screen layer, as light as it goes: single-byte characters, no callbacks (so damage is
+/// collected, merged as far as it can be, and told to nobody), no scroll-back.
+std::unique_ptr<Engine> makeVtermEngine(ScreenExtent extent);
+
+}  // namespace kavrelon::bench

@@ -1,0 +1,91 @@
+"""Runs engine_bench and stream_runner (in the folder given) and prints their figures as one table."""
+
+import concurrent.futures
+import json
+import os
+import re
+import subprocess
+import sys
+
+SIZES = ("80x25", "132x60")
+# What the engine is held to with painting off: instructions a byte at most, times libvterm's speed at least.
+LIMITS = {
+    "plain": (30, 3),
+    "wrapped": (30, 3),
+    "letters": (70, 3),
+    "colour": (85, 3),
+    "colours": (105, 3),
+    "pages": (85, 2),
+    "scroll": (None, 3),
+}
+ENGINES = ("ours", "ours-painting", "vterm")
+
+
+def speeds(folder):
+    """Bytes a second by (stream, size, engine): medians of interleaved runs."""
+    command = [
+        os.path.join(folder, "engine_bench"),
+        "--benchmark_format=json",
+        "--benchmark_min_time=0.1",
+        "--benchmark_repetitions=5",
+        "--benchmark_enable_random_interleaving=true",
+        "--benchmark_report_aggregates_only=true",
+    ]
+    report = json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
+    return {
+        tuple(run["run_name"].split("/")[:3]): run["bytes_per_second"]
+        for run in report["benchmarks"]
+        if run["aggregate_name"] == "median"
+    }
+
+
+def counted(folder, engine, stream, size, count):
+    """Instructions of a whole run, and the stream's length."""
+    command = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null"]
+    command += [os.path.join(folder, "stream_runner"), engine, stream, size, str(count)]
+    run = subprocess.run(command, check=True, capture_output=True, text=True)
+    return int(re.search(r"Collected : (\d+)", run.stderr).group(1)), int(run.stdout)
+
+
+def instructions(folder, engine, stream, size):
+    """Instructions a byte, without setting up."""
+    total, length = counted(folder, engine, stream, size, 1)
+    return (total - counted(folder, engine, stream, size, 0)[0]) / length
+
+
+def check_same_work(folder):
+    for stream in LIMITS:
+        for size in SIZES:
+            subprocess.run([os.path.join(folder, "stream_runner"), "compare", stream, size, "1"], check=True)
+
+
+def main(folder):
+    check_same_work(folder)
+    speed = speeds(folder)
+    keys = [(stream, size, engine) for size in SIZES for stream in LIMITS for engine in ENGINES]
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        counts = dict(zip(keys, pool.map(lambda key: instructions(folder, key[2], key[0], key[1]), keys)))
+
+    print("                      megabytes a second             instructions a byte")
+    print("stream   size        ours  painting     vterm  ratio     ours  painting     vterm")
+    missed = False
+    for size in SIZES:
+        for stream, (most_instructions, least_ratio) in LIMITS.items():
+            rates = [speed[stream, size, engine] / 1e6 for engine in ENGINES]
+            work = [counts[stream, size, engine] for engine in ENGINES]
+            ratio = rates[0] / rates[2]
+            notes = []
+            if ratio < least_ratio:
+                notes.append(f"ratio below {least_ratio}")
+            if most_instructions and work[0] > most_instructions:
+                notes.append(f"above {most_instructions} instructions")
+            missed = missed or bool(notes)
+            print(
+                f"{stream:8} {size:7}  {rates[0]:7.1f}   {rates[1]:7.1f}   {rates[2]:7.1f}  {ratio:5.1f}"
+                f"  {work[0]:7.1f}   {work[1]:7.1f}   {work[2]:7.1f}  {', '.join(notes)}".rstrip()
+            )
+    return 1 if missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
