@@ -76,8 +76,9 @@ class ScreenBuffer {
     void blank(Row& row);
 
     std::array<Row, kStoredCells> rows_;
-    // Records 1 to ringSize_ stand in turned order: record 1 is slot 1 + ringStart_.
-    int ringSize_ = 0;
+    // Records 1 to ringSize_ stand in turned order: record 1 is slot 1 + ringStart_. Never empty, so that a
+    // screen without lines is not taken for the ring in use.
+    int ringSize_ = 1;
     int ringStart_ = 0;
     ScreenLine blankLine_;
 };
