@@ -85,7 +85,7 @@ void Screen::print(std::uint8_t ch) {
     if (window_ == nullptr) return;
     HideCursor();
     const Raised writing(writing_);
-    if (cursorX_ >= rightMargin() && autoWrap_) {
+    if (cursorX_ == rightMargin() && autoWrap_) {
         noteRun();
         cursorX_ = 0;
         lineFeed();
