@@ -1,0 +1,72 @@
+#include "support/Conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/unit/Session.h"
+
+namespace kavrelon {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(Conversions, TextToNumber) {
+    const struct {
+        std::string text;
+        int number;
+    } cases[] = {
+        {"0", 0},
+        {"-0", 0},
+        {"  12  ", 12},
+        {"+5", 5},
+        {"-7", -7},
+        {"007", 7},
+        {"32767", 32767},
+        {"-32768", -32768},
+        {"2.4", 2},
+        {"2.5", 2},
+        {"3.5", 4},
+        {"-2.5", -2},
+        {"-3.5", -4},
+        {"0.5", 0},
+        {"2.5000000001", 3},
+        {"32767.4", 32767},
+        {"-32768.5", -32768},
+        {"2.50000000000000000000000001", 3},
+        {std::string(400, '0') + "9", 9},
+        {"1." + std::string(400, '9'), 2},
+    };
+    for (const auto& c : cases) EXPECT_EQ(toInt16(c.text), c.number) << c.text;
+}
+
+TEST(Conversions, TextThatIsNoNumberOrTooLarge) {
+    const struct {
+        int error;
+        std::vector<std::string> texts;
+    } cases[] = {
+        {6, {"32768", "-32769", "32767.5", "-32768.51", "65536", "4294967296", std::string(500, '9')}},
+        {13, {"",     " ",   "+",   "-",     ".",   "--1",   "+-1", "1-",  "x",    "12a",  "0x10",
+              "&H10", "1e3", "1E3", "1,000", "1 2", "1.2.3", "inf", "nan", "\xB2", "5\0"s, "\0"s}},
+    };
+    for (const auto& c : cases) {
+        for (const std::string& text : c.texts) {
+            EXPECT_EQ(errorOf([&] { toInt16(text); }), c.error) << text;
+        }
+    }
+}
+
+TEST(Conversions, RoundingAndNarrowing) {
+    const struct {
+        double value;
+        int rounded;
+    } cases[] = {{0.5, 0},  {1.5, 2},   {2.5, 2},   {2.51, 3},
+                 {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {1e9, 1000000000}};
+    for (const auto& c : cases) EXPECT_EQ(roundHalfToEven(c.value), c.rounded) << c.value;
+    EXPECT_EQ(narrowToInt16(-32768), -32768);
+    for (const int value : {32768, -32769, 65536}) EXPECT_EQ(errorOf([=] { narrowToInt16(value); }), 6);
+}
+
+}  // namespace
+}  // namespace kavrelon

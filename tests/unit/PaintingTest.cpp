@@ -1,0 +1,384 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "terminal/GridLayout.h"
+#include "tests/unit/Session.h"
+
+namespace kavrelon {
+namespace {
+
+using Marks = std::vector<Point>;
+
+constexpr Pen kWhiteOnBlack{0xFFFFFF, 0x000000};
+
+class PaintingTest : public ConnectedTest {
+  protected:
+    /// The drawing calls that an operation makes.
+    template <class Operation>
+    int drawn(Operation operation) const {
+        const int before = window().drawCalls();
+        operation();
+        return window().drawCalls() - before;
+    }
+    void selectAll() const {
+        screen().SelectionShown(true);
+        screen().RepaintScreen(true);
+    }
+};
+
+TEST_F(PaintingTest, EachByteIsDrawnAtOnceAndThePenSetWhenItChanges) {
+    type("a");
+    const int pens = window().penCalls();
+    EXPECT_EQ(drawn([this] { type("bcdef"); }), 5);
+    sequence(30, {"31"});
+    sequence(31, {"37", "44;40;7;1"});
+    EXPECT_EQ(drawn([this] { type("gh\r\n"); }), 2);
+    EXPECT_EQ(window().penCalls(), pens);
+    sequence(30, {"31"});
+    type("ijk");
+    EXPECT_EQ(window().penCalls(), pens + 1);
+}
+
+TEST_F(PaintingTest, RepaintDrawsEachCellOnceInItsOwnPen) {
+    setSize(20, 2);
+    for (int row = 0; row < 2; ++row) {
+        sequence(30, {"31"});
+        type("RRRRRRRRRR");
+        sequence(31, {"32", "4"});
+        type("GGGGGGGG");
+    }
+    sequence(2, {"1", "19"});
+    sequence(19);
+    sequence(31, {"35", "46;8"});
+    const int pens = window().penCalls();
+    EXPECT_EQ(drawn([this] { screen().RepaintScreen(); }), 40);
+    EXPECT_LE(window().penCalls() - pens, 6);
+    EXPECT_EQ(shownRows(), (Texts{"RRRRRRRRRRGGGGGGGG  ", "RRRRRRRRGGGGGGGG    "}));
+    EXPECT_EQ(shown(9, 0).pen, (Pen{0x0000FF, 0}));
+    EXPECT_EQ(shown(10, 0).pen, (Pen{0x00FF00, 0, false, true}));
+    EXPECT_EQ(shown(18, 0).pen, kWhiteOnBlack);
+
+    EXPECT_EQ(screen().rendition().attr(), (CellAttr{35, 46, 8}));
+    type("x");
+    EXPECT_EQ(shown(18, 0).pen, (Pen{0xFFFF00, 0xFFFF00}));
+}
+
+TEST_F(PaintingTest, RepaintShowsWhatOnlyTheWindowHasLost) {
+    type("abcdef\b\b\b\b");
+    sequence(21);
+    EXPECT_EQ(shownRows().front(), std::string(80, ' '));
+    form().Form_Paint();
+    EXPECT_EQ(shownRows().front().substr(0, 7), "   def ");
+}
+
+TEST_F(PaintingTest, SelectionIsHighlightedBetweenItsCorners) {
+    setSize(6, 3);
+    sequence(31, {"31", "44;4"});
+    type("abcdefghijklmnopqr");
+    const Pen normal{0x0000FF, 0xFF0000, false, true};
+    const Pen reversed{0xFF0000, 0x0000FF};
+    const struct {
+        bool shown;
+        int corners[4];
+    } cases[] = {{true, {2, 2, 4, 3}}, {true, {4, 3, 2, 2}}, {true, {4, 2, 2, 3}}, {false, {2, 2, 4, 3}}};
+    for (const auto& c : cases) {
+        screen().SelectionShown(c.shown);
+        EXPECT_EQ(drawn([&] {
+                      screen().RepaintScreen(true, c.corners[0], c.corners[1], c.corners[2], c.corners[3]);
+                  }),
+                  6);
+        for (int row = 0; row < 3; ++row) {
+            for (int column = 0; column < 6; ++column) {
+                const bool inside = row >= 1 && column >= 1 && column <= 3;
+                EXPECT_EQ(shown(column, row).pen, inside && c.shown ? reversed : normal);
+            }
+        }
+        EXPECT_EQ(attr(2, 1), (CellAttr{31, 44, 4}));
+        screen().SelectionShown(true);
+        form().Form_Paint();
+        EXPECT_FALSE(screen().SelectionShown());
+        EXPECT_EQ(shown(1, 1).pen, normal);
+    }
+}
+
+TEST_F(PaintingTest, RedrawscreenDrawsForASelectionOrOnDemand) {
+    const struct {
+        bool selected, paintOnly, memory;
+        int cells;
+    } cases[] = {{false, false, false, 0},
+                 {true, false, false, 2000},
+                 {false, true, false, 2000},
+                 {false, true, true, 0},
+                 {true, true, true, 2000}};
+    for (const auto& c : cases) {
+        screen().UseMemoryDC(c.memory);
+        type("text");
+        if (c.selected) selectAll();
+        EXPECT_EQ(drawn([&] { form().Redrawscreen(c.paintOnly); }), c.cells);
+        EXPECT_FALSE(screen().SelectionShown());
+        EXPECT_EQ(shown(0, 0).pen, kWhiteOnBlack);
+    }
+    EXPECT_EQ(drawn([this] { form().mnuFileRest_Click(); }), 0);
+}
+
+TEST_F(PaintingTest, NothingIsDrawnWhilePaintingIsOff) {
+    type("text");
+    blink();
+    const auto before = picture();
+    const int pens = window().penCalls();
+    screen().PaintOn(false);
+    EXPECT_EQ(drawn([this] {
+                  type("more\r\n" + std::string(100, '\n'));
+                  for (const int row : {1, 19, 21, 22, 23, 25, 26}) sequence(row);
+                  sequence(30, {"31"});
+                  blink();
+                  blink();
+                  selectAll();
+                  form().Redrawscreen();
+                  form().Form_Paint();
+                  setSize(80, 25);
+                  screen().AutoSize(false);
+                  form().mnuFontStyle_Click(3);
+              }),
+              0);
+    EXPECT_EQ(window().penCalls(), pens);
+    EXPECT_EQ(picture(), before);
+    EXPECT_FALSE(screen().cursorDrawn());
+}
+
+TEST_F(PaintingTest, CursorBlinksOnItsCell) {
+    EXPECT_EQ(marks(), Marks{});
+    blink();
+    EXPECT_EQ(marks(), (Marks{{0, 0}}));
+    screen().SetCursor(5, 5);
+    EXPECT_EQ(marks(), (Marks{{0, 0}}));
+    blink();
+    EXPECT_EQ(marks(), Marks{});
+    screen().SetCursor(80, 5);
+    blink();
+    EXPECT_EQ(marks(), (Marks{{80, 5}}));
+    form().Form_Deactivate();
+    blink();
+    EXPECT_EQ(marks(), (Marks{{80, 5}}));
+    form().Form_Activate();
+    form().TurnOnOffCursor(false);
+    EXPECT_FALSE(window().timerEnabled(TermTimer::Cursor));
+    EXPECT_EQ(marks(), (Marks{{80, 5}}));
+    form().TurnOnOffCursor(true);
+    EXPECT_EQ(marks(), (Marks{{80, 5}}));
+    blink();
+    form().TurnOnOffCursor(true);
+    EXPECT_EQ(marks(), Marks{});
+}
+
+TEST_F(PaintingTest, CursorMarkGivesWayToOutputAndComesBackAfterABurst) {
+    const struct {
+        const char* what;
+        std::function<void()> operation;
+        Marks marks;
+    } cases[] = {
+        {"printed byte", [this] { type("x"); }, {}},
+        {"line feed", [this] { type("\n"); }, {}},
+        {"scroll", [this] { screen().CursorY(24), type("\n"); }, {}},
+        {"carriage return", [this] { type("\r"); }, {}},
+        {"backspace", [this] { type("\b"); }, {}},
+        {"backspace that does nothing", [this] { screen().CursorX(0), type("\b"); }, {{9, 3}}},
+        {"ignored bytes",
+         [this] {
+             type({"\0\x11\x07", 3});
+         },
+         {{9, 3}}},
+        {"ignored sequence", [this] { sequence(12); }, {{9, 3}}},
+        {"cursor sequence",
+         [this] {
+             sequence(2, {"5", "7"});
+         },
+         {{6, 4}}},
+        {"attribute", [this] { sequence(30, {"7"}); }, {{9, 3}}},
+        {"clear screen", [this] { sequence(26); }, {{0, 0}}},
+        {"erase without a bracket", [this] { form().EraseScreen(); }, {}},
+        {"repaint", [this] { screen().RepaintScreen(); }, {{9, 3}}},
+        {"paint", [this] { form().Form_Paint(); }, {{9, 3}}},
+        {"selection", [this] { selectAll(); }, {{9, 3}}},
+        {"smaller screen", [this] { setSize(5, 2); }, {{5, 1}}},
+        {"resize", [this] { form().Form_Resize(); }, {{9, 3}}},
+        {"repaint inside a bracket",
+         [this] {
+             form().DataReceiveStart();
+             screen().RepaintScreen();
+             form().DataReceiveEnd();
+             form().DataReceiveEnd();
+         },
+         {{9, 3}}},
+    };
+    for (const auto& c : cases) {
+        setSize(80, 25);
+        form().EraseScreen();
+        screen().SetCursor(9, 3);
+        if (screen().cursorDrawn()) blink();
+        blink();
+        ASSERT_EQ(marks(), (Marks{{9, 3}})) << c.what;
+        c.operation();
+        EXPECT_EQ(marks(), c.marks) << c.what;
+        blink();
+        EXPECT_EQ(marks().size(), 1 - c.marks.size()) << c.what;
+    }
+}
+
+TEST_F(PaintingTest, FailedSequenceLeavesTheMarkOffUntilTheNextOne) {
+    blink();
+    EXPECT_EQ(errorOf([this] { sequence(2, {"1", "x"}); }), 13);
+    EXPECT_EQ(marks(), Marks{});
+    blink();
+    EXPECT_EQ(marks(), Marks{});
+    sequence(1);
+    blink();
+    EXPECT_EQ(marks(), (Marks{{0, 0}}));
+}
+
+TEST_F(PaintingTest, MemoryBitmapHoldsThePictureOfTheWindow) {
+    Session plain;
+    plain.connect();
+    screen().UseMemoryDC(true);
+    for (const Session* session : {static_cast<const Session*>(this), static_cast<const Session*>(&plain)}) {
+        session->setSize(30, 6);
+        session->sequence(31, {"33", "41"});
+        session->type("one\r\ntwo\r\n" + std::string(70, 'w') + "\r\n\n\nlast");
+        session->sequence(2, {"2", "5"});
+        session->sequence(31, {"7", "4"});
+        for (const int row : {19, 22, 3, 23, 1, 25}) session->sequence(row, {"1"});
+        session->type("end\r\n\n\n\n\n\n\nscrolled");
+        session->blink();
+    }
+    EXPECT_EQ(picture(), plain.picture());
+    EXPECT_EQ(marks(), plain.marks());
+    const auto before = picture();
+    EXPECT_EQ(drawn([this] { form().Form_Paint(); }), 0);
+    EXPECT_EQ(picture(), before);
+    blink();
+    sequence(26);
+    form().Form_Paint();
+    EXPECT_EQ(picture(), std::vector<ShownCell>(180));
+}
+
+TEST_F(PaintingTest, MinimisedWindowDrawsNothingUntilItIsRestored) {
+    EXPECT_EQ(form().PrevWindowState(), WindowState::Maximised);
+    type("before");
+    blink();
+    window().setState(WindowState::Minimised);
+    EXPECT_FALSE(screen().PaintOn());
+    EXPECT_EQ(drawn([this] { type("\rafter "); }), 0);
+    EXPECT_EQ(form().PrevWindowState(), WindowState::Maximised);
+    window().setState(WindowState::Normal);
+    EXPECT_EQ(form().PrevWindowState(), WindowState::Normal);
+    EXPECT_EQ(shownRows().front().substr(0, 7), "after  ");
+    EXPECT_LE(marks().size(), 1U);
+}
+
+TEST_F(PaintingTest, ResizeRedrawsOnlyAScreenThatWasWrittenTo) {
+    EXPECT_EQ(drawn([this] { window().setState(WindowState::Normal); }), 0);
+    type("x");
+    EXPECT_EQ(drawn([this] { window().setState(WindowState::Maximised); }), 2000);
+    form().EraseScreen();
+    EXPECT_EQ(drawn([this] { window().setState(WindowState::Normal); }), 0);
+}
+
+TEST_F(PaintingTest, ScreenWidthMenuKeepsTheText) {
+    setSize(132, 25);
+    screen().SetCursor(100, 0);
+    type("far");
+    for (const bool wide : {true, false, true}) {
+        screen().CursorX(132);
+        if (wide) setSize(80, 25);
+        form().mnuFileScreenWidth_Click();
+        if (!wide) setSize(132, 25);
+    }
+    EXPECT_EQ(shownRows().front().substr(100, 3), "far");
+}
+
+TEST_F(PaintingTest, GridStandsInTheMiddleOrAtTheCorner) {
+    const struct {
+        std::int16_t columns, lines;
+        int left, top;
+    } cases[] = {{80, 25, 208, 200}, {132, 25, 0, 200}, {131, 49, 4, 8}, {200, 25, 0, 200}, {80, 60, 208, 0}};
+    for (const auto& c : cases) {
+        setSize(c.columns, c.lines);
+        EXPECT_EQ(screen().grid().cellOrigin(0, 0), (Point{c.left, c.top}));
+        EXPECT_EQ(screen().grid().cellOrigin(79, 24), (Point{c.left + 79 * 8, c.top + 24 * 16}));
+    }
+}
+
+TEST_F(PaintingTest, FontSizeCanBeSetWhileItDoesNotFollowTheWindow) {
+    const std::int16_t fitted = screen().ScreenFontSize();
+    screen().ScreenFontSize(static_cast<std::int16_t>(fitted + 5));
+    EXPECT_EQ(screen().ScreenFontSize(), fitted);
+    type("x");
+    screen().AutoSize(false);
+    EXPECT_EQ(drawn([this] { screen().ScreenFontSize(14); }), 2000);
+    EXPECT_EQ(screen().ScreenFontSize(), 14);
+    EXPECT_EQ(errorOf([this] { screen().ScreenFontSize(0); }), 5);
+}
+
+/// A surface whose cells are half as wide as they are high, a pixel of height being three quarters of a
+/// point.
+class ScalingSurface final : public TermSurface {
+  public:
+    Size inner;
+    double points = 10;
+
+    void drawText(Point, std::span<const std::uint8_t>) override {}
+    void setPen(const Pen&) override {}
+    void invertBlock(const Rect&) override {}
+    void clear() override {}
+    void clearOutsideGrid() override {}
+    void setGrid(const Rect&, Size) override {}
+    void scrollGrid() override {}
+    void setFont(const FontChoice&) override {}
+    void setFontSize(double size) override { points = size; }
+    double fontSize() const override { return points; }
+    double pointsPerPixel() const override { return 0.75; }
+    Size measureCell() override {
+        const int height = roundHalfToEven(points / 0.75);
+        return {(height + 1) / 2, height};
+    }
+    Size innerSize() const override { return inner; }
+    void keepBlock(const Rect&) override {}
+    void scrollMemory() override {}
+    void showMemory() override {}
+    void clearMemory() override {}
+};
+
+TEST(GridLayout, LargestFontWhoseGridFits) {
+    const struct {
+        Size inner;
+        int columns, lines;
+        double points;
+        Point origin;
+    } cases[] = {
+        {{800, 600}, 80, 25, 15, {0, 50}},       // 20 pixels: the width decides
+        {{800, 600}, 132, 25, 9, {4, 150}},      // 12 pixels
+        {{400, 200}, 10, 5, 30, {100, 0}},       // 40 pixels: the height decides
+        {{1920, 1080}, 80, 25, 32.25, {80, 2}},  // 43 pixels: cells 22 x 43
+    };
+    for (const auto& c : cases) {
+        ScalingSurface surface;
+        surface.inner = c.inner;
+        GridLayout grid;
+        grid.layOut(surface, c.columns, c.lines, true);
+        EXPECT_DOUBLE_EQ(surface.points, c.points);
+        EXPECT_EQ(grid.cellOrigin(0, 0), c.origin);
+    }
+    ScalingSurface surface;
+    GridLayout grid;
+    grid.layOut(surface, 80, 25, true);
+    EXPECT_EQ(surface.points, 10) << "a window without an area gives no measure";
+    surface.inner = {60, 30};
+    grid.layOut(surface, 80, 25, true);
+    EXPECT_EQ(grid.cellOrigin(0, 0), (Point{0, 0}));
+}
+
+}  // namespace
+}  // namespace kavrelon
