@@ -1,6 +1,7 @@
 #include "terminal/GridLayout.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "terminal/TermWindow.h"
 
@@ -17,6 +18,14 @@ Rect GridLayout::cellBlock(int column, int row, int columns) const {
     const Point from = cellOrigin(column, row);
     const Point to = cellOrigin(column + columns, row + 1);
     return {from.x, from.y, to.x, to.y};
+}
+
+CellPlace GridLayout::cellAt(Point pixel, int columns, int lines) const {
+    const auto nearest = [](int distance, float size, int count) {
+        const double cell = std::floor(static_cast<double>(distance) / std::max(size, 1.0F)) + 1;
+        return static_cast<int>(std::clamp<double>(cell, 1, std::max(count, 1)));
+    };
+    return {nearest(pixel.x - left_, cellWidth_, columns), nearest(pixel.y - top_, cellHeight_, lines)};
 }
 
 void GridLayout::fitFont(TermSurface& surface, int columns, int lines) const {

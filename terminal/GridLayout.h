@@ -9,6 +9,13 @@ namespace kavrelon {
 
 class TermSurface;
 
+/// A cell of the screen by the buffer's counting: columns and rows from 1.
+struct CellPlace {
+    int column = 1;
+    int row = 1;
+    bool operator==(const CellPlace&) const = default;
+};
+
 /// Where the grid of cells stands in the window: the cell's size and the place of its top left corner.
 class GridLayout {
   public:
@@ -26,6 +33,8 @@ class GridLayout {
     Point cellOrigin(int column, int row) const {
         return {scaled(column, cellWidth_) + left_, scaled(row, cellHeight_) + top_};
     }
+    /// The cell of a grid of this size under a pixel, or the nearest one to a pixel outside.
+    CellPlace cellAt(Point pixel, int columns, int lines) const;
     /// The pixels of `columns` cells from a cell to the right.
     Rect cellBlock(int column, int row, int columns = 1) const;
 

@@ -272,4 +272,26 @@ void Screen::ClearBeginOfScreen() {
     buffer_.blankRows(0, cursorY_);
 }
 
+CellPlace Screen::cellAt(Point pixel) const {
+    return grid().cellAt(pixel, std::min(charsPerLine_, kMaxScreen), std::min(linesPerPage_, kMaxScreen));
+}
+
+std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
+    const auto [firstColumn, lastColumn] = std::minmax({corner.column, opposite.column});
+    const auto [firstRow, lastRow] = std::minmax({corner.row, opposite.row});
+    std::string text;
+    for (int row = firstRow; row <= lastRow; ++row) {
+        if (row != firstRow && row != lastRow) text += "\r\n";
+        for (int column = firstColumn; column <= lastColumn; ++column) {
+            Cell cell = buffer_.record(row).Cells[static_cast<std::size_t>(column)];
+            if (cell.Char == 0) {
+                cell.Char = ' ';
+                buffer_.put(column - 1, row - 1, cell);
+            }
+            text += static_cast<char>(cell.Char);
+        }
+    }
+    return text;
+}
+
 }  // namespace kavrelon

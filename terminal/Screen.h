@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "terminal/CursorMark.h"
@@ -111,10 +112,16 @@ class Screen {
     /// the memory bitmap is shown instead when there is one.
     void RepaintScreen(bool Selected = false, int FromCol = 0, int FromRow = 0, int ToCol = 0, int ToRow = 0,
                        bool PaintOnly = false);
-    void Redrawscreen(bool PaintOnly);
+    void Redrawscreen(bool PaintOnly = false);
     void paintAll();
     bool SelectionShown() const { return selectionShown_; }
     void SelectionShown(bool value) { selectionShown_ = value; }
+
+    /// The cell under a pixel of the window, or the nearest one.
+    CellPlace cellAt(Point pixel) const;
+    /// The text between two corners, in any order. A line break stands before each row but the first and the
+    /// last. Empty cells count as spaces, and hold spaces afterwards.
+    std::string GetScreenText(CellPlace corner, CellPlace opposite);
 
     void ShowCursor();
     void HideCursor() {

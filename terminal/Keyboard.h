@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kavrelon {
+
+/// What keys act on: the ways out of the terminal, and its clipboard.
+class KeyTarget {
+  public:
+    virtual ~KeyTarget() = default;
+
+    /// The string of a function key, 1 to 48.
+    virtual std::string functionKeyText(std::int16_t keyNumber) = 0;
+    virtual void sendBreak() = 0;
+    virtual void sendText(const std::string& text) = 0;
+    /// Copies the selection; false when there is none, or copying is not allowed.
+    virtual bool copySelection() = 0;
+    /// The clipboard's text; empty when there is none, or pasting is not allowed.
+    virtual std::string textToPaste() = 0;
+};
+
+/// Turns keys into what is sent. Key codes are the platform's virtual-key codes.
+///
+/// A key arrives as `keyDown`, then, when that left its code alone, as the character that it types.
+class Keyboard {
+  public:
+    /// Bits of the shift state.
+    enum Shift : std::int16_t { kShift = 1, kCtrl = 2, kAlt = 4 };
+
+    explicit Keyboard(KeyTarget& target) : target_(target) {}
+
+    /// Acts on keys that type no character. Sets `keyCode` to 0 where nothing is to follow.
+    void keyDown(std::int16_t& keyCode, std::int16_t shift);
+    /// Sends a typed character, single-byte.
+    void keyPress(std::int16_t character);
+    void keyUp(std::int16_t keyCode);
+    /// The window has lost the focus: the Ctrl key's release will not arrive.
+    void loseFocus() { ctrlDown_ = false; }
+
+    bool CtrlDown() const { return ctrlDown_; }
+    bool InputOn() const { return inputOn_; }
+    void InputOn(bool value) { inputOn_ = value; }
+    bool CRtoCRLF() const { return crToCrLf_; }
+    /// A typed carriage return is sent as CR LF.
+    void CRtoCRLF(bool value) { crToCrLf_ = value; }
+
+  private:
+    std::string textOf(std::int16_t& keyCode, std::int16_t shift);
+    std::string textWithCtrl(std::int16_t& keyCode);
+
+    KeyTarget& target_;
+    bool ctrlDown_ = false;
+    bool inputOn_ = true;
+    bool crToCrLf_ = false;
+};
+
+}  // namespace kavrelon

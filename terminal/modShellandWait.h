@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kavrelon {
+
+/// How the platform starts programs.
+class Launcher {
+  public:
+    virtual ~Launcher() = default;
+
+    /// Opens `program` (a program, a document or an address) with its default action, without an owner
+    /// window. An empty directory means the process's current one. The platform's result: above 32 is
+    /// success.
+    virtual long shellExecute(const std::string& program, const std::string& parameters,
+                              const std::string& directory, int showStyle) = 0;
+    /// Starts a command line as it stands. Returns the task's identifier; raises the platform's failure.
+    virtual long startProgram(const std::string& commandLine, int showStyle) = 0;
+};
+
+namespace modShellandWait {
+
+/// A command text taken apart.
+struct Command {
+    std::string program;
+    std::string parameters;
+    std::string directory;
+};
+
+/// The program is the text inside the quotes that the command begins with, or else the text before its first
+/// space; a quote that is never closed makes all of the rest the program. The directory is the one given, or
+/// the program's own when its path names one, or empty.
+Command split(std::string_view commandText, std::string_view directory);
+
+/// Opens the command text, and where the platform does not know what to do with it, starts it as a program.
+/// Access denied, a sharing violation and a missing association are final. Returns the platform's result or
+/// the task's identifier.
+long start(Launcher& launcher, const std::string& commandText, int showStyle,
+           std::string_view directory = {});
+
+}  // namespace modShellandWait
+}  // namespace kavrelon
