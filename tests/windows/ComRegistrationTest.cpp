@@ -97,6 +97,25 @@ TEST_F(ComRegistration, LeavesNoKeyBehind) {
     EXPECT_EQ(install(TRUE, L"everybody"), E_INVALIDARG);
 }
 
+// From another apartment every call goes through the marshaler, which finds the type library by its
+// registration.
+TEST_F(ComRegistration, LetsOtherApartmentsCall) {
+    EXPECT_EQ(library_.call("DllRegisterServer"), S_OK);
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    ComPtr<IClientEscTree> table;
+    EXPECT_EQ(CoCreateInstance(CLSID_clsTerminal, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientEscTree),
+                               table.putVoid()),
+              S_OK);
+    ASSERT_TRUE(table);
+    EXPECT_TRUE(table.query<IClientSecurity>()) << "this is no proxy";
+    Bstr pattern;
+    EXPECT_EQ(table->get_EscTreeString(1, pattern.put()), S_OK);
+    EXPECT_EQ(pattern.view(), L"<ESC>[H");
+    EXPECT_EQ(process(*table, 2, {L"1", L"2"}), runtimeError(91));
+    table = {};
+    CoUninitialize();
+}
+
 TEST_F(ComRegistration, KeepsWhatOthersHaveRegistered) {
     const wchar_t* const other = L"{01234567-0123-0123-0123-0123456789AB}";
     const std::wstring contract = std::wstring(kReceiveKey) + L"\\TypeLib";

@@ -29,7 +29,7 @@ inline std::wstring libraryPath() {
 /// A loaded library and its entry points.
 class LoadedLibrary {
   public:
-    LoadedLibrary() : module_(LoadLibraryW(libraryPath().c_str())) {}
+    explicit LoadedLibrary(const std::wstring& path = libraryPath()) : module_(LoadLibraryW(path.c_str())) {}
     LoadedLibrary(const LoadedLibrary&) = delete;
     LoadedLibrary& operator=(const LoadedLibrary&) = delete;
     ~LoadedLibrary() { FreeLibrary(module_); }
