@@ -19,6 +19,10 @@ bool isPlain(UINT byte) {
     return byte >= kFirstPlain && byte <= kLastPlain;
 }
 
+/// Pixels by which another face's lines reach over each edge of the cell, to be clipped there: scaled to the
+/// cell exactly, their ends may fall short of it by a part of a pixel.
+constexpr int kLineOverlap = 1;
+
 Font createFont(const FontFace& face, int height) {
     const LOGFONTA description = logFont(face, -height);
     return Font(CreateFontIndirectA(&description));
@@ -82,17 +86,20 @@ RealisedFont::RealisedFont(HDC context, const FontFace& face, const FontFace* li
         Glyph& glyph = glyphs_[byte];
         glyph = planGlyph(face, lineFace != nullptr, byte);
         const bool foreign = glyph.source == Glyph::Source::Line && lineFace != nullptr;
-        if (!face.fixedPitch && !foreign) {
-            glyph.inset = static_cast<std::int16_t>((cell_.width - widthOf(context, glyph, byte)) / 2);
+        if (foreign) {
+            glyph.offsetX = -kLineOverlap;
+            glyph.offsetY = -kLineOverlap;
+        } else if (!face.fixedPitch) {
+            glyph.offsetX = static_cast<std::int16_t>((cell_.width - widthOf(context, glyph, byte)) / 2);
         }
-        glyph.clipped = !face.fixedPitch || foreign || overhangs(context, glyph, byte);
+        glyph.clipped = foreign || !face.fixedPitch || overhangs(context, glyph, byte);
     }
     if (lineFace != nullptr) createLineFont(*lineFace);
 }
 
 void RealisedFont::createLineFont(const FontFace& lineFace) {
-    LOGFONTA description = logFont(lineFace, cell_.height);
-    description.lfWidth = cell_.width;
+    LOGFONTA description = logFont(lineFace, cell_.height + 2 * kLineOverlap);
+    description.lfWidth = cell_.width + 2 * kLineOverlap;
     lineFont_.reset(CreateFontIndirectA(&description));
 }
 

@@ -22,8 +22,10 @@ struct Glyph {
         Line,       ///< as its Unicode character, in the font for lines
     };
     wchar_t character = L' ';
-    /// Pixels from the cell's left edge that centre a narrow character; 0 in fixed-pitch faces.
-    std::int16_t inset = 0;
+    /// Pixels from the cell's corner to where it is drawn: centred in proportional faces, and beyond the
+    /// corner where lines of another face overlap the edges.
+    std::int16_t offsetX = 0;
+    std::int16_t offsetY = 0;
     Source source = Source::Byte;
     /// Its picture may reach out of the cell and has to be clipped.
     bool clipped = false;

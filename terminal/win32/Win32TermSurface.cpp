@@ -38,7 +38,8 @@ void Win32TermSurface::resumeDrawing() {
 }
 
 void Win32TermSurface::drawText(Point at, Bytes text) {
-    if (context_ == nullptr) return;
+    // The clipping would hold it back as well, but at the price of the call.
+    if (context_ == nullptr || held_ > 0) return;
     if (font_.stale()) useFont();
     while (!text.empty()) {
         const Glyph& first = realised_->glyph(text[0]);
@@ -73,12 +74,15 @@ void Win32TermSurface::drawClipped(Point at, Bytes run) {
     RECT box{at.x, at.y, at.x + cell.width, at.y + cell.height};
     for (const std::uint8_t& byte : run) {
         const Glyph& glyph = realised_->glyph(byte);
-        const int x = static_cast<int>(box.left) + (pen_.underline ? 0 : glyph.inset);
+        // Centring would tear an underline: it starts where its character does.
+        const int offset = pen_.underline ? std::min<int>(glyph.offsetX, 0) : glyph.offsetX;
+        const int x = static_cast<int>(box.left) + offset;
+        const int y = at.y + glyph.offsetY;
         constexpr UINT options = ETO_OPAQUE | ETO_CLIPPED;
         if (glyph.source == Glyph::Source::Byte) {
-            ExtTextOutA(context_, x, at.y, options, &box, toText({&byte, 1}), 1, advances_.data());
+            ExtTextOutA(context_, x, y, options, &box, toText({&byte, 1}), 1, advances_.data());
         } else {
-            ExtTextOutW(context_, x, at.y, options, &box, &glyph.character, 1, advances_.data());
+            ExtTextOutW(context_, x, y, options, &box, &glyph.character, 1, advances_.data());
         }
         OffsetRect(&box, cell.width, 0);
     }
