@@ -1,0 +1,117 @@
+#include <algorithm>
+#include <set>
+
+#include "WindowTestSupport.h"
+
+namespace kavrelon {
+namespace {
+
+std::string caption(HMENU menu, int position) {
+    char text[100] = "";
+    GetMenuStringA(menu, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
+    return text;
+}
+
+int find(HMENU menu, const std::string& name) {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        std::string text = caption(menu, i);
+        std::erase(text, '&');
+        if (text == name) return i;
+    }
+    return -1;
+}
+
+class WindowMenu : public WindowTest {
+  protected:
+    static HMENU menu(const TestForm& form, const char* name) {
+        const HMENU bar = GetMenu(form.window());
+        return GetSubMenu(bar, find(bar, name));
+    }
+    static void click(const TestForm& form, HMENU menu, int position) {
+        SendMessageA(form.window(), WM_COMMAND, GetMenuItemID(menu, position), 0);
+    }
+    /// The position of the menu's only checked entry, -1 when it has not one of them.
+    static int checked(HMENU menu) {
+        int result = -1;
+        for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+            if ((GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_CHECKED) == 0) continue;
+            if (result >= 0) return -1;
+            result = i;
+        }
+        return result;
+    }
+    std::string setting(const char* section, const char* key) {
+        return platform.profileFile().read(settings, section, key, "none", 100);
+    }
+};
+
+TEST_F(WindowMenu, ChoicesAreCheckedStoredAndReadBack) {
+    struct Case {
+        const char *menu, *section, *key;
+        std::vector<std::string> stored;
+    };
+    const std::vector<Case> cases{
+        {"Font", "Misc", "FontStyle", {"1", "2", "3", "4", "5", "6", "7", "8"}},
+        {"Printer", "Printer", "SpoolType", {"0", "2", "3", "1"}},
+    };
+    for (const Case& each : cases) {
+        const TestForm form = open();
+        form.writeAt(0, 0, "text");
+        const HMENU entries = menu(form, each.menu);
+        ASSERT_EQ(GetMenuItemCount(entries), static_cast<int>(each.stored.size()));
+        EXPECT_EQ(checked(entries), 0);
+        for (int entry = GetMenuItemCount(entries) - 1; entry >= 0; --entry) {
+            click(form, entries, entry);
+            EXPECT_EQ(setting(each.section, each.key), each.stored[static_cast<std::size_t>(entry)]);
+            EXPECT_EQ(checked(entries), entry);
+            EXPECT_EQ(checked(menu(open(), each.menu)), entry);
+        }
+        EXPECT_EQ(form.picture(), form.repainted());
+    }
+}
+
+TEST_F(WindowMenu, TheScreenWidthChangesAndItsCaptionWithIt) {
+    const TestForm form = open();
+    const HMENU file = menu(form, "File");
+    form->screen().CharsPerLine(132);
+    form.writeAt(100, 3, "\xDB");
+    form->screen().CharsPerLine(80);
+    click(form, file, find(file, "132 Char per Line"));
+    EXPECT_EQ(form->screen().CharsPerLine(), 132);
+    const Picture wide = form.picture();
+    EXPECT_LE(form.cell(131, 0).right, wide.width());
+    EXPECT_FALSE(wide.all(form.cell(100, 3), kBlack));
+    EXPECT_EQ(wide, form.repainted());
+    click(form, file, find(file, "80 Char per Line"));
+    EXPECT_EQ(form->screen().CharsPerLine(), 80);
+    EXPECT_GE(find(file, "132 Char per Line"), 0);
+}
+
+TEST_F(WindowMenu, ClearingTheClipboardEmptiesIt) {
+    const TestForm form = open();
+    ASSERT_TRUE(OpenClipboard(form.window()));
+    EmptyClipboard();
+    ASSERT_TRUE(SetClipboardData(CF_TEXT, GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 16)));
+    CloseClipboard();
+    const HMENU file = menu(form, "File");
+    click(form, file, find(file, "Clear Clipboard"));
+    EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+}
+
+TEST_F(WindowMenu, EveryMnemonicIsItsOwn) {
+    const TestForm form = open();
+    for (const HMENU each :
+         {GetMenu(form.window()), menu(form, "File"), menu(form, "Font"), menu(form, "Printer")}) {
+        std::set<int> letters;
+        for (int i = 0; i < GetMenuItemCount(each); ++i) {
+            const std::string text = caption(each, i);
+            const auto mark = text.find('&');
+            if (mark == std::string::npos) continue;
+            EXPECT_TRUE(letters.insert(toupper(text.at(mark + 1))).second) << text;
+        }
+        EXPECT_GE(letters.size(), 3U);
+    }
+}
+
+}  // namespace
+}  // namespace kavrelon

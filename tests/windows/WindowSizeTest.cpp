@@ -1,0 +1,78 @@
+#include "WindowTestSupport.h"
+
+namespace kavrelon {
+namespace {
+
+using WindowSize = WindowTest;
+
+TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
+    for (const bool memory : {false, true}) {
+        const TestForm form = open();
+        form->screen().UseMemoryDC(memory);
+        form.writeAt(0, 0, "top left");
+        form.writeAt(70, 24, "the end\xDB\xDB\xDB");
+        for (const Size size :
+             {Size{640, 400}, Size{1270, 500}, Size{600, 780}, Size{1000, 701}, Size{60, 60}}) {
+            form.smear({0, 0, 2000, 2000});
+            form.setSize(size);
+            const Picture resized = form.picture();
+            EXPECT_EQ(resized, form.repainted()) << size.width;
+            const Rect first = form.cell(0, 0);
+            const int width = 80 * first.width();
+            const int height = 25 * first.height();
+            EXPECT_EQ(first.left, std::max((resized.width() - width) / 2, 0));
+            EXPECT_EQ(first.top, std::max((resized.height() - height) / 2, 0));
+            if (size.width == 60) continue;
+            EXPECT_TRUE(width <= resized.width() && height <= resized.height()) << size.width;
+            // A pixel of font height is at most two of the cell's.
+            EXPECT_TRUE(width + 2 * 80 > resized.width() || height + 2 * 25 > resized.height()) << size.width;
+        }
+    }
+}
+
+TEST_F(WindowSize, WithoutAutoSizeTheWindowFitsTheFont) {
+    const TestForm form = open();
+    form->screen().AutoSize(false);
+    for (const int points : {6, 9}) {
+        form->screen().ScreenFontSize(static_cast<std::int16_t>(points));
+        EXPECT_EQ(form.picture().width(), form.cell(80, 0).left) << points;
+        EXPECT_EQ(form.picture().height(), form.cell(0, 25).top) << points;
+    }
+    form->screen().ScreenFontSize(100);
+    RECT outer{};
+    GetWindowRect(form.window(), &outer);
+    EXPECT_LE(outer.right, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_LE(outer.bottom, GetSystemMetrics(SM_CYSCREEN));
+}
+
+TEST_F(WindowSize, StatesReachTheFormAndTheTitleBarGoesAndComes) {
+    const TestForm form = open();
+    form->setWindowState(WindowState::Maximised);
+    EXPECT_TRUE(IsZoomed(form.window()));
+    EXPECT_EQ(form->PrevWindowState(), WindowState::Maximised);
+    form->setWindowState(WindowState::Minimised);
+    EXPECT_TRUE(IsIconic(form.window()));
+    EXPECT_FALSE(form->screen().PaintOn());
+    form->setWindowState(WindowState::Normal);
+    EXPECT_TRUE(form->screen().PaintOn());
+
+    const auto style = [&] { return GetWindowLongA(form.window(), GWL_STYLE); };
+    const auto place = [&] {
+        RECT outer{};
+        GetWindowRect(form.window(), &outer);
+        return Rect{outer.left, outer.top, outer.right, outer.bottom};
+    };
+    const LONG styleBefore = style();
+    const Rect placeBefore = place();
+    const int height = form.picture().height();
+    form->ShowTitleBar(false);
+    EXPECT_EQ(style(), styleBefore & ~0xCB0000L);
+    EXPECT_EQ(place(), placeBefore);
+    EXPECT_GT(form.picture().height(), height);
+    form->ShowTitleBar(true);
+    EXPECT_EQ(style(), styleBefore);
+    EXPECT_EQ(form.picture().height(), height);
+}
+
+}  // namespace
+}  // namespace kavrelon
