@@ -25,7 +25,7 @@ class EscapeArguments {
 
     /// The field at an absolute index; raises SubscriptOutOfRange when there is none.
     std::string_view at(int index) const {
-        const auto offset = static_cast<std::size_t>(index - lowerBound_);
+        const auto offset = static_cast<std::size_t>(std::int64_t{index} - lowerBound_);
         if (offset >= fields_.size()) raise(RuntimeErrorNumber::SubscriptOutOfRange);
         return fields_[offset];
     }
