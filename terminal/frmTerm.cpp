@@ -105,6 +105,7 @@ void frmTerm::Unload() noexcept {
 }
 
 void frmTerm::ReadINIFile() noexcept {
+    if (!isLoaded()) return;
     ProfileFile& profiles = platform_.profileFile();
     std::string value;
     carryOn([&] { IniFile::ReadIni(profiles, iniFile_, kMiscSection, kFontStyleKey, value, "1"); });
