@@ -1,0 +1,179 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "terminal/IniFile.h"
+#include "tests/unit/Session.h"
+
+namespace kavrelon {
+namespace {
+
+using namespace std::string_literals;
+
+class SettingsTest : public testing::Test, protected Session {
+  protected:
+    SettingsTest() { parent->iniFile = path; }
+
+    void write(const std::string& content) const { std::ofstream(path, std::ios::binary) << content; }
+    std::string content() const {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    std::string read(const std::string& section, const std::string& key, const std::string& fallback = {}) {
+        std::string result;
+        IniFile::ReadIni(profiles, path, section, key, result, fallback);
+        return result;
+    }
+
+    ScratchFolder folder;
+    std::string path = folder.file("settings.ini");
+};
+
+TEST_F(SettingsTest, ValuesAreReadByTheRulesOfTheFile) {
+    const std::string long120(120, 'v');
+    write(
+        "stray=0\r\n; Misc=1\r\n[Other]\r\nKey=other\r\n\r\n[misc]\r\n  KEY  =  some value  \r\n"
+        "Quoted=\"  padded  \"\r\nEmpty=\r\nDouble=a=b\r\nDouble=second\r\nLong=" +
+        long120 + "\r\n[Misc]\r\nLate=1\r\nlast=no line end");
+    const struct {
+        std::string section, key, value;
+    } cases[] = {
+        {"Misc", "Key", "some value"},  {"MISC", "quoted", "padded  "}, {"Misc", "Empty", ""},
+        {"Misc", "Missing", "default"}, {"Misc", "Double", "a=b"},      {"Misc", "Long", long120.substr(21)},
+        {"Misc", "stray", "default"},   {"Other", "Key", "other"},      {"None", "Key", "default"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(read(c.section, c.key, "default"), c.value) << c.key;
+}
+
+TEST_F(SettingsTest, WritingKeepsTheRestOfTheFile) {
+    write("[Misc]\r\nFuncKey3=abc\r\n; a remark\r\n[Printer]\r\nSpoolType=1\r\n");
+    IniFile::WriteIni(profiles, path, "Misc", "FontStyle", "4");
+    IniFile::WriteIni(profiles, path, "printer", "SPOOLTYPE", "2");
+    IniFile::WriteIni(profiles, path, "New", "Key", "value");
+    IniFile::DeleteIni(profiles, path, "Misc", "FuncKey3");
+    EXPECT_EQ(content().find("; a remark\r\n") == std::string::npos, false);
+    EXPECT_EQ(read("Misc", "FontStyle") + read("Printer", "SpoolType") + read("New", "Key"), "42value");
+    EXPECT_EQ(read("Misc", "FuncKey3", "gone"), "");
+    IniFile::DeleteIniAll(profiles, path, "Misc");
+    EXPECT_EQ(read("Misc", "FontStyle", "gone") + read("Printer", "SpoolType"), "gone2");
+}
+
+TEST_F(SettingsTest, FilesThatCannotBeReadOrWritten) {
+    for (const std::string& file : {folder.file("missing.ini"), folder.file(""), ""s}) {
+        std::string result = "before";
+        try {
+            IniFile::ReadIni(profiles, file, "Misc", "FontStyle", result, "1");
+            ADD_FAILURE() << file << " was read";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.number(), RuntimeErrorNumber::FileNotFound);
+            EXPECT_EQ(error.source(), "IniFile::ReadIni");
+        }
+        EXPECT_EQ(result, "1");
+    }
+    EXPECT_EQ(errorOf([this] { IniFile::WriteIni(profiles, folder.file(""), "Misc", "Key", "value"); }), 75);
+}
+
+TEST_F(SettingsTest, DisplayingAppliesFontAndPrinterType) {
+    const struct {
+        std::string fontStyle, spoolType;
+        std::string font;
+        int charset, fontEntry, printerEntry;
+        std::string stored;
+    } cases[] = {
+        {"0", "0", "MS LineDraw", 1, 1, 0, "0"},
+        {"1", "1", "MS LineDraw", 1, 1, 3, "1"},
+        {"2", "2", "Lucida Console", 255, 2, 1, "2"},
+        {"3", "3", "Terminal", 1, 3, 2, "3"},
+        {"4", "4", "Arial", 255, 4, 0, "4"},
+        {"5", "", "Lucida Sans Unicode", 255, 5, 0, "5"},
+        {"6", "01", "Times New Roman", 255, 6, 0, "6"},
+        {"7", "x", "HyperFont Lt.", 1, 7, 0, "7"},
+        {" 7.5 ", "-1", "HyperFont Dk.", 1, 8, 0, "8"},
+        {"9", "0", "MS LineDraw", 1, 1, 0, "9"},
+        {"-32768", "0", "MS LineDraw", 1, 1, 0, "-32768"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fontStyle);
+        write("[Misc]\r\nFontStyle=" + c.fontStyle + "\r\n[Printer]\r\nSpoolType=" + c.spoolType + "\r\n");
+        connect();
+        EXPECT_EQ(window().font().name, c.font);
+        EXPECT_EQ(window().font().charset, c.charset);
+        EXPECT_EQ(window().checkedFontEntry(), c.fontEntry);
+        EXPECT_EQ(window().checkedPrinterTypeEntry(), c.printerEntry);
+        EXPECT_EQ(read("Misc", "FontStyle"), c.stored);
+    }
+}
+
+TEST_F(SettingsTest, MenusRecordTheChoice) {
+    connect();
+    EXPECT_EQ(read("Misc", "FontStyle"), "1");
+    type("text");
+    form().mnuFontStyle_Click(5);
+    EXPECT_EQ(window().checkedFontEntry(), 5);
+    EXPECT_EQ(read("Misc", "FontStyle"), "5");
+    EXPECT_EQ(shownRows()[0].substr(0, 5), "text ");
+    const std::string spoolTypes[] = {"0", "2", "3", "1"};
+    for (std::int16_t entry = 0; entry < 4; ++entry) {
+        form().mnuPrinterType_Click(entry);
+        EXPECT_EQ(window().checkedPrinterTypeEntry(), entry);
+        EXPECT_EQ(read("Printer", "SpoolType"), spoolTypes[entry]);
+    }
+    connect();
+    EXPECT_EQ(window().checkedFontEntry(), 5);
+    EXPECT_EQ(window().checkedPrinterTypeEntry(), 3);
+}
+
+TEST_F(SettingsTest, UnusableFilesLeaveTheDefaults) {
+    std::string binary = "[Misc]\r\nFontStyle=\xFF\x00\x1A\r\nFuncKey3=\r\n"s;
+    for (int i = 0; i < 50000; ++i) binary += static_cast<char>(i * 7919 >> 3);
+    const std::string contents[] = {"",
+                                    "[",
+                                    "=",
+                                    "]\n[\n=\n[Misc\nFontStyle",
+                                    "\xFF\xFE[\0M\0"s,
+                                    binary,
+                                    std::string(2 << 20, 'x'),
+                                    std::string(1 << 14, '\n') + "[Printer]\n"};
+    const auto expectDefaults = [this] {
+        connect();
+        EXPECT_EQ(window().checkedPrinterTypeEntry(), 0);
+        EXPECT_EQ(terminal->FuncKey(3), "/MSG1\r");
+        type("works");
+        EXPECT_EQ(shownRows()[0].substr(0, 5), "works");
+    };
+    for (const std::string& text : contents) {
+        write(text);
+        expectDefaults();
+    }
+    parent->iniFile = folder.file("");
+    expectDefaults();
+    EXPECT_EQ(window().checkedFontEntry(), 1);
+    form().mnuFontStyle_Click(2);
+    EXPECT_EQ(window().checkedFontEntry(), 2);
+}
+
+TEST_F(SettingsTest, FunctionKeysThreeToFortyEightComeFromTheFile) {
+    write(
+        "[Misc]\r\nFuncKey1=X\r\nFuncKey2=X\r\nFuncKey3=^27[A<cr>\r\nFuncKey4=\r\nFuncKey7=^9427\r\n"
+        "FuncKey48=last\r\nFuncKey49=no\r\n");
+    connect();
+    const struct {
+        std::int16_t key;
+        std::string text;
+    } cases[] = {{0, ""},    {1, "*\r"},    {2, "?\r"},  {3, "\x1B[A\r"}, {4, "/MR\r"},
+                 {5, "/\r"}, {6, "/CAL\r"}, {7, "\x1B"}, {8, ""},         {48, "last"}};
+    for (const auto& c : cases) EXPECT_EQ(terminal->FuncKey(c.key), c.text) << c.key;
+
+    const std::string before = content();
+    sequence(38, {"3", "changed"});
+    EXPECT_EQ(terminal->FuncKey(3), "changed");
+    EXPECT_EQ(content(), before);
+    terminal->IClientMain_OnConnection();
+    EXPECT_EQ(terminal->FuncKey(3), "\x1B[A\r");
+}
+
+}  // namespace
+}  // namespace kavrelon

@@ -1,0 +1,491 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "plugin/FunctionKeys.h"
+#include "terminal/TitleBar.h"
+#include "tests/unit/Session.h"
+
+namespace kavrelon {
+namespace {
+
+using namespace std::string_literals;
+using Texts = std::vector<std::string>;
+
+constexpr int kLogOff = 32, kLogOn = 33, kSizeScreen = 35, kNewScreen = 36, kCloseScreen = 37,
+              kFunctionKey = 38, kShowHelpBox = 39, kHideHelpBox = 40, kAddKnowledgeBase = 41,
+              kClearKnowledgeBase = 42, kAddRemote = 43, kClearRemote = 44;
+
+class TerminalTest : public ConnectedTest {
+  protected:
+    void closeByUser() const { window().events()->Form_Close(); }
+};
+
+TEST_F(TerminalTest, TableEndsWithEmptyRows) {
+    EXPECT_EQ(terminal->IClientEscTree_EscTreeCount(), 44);
+    for (const auto index : std::initializer_list<std::int16_t>{0, 45, 100}) {
+        EXPECT_EQ(terminal->IClientEscTree_EscTreeString(index), "");
+        EXPECT_EQ(terminal->IClientEscTree_EscTreeDesc(index), "");
+    }
+    for (const auto index : std::initializer_list<std::int16_t>{-32768, -1, 101, 500, 32767}) {
+        EXPECT_EQ(errorOf([&] { terminal->IClientEscTree_EscTreeString(index); }), 9);
+        EXPECT_EQ(errorOf([&] { terminal->IClientEscTree_EscTreeDesc(index); }), 9);
+        EXPECT_EQ(errorOf([&] { sequence(index); }), 9);
+    }
+}
+
+TEST_F(TerminalTest, CursorSequences) {
+    const struct {
+        int row;
+        Texts fields;
+        Point cursor;
+        int lowerBound = 1;
+    } cases[] = {
+        {1, {}, {0, 0}},
+        {0, {}, {0, 0}},
+        {45, {}, {0, 0}},
+        {100, {}, {0, 0}},
+        {2, {"10", "20"}, {19, 9}},
+        {11, {"10", "20"}, {19, 9}},
+        {2, {"unused", "10", "20"}, {19, 9}, 0},
+        {2, {"999", "32767"}, {80, 24}},
+        {2, {"0", "-5"}, {0, 0}},
+        {2, {" +3 ", "2.5"}, {1, 2}},
+        {3, {"5"}, {7, 11}},
+        {4, {}, {7, 11}},
+        {5, {"99"}, {7, 13}},
+        {7, {"x"}, {8, 12}},
+        {9, {}, {6, 12}},
+        {12, {}, {7, 12}},
+        {18, {"1"}, {7, 12}},
+        {28, {}, {7, 12}},
+        {29, {"1", "x"}, {7, 12}},
+    };
+    for (const auto& c : cases) {
+        screen().SetCursor(7, 12);
+        sequence(c.row, c.fields, c.lowerBound);
+        EXPECT_EQ(cursor(), c.cursor) << c.row << ' ' << testing::PrintToString(c.fields);
+    }
+}
+
+TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
+    const struct {
+        int row;
+        Texts fields;
+        int error;
+        int lowerBound = 1;
+    } cases[] = {
+        {2, {}, 9},
+        {2, {"5"}, 9},
+        {2, {"x"}, 13},
+        {2, {"40000", "x"}, 6},
+        {2, {"5", ""}, 13},
+        {2, {"-32768", "1"}, 6},
+        {2, {"5", "6"}, 9, 2},
+        {2, {"5", "6"}, 9, std::numeric_limits<int>::min()},
+        {2, {"5", "6"}, 9, std::numeric_limits<int>::max()},
+        {11, {"1", "0x1"}, 13},
+        {kSizeScreen, {"100"}, 9},
+        {kSizeScreen, {"100", "x"}, 13},
+        {kSizeScreen, {"100", "32768"}, 6},
+        {kFunctionKey, {"7"}, 9},
+        {kFunctionKey, {"F7", "x"}, 13},
+        {kFunctionKey, {"1A", "x"}, 13},
+        {kFunctionKey, {"AS99999", "x"}, 6},
+        {kShowHelpBox, {"x", "1", "1", "1", "1"}, 9},
+        {kShowHelpBox, {"1", "x", "1", "1", "99999", "text"}, 13},
+        {kShowHelpBox, {"51", "1", "1", "1", "1", "text"}, 9},
+        {kShowHelpBox, {"-1", "1", "1", "1", "1", "text"}, 9},
+        {kHideHelpBox, {}, 9},
+        {kHideHelpBox, {"51"}, 9},
+        {kAddKnowledgeBase, {"url"}, 9},
+        {kAddRemote, {"program"}, 9},
+    };
+    screen().SetCursor(7, 12);
+    for (const auto& c : cases) {
+        EXPECT_EQ(errorOf([&] { sequence(c.row, c.fields, c.lowerBound); }), c.error)
+            << c.row << ' ' << testing::PrintToString(c.fields);
+    }
+    EXPECT_EQ(cursor(), (Point{7, 12}));
+    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
+    EXPECT_EQ(form().menus().knowledgeBase().size() + form().menus().remote().size(), 2U);
+    sequence(kNewScreen);
+    EXPECT_EQ(screen().CharsPerLine(), 80);
+}
+
+TEST_F(TerminalTest, AttributeWalk) {
+    const struct {
+        Texts fields;
+        CellAttr attr;
+        int error = 0;
+        int lowerBound = 1;
+    } cases[] = {
+        {{"7"}, {37, 40, 7}},
+        {{"4", "44"}, {37, 44, 4}},
+        {{"1", "32;40"}, {32, 40, 1}},
+        {{"", "31", "", "5"}, {31, 40, 5}},
+        {{"31", "7"}, {31, 40, 7}, 0, 0},
+        {{" 7 "}, {37, 40, 7}},
+        {{"3.5"}, {37, 40, 4}},
+        {{"\x1F rest"}, {31, 40, 1}},
+        {{"\x07"}, {37, 40, 7}},
+        {{"48"}, {37, 40, 1}},
+        {{"38;255"}, {37, 40, 1}},
+        {{}, {37, 40, 1}},
+        {{"", ""}, {37, 40, 1}},
+        {{"31;"}, {31, 40, 1}, 5},
+        {{"31;;7"}, {31, 40, 1}, 5},
+        {{";"}, {37, 40, 1}, 5},
+        {{"7", "256", "31"}, {37, 40, 7}, 5},
+        {{"7;-1"}, {37, 40, 7}, 5},
+        {{"7;32768"}, {37, 40, 7}, 6},
+        {{"7", "x;31"}, {37, 40, 7}, 13},
+        {{"7;\xE9"}, {37, 40, 7}, 13},
+    };
+    for (const auto& c : cases) {
+        for (const int row : {30, 31}) {
+            SCOPED_TRACE(testing::PrintToString(c.fields));
+            sequence(31, {"37", "40", "1"});
+            EXPECT_EQ(errorOf([&] { sequence(row, c.fields, c.lowerBound); }), c.error);
+            EXPECT_EQ(screen().rendition().attr(), c.attr);
+        }
+    }
+}
+
+TEST_F(TerminalTest, HelpBoxAndMenuSequences) {
+    sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "one\xFEtwo\x1Ethree"});
+    sequence(kShowHelpBox, {"3", "5", "6", "31", "7", "\xFE\x1E"});
+    sequence(kShowHelpBox, {"50", "0", "0", "9", "9", "one\xFEtwo\x1Ethree"});
+    const HelpBox& replaced = *form().helpBoxes().at(3);
+    EXPECT_EQ((std::vector<int>{replaced.BoxTop, replaced.BoxLeft, replaced.BoxWidth, replaced.BoxHeight}),
+              (std::vector<int>{5, 6, 31, 7}));
+    EXPECT_EQ(replaced.text, "\r\n\r\n");
+    EXPECT_EQ(form().helpBoxes().at(50)->text, "one\r\ntwo\r\nthree");
+    sequence(kHideHelpBox, {"3"});
+    sequence(kHideHelpBox, {"3"});
+    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{50});
+
+    const HostMenus& menus = form().menus();
+    sequence(kAddKnowledgeBase, {"http://a/", "A"});
+    sequence(kAddKnowledgeBase, {"http://b/", "B"});
+    sequence(kClearKnowledgeBase);
+    EXPECT_EQ(menus.knowledgeBase().size(), 1U);
+    sequence(kAddKnowledgeBase, {"http://c/", "C"});
+    ASSERT_EQ(menus.knowledgeBaseItems().size(), 3U);
+    EXPECT_EQ(menus.knowledgeBaseItems()[0].caption, "All Categories");
+    EXPECT_EQ(menus.knowledgeBaseItems()[1].caption, "C");
+    EXPECT_EQ(menus.knowledgeBaseItems()[2].caption, "B");
+    EXPECT_EQ(menus.knowledgeBase()[1].target, "http://c/");
+
+    for (const int clear : {kClearRemote, kLogOff}) {
+        sequence(kAddRemote, {"a.exe", "A"});
+        sequence(kAddRemote, {"b.exe", "B"});
+        ASSERT_EQ(menus.remoteItems().size(), 2U);
+        EXPECT_TRUE(menus.remoteEnabled() && menus.remoteItems()[0].enabled);
+        EXPECT_EQ(menus.remoteItems()[0].caption + menus.remoteItems()[1].caption, "AB");
+        EXPECT_EQ(menus.remote()[1].target + menus.remote()[2].target, "a.exeb.exe");
+        sequence(kLogOn);
+        EXPECT_EQ(menus.remoteItems().size(), 2U);
+        sequence(clear);
+        ASSERT_EQ(menus.remoteItems().size(), 1U);
+        EXPECT_EQ(menus.remoteItems()[0].caption, "None");
+        EXPECT_FALSE(menus.remoteEnabled() || menus.remoteItems()[0].enabled);
+    }
+    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
+}
+
+TEST_F(TerminalTest, ScreensArePushedAndPopped) {
+    sequence(kCloseScreen);
+    EXPECT_EQ(terminal->topIndex(), 0);
+    const frmTerm& base = form();
+    type("base");
+    window().setState(WindowState::Normal);
+    sequence(kSizeScreen, {"2000", "30"});
+    EXPECT_EQ(screen().CharsPerLine(), 1024);
+    sequence(kSizeScreen, {"100", "0"});
+    sequence(kNewScreen);
+
+    EXPECT_EQ(terminal->topIndex(), 1);
+    EXPECT_NE(&form(), &base);
+    EXPECT_EQ(form().ConnectionProfile(), "default");
+    EXPECT_EQ(form().IniFile(), parent->iniFile);
+    EXPECT_EQ(screen().CharsPerLine(), 100);
+    EXPECT_EQ(screen().LinesPerPage(), 25);
+    EXPECT_TRUE(window().visible());
+    EXPECT_TRUE(form().sessionOpen() && form().TermActive());
+    EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::Cursor));
+    EXPECT_EQ(window().state(), WindowState::Normal);
+    type("pushed");
+    EXPECT_EQ(storedRows()[0].substr(0, 7), "pushed ");
+
+    sequence(kCloseScreen);
+    EXPECT_EQ(&form(), &base);
+    EXPECT_EQ(platform.openWindows(), 1U);
+    EXPECT_TRUE(base.TermActive() && window().timerEnabled(TermTimer::Cursor));
+    EXPECT_EQ(storedRows()[0].substr(0, 5), "base ");
+    EXPECT_EQ(parent->calls, Texts{});
+}
+
+TEST_F(TerminalTest, TheStackHoldsAHundredAndOneWindows) {
+    for (int i = 1; i <= 100; ++i) sequence(kNewScreen);
+    EXPECT_EQ(errorOf([this] { sequence(kNewScreen); }), 9);
+    EXPECT_EQ(terminal->topIndex(), 100);
+    EXPECT_EQ(platform.openWindows(), 101U);
+    sequence(kCloseScreen);
+    sequence(kNewScreen);
+    EXPECT_EQ(terminal->topIndex(), 100);
+    terminal.reset();
+    EXPECT_EQ(platform.openWindows(), 0U);
+    EXPECT_EQ(parent->calls, Texts{});
+}
+
+TEST_F(TerminalTest, BellSoundsOnceFromItsTimer) {
+    Texts beeps;
+    platform.onBeep = [&](int hertz, int milliseconds) {
+        beeps.push_back(std::to_string(hertz) + ' ' + std::to_string(milliseconds));
+    };
+    type("\a\a");
+    EXPECT_EQ(beeps, Texts{});
+    for (int tick = 0; tick < 2; ++tick) window().tick(TermTimer::Beep);
+    EXPECT_EQ(beeps, Texts{"900 250"});
+}
+
+TEST_F(TerminalTest, SessionFlagsFollowOpenAndClose) {
+    EXPECT_TRUE(form().sessionOpen() && !form().sessionClosed());
+    sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "text"});
+    const auto before = std::chrono::system_clock::now();
+    terminal->IClientMain_OnClose();
+    EXPECT_TRUE(!form().sessionOpen() && form().sessionClosed());
+    EXPECT_GE(form().CloseDate(), before);
+    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
+    EXPECT_FALSE(window().timerEnabled(TermTimer::Cursor));
+    type("still written");
+    EXPECT_EQ(storedRows()[0].substr(0, 5), "still");
+    form().TerminalOpen();
+    EXPECT_TRUE(form().sessionOpen() && !form().sessionClosed());
+    EXPECT_TRUE(window().timerEnabled(TermTimer::Cursor));
+}
+
+TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
+    closeByUser();
+    EXPECT_EQ(parent->calls, Texts{"closed"});
+    EXPECT_EQ(platform.openWindows(), 0U);
+    frmTerm& closed = form();
+    type("text\a\r\n");
+    for (int row = 1; row <= 44; ++row) {
+        if (row != kNewScreen && row != kLogOn && row != kLogOn + 1)
+            sequence(row, {"1", "1", "1", "1", "1", "1"});
+    }
+    closed.DisplayTerminalWindows();
+    closed.ReadINIFile();
+    closed.ShowTitleBar(true);
+    closed.MakeActive();
+    closed.setFocus();
+    closed.TerminalOpen();
+    closed.Form_Paint();
+    closed.Form_Resize();
+    closed.cursor_timer_Timer();
+    closed.tmrBeep_Timer();
+    closed.mnuFileScreenWidth_Click();
+    closed.mnuFontStyle_Click(2);
+    closed.mnuPrinterType_Click(2);
+    closed.mnuFileExit_Click();
+    terminal->IClientMain_OnClose();
+    terminal->IClientMain_DestroyClass();
+    EXPECT_EQ(parent->calls, Texts{"closed"});
+}
+
+TEST_F(TerminalTest, PushedWindowClosedByTheUserKeepsItsPlace) {
+    sequence(kNewScreen);
+    closeByUser();
+    type("dropped");
+    EXPECT_EQ(terminal->topIndex(), 1);
+    EXPECT_EQ(parent->calls, Texts{});
+    sequence(kNewScreen);
+    EXPECT_EQ(terminal->topIndex(), 2);
+    sequence(kCloseScreen);
+    sequence(kCloseScreen);
+    type("kept");
+    EXPECT_EQ(shownRows()[0].substr(0, 5), "kept ");
+}
+
+TEST_F(TerminalTest, HostMayDestroyThePlugInFromAnyWindowEvent) {
+    parent->whenWindowClosed = [this] { terminal->IClientMain_DestroyClass(); };
+    sequence(kNewScreen);
+    sequence(kCloseScreen);
+    platform.pendingMessages.push_back([this] { closeByUser(); });
+    terminal->IClientReceive_ReceiveEnd();
+    EXPECT_EQ(parent->calls, Texts{"closed"});
+    EXPECT_EQ(platform.openWindows(), 0U);
+    EXPECT_EQ(errorOf([this] { type("x"); }), 91);
+    connect();
+    type("again");
+    EXPECT_EQ(terminal->topIndex(), 0);
+    EXPECT_EQ(storedRows()[0].substr(0, 6), "again ");
+}
+
+TEST_F(TerminalTest, MembersNeedAWindowAndAParent) {
+    Session fresh;
+    terminal->IClientMain_DestroyClass();
+    for (clsTerminal* plugIn : {fresh.terminal.get(), terminal.get()}) {
+        const std::function<void()> members[] = {
+            [=] { plugIn->IClientReceive_ReceiveData('x'); },
+            [=] { plugIn->IClientEscTree_EscTreeProcess(1, {}); },
+            [=] { plugIn->IClientMain_OnConnection(); },
+            [=] { plugIn->IClientMain_OnClose(); },
+            [=] { plugIn->SendBreak(); },
+            [=] { plugIn->SendTermData("x"); },
+            [=] { plugIn->SendCommand("x"); },
+            [=] { plugIn->IClientMain_InitializeClass(); },
+        };
+        for (const auto& member : members) EXPECT_EQ(errorOf(member), 91);
+        plugIn->IClientReceive_ReceiveEnd();
+        plugIn->IClientMain_OnLogin();
+        plugIn->IClientMain_OnLogOut();
+        plugIn->WindowHasClosed();
+        plugIn->IClientMain_DestroyClass();
+        EXPECT_EQ(plugIn->IClientMain_PlugInID() + plugIn->IClientMain_PlugInDesc(), "TERMTerminal Window");
+        EXPECT_EQ(plugIn->IClientMain_PlugInVersion(), "1.0.70");
+        EXPECT_EQ(plugIn->IClientEscTree_EscTreeString(1), "<ESC>[H");
+    }
+    EXPECT_EQ(parent->calls, Texts{});
+}
+
+TEST_F(TerminalTest, FailingHostReachesTheCallerOrIsIgnored) {
+    const auto fails = [this](const char* member, auto&& call) {
+        parent->failing = member;
+        EXPECT_THROW(call(), std::runtime_error) << member;
+    };
+    fails("data", [this] { terminal->SendTermData("x"); });
+    fails("break", [this] { terminal->SendBreak(); });
+    fails("command", [this] { terminal->SendCommand("x"); });
+    sequence(kLogOn);
+    terminal->IClientMain_OnLogin();
+    parent->failing = "closed";
+    closeByUser();
+    EXPECT_EQ(parent->calls,
+              (Texts{"data x", "break", "command x", "command INIT", "command INIT", "closed"}));
+    terminal->IClientMain_DestroyClass();
+    for (const char* member : {"profile", "ini"}) {
+        terminal->IClientMain_SetClientParent(parent);
+        fails(member, [this] { terminal->IClientMain_InitializeClass(); });
+        EXPECT_EQ(platform.openWindows(), 0U);
+    }
+    parent->failing.clear();
+    connect();
+    EXPECT_EQ(form().ConnectionProfile(), "default");
+}
+
+TEST(FunctionKeys, Translation) {
+    const struct {
+        std::string text, translated;
+    } cases[] = {
+        {"a<cr>b<CR>", "a\rb\r"},
+        {"<Cr><cR>", "<Cr><cR>"},
+        {"^27[A", "\x1B[A"},
+        {"^09^13", "\t\r"},
+        {"x^", "x"},
+        {"x^7", "x\x07"},
+        {"^abc", "c"},
+        {"^ 7x", "x"},
+        {"^+5x", "x"},
+        {"^^27x", "7x"},
+        {"^9427", "^27"},
+        {"^00", "\0"s},
+    };
+    for (const auto& c : cases) EXPECT_EQ(FunctionKeys::translate(c.text), c.translated) << c.text;
+}
+
+TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
+    const struct {
+        const char* name;
+        std::int16_t key;
+    } cases[] = {{"13", 13}, {"A1", 13}, {"S12", 36}, {"SA2", 38}, {"AS12", 48}, {"1", 1},
+                 {"48", 48}, {"A40", 0}, {"0", 0},    {"49", 0},   {"-1", 0}};
+    for (const auto& c : cases) {
+        sequence(kFunctionKey, {c.name, "^9427 "s + c.name});
+        EXPECT_EQ(terminal->FuncKey(c.key), c.key == 0 ? "" : "^27 "s + c.name);
+    }
+    for (const auto key : std::initializer_list<std::int16_t>{-32768, -1, 49, 32767}) {
+        EXPECT_EQ(errorOf([&] { terminal->FuncKey(key); }), 9);
+    }
+}
+
+TEST(TitleBar, StyleBits) {
+    const struct {
+        std::uint32_t before;
+        bool shown;
+        TitleBarSettings settings;
+        std::uint32_t after;
+    } cases[] = {
+        {0x14CF0000, false, {}, 0x14040000},
+        {0x14040000, true, {}, 0x14CF0000},
+        {0, true, {true, false, false, false}, 0x80000},
+        {0, true, {false, true, false, false}, 0x10000},
+        {0, true, {false, false, true, false}, 0x20000},
+        {0, true, {false, false, false, true}, 0xC00000},
+    };
+    for (const auto& c : cases) EXPECT_EQ(titleBarStyle(c.before, c.shown, c.settings), c.after);
+}
+
+/// Everything that can be received, in one state of the session after the other.
+class ReceiveLaw : public ConnectedTest {
+  protected:
+    void receiveEverything() {
+        std::string allBytes;
+        for (int byte = 0; byte < 256; ++byte) allBytes += static_cast<char>(byte);
+        errorOf([&] { type(allBytes); });
+        const Texts shapes[] = {
+            {},
+            {""},
+            {"1"},
+            {"x", "y"},
+            {"99999", "1"},
+            {"3", "2"},
+            {"A5", "^27INIT<cr>"},
+            {"1", "2", "3", "4", "5", "text\xFE\x1E"},
+            {allBytes, allBytes},
+            {std::string(70000, '7'), std::string(70000, ';')},
+            {"120", "40"},
+        };
+        for (int row = -1; row <= 101; ++row) {
+            for (const Texts& shape : shapes) {
+                for (const int lowerBound : {1, 0, -3}) {
+                    logons += errorOf([&] { sequence(row, shape, lowerBound); }) == 0 &&
+                              (row == kLogOn || row == kLogOn + 1);
+                }
+                errorOf([&] { type("x\a\r\n\x05\x1B[c\x1BZ"); });
+            }
+        }
+        terminal->IClientReceive_ReceiveEnd();
+    }
+
+    std::ptrdiff_t logons = 0;
+};
+
+TEST_F(ReceiveLaw, NothingIsSentButInitAfterALogon) {
+    const std::function<void()> states[] = {
+        [] {},
+        [this] { terminal->IClientMain_OnLogOut(); },
+        [this] { screen().UseMemoryDC(true); },
+        [this] { screen().PaintOn(false); },
+        [this] { screen().AutoWrap(false); },
+        [this] { sequence(kNewScreen); },
+        [this] { terminal->IClientMain_OnClose(); },
+        [this] { window().events()->Form_Close(); },
+    };
+    for (const auto& enter : states) {
+        enter();
+        receiveEverything();
+    }
+    EXPECT_GT(logons, 0);
+    EXPECT_EQ(std::count(parent->calls.begin(), parent->calls.end(), "command INIT"), logons);
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(parent->calls.size()), logons);
+}
+
+}  // namespace
+}  // namespace kavrelon
