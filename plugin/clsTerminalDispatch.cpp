@@ -139,13 +139,13 @@ void clsTerminal::processWindowAction(EscapeAction action, const EscapeArguments
         case EscapeAction::HideHelpBox:
             return window.HideHelpBox(toInt16(args.at(1)));
         case EscapeAction::AddKnowledgeBase:
-            return window.menus().AddKB(std::string(args.at(1)), std::string(args.at(2)));
+            return window.AddKB(std::string(args.at(1)), std::string(args.at(2)));
         case EscapeAction::ClearKnowledgeBase:
-            return window.menus().ClearKB();
+            return window.ClearKB();
         case EscapeAction::AddRemote:
-            return window.menus().AddRemote(std::string(args.at(1)), std::string(args.at(2)));
+            return window.AddRemote(std::string(args.at(1)), std::string(args.at(2)));
         case EscapeAction::ClearRemote:
-            return window.menus().ClearRemote();
+            return window.ClearRemote();
         default:
             return;
     }

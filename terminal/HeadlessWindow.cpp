@@ -143,8 +143,39 @@ void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
     if (platform_.onBeep) platform_.onBeep(frequencyHertz, milliseconds);
 }
 
-void HeadlessWindow::clearClipboard() {
+std::optional<std::string> HeadlessWindow::clipboardText() {
+    if (platform_.clipboardHeld || platform_.clipboard.empty()) return std::nullopt;
+    return platform_.clipboard;
+}
+
+bool HeadlessWindow::setClipboardText(const std::string& text) {
+    if (platform_.clipboardHeld) return false;
+    platform_.clipboard = text;
+    if (platform_.onClipboard) platform_.onClipboard(text);
+    return true;
+}
+
+bool HeadlessWindow::clearClipboard() {
+    if (platform_.clipboardHeld) return false;
     platform_.clipboard.clear();
+    return true;
+}
+
+long HeadlessLauncher::shellExecute(const std::string& program, const std::string& parameters,
+                                    const std::string& directory, int) {
+    shellStarts.push_back({program, parameters, directory});
+    return shellResult;
+}
+
+long HeadlessLauncher::startProgram(const std::string& commandLine, int) {
+    plainStarts.push_back(commandLine);
+    return task;
+}
+
+bool HeadlessPrinters::print(const std::string& printer, const std::vector<std::string>& lines, int) {
+    printedOn = printer;
+    page = lines;
+    return takesPages;
 }
 
 HeadlessWindow* HeadlessPlatform::windowOf(const TermWindowEvents& events) const {

@@ -3,10 +3,13 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "terminal/Printers.h"
 #include "terminal/TermWindow.h"
+#include "terminal/modShellandWait.h"
 
 namespace kavrelon {
 
@@ -53,6 +56,16 @@ class HeadlessWindow final : public TermWindow {
     int checkedPrinterTypeEntry() const { return checkedPrinterTypeEntry_; }
     const std::string& screenWidthCaption() const { return screenWidthCaption_; }
     const FontChoice& font() const { return font_; }
+    bool remoteMenuEnabled() const { return remoteMenuEnabled_; }
+    /// The context menu last popped up.
+    struct ContextMenu {
+        bool copyEnabled = false;
+        bool pasteEnabled = false;
+        bool operator==(const ContextMenu&) const = default;
+    };
+    const std::optional<ContextMenu>& contextMenu() const { return contextMenu_; }
+    /// What the user was told, oldest first.
+    const std::vector<std::string>& failures() const { return failures_; }
     /// How often drawing calls were made, and colours and style set.
     int drawCalls() const { return drawCalls_; }
     int penCalls() const { return penCalls_; }
@@ -90,10 +103,17 @@ class HeadlessWindow final : public TermWindow {
     void setStyleBits(std::uint32_t bits) override { styleBits_ = bits; }
     void enableTimer(TermTimer timer, bool on) override { timers_[static_cast<std::size_t>(timer)] = on; }
     void beep(int frequencyHertz, int milliseconds) override;
-    void clearClipboard() override;
+    std::optional<std::string> clipboardText() override;
+    bool setClipboardText(const std::string& text) override;
+    bool clearClipboard() override;
+    void showContextMenu(bool copyEnabled, bool pasteEnabled) override {
+        contextMenu_ = ContextMenu{copyEnabled, pasteEnabled};
+    }
     void checkFontEntry(int index) override { checkedFontEntry_ = index; }
     void checkPrinterTypeEntry(int index) override { checkedPrinterTypeEntry_ = index; }
     void setScreenWidthCaption(std::string_view caption) override { screenWidthCaption_ = caption; }
+    void enableRemoteMenu(bool enabled) override { remoteMenuEnabled_ = enabled; }
+    void reportFailure(const std::string& text) override { failures_.push_back(text); }
 
   private:
     template <class Visit>
@@ -117,7 +137,44 @@ class HeadlessWindow final : public TermWindow {
     int checkedPrinterTypeEntry_ = -1;
     int drawCalls_ = 0;
     int penCalls_ = 0;
+    bool remoteMenuEnabled_ = false;
+    std::optional<ContextMenu> contextMenu_;
+    std::vector<std::string> failures_;
     std::string screenWidthCaption_;
+};
+
+/// Starts nothing: records what it was asked for, and answers what it was told to.
+class HeadlessLauncher final : public Launcher {
+  public:
+    struct Start {
+        std::string program;
+        std::string parameters;
+        std::string directory;
+        bool operator==(const Start&) const = default;
+    };
+    long shellResult = 42;
+    long task = 4711;
+    std::vector<Start> shellStarts;
+    std::vector<std::string> plainStarts;
+
+    long shellExecute(const std::string& program, const std::string& parameters, const std::string& directory,
+                      int showStyle) override;
+    long startProgram(const std::string& commandLine, int showStyle) override;
+    std::string failureText(long result) override { return "result " + std::to_string(result); }
+};
+
+/// Printers in memory.
+class HeadlessPrinters final : public Printers {
+  public:
+    std::vector<std::string> installed;
+    std::string defaultPrinter;
+    bool takesPages = true;
+    std::string printedOn;
+    std::vector<std::string> page;
+
+    std::vector<std::string> names() override { return installed; }
+    std::string defaultName() override { return defaultPrinter; }
+    bool print(const std::string& printer, const std::vector<std::string>& lines, int columns) override;
 };
 
 /// Headless windows, their activation, clipboard and bell. Settings come from the given profile files.
@@ -127,7 +184,13 @@ class HeadlessPlatform final : public TermPlatform {
 
     /// Called when the bell sounds, with hertz and milliseconds.
     std::function<void(int, int)> onBeep;
+    /// Called with what is put on the clipboard.
+    std::function<void(const std::string&)> onClipboard;
     std::string clipboard;
+    /// Another program holds the clipboard and does not let go.
+    bool clipboardHeld = false;
+    HeadlessLauncher headlessLauncher;
+    HeadlessPrinters headlessPrinters;
     /// What the next `processMessages` lets through: window events, in order.
     std::deque<std::function<void()>> pendingMessages;
 
@@ -137,6 +200,8 @@ class HeadlessPlatform final : public TermPlatform {
 
     std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) override;
     ProfileFile& profileFile() override { return profiles_; }
+    Launcher& launcher() override { return headlessLauncher; }
+    Printers& printers() override { return headlessPrinters; }
     void processMessages() override;
 
   private:

@@ -294,4 +294,16 @@ std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
     return text;
 }
 
+std::vector<std::string> Screen::lines() const {
+    std::vector<std::string> lines;
+    for (int row = 1; row <= std::min(linesPerPage_, kMaxScreen); ++row) {
+        std::string& line = lines.emplace_back();
+        for (int column = 1; column <= std::min(charsPerLine_, kMaxScreen); ++column) {
+            const std::uint8_t ch = buffer_.record(row).Chars(column);
+            line += ch == 0 ? ' ' : static_cast<char>(ch);
+        }
+    }
+    return lines;
+}
+
 }  // namespace kavrelon

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "terminal/CursorMark.h"
 #include "terminal/Painter.h"
@@ -122,6 +123,8 @@ class Screen {
     /// The text between two corners, in any order. A line break stands before each row but the first and the
     /// last. Empty cells count as spaces, and hold spaces afterwards.
     std::string GetScreenText(CellPlace corner, CellPlace opposite);
+    /// What the screen shows, row by row, empty cells as spaces.
+    std::vector<std::string> lines() const;
 
     void ShowCursor();
     void HideCursor() {

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "terminal/FontMenu.h"
@@ -110,7 +112,14 @@ class TermWindow : public TermSurface {
     virtual void enableTimer(TermTimer timer, bool on) = 0;
     /// Sounds the bell without making the caller wait for its end.
     virtual void beep(int frequencyHertz, int milliseconds) = 0;
-    virtual void clearClipboard() = 0;
+
+    /// The clipboard's text in single-byte characters; nothing when it holds none or cannot be had.
+    virtual std::optional<std::string> clipboardText() = 0;
+    /// Replaces the clipboard's content; false when another program does not let go of it.
+    virtual bool setClipboardText(const std::string& text) = 0;
+    virtual bool clearClipboard() = 0;
+    /// Pops up the context menu at the mouse. The choice arrives as an event, before or after this returns.
+    virtual void showContextMenu(bool copyEnabled, bool pasteEnabled) = 0;
 
     /// Puts the font menu's check mark on this entry alone; an entry that does not exist takes all marks off.
     virtual void checkFontEntry(int index) = 0;
@@ -118,7 +127,16 @@ class TermWindow : public TermSurface {
     virtual void checkPrinterTypeEntry(int index) = 0;
     /// Sets the caption of the File menu's screen-width entry.
     virtual void setScreenWidthCaption(std::string_view caption) = 0;
+    /// The "Remote" menu can be opened, or not. What the host-filled menus hold is asked for when they open.
+    virtual void enableRemoteMenu(bool enabled) = 0;
+    /// Tells the user that something did not work, in a message box that belongs to the window.
+    virtual void reportFailure(const std::string& text) = 0;
 };
+
+enum class MouseButton : std::uint8_t { Left = 1, Right = 2 };
+
+class HostMenus;
+class PrinterMenu;
 
 /// What a terminal window tells the terminal: the platform's events, each under the name of its handler.
 /// A handler may destroy the window. None throws.
@@ -135,6 +153,18 @@ class TermWindowEvents {
     /// Somebody (the user, the system, the Exit entry) wants the window closed. It is gone afterwards.
     virtual void Form_Close() noexcept = 0;
 
+    /// A key went down; `shift` has bit 1 for Shift, 2 for Ctrl, 4 for Alt. When the handler sets the code to
+    /// 0, nothing else is to come of the key: no character, no menu, no default action.
+    virtual void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept = 0;
+    /// A character was typed, in the ANSI code page.
+    virtual void Form_KeyPress(std::int16_t character) noexcept = 0;
+    virtual void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept = 0;
+    virtual void Form_LostFocus() noexcept = 0;
+    virtual void Form_MouseDown(MouseButton button, Point mouse) noexcept = 0;
+    /// The mouse has moved; positions outside the window arrive as long as the left button is held.
+    virtual void Form_MouseMove(bool leftHeld, Point mouse) noexcept = 0;
+    virtual void Form_MouseUp(MouseButton button, Point mouse) noexcept = 0;
+
     virtual void cursor_timer_Timer() noexcept = 0;
     virtual void tmrBeep_Timer() noexcept = 0;
 
@@ -144,9 +174,24 @@ class TermWindowEvents {
     virtual void mnuFileExit_Click() noexcept = 0;
     virtual void mnuFontStyle_Click(std::int16_t index) noexcept = 0;
     virtual void mnuPrinterType_Click(std::int16_t index) noexcept = 0;
+    virtual void mnuRightClickCopy_Click() noexcept = 0;
+    virtual void mnuRightClickPaste_Click() noexcept = 0;
+    virtual void mnuRightClickClear_Click() noexcept = 0;
+    /// Item `index` of a host-filled menu was chosen.
+    virtual void mnKnowledgeBaseLink_Click(std::int16_t index) noexcept = 0;
+    virtual void mnuRemoteConnection_Click(std::int16_t index) noexcept = 0;
+    virtual void mnuFilePrint_Click() noexcept = 0;
+    /// Entry `index` of the printer menu, as `printerMenu` lists them.
+    virtual void mnuPrinter_Click(std::int16_t index) noexcept = 0;
+
+    /// What the menus show that are filled when they open.
+    virtual const HostMenus& hostMenus() const noexcept = 0;
+    virtual PrinterMenu printerMenu() noexcept = 0;
 };
 
 class ProfileFile;
+class Launcher;
+class Printers;
 
 /// Where terminal windows and settings come from: the platform, or memory.
 class TermPlatform {
@@ -157,6 +202,8 @@ class TermPlatform {
     /// The caller owns the window. Throws when the platform has none to give.
     virtual std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) = 0;
     virtual ProfileFile& profileFile() = 0;
+    virtual Launcher& launcher() = 0;
+    virtual Printers& printers() = 0;
     /// Lets pending window messages through. Any event may arrive meanwhile, and the host may call in.
     virtual void processMessages() = 0;
 };

@@ -4,28 +4,14 @@
 
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
+#include "terminal/HostCommand.h"
 #include "terminal/IniFile.h"
 #include "terminal/PrinterType.h"
 #include "terminal/ProfileFile.h"
+#include "terminal/Settings.h"
 #include "terminal/TitleBar.h"
 
 namespace kavrelon {
-namespace {
-
-constexpr const char* kMiscSection = "Misc";
-constexpr const char* kFontStyleKey = "FontStyle";
-constexpr const char* kPrinterSection = "Printer";
-constexpr const char* kSpoolTypeKey = "SpoolType";
-
-constexpr std::int16_t kWideColumns = 132;
-constexpr const char* kWideCaption = "132 Char per Line";
-constexpr const char* kNarrowCaption = "80 Char per Line";
-
-constexpr int kBellFrequency = 900;
-constexpr int kBellMilliseconds = 250;
-
-}  // namespace
-
 frmTerm::frmTerm(TermPlatform& platform) : platform_(platform), screenWidthCaption_(kWideCaption) {}
 
 frmTerm::~frmTerm() = default;
@@ -58,7 +44,41 @@ void frmTerm::TerminalClose() noexcept {
 void frmTerm::Logon(bool bLogin) {
     if (bLogin) return;
     helpBoxes_.closeAll();
+    ClearRemote();
+}
+
+void frmTerm::AddRemote(std::string CommandLine, std::string Desc) {
+    menus_.AddRemote(std::move(CommandLine), std::move(Desc));
+    if (isLoaded()) window_->enableRemoteMenu(menus_.remoteEnabled());
+}
+
+void frmTerm::ClearRemote() {
     menus_.ClearRemote();
+    if (isLoaded()) window_->enableRemoteMenu(menus_.remoteEnabled());
+}
+
+void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
+    carryOn([&] {
+        const HostCommand command(sCmd);
+        if (command.word == "IMAGE") {
+            bProcessed = true;
+            const ImageCommand image(command.argument);
+            DisplayPicture(image.number, image.topX, image.topY, image.bottomX, image.bottomY,
+                           std::string(image.name));
+        } else if (command.word == "IMAGECLEAR") {
+            bProcessed = true;
+            ClearPicture(toInt16(command.argument));
+        } else if (command.word == "PASTEOK") {
+            pasteOk_ = command.argument == "1";
+        } else if (command.word == "CUTOK") {
+            cutOk_ = command.argument == "1";
+        }
+    });
+}
+
+void frmTerm::DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
+                             std::int16_t BotY, std::string PicName) {
+    pictures_.put(PicNum, {TopX, TopY, BotX, BotY, std::move(PicName)});
 }
 
 void frmTerm::ShowTitleBar(bool bState) {
@@ -108,9 +128,10 @@ void frmTerm::ReadINIFile() noexcept {
     if (!isLoaded()) return;
     ProfileFile& profiles = platform_.profileFile();
     std::string value;
-    carryOn([&] { IniFile::ReadIni(profiles, iniFile_, kMiscSection, kFontStyleKey, value, "1"); });
+    carryOn([&] { IniFile::ReadIni(profiles, iniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
     carryOn([&] { selectFont(toInt16(value)); });
-    carryOn([&] { IniFile::ReadIni(profiles, iniFile_, kPrinterSection, kSpoolTypeKey, value, "0"); });
+    carryOn(
+        [&] { IniFile::ReadIni(profiles, iniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
     carryOn([&] { window_->checkPrinterTypeEntry(printerTypeEntry(value)); });
     Form_Resize();
 }
@@ -120,7 +141,7 @@ void frmTerm::selectFont(std::int16_t index) {
     screen_.setFont(fontMenuEntry(entry).font);
     // A settings file that cannot be written costs the user the memory of the choice, not the choice.
     carryOn([&] {
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, kMiscSection, kFontStyleKey,
+        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kMisc, settings::kFontStyle,
                           std::to_string(index));
     });
     window_->checkFontEntry(entry);
@@ -134,86 +155,6 @@ void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Lef
 
 void frmTerm::HideHelpBox(std::int16_t Index) {
     helpBoxes_.close(Index);
-}
-
-void frmTerm::Form_Paint() noexcept {
-    carryOn([this] { screen_.paintAll(); });
-}
-
-void frmTerm::Form_Resize() noexcept {
-    carryOn([this] {
-        if (!isLoaded()) return;
-        const WindowState state = window_->state();
-        screen_.PaintOn(state != WindowState::Minimised);
-        if (state == WindowState::Minimised) return;
-        prevWindowState_ = state;
-        screen_.windowResized();
-    });
-}
-
-void frmTerm::Form_Activate() noexcept {
-    termActive_ = true;
-}
-
-void frmTerm::Form_Deactivate() noexcept {
-    termActive_ = false;
-}
-
-void frmTerm::Form_Close() noexcept {
-    Unload();
-}
-
-void frmTerm::cursor_timer_Timer() noexcept {
-    if (!termActive_) return;
-    carryOn([this] { screen_.blinkCursor(); });
-}
-
-void frmTerm::tmrBeep_Timer() noexcept {
-    carryOn([this] {
-        if (!isLoaded()) return;
-        window_->enableTimer(TermTimer::Beep, false);
-        window_->beep(kBellFrequency, kBellMilliseconds);
-    });
-}
-
-void frmTerm::mnuFileRest_Click() noexcept {
-    carryOn([this] { screen_.Redrawscreen(false); });
-}
-
-void frmTerm::mnuFileScreenWidth_Click() noexcept {
-    carryOn([this] {
-        if (!isLoaded()) return;
-        const bool widen = screenWidthCaption_.find("132") != std::string::npos;
-        screen_.CharsPerLine(widen ? kWideColumns : Screen::kDefaultColumns);
-        screenWidthCaption_ = widen ? kNarrowCaption : kWideCaption;
-        window_->setScreenWidthCaption(screenWidthCaption_);
-        screen_.drawAnew();
-    });
-}
-
-void frmTerm::mnuFileClearClipboard_Click() noexcept {
-    carryOn([this] {
-        if (isLoaded()) window_->clearClipboard();
-    });
-}
-
-void frmTerm::mnuFileExit_Click() noexcept {
-    Unload();
-}
-
-void frmTerm::mnuFontStyle_Click(std::int16_t index) noexcept {
-    carryOn([&] {
-        if (isLoaded()) selectFont(index);
-    });
-}
-
-void frmTerm::mnuPrinterType_Click(std::int16_t index) noexcept {
-    carryOn([&] {
-        if (!isLoaded() || index < 0 || static_cast<std::size_t>(index) >= kSpoolTypes.size()) return;
-        window_->checkPrinterTypeEntry(index);
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, kPrinterSection, kSpoolTypeKey,
-                          std::string(kSpoolTypes[static_cast<std::size_t>(index)]));
-    });
 }
 
 }  // namespace kavrelon

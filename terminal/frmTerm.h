@@ -9,7 +9,11 @@
 #include "terminal/HelpBoxes.h"
 #include "terminal/HostMenus.h"
 #include "terminal/ITerminalCallBack.h"
+#include "terminal/Keyboard.h"
+#include "terminal/Pictures.h"
+#include "terminal/Printers.h"
 #include "terminal/Screen.h"
+#include "terminal/Selection.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
@@ -18,7 +22,9 @@ namespace kavrelon {
 /// member the plug-in class and the platform's window call.
 ///
 /// After the window has been closed, by whomever, the object stays and ignores what it is told.
-class frmTerm final : public TermWindowEvents, public std::enable_shared_from_this<frmTerm> {
+class frmTerm final : public TermWindowEvents,
+                      public std::enable_shared_from_this<frmTerm>,
+                      private KeyTarget {
   public:
     /// Creates the form and loads it: the platform's window exists, hidden, and the screen is set up.
     static std::shared_ptr<frmTerm> load(TermPlatform& platform);
@@ -49,8 +55,10 @@ class frmTerm final : public TermWindowEvents, public std::enable_shared_from_th
     void PasteOk(bool value) { pasteOk_ = value; }
     bool CutOk() const { return cutOk_; }
     void CutOk(bool value) { cutOk_ = value; }
-    bool CRtoCRLF() const { return crToCrLf_; }
-    void CRtoCRLF(bool value) { crToCrLf_ = value; }
+    bool CRtoCRLF() const { return keyboard_.CRtoCRLF(); }
+    void CRtoCRLF(bool value) { keyboard_.CRtoCRLF(value); }
+    bool InputOn() const { return keyboard_.InputOn(); }
+    void InputOn(bool value) { keyboard_.InputOn(value); }
     bool TermActive() const { return termActive_; }
     bool sessionOpen() const { return sessionOpen_; }
     bool sessionClosed() const { return sessionClosed_; }
@@ -69,6 +77,10 @@ class frmTerm final : public TermWindowEvents, public std::enable_shared_from_th
     void Redrawscreen(bool PaintOnly = false) { screen_.Redrawscreen(PaintOnly); }
     void TurnOnOffCursor(bool OnOff);
     void ReadINIFile() noexcept;
+    /// Carries out a text command: "IMAGE", "IMAGECLEAR", "PASTEOK" or "CUTOK", in any case. What a command
+    /// cannot read counts as 0. Sets `bProcessed` for the picture commands, and leaves it alone for all
+    /// others.
+    void ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept;
 
     /// The character screen, for its cursor, erase, attribute, size and painting members.
     Screen& screen() { return screen_; }
@@ -78,8 +90,15 @@ class frmTerm final : public TermWindowEvents, public std::enable_shared_from_th
     void ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
                      std::int16_t Height, std::string_view Text);
     void HideHelpBox(std::int16_t Index);
-    HostMenus& menus() { return menus_; }
     const HelpBoxes& helpBoxes() const { return helpBoxes_; }
+    void DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
+                        std::int16_t BotY, std::string PicName);
+    void ClearPicture(std::int16_t PicNum) { pictures_.clear(PicNum); }
+    const Pictures& pictures() const { return pictures_; }
+    void AddKB(std::string sURL, std::string sDesc) { menus_.AddKB(std::move(sURL), std::move(sDesc)); }
+    void ClearKB() { menus_.ClearKB(); }
+    void AddRemote(std::string CommandLine, std::string Desc);
+    void ClearRemote();
 
     // Events of the platform's window
     void Form_Paint() noexcept override;
@@ -87,6 +106,13 @@ class frmTerm final : public TermWindowEvents, public std::enable_shared_from_th
     void Form_Activate() noexcept override;
     void Form_Deactivate() noexcept override;
     void Form_Close() noexcept override;
+    void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept override;
+    void Form_KeyPress(std::int16_t character) noexcept override;
+    void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept override;
+    void Form_LostFocus() noexcept override;
+    void Form_MouseDown(MouseButton button, Point mouse) noexcept override;
+    void Form_MouseMove(bool leftHeld, Point mouse) noexcept override;
+    void Form_MouseUp(MouseButton button, Point mouse) noexcept override;
     void cursor_timer_Timer() noexcept override;
     void tmrBeep_Timer() noexcept override;
     void mnuFileRest_Click() noexcept override;
@@ -95,17 +121,42 @@ class frmTerm final : public TermWindowEvents, public std::enable_shared_from_th
     void mnuFileExit_Click() noexcept override;
     void mnuFontStyle_Click(std::int16_t index) noexcept override;
     void mnuPrinterType_Click(std::int16_t index) noexcept override;
+    void mnuRightClickCopy_Click() noexcept override;
+    void mnuRightClickPaste_Click() noexcept override;
+    void mnuRightClickClear_Click() noexcept override;
+    void mnKnowledgeBaseLink_Click(std::int16_t index) noexcept override;
+    void mnuRemoteConnection_Click(std::int16_t index) noexcept override;
+    void mnuFilePrint_Click() noexcept override;
+    void mnuPrinter_Click(std::int16_t index) noexcept override;
+    const HostMenus& hostMenus() const noexcept override { return menus_; }
+    PrinterMenu printerMenu() noexcept override;
 
   private:
+    static constexpr const char* kWideCaption = "132 Char per Line";
+    static constexpr const char* kNarrowCaption = "80 Char per Line";
+
     explicit frmTerm(TermPlatform& platform);
 
+    // What keys act on.
+    std::string functionKeyText(std::int16_t keyNumber) override;
+    void sendBreak() override;
+    void sendText(const std::string& text) override;
+    bool copySelection() override;
+    std::string textToPaste() override;
+
+    ITerminalCallBack& callback() const;
     void selectFont(std::int16_t index);
+    void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
+    void complain() noexcept;
 
     TermPlatform& platform_;
     std::unique_ptr<TermWindow> window_;
     HelpBoxes helpBoxes_;
     HostMenus menus_;
+    Pictures pictures_;
     Screen screen_{helpBoxes_};
+    Selection selection_{screen_};
+    Keyboard keyboard_{*this};
     ITerminalCallBack* callback_ = nullptr;
     std::string connectionProfile_;
     std::string iniFile_;
@@ -114,7 +165,6 @@ class frmTerm final : public TermWindowEvents, public std::enable_shared_from_th
     WindowState prevWindowState_ = WindowState::Normal;
     bool pasteOk_ = true;
     bool cutOk_ = true;
-    bool crToCrLf_ = false;
     bool termActive_ = true;
     bool sessionOpen_ = false;
     bool sessionClosed_ = false;

@@ -11,7 +11,7 @@ constexpr long kSharingViolation = 26;
 constexpr long kNoAssociation = 31;
 
 bool isFinal(long result) {
-    return result >= kFirstSuccess || result == kAccessDenied || result == kSharingViolation ||
+    return succeeded(result) || result == kAccessDenied || result == kSharingViolation ||
            result == kNoAssociation;
 }
 
@@ -39,7 +39,13 @@ long start(Launcher& launcher, const std::string& commandText, int showStyle, st
     const Command command = split(commandText, directory);
     const long result =
         launcher.shellExecute(command.program, command.parameters, command.directory, showStyle);
-    return isFinal(result) ? result : launcher.startProgram(commandText, showStyle);
+    if (isFinal(result)) return result;
+    const long task = launcher.startProgram(commandText, showStyle);
+    return task != 0 ? task : result;
+}
+
+bool succeeded(long result) {
+    return result >= kFirstSuccess;
 }
 
 }  // namespace kavrelon::modShellandWait

@@ -15,8 +15,10 @@ class Launcher {
     /// success.
     virtual long shellExecute(const std::string& program, const std::string& parameters,
                               const std::string& directory, int showStyle) = 0;
-    /// Starts a command line as it stands. Returns the task's identifier; raises the platform's failure.
+    /// Starts a command line as it stands. The task's identifier, or 0 when it could not be started.
     virtual long startProgram(const std::string& commandLine, int showStyle) = 0;
+    /// What a failed result means, in words for the user.
+    virtual std::string failureText(long result) = 0;
 };
 
 namespace modShellandWait {
@@ -38,6 +40,9 @@ Command split(std::string_view commandText, std::string_view directory);
 /// the task's identifier.
 long start(Launcher& launcher, const std::string& commandText, int showStyle,
            std::string_view directory = {});
+
+/// Whether a result of `start` means that something was started.
+bool succeeded(long result);
 
 }  // namespace modShellandWait
 }  // namespace kavrelon

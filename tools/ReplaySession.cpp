@@ -128,6 +128,9 @@ ReplaySession::ReplaySession(std::ostream& out, std::string iniFile)
                   .endObject()
                   .text());
     };
+    platform_.onClipboard = [this](const std::string& text) {
+        print(event("Clipboard").key("value").value(text).endObject().text());
+    };
     terminal_.IClientMain_SetClientParent(host_);
     terminal_.IClientMain_InitializeClass();
     terminal_.IClientMain_OnConnection();
@@ -169,6 +172,27 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
         {"login", [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogin(); }},
         {"logout", [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogOut(); }},
         {"close", [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnClose(); }},
+        {"cmd",
+         [](ReplaySession& session, Operands& operands) {
+             bool processed = false;
+             session.window().ProcessCmd(operands.string(), processed);
+             session.print(JsonLine().beginObject().key("processed").value(processed).endObject().text());
+         }},
+        {"key",
+         [](ReplaySession& session, Operands& operands) {
+             std::int16_t code = operands.number();
+             session.window().Form_KeyDown(code, operands.number());
+         }},
+        {"press", [](ReplaySession& session,
+                     Operands& operands) { session.window().Form_KeyPress(operands.number()); }},
+        {"keyup", [](ReplaySession& session,
+                     Operands& operands) { session.window().Form_KeyUp(operands.number(), 0); }},
+        {"mouse", [](ReplaySession& session, Operands& operands) { session.moveMouse(operands); }},
+        {"copy", [](ReplaySession& session, Operands&) { session.window().mnuRightClickCopy_Click(); }},
+        {"paste", [](ReplaySession& session, Operands&) { session.window().mnuRightClickPaste_Click(); }},
+        {"clear", [](ReplaySession& session, Operands&) { session.window().mnuRightClickClear_Click(); }},
+        {"clip",
+         [](ReplaySession& session, Operands& operands) { session.platform_.clipboard = operands.string(); }},
         {"redraw", [](ReplaySession& session, Operands&) { session.window().screen().Redrawscreen(false); }},
         {"expose", [](ReplaySession& session, Operands&) { session.window().Form_Paint(); }},
         {"paint",
@@ -187,7 +211,7 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
         {"screen", [](ReplaySession& session,
                       Operands&) { session.print(screenLine(session.window(), session.shownWindow())); }},
         {"menus",
-         [](ReplaySession& session, Operands&) { session.print(menusLine(session.window().menus())); }},
+         [](ReplaySession& session, Operands&) { session.print(menusLine(session.window().hostMenus())); }},
     };
     const auto found = commands.find(name);
     return found == commands.end() ? nullptr : found->second;
@@ -199,6 +223,23 @@ void ReplaySession::processSequence(Operands& operands) {
     while (!operands.empty()) fields.push_back(operands.string());
     const std::vector<std::string_view> views(fields.begin(), fields.end());
     terminal_.IClientEscTree_EscTreeProcess(index, EscapeArguments(views));
+}
+
+void ReplaySession::moveMouse(Operands& operands) {
+    const std::string what = operands.word();
+    const std::int16_t button = operands.number();
+    if (button != 1 && button != 2) operands.fail("the mouse has buttons 1 and 2");
+    const Point place{operands.number(), operands.number()};
+    frmTerm& form = window();
+    if (what == "down") {
+        form.Form_MouseDown(static_cast<MouseButton>(button), place);
+    } else if (what == "move") {
+        form.Form_MouseMove(button == 1, place);
+    } else if (what == "up") {
+        form.Form_MouseUp(static_cast<MouseButton>(button), place);
+    } else {
+        operands.fail("mouse takes down, move or up");
+    }
 }
 
 HeadlessWindow& ReplaySession::shownWindow() const {

@@ -36,6 +36,7 @@ class ReplaySession {
     frmTerm& window() const { return terminal_.currentWindow(); }
     HeadlessWindow& shownWindow() const;
     void processSequence(Operands& operands);
+    void moveMouse(Operands& operands);
     void print(const std::string& line);
     void printError(const RuntimeError& error);
     /// Runs one call of the plug-in and prints its error.

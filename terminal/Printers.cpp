@@ -1,0 +1,17 @@
+#include "terminal/Printers.h"
+
+#include <algorithm>
+
+namespace kavrelon {
+
+PrinterMenu::PrinterMenu(Printers& printers, const std::string& chosen) {
+    const std::vector<std::string> names = printers.names();
+    const std::string fallback = printers.defaultName();
+    const bool chosenIsThere = std::find(names.begin(), names.end(), chosen) != names.end();
+    inUse_ = chosenIsThere ? chosen : fallback;
+    for (const std::string& name : names) {
+        entries_.push_back({name == fallback ? name + " (default)" : name, name, name == inUse_});
+    }
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace kavrelon::settings {
+
+// Sections and keys of the settings file.
+inline constexpr const char* kMisc = "Misc";
+inline constexpr const char* kFontStyle = "FontStyle";
+inline constexpr const char* kPrinter = "Printer";
+inline constexpr const char* kSpoolType = "SpoolType";
+inline constexpr const char* kPrinterName = "PrinterName";
+
+}  // namespace kavrelon::settings

@@ -1,0 +1,248 @@
+#include <utility>
+
+#include "support/Conversions.h"
+#include "support/RuntimeError.h"
+#include "terminal/IniFile.h"
+#include "terminal/PrinterType.h"
+#include "terminal/Settings.h"
+#include "terminal/frmTerm.h"
+#include "terminal/modShellandWait.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr std::int16_t kWideColumns = 132;
+
+constexpr int kBellFrequency = 900;
+constexpr int kBellMilliseconds = 250;
+/// The bell of a clipboard that does not give or take.
+constexpr int kComplaintFrequency = 100;
+constexpr int kComplaintMilliseconds = 100;
+
+/// The platform's number for a normal, active window.
+constexpr int kShowNormal = 1;
+
+}  // namespace
+
+void frmTerm::Form_Paint() noexcept {
+    carryOn([this] { screen_.paintAll(); });
+}
+
+void frmTerm::Form_Resize() noexcept {
+    carryOn([this] {
+        if (!isLoaded()) return;
+        const WindowState state = window_->state();
+        screen_.PaintOn(state != WindowState::Minimised);
+        if (state == WindowState::Minimised) return;
+        prevWindowState_ = state;
+        screen_.windowResized();
+    });
+}
+
+void frmTerm::Form_Activate() noexcept {
+    termActive_ = true;
+}
+
+void frmTerm::Form_Deactivate() noexcept {
+    termActive_ = false;
+}
+
+void frmTerm::Form_Close() noexcept {
+    Unload();
+}
+
+void frmTerm::cursor_timer_Timer() noexcept {
+    if (!termActive_) return;
+    carryOn([this] { screen_.blinkCursor(); });
+}
+
+void frmTerm::tmrBeep_Timer() noexcept {
+    carryOn([this] {
+        if (!isLoaded()) return;
+        window_->enableTimer(TermTimer::Beep, false);
+        window_->beep(kBellFrequency, kBellMilliseconds);
+    });
+}
+
+void frmTerm::mnuFileRest_Click() noexcept {
+    carryOn([this] { screen_.Redrawscreen(false); });
+}
+
+void frmTerm::mnuFileScreenWidth_Click() noexcept {
+    carryOn([this] {
+        if (!isLoaded()) return;
+        const bool widen = screenWidthCaption_.find("132") != std::string::npos;
+        screen_.CharsPerLine(widen ? kWideColumns : Screen::kDefaultColumns);
+        screenWidthCaption_ = widen ? kNarrowCaption : kWideCaption;
+        window_->setScreenWidthCaption(screenWidthCaption_);
+        screen_.drawAnew();
+    });
+}
+
+void frmTerm::mnuFileClearClipboard_Click() noexcept {
+    mnuRightClickClear_Click();
+}
+
+void frmTerm::mnuFileExit_Click() noexcept {
+    Unload();
+}
+
+void frmTerm::mnuFontStyle_Click(std::int16_t index) noexcept {
+    carryOn([&] {
+        if (isLoaded()) selectFont(index);
+    });
+}
+
+void frmTerm::mnuPrinterType_Click(std::int16_t index) noexcept {
+    carryOn([&] {
+        if (!isLoaded() || index < 0 || static_cast<std::size_t>(index) >= kSpoolTypes.size()) return;
+        window_->checkPrinterTypeEntry(index);
+        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kPrinter, settings::kSpoolType,
+                          std::string(kSpoolTypes[static_cast<std::size_t>(index)]));
+    });
+}
+
+void frmTerm::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept {
+    if (!termActive_) return;
+    carryOn([&] { keyboard_.keyDown(keyCode, shift); });
+}
+
+void frmTerm::Form_KeyPress(std::int16_t character) noexcept {
+    carryOn([&] { keyboard_.keyPress(character); });
+}
+
+void frmTerm::Form_KeyUp(std::int16_t keyCode, std::int16_t) noexcept {
+    if (termActive_) keyboard_.keyUp(keyCode);
+}
+
+void frmTerm::Form_LostFocus() noexcept {
+    keyboard_.loseFocus();
+}
+
+ITerminalCallBack& frmTerm::callback() const {
+    if (callback_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
+    return *callback_;
+}
+
+std::string frmTerm::functionKeyText(std::int16_t keyNumber) {
+    return callback().FuncKey(keyNumber);
+}
+
+void frmTerm::sendBreak() {
+    callback().SendBreak();
+}
+
+void frmTerm::sendText(const std::string& text) {
+    callback().SendTermData(text);
+}
+
+void frmTerm::Form_MouseDown(MouseButton button, Point mouse) noexcept {
+    if (button != MouseButton::Left) return;
+    carryOn([&] { selection_.begin(mouse); });
+}
+
+void frmTerm::Form_MouseMove(bool leftHeld, Point mouse) noexcept {
+    if (!leftHeld) return;
+    carryOn([&] { selection_.extend(mouse); });
+}
+
+void frmTerm::Form_MouseUp(MouseButton button, Point) noexcept {
+    if (button != MouseButton::Right) return;
+    carryOn([this] {
+        if (isLoaded()) window_->showContextMenu(cutOk_ && screen_.SelectionShown(), pasteOk_);
+    });
+}
+
+bool frmTerm::copySelection() {
+    if (!isLoaded() || !cutOk_ || !screen_.SelectionShown()) return false;
+    if (!window_->setClipboardText(selection_.take())) complain();
+    return true;
+}
+
+std::string frmTerm::textToPaste() {
+    if (!isLoaded() || !pasteOk_) return {};
+    return window_->clipboardText().value_or(std::string());
+}
+
+void frmTerm::complain() noexcept {
+    carryOn([this] { window_->beep(kComplaintFrequency, kComplaintMilliseconds); });
+}
+
+void frmTerm::mnuRightClickCopy_Click() noexcept {
+    carryOn([this] { copySelection(); });
+}
+
+void frmTerm::mnuRightClickPaste_Click() noexcept {
+    carryOn([this] {
+        if (!isLoaded() || !pasteOk_) return;
+        const std::string text = textToPaste();
+        if (text.empty()) {
+            complain();
+        } else {
+            sendText(text);
+        }
+    });
+}
+
+void frmTerm::mnuRightClickClear_Click() noexcept {
+    carryOn([this] {
+        if (isLoaded() && !window_->clearClipboard()) complain();
+    });
+}
+
+void frmTerm::mnKnowledgeBaseLink_Click(std::int16_t index) noexcept {
+    carryOn([&] { startEntry(menus_.knowledgeBase(), index); });
+}
+
+void frmTerm::mnuRemoteConnection_Click(std::int16_t index) noexcept {
+    // The menu shows no item for the placeholder that the list begins with.
+    carryOn([&] { startEntry(menus_.remote(), index + 1); });
+}
+
+void frmTerm::startEntry(const std::vector<HostMenus::Entry>& entries, int index) {
+    if (!isLoaded()) return;
+    if (index < 0 || static_cast<std::size_t>(index) >= entries.size()) {
+        window_->reportFailure("This entry no longer exists.");
+        return;
+    }
+    // A copy: while the program starts, the host may change the list.
+    const std::string command = entries[static_cast<std::size_t>(index)].target;
+    Launcher& launcher = platform_.launcher();
+    const long result = modShellandWait::start(launcher, command, kShowNormal);
+    if (!modShellandWait::succeeded(result) && isLoaded()) {
+        window_->reportFailure("Unable to start Program: " + command +
+                               "\nError: " + launcher.failureText(result));
+    }
+}
+
+PrinterMenu frmTerm::printerMenu() noexcept {
+    std::string chosen;
+    carryOn([&] {
+        IniFile::ReadIni(platform_.profileFile(), iniFile_, settings::kPrinter, settings::kPrinterName,
+                         chosen, {});
+    });
+    return {platform_.printers(), chosen};
+}
+
+void frmTerm::mnuPrinter_Click(std::int16_t index) noexcept {
+    carryOn([&] {
+        const PrinterMenu menu = printerMenu();
+        if (index < 0 || static_cast<std::size_t>(index) >= menu.entries().size()) return;
+        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kPrinter, settings::kPrinterName,
+                          menu.entries()[static_cast<std::size_t>(index)].printer);
+    });
+}
+
+void frmTerm::mnuFilePrint_Click() noexcept {
+    carryOn([this] {
+        if (!isLoaded()) return;
+        const std::string printer = printerMenu().printerInUse();
+        if (printer.empty()) {
+            window_->reportFailure("There is no printer to print on.");
+        } else if (!platform_.printers().print(printer, screen_.lines(), screen_.CharsPerLine())) {
+            window_->reportFailure("The screen could not be printed on " + printer + ".");
+        }
+    });
+}
+
+}  // namespace kavrelon
