@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <optional>
+#include <string>
+
 namespace kavrelon {
 
 /// The clipboard, open for a window during a scope. Another program may hold it for a moment, so opening is
@@ -17,7 +20,13 @@ class Clipboard {
 
     explicit operator bool() const { return open_; }
 
-    void clear() { EmptyClipboard(); }
+    bool clear() { return open_ && EmptyClipboard() != FALSE; }
+    /// The text on the clipboard, in the ANSI code page; nothing when it holds none.
+    std::optional<std::string> text() const;
+    /// Replaces the content by screen text: bytes mean the characters that the screen shows for them.
+    /// Programs that want single-byte text get as much of it as their code page has. False when nothing could
+    /// be stored.
+    bool setText(const std::string& text);
 
   private:
     bool open_ = false;

@@ -1,10 +1,14 @@
 #include "terminal/win32/TermMenus.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "terminal/FontMenu.h"
+#include "terminal/HostMenus.h"
+#include "terminal/Printers.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
@@ -14,10 +18,21 @@ enum Command : WORD {
     kFileReset = 100,
     kFileScreenWidth,
     kFileClearClipboard,
+    kFilePrint,
     kFileExit,
-    kFont = 200,         // + entry, 1 to 8
-    kPrinterType = 300,  // + entry, 0 to 3
+    kCopy = 150,
+    kPaste,
+    kClear,
+    kFont = 200,            // + entry, 1 to 8
+    kPrinterType = 300,     // + entry, 0 to 3
+    kPrinterName = 400,     // + entry
+    kKnowledgeBase = 1000,  // + item
+    kRemote = 20000,        // + item
 };
+
+/// How many items a host-filled menu and the list of printers show: what their command numbers have room for.
+constexpr std::size_t kMostItems = 16000;
+constexpr std::size_t kMostPrinters = 500;
 
 bool isFont(WORD command) {
     return command >= kFont + kFirstFontEntry && command < kFont + kFirstFontEntry + kFontEntries;
@@ -35,12 +50,27 @@ std::string withMnemonic(std::string caption, char letter) {
     return place == std::string::npos ? caption : caption.insert(place, 1, '&');
 }
 
-void append(HMENU menu, WORD command, const char* caption) {
-    AppendMenuA(menu, MF_STRING, command, caption);
+void append(HMENU menu, WORD command, const char* caption, bool enabled = true) {
+    AppendMenuA(menu, MF_STRING | (enabled ? MF_ENABLED : MF_GRAYED), command, caption);
 }
 
-void appendPopup(HMENU bar, Menu popup, const char* caption) {
-    if (AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup.get()), caption)) popup.release();
+/// Returns the popup, which is the bar's from now on.
+HMENU appendPopup(HMENU bar, Menu popup, const char* caption) {
+    HMENU menu = popup.get();
+    if (AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), caption)) popup.release();
+    return menu;
+}
+
+void removeFrom(HMENU menu, int position) {
+    while (DeleteMenu(menu, static_cast<UINT>(position), MF_BYPOSITION)) {
+    }
+}
+
+/// Whether a command stands for an item of a group that begins at `first`; leaves the item's number.
+bool isItem(WORD command, WORD first, std::size_t count, std::int16_t& item) {
+    if (command < first || command >= first + count) return false;
+    item = static_cast<std::int16_t>(command - first);
+    return true;
 }
 
 Menu fileMenu() {
@@ -48,6 +78,7 @@ Menu fileMenu() {
     append(menu.get(), kFileReset, "&Reset");
     append(menu.get(), kFileScreenWidth, "132 Char per Line");
     append(menu.get(), kFileClearClipboard, "&Clear Clipboard");
+    append(menu.get(), kFilePrint, "&Print Screen");
     AppendMenuA(menu.get(), MF_SEPARATOR, 0, nullptr);
     append(menu.get(), kFileExit, "E&xit");
     return menu;
@@ -67,7 +98,31 @@ Menu printerMenu() {
     Menu menu(CreatePopupMenu());
     WORD command = kPrinterType;
     for (const char* caption : kPrinterTypes) append(menu.get(), command++, caption);
+    AppendMenuA(menu.get(), MF_SEPARATOR, 0, nullptr);
     return menu;
+}
+
+/// Rebuilds a menu from the items that the host has filled in.
+void fillItems(HMENU menu, WORD first, const std::vector<HostMenus::Item>& items) {
+    removeFrom(menu, 0);
+    const std::size_t count = std::min(items.size(), kMostItems);
+    for (std::size_t item = 0; item < count; ++item) {
+        append(menu, static_cast<WORD>(first + item), items[item].caption.c_str(), items[item].enabled);
+    }
+}
+
+/// Rebuilds the list of printers behind the printer types and their separator.
+void fillPrinters(HMENU menu, const PrinterMenu& printers) {
+    removeFrom(menu, static_cast<int>(kPrinterTypes.size()) + 1);
+    if (printers.entries().empty()) append(menu, kPrinterName, "No printers", false);
+    const std::size_t count = std::min(printers.entries().size(), kMostPrinters);
+    for (std::size_t i = 0; i < count; ++i) {
+        const PrinterMenu::Entry& entry = printers.entries()[i];
+        append(menu, static_cast<WORD>(kPrinterName + i), entry.caption.c_str());
+        if (entry.checked) {
+            CheckMenuItem(menu, static_cast<UINT>(kPrinterName + i), MF_BYCOMMAND | MF_CHECKED);
+        }
+    }
 }
 
 /// Gives one entry of a group the round mark of a choice, or none.
@@ -87,7 +142,10 @@ void checkOnly(HMENU bar, int first, int count, int checked) {
 TermMenus::TermMenus() : owned_(CreateMenu()), bar_(owned_.get()) {
     appendPopup(bar_, fileMenu(), "&File");
     appendPopup(bar_, fontMenu(), "F&ont");
-    appendPopup(bar_, printerMenu(), "&Printer");
+    printer_ = appendPopup(bar_, printerMenu(), "&Printer");
+    knowledgeBase_ = appendPopup(bar_, Menu(CreatePopupMenu()), "&Knowledge Base");
+    remote_ = appendPopup(bar_, Menu(CreatePopupMenu()), "&Remote");
+    enableRemote(false);
 }
 
 void TermMenus::checkFontEntry(int index) const {
@@ -103,6 +161,32 @@ void TermMenus::setScreenWidthCaption(std::string_view caption) const {
                 std::string(caption).c_str());
 }
 
+void TermMenus::enableRemote(bool enabled) const {
+    constexpr UINT kRemotePosition = 4;
+    EnableMenuItem(bar_, kRemotePosition, MF_BYPOSITION | (enabled ? MF_ENABLED : MF_GRAYED));
+}
+
+void TermMenus::fill(HMENU popup, TermWindowEvents& events) const {
+    if (popup == printer_) {
+        fillPrinters(popup, events.printerMenu());
+    } else if (popup == knowledgeBase_) {
+        fillItems(popup, kKnowledgeBase, events.hostMenus().knowledgeBaseItems());
+    } else if (popup == remote_) {
+        fillItems(popup, kRemote, events.hostMenus().remoteItems());
+    }
+}
+
+void TermMenus::popUp(HWND window, bool copyEnabled, bool pasteEnabled) {
+    const Menu menu(CreatePopupMenu());
+    append(menu.get(), kCopy, "&Copy", copyEnabled);
+    append(menu.get(), kPaste, "&Paste", pasteEnabled);
+    append(menu.get(), kClear, "C&lear");
+    POINT mouse{};
+    GetCursorPos(&mouse);
+    TrackPopupMenu(menu.get(), TPM_RIGHTBUTTON, static_cast<int>(mouse.x), static_cast<int>(mouse.y), 0,
+                   window, nullptr);
+}
+
 bool TermMenus::redraws(WORD command) {
     return command == kFileScreenWidth || isFont(command);
 }
@@ -115,15 +199,30 @@ void TermMenus::click(WORD command, TermWindowEvents& events) noexcept {
             return events.mnuFileScreenWidth_Click();
         case kFileClearClipboard:
             return events.mnuFileClearClipboard_Click();
+        case kFilePrint:
+            return events.mnuFilePrint_Click();
         case kFileExit:
             return events.mnuFileExit_Click();
+        case kCopy:
+            return events.mnuRightClickCopy_Click();
+        case kPaste:
+            return events.mnuRightClickPaste_Click();
+        case kClear:
+            return events.mnuRightClickClear_Click();
         default:
             break;
     }
+    std::int16_t item = 0;
     if (isFont(command)) {
         events.mnuFontStyle_Click(static_cast<std::int16_t>(command - kFont));
-    } else if (command >= kPrinterType && command < kPrinterType + kPrinterTypes.size()) {
-        events.mnuPrinterType_Click(static_cast<std::int16_t>(command - kPrinterType));
+    } else if (isItem(command, kPrinterType, kPrinterTypes.size(), item)) {
+        events.mnuPrinterType_Click(item);
+    } else if (isItem(command, kPrinterName, kMostPrinters, item)) {
+        events.mnuPrinter_Click(item);
+    } else if (isItem(command, kKnowledgeBase, kMostItems, item)) {
+        events.mnKnowledgeBaseLink_Click(item);
+    } else if (isItem(command, kRemote, kMostItems, item)) {
+        events.mnuRemoteConnection_Click(item);
     }
 }
 

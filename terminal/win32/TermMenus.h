@@ -10,7 +10,8 @@ namespace kavrelon {
 
 class TermWindowEvents;
 
-/// The terminal window's menu bar: File, Font and Printer.
+/// The terminal window's menus: File, Font, Printer, Knowledge Base and Remote in its bar, and the context
+/// menu.
 class TermMenus {
   public:
     /// Builds the menus. They are this object's until a window takes the bar.
@@ -25,6 +26,11 @@ class TermMenus {
     void checkFontEntry(int index) const;
     void checkPrinterTypeEntry(int index) const;
     void setScreenWidthCaption(std::string_view caption) const;
+    void enableRemote(bool enabled) const;
+    /// Fills the menu that is about to open, where it is one whose items come and go.
+    void fill(HMENU popup, TermWindowEvents& events) const;
+    /// Pops the context menu up at the mouse, for a window that gets the choice as a command.
+    static void popUp(HWND window, bool copyEnabled, bool pasteEnabled);
 
     /// Whether the entry with this command number changes the whole picture.
     static bool redraws(WORD command);
@@ -34,6 +40,9 @@ class TermMenus {
   private:
     Menu owned_;
     HMENU bar_;
+    HMENU printer_ = nullptr;
+    HMENU knowledgeBase_ = nullptr;
+    HMENU remote_ = nullptr;
 };
 
 }  // namespace kavrelon

@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include "terminal/TermWindow.h"
+#include "terminal/win32/Win32Launcher.h"
+#include "terminal/win32/Win32Printers.h"
 #include "terminal/win32/Win32ProfileFile.h"
 #include "terminal/win32/WindowClass.h"
 
@@ -17,6 +19,8 @@ class Win32Platform final : public TermPlatform {
 
     std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) override;
     ProfileFile& profileFile() override { return profileFile_; }
+    Launcher& launcher() override { return launcher_; }
+    Printers& printers() override { return printers_; }
     /// Stops after a while even if messages keep coming, so that a flood of them cannot hold the host. A
     /// request to quit is left for the host's own message loop.
     void processMessages() override;
@@ -24,6 +28,8 @@ class Win32Platform final : public TermPlatform {
   private:
     WindowClass windowClass_;
     Win32ProfileFile profileFile_;
+    Win32Launcher launcher_;
+    Win32Printers printers_;
 };
 
 }  // namespace kavrelon

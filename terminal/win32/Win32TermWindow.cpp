@@ -6,6 +6,7 @@
 
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
+#include "terminal/win32/MouseMessages.h"
 
 namespace kavrelon {
 namespace {
@@ -29,6 +30,10 @@ int showCommand(WindowState state) {
             break;
     }
     return SW_SHOWNORMAL;
+}
+
+bool isKeyMessage(UINT message) {
+    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_KILLFOCUS;
 }
 
 RECT workArea(HWND window) {
@@ -94,6 +99,8 @@ Win32TermWindow::Answer Win32TermWindow::handle(const Message& message) {
     }
     if (const Answer answer = onDrawing(*events, message)) return answer;
     if (const Answer answer = onCommand(*events, message)) return answer;
+    if (const Answer answer = handleMouse(*events, message.window, message.id, message.lParam)) return answer;
+    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam, message.lParam);
     return onSession(*events, message);
 }
 
@@ -143,6 +150,11 @@ Win32TermWindow::Answer Win32TermWindow::onCommand(TermWindowEvents& events, con
             }
             return 0;
         }
+        case WM_INITMENUPOPUP:
+            if (HIWORD(message.lParam) == 0) {
+                menus_.fill(reinterpret_cast<HMENU>(message.wParam), events);
+            }
+            return 0;
         case WM_TIMER: {
             // A tick may have been under way when its timer was stopped.
             if (message.wParam == timerNumber(0) && timers_[0]) {
@@ -250,11 +262,30 @@ void Win32TermWindow::beep(int frequencyHertz, int milliseconds) {
     soundBell(frequencyHertz, milliseconds);
 }
 
-void Win32TermWindow::clearClipboard() {
+std::optional<std::string> Win32TermWindow::clipboardText() {
+    return Clipboard(window_.get()).text();
+}
+
+bool Win32TermWindow::setClipboardText(const std::string& text) {
     // Without a window the clipboard would belong to the whole thread.
-    if (window_ == nullptr) return;
-    Clipboard clipboard(window_.get());
-    if (clipboard) clipboard.clear();
+    return window_ != nullptr && Clipboard(window_.get()).setText(text);
+}
+
+bool Win32TermWindow::clearClipboard() {
+    return window_ != nullptr && Clipboard(window_.get()).clear();
+}
+
+void Win32TermWindow::showContextMenu(bool copyEnabled, bool pasteEnabled) {
+    if (window_ != nullptr) TermMenus::popUp(window_.get(), copyEnabled, pasteEnabled);
+}
+
+void Win32TermWindow::enableRemoteMenu(bool enabled) {
+    menus_.enableRemote(enabled);
+    if (window_ != nullptr) DrawMenuBar(window_.get());
+}
+
+void Win32TermWindow::reportFailure(const std::string& text) {
+    if (window_ != nullptr) MessageBoxA(window_.get(), text.c_str(), kCaption, MB_OK | MB_ICONEXCLAMATION);
 }
 
 }  // namespace kavrelon

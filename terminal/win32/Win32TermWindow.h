@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "terminal/TermWindow.h"
+#include "terminal/win32/KeyMessages.h"
 #include "terminal/win32/TermMenus.h"
 #include "terminal/win32/Win32TermSurface.h"
 #include "terminal/win32/WindowClass.h"
@@ -60,11 +61,16 @@ class Win32TermWindow final : public TermWindow {
 
     void enableTimer(TermTimer timer, bool on) override;
     void beep(int frequencyHertz, int milliseconds) override;
-    void clearClipboard() override;
+    std::optional<std::string> clipboardText() override;
+    bool setClipboardText(const std::string& text) override;
+    bool clearClipboard() override;
+    void showContextMenu(bool copyEnabled, bool pasteEnabled) override;
 
     void checkFontEntry(int index) override { menus_.checkFontEntry(index); }
     void checkPrinterTypeEntry(int index) override { menus_.checkPrinterTypeEntry(index); }
     void setScreenWidthCaption(std::string_view caption) override { menus_.setScreenWidthCaption(caption); }
+    void enableRemoteMenu(bool enabled) override;
+    void reportFailure(const std::string& text) override;
 
   private:
     struct DestroyHandle {
@@ -97,6 +103,7 @@ class Win32TermWindow final : public TermWindow {
     TermMenus menus_;
     OwnedWindow window_;
     Win32TermSurface surface_;
+    KeyMessages keys_;
     WindowState stateWhenShown_ = WindowState::Normal;
     std::array<bool, 2> timers_{};
 };

@@ -1,0 +1,39 @@
+#include "terminal/win32/MouseMessages.h"
+
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+namespace {
+
+/// The position in a mouse message: signed, as the mouse may stand to the left of the window or above it.
+Point position(LPARAM lParam) {
+    return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+}
+
+}  // namespace
+
+std::optional<LRESULT> handleMouse(TermWindowEvents& events, HWND window, UINT message, LPARAM lParam) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            SetCapture(window);
+            events.Form_MouseDown(MouseButton::Left, position(lParam));
+            return 0;
+        case WM_MOUSEMOVE:
+            events.Form_MouseMove(GetCapture() == window, position(lParam));
+            return 0;
+        case WM_LBUTTONUP:
+            if (GetCapture() == window) ReleaseCapture();
+            events.Form_MouseUp(MouseButton::Left, position(lParam));
+            return 0;
+        case WM_RBUTTONDOWN:
+            events.Form_MouseDown(MouseButton::Right, position(lParam));
+            return 0;
+        case WM_RBUTTONUP:
+            events.Form_MouseUp(MouseButton::Right, position(lParam));
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace kavrelon

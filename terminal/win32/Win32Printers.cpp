@@ -1,0 +1,84 @@
+#include "terminal/win32/Win32Printers.h"
+
+#include <windows.h>
+
+#include <winspool.h>
+
+#include <algorithm>
+#include <array>
+
+#include "gdi/GdiHandles.h"
+#include "terminal/win32/OemCharacters.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr const char* kJobName = "Terminal screen";
+
+/// A fixed-pitch font in which the screen fills the page's width, or its height when that comes first.
+Font pageFont(HDC context, int columns, int lines) {
+    LOGFONTA description{};
+    description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    const int pageHeight = GetDeviceCaps(context, VERTRES);
+    description.lfWidth = std::max(GetDeviceCaps(context, HORZRES) / std::max(columns, 1), 1);
+    description.lfHeight =
+        std::max(std::min<int>(pageHeight / std::max(lines, 1), 2 * description.lfWidth), 1);
+    return Font(CreateFontIndirectA(&description));
+}
+
+void drawLines(HDC context, const std::vector<std::string>& lines) {
+    TEXTMETRICA metrics{};
+    GetTextMetricsA(context, &metrics);
+    int y = 0;
+    for (const std::string& line : lines) {
+        std::wstring shown;
+        for (const char c : line) shown += oemCharacters()[static_cast<unsigned char>(c)];
+        TextOutW(context, 0, y, shown.c_str(), static_cast<int>(shown.size()));
+        y += metrics.tmHeight;
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> Win32Printers::names() {
+    constexpr DWORD kWhich = PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS;
+    DWORD bytes = 0;
+    DWORD count = 0;
+    EnumPrintersA(kWhich, nullptr, 4, nullptr, 0, &bytes, &count);
+    // The structures stand at the front of the buffer, and it is aligned for them.
+    std::vector<PRINTER_INFO_4A> buffer(bytes / sizeof(PRINTER_INFO_4A) + 1);
+    const auto room = static_cast<DWORD>(buffer.size() * sizeof(PRINTER_INFO_4A));
+    if (!EnumPrintersA(kWhich, nullptr, 4, reinterpret_cast<BYTE*>(buffer.data()), room, &bytes, &count)) {
+        return {};
+    }
+    std::vector<std::string> names;
+    for (DWORD i = 0; i < count; ++i) names.emplace_back(buffer[i].pPrinterName);
+    return names;
+}
+
+std::string Win32Printers::defaultName() {
+    std::array<char, 512> name{};
+    auto length = static_cast<DWORD>(name.size());
+    return GetDefaultPrinterA(name.data(), &length) ? std::string(name.data()) : std::string();
+}
+
+bool Win32Printers::print(const std::string& printer, const std::vector<std::string>& lines, int columns) {
+    const OwnedContext context(CreateDCA("WINSPOOL", printer.c_str(), nullptr, nullptr));
+    if (context == nullptr) return false;
+    DOCINFOA job{};
+    job.cbSize = sizeof job;
+    job.lpszDocName = kJobName;
+    if (StartDocA(context.get(), &job) <= 0) return false;
+    if (StartPage(context.get()) <= 0) {
+        AbortDoc(context.get());
+        return false;
+    }
+    const Font font = pageFont(context.get(), columns, static_cast<int>(lines.size()));
+    {
+        const Selected selected(context.get(), font.get());
+        drawLines(context.get(), lines);
+    }
+    return EndPage(context.get()) > 0 && EndDoc(context.get()) > 0;
+}
+
+}  // namespace kavrelon
