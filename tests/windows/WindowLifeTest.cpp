@@ -148,7 +148,9 @@ TEST_F(WindowLife, LettingMessagesThroughEndsAndKeepsARequestToQuit) {
     const HWND window = CreateWindowA("STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&flood));
     PostMessageA(window, WM_APP, 0, 0);
+    const DWORD start = GetTickCount();
     platform.processMessages();
+    EXPECT_LT(GetTickCount() - start, 5000U);
     DestroyWindow(window);
 
     PostQuitMessage(7);

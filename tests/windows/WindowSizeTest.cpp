@@ -1,3 +1,5 @@
+#include <map>
+
 #include "WindowTestSupport.h"
 
 namespace kavrelon {
@@ -6,6 +8,7 @@ namespace {
 using WindowSize = WindowTest;
 
 TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
+    std::map<int, Picture> withoutMemory;
     for (const bool memory : {false, true}) {
         const TestForm form = open();
         form->screen().UseMemoryDC(memory);
@@ -16,7 +19,8 @@ TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
             form.smear({0, 0, 2000, 2000});
             form.setSize(size);
             const Picture resized = form.picture();
-            EXPECT_EQ(resized, form.repainted()) << size.width;
+            EXPECT_TRUE(form.isPainted()) << size.width;
+            EXPECT_EQ(withoutMemory.try_emplace(size.width, resized).first->second, resized) << size.width;
             const Rect first = form.cell(0, 0);
             const int width = 80 * first.width();
             const int height = 25 * first.height();

@@ -113,12 +113,13 @@ class TestForm {
     void smear(const RECT& block) const {
         FillRect(GetDC(window_), &block, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     }
-    /// The picture once the platform has had everything painted.
-    Picture repainted() const {
+    /// Whether the window shows what it does after everything has been painted again.
+    bool isPainted() const {
+        const Picture before = picture();
         smear({0, 0, 2000, 2000});
         InvalidateRect(window_, nullptr, FALSE);
         UpdateWindow(window_);
-        return picture();
+        return picture() == before;
     }
 
   private:
