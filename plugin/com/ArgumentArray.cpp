@@ -1,6 +1,7 @@
 #include "plugin/com/ArgumentArray.h"
 
 #include <algorithm>
+#include <span>
 
 #include "support/RuntimeError.h"
 #include "support/com/ComText.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "kavrelon.h"
 #include "plugin/clsTerminal.h"
 #include "plugin/com/EscTreeDispatch.h"

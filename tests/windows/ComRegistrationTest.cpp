@@ -13,8 +13,6 @@ namespace kavrelon {
 namespace {
 
 using testing::Contains;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr const wchar_t* kInterfaceKey =
     L"Software\\Classes\\Interface\\{A892B79E-7230-482A-8813-75B551F3C935}";
