@@ -57,7 +57,8 @@ void append(HMENU menu, WORD command, const char* caption, bool enabled = true) 
 /// Returns the popup, which is the bar's from now on.
 HMENU appendPopup(HMENU bar, Menu popup, const char* caption) {
     HMENU menu = popup.get();
-    if (AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), caption)) popup.release();
+    if (AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), caption))
+        static_cast<void>(popup.release());
     return menu;
 }
 

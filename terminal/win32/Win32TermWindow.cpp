@@ -75,7 +75,7 @@ void Win32TermWindow::detach() {
     SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
     surface_.detach();
     menus_.forget();
-    window_.release();
+    static_cast<void>(window_.release());
 }
 
 LRESULT CALLBACK Win32TermWindow::procedure(HWND window, UINT message, WPARAM wParam,
