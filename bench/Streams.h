@@ -29,6 +29,6 @@ const StreamKind* findStreamKind(std::string_view name);
 inline constexpr std::size_t kBlock = 4096;
 
 /// The bytes of a stream of at least this many; the same at every call.
-inline constexpr std::size_t kStreamLength = 256 * 1024;
+inline constexpr std::size_t kStreamLength = 262144;
 
 }  // namespace kavrelon::bench

@@ -25,7 +25,7 @@ void play(benchmark::State& state, const Contestant& contestant, const StreamKin
     const std::string stream = kind.make(extent, kStreamLength);
     const auto engine = contestant.make(extent);
     for ([[maybe_unused]] auto _ : state) engine->play(stream);
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * stream.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(stream.size()));
 }
 
 void registerAll() {

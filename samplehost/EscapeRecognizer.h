@@ -34,7 +34,7 @@ namespace kavrelon {
 class EscapeRecognizer {
   public:
     /// The longest sequence, in bytes; also the most that is ever held back.
-    static constexpr std::size_t kLongestSequence = 64 * 1024;
+    static constexpr std::size_t kLongestSequence = 65536;
 
     /// The sink must outlive the recogniser.
     EscapeRecognizer(const EscapeTree& tree, EscapeSink& sink);

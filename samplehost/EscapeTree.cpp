@@ -1,10 +1,12 @@
 #include "samplehost/EscapeTree.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <map>
 #include <numeric>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -89,7 +91,11 @@ class Compiler {
         bool terminated = false;
         std::int16_t row = 0;
         std::vector<std::uint32_t> marks;
-        auto operator<=>(const State&) const = default;
+
+        auto key() const {
+            return std::tie(threads, syntax, opener, rowHeld, effect, terminated, row, marks);
+        }
+        bool operator<(const State& other) const { return key() < other.key(); }
     };
 
     static bool ends(Effect effect) { return effect >= Effect::Match; }
@@ -105,8 +111,10 @@ class Compiler {
         return state;
     }
 
+    using SyntaxSignature = std::array<std::pair<SyntaxVerdict, SyntaxState>, kSyntaxStates>;
+
     void classifyBytes() {
-        std::map<std::pair<std::vector<bool>, std::vector<SyntaxStep>>, std::uint8_t> classes;
+        std::map<std::pair<std::vector<bool>, SyntaxSignature>, std::uint8_t> classes;
         for (unsigned code = 0; code < 256; ++code) {
             const auto byte = static_cast<std::uint8_t>(code);
             const auto [entry, added] = classes.try_emplace({trie_.signature(byte), syntaxSignature(byte)},
@@ -197,12 +205,14 @@ class Compiler {
         return ending(from.syntax == SyntaxState::Prefix ? Effect::GiveBack : Effect::BreakOff);
     }
 
-    std::vector<SyntaxStep> syntaxSignature(std::uint8_t byte) const {
-        std::vector<SyntaxStep> steps;
-        for (int state = 0; state < kSyntaxStates; ++state) {
-            steps.push_back(syntax_.step(static_cast<SyntaxState>(state), 0, byte));
+    /// Two bytes that mean the same in every state of the syntax have equal signatures.
+    SyntaxSignature syntaxSignature(std::uint8_t byte) const {
+        SyntaxSignature signature;
+        for (std::size_t state = 0; state < signature.size(); ++state) {
+            const auto [verdict, next] = syntax_.step(static_cast<SyntaxState>(state), 0, byte);
+            signature[state] = {verdict, next};
         }
-        return steps;
+        return signature;
     }
 
     std::size_t numberOf(State state) {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
-#include <span>
+#include <tuple>
 #include <vector>
 
 #include "samplehost/EscapeAutomaton.h"
@@ -20,7 +19,9 @@ class PatternTrie {
     struct Thread {
         std::uint32_t edge = 0;
         std::uint32_t progress = 0;
-        auto operator<=>(const Thread&) const = default;
+        bool operator<(const Thread& other) const {
+            return std::tie(edge, progress) < std::tie(other.edge, other.progress);
+        }
     };
 
     /// What becomes of a set of threads with a byte.

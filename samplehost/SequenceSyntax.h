@@ -1,7 +1,6 @@
 #pragma once
 
 #include <bitset>
-#include <compare>
 #include <cstdint>
 
 namespace kavrelon {
@@ -45,7 +44,6 @@ enum class SyntaxVerdict : std::uint8_t {
 struct SyntaxStep {
     SyntaxVerdict verdict;
     SyntaxState next;
-    auto operator<=>(const SyntaxStep&) const = default;
 };
 
 /// The syntax of sequences outside the table, for a table whose patterns begin with certain bytes.

@@ -152,7 +152,7 @@ TEST(EscapeRecognizer, NamesMalformedPatterns) {
          {"{N}x", "<ESC>[{N}", "<ESC>{N}{X}x", "<ESC>{n}5", "<ESC><term>x", "<TERM>", "<256>"}) {
         SCOPED_TRACE(pattern);
         try {
-            EscapeTree(std::vector<std::string>{"<ESC>A", pattern});
+            const EscapeTree tree(std::vector<std::string>{"<ESC>A", pattern});
             ADD_FAILURE() << "accepted";
         } catch (const std::invalid_argument& error) {
             EXPECT_NE(std::string(error.what()).find("Row 2"), std::string::npos) << error.what();

@@ -103,9 +103,10 @@ TEST(TelnetFilter, KnowsWhoEchoes) {
 }
 
 TEST(TelnetFilter, ComesBackFromASubnegotiationWithoutAnEnd) {
+    const std::string start = IAC + SB + TTYPE;
     for (const std::string& filling : {"x"s, IAC + IAC}) {
         Connection connection;
-        connection.feed(IAC + SB + TTYPE);
+        connection.feed(start);
         for (int i = 0; i < 5000; ++i) connection.feed(filling);
         connection.shown.clear();
         connection.feed("back");
