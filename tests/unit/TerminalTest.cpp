@@ -112,7 +112,7 @@ TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
     }
     EXPECT_EQ(cursor(), (Point{7, 12}));
     EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
-    EXPECT_EQ(form().menus().knowledgeBase().size() + form().menus().remote().size(), 2U);
+    EXPECT_EQ(form().hostMenus().knowledgeBase().size() + form().hostMenus().remote().size(), 2U);
     sequence(kNewScreen);
     EXPECT_EQ(screen().CharsPerLine(), 80);
 }
@@ -169,7 +169,7 @@ TEST_F(TerminalTest, HelpBoxAndMenuSequences) {
     sequence(kHideHelpBox, {"3"});
     EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{50});
 
-    const HostMenus& menus = form().menus();
+    const HostMenus& menus = form().hostMenus();
     sequence(kAddKnowledgeBase, {"http://a/", "A"});
     sequence(kAddKnowledgeBase, {"http://b/", "B"});
     sequence(kClearKnowledgeBase);
