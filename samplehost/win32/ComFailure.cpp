@@ -2,9 +2,6 @@
 
 #include <oleauto.h>
 
-#include <array>
-#include <cstdio>
-
 #include "samplehost/win32/SystemMessage.h"
 #include "support/com/ComPtr.h"
 #include "support/com/ComText.h"
@@ -31,13 +28,12 @@ std::string reportedText() {
 std::string failureText(HRESULT result) {
     std::string reason = reportedText();
     if (reason.empty()) reason = systemMessage(static_cast<DWORD>(result));
-    std::array<char, 16> number{};
-    std::snprintf(number.data(), number.size(), " (0x%08lX)", static_cast<unsigned long>(result));
-    return reason + number.data();
+    const std::string code = errorCode(static_cast<DWORD>(result));
+    return reason.ends_with(code) ? reason : reason + " (" + code + ')';
 }
 
 void check(HRESULT result, const std::string& what) {
-    if (FAILED(result)) throw ComFailure(what + ": " + failureText(result));
+    if (FAILED(result)) throw ComFailure(what + ": " + failureText(result) + '.');
 }
 
 }  // namespace kavrelon

@@ -17,7 +17,7 @@ class ComFailure : public std::runtime_error {
 /// `result`, and the number. Call it before any other COM call, and only for an object that reports errors.
 std::string failureText(HRESULT result);
 
-/// Throws ComFailure when `result` is a failure: "`what`: reason".
+/// Throws ComFailure when `result` is a failure: "`what`: reason."
 void check(HRESULT result, const std::string& what);
 
 }  // namespace kavrelon

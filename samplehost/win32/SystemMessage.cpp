@@ -1,8 +1,15 @@
 #include "samplehost/win32/SystemMessage.h"
 
 #include <array>
+#include <cstdio>
 
 namespace kavrelon {
+
+std::string errorCode(DWORD code) {
+    std::array<char, 11> digits{};
+    std::snprintf(digits.data(), digits.size(), "0x%08lX", static_cast<unsigned long>(code));
+    return digits.data();
+}
 
 std::string systemMessage(DWORD code) {
     std::array<char, 512> text{};
@@ -11,7 +18,7 @@ std::string systemMessage(DWORD code) {
         code, 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
     std::string message(text.data(), length);
     message.erase(message.find_last_not_of(" .\r\n") + 1);
-    return message.empty() ? "error " + std::to_string(code) : message;
+    return message.empty() ? "error " + errorCode(code) : message;
 }
 
 }  // namespace kavrelon

@@ -1,0 +1,188 @@
+#include "samplehost/win32/PlugIn.h"
+
+#include <gmock/gmock.h>
+
+#include "samplehost/win32/ComFailure.h"
+#include "support/com/ComText.h"
+#include "support/com/DualInterface.h"
+#include "support/com/Implements.h"
+
+namespace kavrelon {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// What a plug-in was called with, one text a call, and the call that it is to fail.
+struct Calls {
+    std::vector<std::string> made;
+    std::string failing;
+
+    HRESULT note(const std::string& call) {
+        made.push_back(call);
+        return call == failing ? E_FAIL : S_OK;
+    }
+};
+
+/// A plug-in that is not the terminal: another table, and calls that only leave a note.
+class OtherPlugIn final : public Implements<DualInterface<IClientMain>, DualInterface<IClientReceive>,
+                                            DualInterface<IClientEscTree>> {
+  public:
+    explicit OtherPlugIn(Calls& calls) : calls_(calls) {}
+
+    STDMETHODIMP SetClientParent(IDispatch* oParent) override {
+        return calls_.note(oParent != nullptr ? "parent" : "no parent");
+    }
+    STDMETHODIMP InitializeClass() override { return calls_.note("initialise"); }
+    STDMETHODIMP OnConnection() override { return calls_.note("connection"); }
+    STDMETHODIMP OnLogin() override { return calls_.note("login"); }
+    STDMETHODIMP OnLogOut() override { return calls_.note("logout"); }
+    STDMETHODIMP OnClose() override { return calls_.note("close"); }
+    STDMETHODIMP DestroyClass() override { return calls_.note("destroy"); }
+    STDMETHODIMP get_ClientReceive(IDispatch** Value) override { return give<IClientReceive>(Value); }
+    STDMETHODIMP get_ClientEscTree(IDispatch** Value) override { return give<IClientEscTree>(Value); }
+    STDMETHODIMP get_PlugInID(BSTR* Value) override { return give("OTHER", Value); }
+    STDMETHODIMP get_PlugInDesc(BSTR* Value) override { return give("Another plug-in", Value); }
+    STDMETHODIMP get_PlugInVersion(BSTR* Value) override { return give("2.3.4", Value); }
+    STDMETHODIMP get_Enabled(VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_Enabled(VARIANT_BOOL) override { return E_NOTIMPL; }
+    STDMETHODIMP get_CanEnableDisable(VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP CheckTimer() override { return E_NOTIMPL; }
+    STDMETHODIMP OnCommandAccepted() override { return E_NOTIMPL; }
+    STDMETHODIMP OnCommandHold() override { return E_NOTIMPL; }
+
+    STDMETHODIMP ReceiveStart() override { return calls_.note("["); }
+    STDMETHODIMP ReceiveData(unsigned char Ch) override { return calls_.note({static_cast<char>(Ch)}); }
+    STDMETHODIMP ReceiveEnd() override { return calls_.note("]"); }
+
+    STDMETHODIMP get_EscTreeCount(short* Value) override {
+        *Value = 3;
+        return calls_.note("count");
+    }
+    STDMETHODIMP get_EscTreeString(short Index, BSTR* Value) override {
+        constexpr std::array kPatterns{"", "<ESC><7>SAY {X}<term>", "<27><7>{N},{N}<term>", "<30>ring"};
+        return give(kPatterns.at(static_cast<std::size_t>(Index)), Value);
+    }
+    STDMETHODIMP get_EscTreeDesc(short Index, BSTR* Value) override {
+        constexpr std::array kDescriptions{"", "Shout", "Size Screen", "Ring"};
+        return give(kDescriptions.at(static_cast<std::size_t>(Index)), Value);
+    }
+    STDMETHODIMP get_EscTreeCreateFlag(short, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP EscTreeProcess(short Index, SAFEARRAY** Args, long* Result) override {
+        std::string call = std::to_string(Index) + ':';
+        LONG last = 0;
+        SafeArrayGetUBound(*Args, 1, &last);
+        for (LONG field = 1; field <= last; ++field) {
+            Bstr text;
+            SafeArrayGetElement(*Args, &field, text.put());
+            call += ' ' + toAnsi(text.view());
+        }
+        *Result = 0;
+        return calls_.note(call);
+    }
+
+  private:
+    template <class Interface>
+    HRESULT give(IDispatch** value) {
+        *value = static_cast<Interface*>(this);
+        AddRef();
+        return S_OK;
+    }
+    static HRESULT give(const char* text, BSTR* value) {
+        *value = toBstr(text).detach();
+        return S_OK;
+    }
+
+    Calls& calls_;
+};
+
+class PlugInHostTest : public testing::Test, protected ParentRequests, protected PlugInObserver {
+  protected:
+    std::unique_ptr<PlugIn> host() {
+        ComPtr<IClientMain> main;
+        *main.put() = new OtherPlugIn(calls);
+        return std::make_unique<PlugIn>(main, ParentObject::create(*this),
+                                        static_cast<PlugInObserver&>(*this));
+    }
+    std::unique_ptr<PlugIn> openHost() {
+        auto plugIn = host();
+        plugIn->open();
+        calls.made.clear();
+        return plugIn;
+    }
+    static void receive(PlugIn& plugIn, std::string_view text) {
+        plugIn.receive({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    }
+
+    Calls calls;
+    std::vector<std::string> observed;
+
+  private:
+    void sendData(const std::string&) override {}
+    void sendBreak() override {}
+    void sendCommand(const std::string&) override {}
+    void windowClosed() override {}
+    std::string connectionProfile() override { return {}; }
+    std::string iniFile() override { return {}; }
+
+    void unmatched(std::span<const std::uint8_t> bytes) override {
+        observed.push_back("unmatched " + std::to_string(bytes.size()));
+    }
+    void failed(const std::string& what) override { observed.push_back(what); }
+    void screenSized(int columns, int rows) override {
+        observed.push_back(std::to_string(columns) + " x " + std::to_string(rows));
+    }
+};
+
+TEST_F(PlugInHostTest, CallsInTheAgreedOrder) {
+    auto plugIn = host();
+    EXPECT_EQ(plugIn->identity(), "OTHER, Another plug-in, version 2.3.4");
+    plugIn->open();
+    plugIn.reset();
+    EXPECT_THAT(calls.made, ElementsAre("parent", "initialise", "count", "connection", "login", "logout",
+                                        "close", "destroy"));
+}
+
+TEST_F(PlugInHostTest, DestroysWhatItCouldNotOpen) {
+    for (const char* step : {"parent", "initialise", "count", "connection"}) {
+        SCOPED_TRACE(step);
+        calls = {{}, step};
+        EXPECT_THROW(host()->open(), ComFailure);
+        EXPECT_EQ(calls.made.back(), "destroy");
+    }
+}
+
+TEST_F(PlugInHostTest, FollowsTheTableOfAnyPlugIn) {
+    const auto plugIn = openHost();
+    receive(*plugIn, "a\x1B\aSAY he");
+    receive(*plugIn, "llo\rb\x1ERing\x1Ering");
+    receive(*plugIn, "\x1B\a90,30\r\x1B[5mc");
+    EXPECT_THAT(calls.made,
+                ElementsAre("[", "a", "]", "[", "1: hello", "b", testing::_, testing::_, testing::_,
+                            testing::_, testing::_, "3:", "]", "[", "2: 90 30", "c", "]"));
+    EXPECT_THAT(observed, ElementsAre("90 x 30", "unmatched 4"));
+    calls.made.clear();
+    EXPECT_TRUE(plugIn->sizeScreen(132, 43));
+    EXPECT_THAT(calls.made, ElementsAre("2: 132 43"));
+}
+
+TEST_F(PlugInHostTest, FailuresAreToldAndTheStreamGoesOn) {
+    const auto plugIn = openHost();
+    calls.failing = "2: 1 2";
+    receive(*plugIn, "\x1B\a1,2\rx");
+    calls.failing = "y";
+    receive(*plugIn, "yyz");
+    EXPECT_THAT(calls.made, ElementsAre("[", "2: 1 2", "x", "]", "[", "y", "y", "z", "]"));
+    EXPECT_THAT(observed, ElementsAre(HasSubstr("Size Screen failed: "), HasSubstr("ReceiveData failed: ")));
+}
+
+TEST_F(PlugInHostTest, TextOfItsOwnIsNotTakenForASequence) {
+    const auto plugIn = openHost();
+    receive(*plugIn, "\x1B\aSAY half");
+    plugIn->print("ok");
+    receive(*plugIn, "end\r");
+    EXPECT_THAT(calls.made, ElementsAre("[", "]", "[", "o", "k", "]", "[", "e", "n", "d", "\r", "]"));
+}
+
+}  // namespace
+}  // namespace kavrelon

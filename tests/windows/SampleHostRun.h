@@ -1,0 +1,206 @@
+#pragma once
+
+#include <winsock2.h>
+#include <ws2tcpip.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kavrelon {
+
+struct CloseObject {
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, CloseObject>;
+
+/// The sample host as a child process, with standard output and error read from one pipe. What still runs at
+/// the end is ended.
+class HostRun {
+  public:
+    static constexpr DWORD kPatience = 30000;
+
+    explicit HostRun(const std::string& arguments) {
+        SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+        HANDLE reading = nullptr;
+        HANDLE writing = nullptr;
+        if (!CreatePipe(&reading, &writing, &inherited, 0)) throw std::runtime_error("no pipe");
+        output_.reset(reading);
+        const Handle input(writing);
+        SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
+
+        STARTUPINFOA start{};
+        start.cb = sizeof start;
+        start.dwFlags = STARTF_USESTDHANDLES;
+        start.hStdOutput = start.hStdError = writing;
+        PROCESS_INFORMATION started{};
+        std::string command = '"' + besideThisProgram("samplehost.exe") + "\" " + arguments;
+        if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                            &started)) {
+            throw std::runtime_error("samplehost.exe was not started");
+        }
+        CloseHandle(started.hThread);
+        process_.reset(started.hProcess);
+        id_ = started.dwProcessId;
+    }
+    ~HostRun() { TerminateProcess(process_.get(), 99); }
+    HostRun(const HostRun&) = delete;
+    HostRun& operator=(const HostRun&) = delete;
+
+    /// The exit status, or -1 when the program does not end in time.
+    int exitStatus() const {
+        if (WaitForSingleObject(process_.get(), kPatience) != WAIT_OBJECT_0) return -1;
+        DWORD status = 0;
+        GetExitCodeProcess(process_.get(), &status);
+        return static_cast<int>(status);
+    }
+
+    /// What the program, which has ended, has printed. The pipe's end is not waited for: a service that the
+    /// system started on the program's behalf may still hold it.
+    std::string printed() const {
+        std::string text;
+        DWORD waiting = 0;
+        while (PeekNamedPipe(output_.get(), nullptr, 0, nullptr, &waiting, nullptr) && waiting > 0) {
+            std::string piece(waiting, '\0');
+            DWORD count = 0;
+            ReadFile(output_.get(), piece.data(), waiting, &count, nullptr);
+            text += piece.substr(0, count);
+        }
+        return text;
+    }
+
+    /// The program's visible window, null as long as there is none.
+    HWND window() const {
+        Search search{id_, nullptr};
+        EnumWindows(&Search::visit, reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    }
+
+    static std::string besideThisProgram(const std::string& name) {
+        std::array<char, MAX_PATH> path{};
+        GetModuleFileNameA(nullptr, path.data(), MAX_PATH);
+        const std::string program = path.data();
+        return program.substr(0, program.rfind('\\') + 1) + name;
+    }
+
+  private:
+    struct Search {
+        DWORD process;
+        HWND found;
+        static BOOL CALLBACK visit(HWND window, LPARAM parameter) {
+            auto& search = *reinterpret_cast<Search*>(parameter);
+            DWORD owner = 0;
+            GetWindowThreadProcessId(window, &owner);
+            if (owner != search.process || !IsWindowVisible(window)) return TRUE;
+            search.found = window;
+            return FALSE;
+        }
+    };
+
+    Handle output_;
+    Handle process_;
+    DWORD id_ = 0;
+};
+
+/// The other end of a connection: takes one on a free port of this machine. Every wait has an end.
+class TinyServer {
+  public:
+    TinyServer() {
+        WSADATA data{};
+        WSAStartup(MAKEWORD(2, 2), &data);
+        listener_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        int size = sizeof address;
+        if (bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 || listen(listener_, 1) != 0 ||
+            getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+            throw std::runtime_error("no port to listen on");
+        }
+        port_ = ntohs(address.sin_port);
+    }
+    ~TinyServer() {
+        hangUp();
+        stopListening();
+        WSACleanup();
+    }
+    TinyServer(const TinyServer&) = delete;
+    TinyServer& operator=(const TinyServer&) = delete;
+
+    std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
+    void stopListening() { closesocket(std::exchange(listener_, INVALID_SOCKET)); }
+    void hangUp() { closesocket(std::exchange(client_, INVALID_SOCKET)); }
+
+    void accept() {
+        if (!readable(listener_)) throw std::runtime_error("nobody connects");
+        client_ = ::accept(listener_, nullptr, nullptr);
+    }
+    void send(std::string_view bytes) { ::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0); }
+
+    /// Sends whatever the connection takes at once; false when it is gone.
+    bool flood(std::string_view bytes) {
+        u_long nonBlocking = 1;
+        ioctlsocket(client_, FIONBIO, &nonBlocking);
+        const int sent = ::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0);
+        return sent >= 0 || WSAGetLastError() == WSAEWOULDBLOCK;
+    }
+
+    /// Waits until `expected` is among the bytes received so far.
+    bool receives(std::string_view expected) {
+        std::array<char, 1024> piece{};
+        while (received_.find(expected) == std::string::npos) {
+            if (!readable(client_)) return false;
+            const int count = recv(client_, piece.data(), static_cast<int>(piece.size()), 0);
+            if (count <= 0) return false;
+            received_.append(piece.data(), static_cast<std::size_t>(count));
+        }
+        return true;
+    }
+
+  private:
+    static bool readable(SOCKET socket) {
+        fd_set set{};
+        FD_SET(socket, &set);
+        timeval patience{10, 0};
+        return select(0, &set, nullptr, nullptr, &patience) == 1;
+    }
+
+    SOCKET listener_ = INVALID_SOCKET;
+    SOCKET client_ = INVALID_SOCKET;
+    unsigned short port_ = 0;
+    std::string received_;
+};
+
+/// A folder for one test's files, emptied and gone afterwards.
+class HostFolder {
+  public:
+    HostFolder() : path_(std::filesystem::temp_directory_path() / "samplehost_test") {
+        std::filesystem::create_directories(path_);
+    }
+    ~HostFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    HostFolder(const HostFolder&) = delete;
+    HostFolder& operator=(const HostFolder&) = delete;
+
+    std::string file(const std::string& name) const { return (path_ / name).string(); }
+    std::string read(const std::string& name) const {
+        std::ifstream in(path_ / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+    void write(const std::string& name, std::string_view bytes) const {
+        std::ofstream(path_ / name, std::ios::binary) << bytes;
+    }
+
+  private:
+    std::filesystem::path path_;
+};
+
+}  // namespace kavrelon

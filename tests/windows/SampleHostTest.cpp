@@ -1,0 +1,210 @@
+#include "tests/windows/SampleHostRun.h"
+// Behind the socket headers, which come before everything of Windows.
+#include <objbase.h>
+
+#include <gdiplus.h>
+#include <gmock/gmock.h>
+
+#include <set>
+
+#include "samplehost/win32/ParentObject.h"
+#include "support/com/ComText.h"
+
+namespace kavrelon {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsSupersetOf;
+using testing::Not;
+
+/// The colours of a picture, as 0xRRGGBB; empty when the file is none or is too small for a window.
+std::set<unsigned> coloursOf(const std::string& path) {
+    namespace gdip = Gdiplus::DllExports;
+    ULONG_PTR token = 0;
+    const Gdiplus::GdiplusStartupInput input;
+    Gdiplus::GdiplusStartup(&token, &input, nullptr);
+    Gdiplus::GpBitmap* picture = nullptr;
+    std::set<unsigned> colours;
+    if (gdip::GdipCreateBitmapFromFile(toBstr(path).get(), &picture) == Gdiplus::Ok) {
+        UINT width = 0;
+        UINT height = 0;
+        gdip::GdipGetImageWidth(picture, &width);
+        gdip::GdipGetImageHeight(picture, &height);
+        for (UINT y = 0; y < height && width > 400 && height > 300; y += 2) {
+            for (UINT x = 0; x < width; x += 2) {
+                Gdiplus::ARGB pixel = 0;
+                gdip::GdipBitmapGetPixel(picture, static_cast<INT>(x), static_cast<INT>(y), &pixel);
+                colours.insert(pixel & 0xFFFFFFU);
+            }
+        }
+        gdip::GdipDisposeImage(picture);
+    }
+    Gdiplus::GdiplusShutdown(token);
+    return colours;
+}
+
+class SampleHostTest : public testing::Test {
+  protected:
+    /// Options that keep a run away from the user's own settings.
+    std::string own() const { return "--ini \"" + folder.file("host.ini") + "\" "; }
+    std::string log() const { return "--log \"" + folder.file("host.log") + "\" "; }
+    std::string snapshot(int after) const {
+        return "--snapshot \"" + folder.file("host.png") + "\" --after " + std::to_string(after) + ' ';
+    }
+
+    HostFolder folder;
+};
+
+TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
+    TinyServer nobody;
+    nobody.stopListening();
+    const std::string refused = nobody.address();
+    const std::string missing = folder.file("missing");
+    struct Run {
+        std::string arguments;
+        int status;
+        std::string sentence;
+    };
+    const Run runs[]{
+        {"--help", 0, "--connect"},
+        {"--colour", 2, "--colour"},
+        {"--connect nowhere", 2, "nowhere"},
+        {"--connect " + refused, 1, "There is no connection to " + refused + ": it was refused."},
+        {"--play " + missing, 1, missing + " could not be read."},
+        {"--library " + missing, 1, missing + " could not be loaded"},
+        {"--library " + HostRun::besideThisProgram("samplehost.exe"), 1, "has no COM classes."},
+        {"--log " + missing + "\\x.log", 1, "could not be written."},
+        {own() + "--snapshot " + missing + "\\x.png --after 0", 1, "could not be written."},
+    };
+    for (const Run& run : runs) {
+        SCOPED_TRACE(run.arguments);
+        const HostRun host(run.arguments);
+        EXPECT_EQ(host.exitStatus(), run.status);
+        EXPECT_THAT(host.printed(), HasSubstr(run.sentence));
+    }
+}
+
+TEST_F(SampleHostTest, ShowsTheDemoWhereverTheLibraryComesFrom) {
+    for (const std::string& way : {std::string(), std::string("--registered"),
+                                   "--library \"" + HostRun::besideThisProgram("kavrelon.dll") + '"'}) {
+        SCOPED_TRACE(way);
+        const HostRun host(own() + snapshot(700) + way);
+        EXPECT_EQ(host.exitStatus(), 0);
+        EXPECT_EQ(host.printed(), "");
+        // The menu: text, frame and banner, highlight, clock.
+        EXPECT_THAT(coloursOf(folder.file("host.png")),
+                    IsSupersetOf({0x000000U, 0xFFFFFFU, 0x00FFFFU, 0x009999U, 0xFFFF00U, 0x00FF00U}));
+        std::filesystem::remove(folder.file("host.png"));
+    }
+    EXPECT_THAT(folder.read("host.ini"), HasSubstr("FontStyle=1"));
+}
+
+TEST_F(SampleHostTest, GoesOnBehindWhatThePlugInRefuses) {
+    std::string stream = "\x1B[99999;1H\x1B[38;5;1mshown";
+    for (int byte = 0; byte < 256; ++byte) stream += static_cast<char>(byte);
+    stream += "\x1B[32m\r\n" + std::string(200, '\xDB');
+    folder.write("stream.bin", stream);
+    const HostRun host(own() + log() + snapshot(700) + "--play \"" + folder.file("stream.bin") + '"');
+    EXPECT_EQ(host.exitStatus(), 0);
+    EXPECT_THAT(folder.read("host.log"),
+                AllOf(HasSubstr("note      @(,) failed: "), HasSubstr("Overflow"), HasSubstr("(0x800A0006)"),
+                      HasSubstr("unmatched \"\\x1B"), HasSubstr("plug-in TERM, Terminal Window, version")));
+    EXPECT_EQ(coloursOf(folder.file("host.png")).count(0x00FF00U), 1U) << "what came behind is not shown";
+}
+
+TEST_F(SampleHostTest, HoldsATelnetSessionUntilItIsCutOff) {
+    TinyServer server;
+    const HostRun host(own() + log() + "--size 90x30 --term tiny --connect " + server.address());
+    server.accept();
+    server.send("\xFF\xFD\x1F\xFF\xFD\x18\xFF\xFA\x18\x01\xFF\xF0");
+    EXPECT_TRUE(server.receives(std::string_view("\xFF\xFA\x1F\0\x5A\0\x1E\xFF\xF0", 9))) << "90 x 30";
+    EXPECT_TRUE(server.receives(std::string_view("\xFF\xFA\x18\0tiny\xFF\xF0", 10))) << "terminal type";
+
+    // In two pieces, so that only a recogniser which keeps its state finds it.
+    server.send("Welcome\r\n\x1B\bSIZE 13");
+    Sleep(200);
+    server.send("2,40\r");
+    EXPECT_TRUE(server.receives(std::string_view("\xFF\xFA\x1F\0\x84\0\x28\xFF\xF0", 9))) << "132 x 40";
+
+    server.send("half a sequence \x1B[12;");
+    server.hangUp();
+    EXPECT_EQ(host.exitStatus(), 1);
+    EXPECT_THAT(host.printed(), HasSubstr(server.address() + " has closed the connection."));
+    EXPECT_THAT(folder.read("host.log"),
+                AllOf(HasSubstr("Welcome"), HasSubstr("half a sequence"), Not(HasSubstr("failed"))));
+}
+
+TEST_F(SampleHostTest, EndsWellWhenTheUserClosesTheWindowInAFlood) {
+    TinyServer server;
+    const HostRun host(own() + log() + "--raw --connect " + server.address());
+    server.accept();
+    HWND window = nullptr;
+    const std::string line = "\x1B[33mmore and more and more of it\r\n";
+    const DWORD start = GetTickCount();
+    bool asked = false;
+    while (server.flood(line) && GetTickCount() - start < HostRun::kPatience) {
+        window = host.window();
+        if (asked || window == nullptr || GetTickCount() - start < 1500) continue;
+        asked = PostMessageA(window, WM_CLOSE, 0, 0) != FALSE;
+    }
+    EXPECT_TRUE(asked);
+    EXPECT_EQ(host.exitStatus(), 0);
+    EXPECT_EQ(host.printed(), "");
+    EXPECT_THAT(folder.read("host.log"), HasSubstr("note      session closed"));
+}
+
+/// Notes what a plug-in asks of the host.
+class NotingRequests final : public ParentRequests {
+  public:
+    std::string last;
+
+    void sendData(const std::string& text) override { last = "data " + text; }
+    void sendBreak() override { last = "break"; }
+    void sendCommand(const std::string& command) override { last = "command " + command; }
+    void windowClosed() override { throw std::runtime_error("out of order"); }
+    std::string connectionProfile() override { return "office"; }
+    std::string iniFile() override { return "C:\\host.ini"; }
+};
+
+/// Calls a member by its name, as a plug-in that binds late does.
+HRESULT callByName(IDispatch& object, const wchar_t* name, WORD kind, VARIANT* argument, VARIANT* result) {
+    std::wstring text = name;
+    LPOLESTR member = text.data();
+    DISPID id = 0;
+    const HRESULT found = object.GetIDsOfNames(IID_NULL, &member, 1, LOCALE_NEUTRAL, &id);
+    if (FAILED(found)) return found;
+    DISPPARAMS parameters{argument, nullptr, argument != nullptr ? 1U : 0U, 0};
+    return object.Invoke(id, IID_NULL, LOCALE_NEUTRAL, kind, &parameters, result, nullptr, nullptr);
+}
+
+TEST(SampleHostParentTest, ServesEarlyAndLateBoundPlugIns) {
+    NotingRequests requests;
+    const ComPtr<ParentObject> parent = ParentObject::create(requests);
+    const auto late = parent.query<IDispatch>();
+    ASSERT_TRUE(late);
+
+    EXPECT_EQ(parent->ParentSendData(toBstr("\x1A\xE9").get()), S_OK);
+    EXPECT_EQ(requests.last, "data \x1A\xE9");
+    Bstr text = toBstr("INIT");
+    VARIANT argument{};
+    argument.vt = VT_BSTR;
+    argument.bstrVal = text.get();
+    EXPECT_EQ(callByName(*late.get(), L"ParentSendCommand", DISPATCH_METHOD, &argument, nullptr), S_OK);
+    EXPECT_EQ(requests.last, "command INIT");
+    VARIANT profile{};
+    EXPECT_EQ(callByName(*late.get(), L"ParentConnectionProfile", DISPATCH_PROPERTYGET, nullptr, &profile),
+              S_OK);
+    ASSERT_EQ(profile.vt, VT_BSTR);
+    EXPECT_EQ(toAnsi(bstrView(profile.bstrVal)), "office");
+    VariantClear(&profile);
+
+    EXPECT_EQ(parent->ParentWindowClosed(), E_FAIL) << "an exception has reached the plug-in";
+    EXPECT_EQ(parent->get_ParentIniFile(nullptr), E_POINTER);
+    parent->detach();
+    EXPECT_TRUE(FAILED(parent->ParentSendBreak()));
+    EXPECT_EQ(requests.last, "command INIT");
+}
+
+}  // namespace
+}  // namespace kavrelon
