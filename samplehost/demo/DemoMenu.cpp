@@ -34,6 +34,8 @@ constexpr int kFrameRow = 8;
 constexpr int kFirstEntryRow = kFrameRow + 2;
 constexpr int kEntryColumn = kFrameColumn + 3;
 constexpr int kEntryColumns = kFrameColumns - 6;
+// Beside the highlight: in it the block would show as a hole.
+constexpr int kCursorColumn = kEntryColumn - 2;
 constexpr int kSummaryRow = 20;
 constexpr int kRuleRow = 22;
 constexpr int kFootRow = 23;
@@ -126,7 +128,7 @@ void DemoMenu::drawSummary(const DemoScreen& screen) const {
 }
 
 void DemoMenu::parkCursor(const DemoScreen& screen) const {
-    screen.out.at(kEntryColumn, kFirstEntryRow + highlighted_);
+    screen.out.at(kCursorColumn, kFirstEntryRow + highlighted_);
 }
 
 }  // namespace kavrelon
