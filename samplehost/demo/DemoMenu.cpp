@@ -97,11 +97,11 @@ void DemoMenu::showClock(const DemoScreen& screen, std::chrono::milliseconds con
 }
 
 void DemoMenu::drawBanner(const DemoScreen& screen) const {
-    for (int row = 0; row < kBannerPixelRows / 2; ++row) {
-        const std::string_view upper = kBanner[static_cast<std::size_t>(2 * row)];
-        const std::string_view lower = kBanner[static_cast<std::size_t>(2 * row + 1)];
-        screen.out.at(centred(upper.size()), kBannerRow + row);
-        screen.out.style(kBannerStyles[static_cast<std::size_t>(row)]);
+    for (std::size_t row = 0; row < kBannerStyles.size(); ++row) {
+        const std::string_view upper = kBanner[2 * row];
+        const std::string_view lower = kBanner[2 * row + 1];
+        screen.out.at(centred(upper.size()), kBannerRow + static_cast<int>(row));
+        screen.out.style(kBannerStyles[row]);
         for (std::size_t x = 0; x < upper.size(); ++x) {
             screen.out.repeat(halfBlock(upper[x] == '#', lower[x] == '#'), 1);
         }
