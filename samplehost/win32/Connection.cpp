@@ -185,6 +185,8 @@ void Connection::echo(std::string_view text) {
         arrived_ += character;
         if (character == '\r') arrived_ += '\n';
     }
+    // What is shown comes with the next advance, as all else does.
+    WSASetEvent(event_);
 }
 
 void Connection::lose(int error) {

@@ -98,7 +98,8 @@ void HostProgram::openPlugIn() {
 }
 
 void HostProgram::waitForWork() const {
-    if (fed_ < backlog_.size()) return;
+    const bool endUnnoted = remote_->ending() && !leaveDue_;
+    if (fed_ < backlog_.size() || endUnnoted) return;
     const bool livesByClock = remoteReady_ == nullptr;
     milliseconds longest = livesByClock ? kTick : milliseconds::max();
     for (const auto& due : {pictureDue_, leaveDue_}) {

@@ -133,6 +133,7 @@ class TinyServer {
     TinyServer(const TinyServer&) = delete;
     TinyServer& operator=(const TinyServer&) = delete;
 
+    unsigned short port() const { return port_; }
     std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
     void stopListening() { closesocket(std::exchange(listener_, INVALID_SOCKET)); }
     void hangUp() { closesocket(std::exchange(client_, INVALID_SOCKET)); }

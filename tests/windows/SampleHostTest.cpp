@@ -7,6 +7,7 @@
 
 #include <set>
 
+#include "samplehost/win32/Connection.h"
 #include "samplehost/win32/ParentObject.h"
 #include "support/com/ComText.h"
 
@@ -152,6 +153,39 @@ TEST_F(SampleHostTest, EndsWellWhenTheUserClosesTheWindowInAFlood) {
     EXPECT_EQ(host.exitStatus(), 0);
     EXPECT_EQ(host.printed(), "");
     EXPECT_THAT(folder.read("host.log"), HasSubstr("note      session closed"));
+}
+
+TEST(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
+    TinyServer server;
+    HostOptions options;
+    options.host = "127.0.0.1";
+    options.port = server.port();
+    Connection telnet(options);
+    server.accept();
+    const auto shown = [&telnet] {
+        std::string bytes;
+        telnet.advance(std::chrono::milliseconds{0}, bytes);
+        return bytes;
+    };
+
+    telnet.send("a\xFF\r");
+    EXPECT_TRUE(server.receives(std::string_view("a\xFF\xFF\r\0", 5)));
+    EXPECT_EQ(shown(), "a\xFF\r\n") << "the server does not echo, so that is the client's part";
+    server.send("\xFF\xFB\x01");
+    EXPECT_EQ(WaitForSingleObject(telnet.readyEvent(), 10000), WAIT_OBJECT_0);
+    EXPECT_EQ(shown(), "");
+    EXPECT_TRUE(server.receives("\xFF\xFD\x01"));
+    telnet.send("secret");
+    EXPECT_EQ(shown(), "");
+    telnet.sendBreak();
+    EXPECT_TRUE(server.receives("secret\xFF\xF3"));
+
+    server.hangUp();
+    EXPECT_EQ(WaitForSingleObject(telnet.readyEvent(), 10000), WAIT_OBJECT_0);
+    EXPECT_EQ(shown(), "");
+    ASSERT_TRUE(telnet.ending());
+    EXPECT_TRUE(telnet.ending()->failed);
+    telnet.send("into the void");
 }
 
 /// Notes what a plug-in asks of the host.
