@@ -125,6 +125,8 @@ void DemoSession::logOn() {
         writer_.sizeScreen(columns_, rows_);
     }
     writer_.logOn("demo");
+    writer_.addKnowledgeBase("http://localhost/help", "Help for the Demo");
+    writer_.addRemote("notepad.exe", "Notes").addRemote("winver.exe", "About this Computer");
     showMenu();
 }
 

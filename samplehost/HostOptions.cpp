@@ -82,6 +82,37 @@ bool setTerminalType(HostOptions& options, const std::string& value) {
            std::all_of(value.begin(), value.end(), [](char c) { return c > ' ' && c < 127; });
 }
 
+/// The character that an escape stands for: `\\r`, `\\n`, `\\t`, `\\e`, `\\\\` or `\\xHH`. Takes it off the
+/// text.
+std::optional<char> takeEscape(std::string_view& text) {
+    constexpr std::string_view kLetters = "rnte\\";
+    constexpr std::string_view kMeanings = "\r\n\t\x1B\\";
+    if (text.empty()) return std::nullopt;
+    const auto letter = kLetters.find(text.front());
+    if (letter != std::string_view::npos) {
+        text.remove_prefix(1);
+        return kMeanings[letter];
+    }
+    unsigned code = 0;
+    if (text.front() != 'x' || text.size() < 3) return std::nullopt;
+    const auto [stop, error] = std::from_chars(text.data() + 1, text.data() + 3, code, 16);
+    if (error != std::errc() || stop != text.data() + 3) return std::nullopt;
+    text.remove_prefix(3);
+    return static_cast<char>(code);
+}
+
+bool setTypedText(HostOptions& options, const std::string& value) {
+    std::string_view rest = value;
+    while (!rest.empty()) {
+        const char first = rest.front();
+        rest.remove_prefix(1);
+        const std::optional<char> typed = first == '\\' ? takeEscape(rest) : first;
+        if (!typed) return false;
+        options.typedText += *typed;
+    }
+    return true;
+}
+
 template <auto member>
 bool setText(HostOptions& options, const std::string& value) {
     options.*member = value;
@@ -126,6 +157,8 @@ constexpr std::array kOptions{
            "keep a picture of the terminal window, then end", "--snapshot window.png", setSnapshot},
     Option{"--after", "MILLISECONDS", "a number of milliseconds", "with --snapshot: when (2000 if not given)",
            "--snapshot window.png --after 5000", setAfter},
+    Option{"--type", "TEXT", "a text with no other escapes than \\r \\n \\t \\e \\\\ \\xHH",
+           "type a text once the session is open", "--connect 127.0.0.1:2323 --type ls\\r", setTypedText},
     Option{"--library", "PATH", "a file name", "load the terminal straight from this DLL",
            "--library C:\\terminal\\kavrelon.dll", setText<&HostOptions::libraryFile>},
     Option{"--registered", "", "", "use the terminal that is registered on this machine", "--registered",

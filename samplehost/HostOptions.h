@@ -41,6 +41,8 @@ struct HostOptions {
     /// --snapshot, and --after in milliseconds: the host ends once the picture is taken.
     std::optional<std::string> snapshotFile;
     std::uint32_t snapshotAfter = kDefaultSnapshotAfter;
+    /// --type: sent once the session is open, as if it had been typed; escapes are resolved.
+    std::string typedText;
     /// --library: the DLL to load straight from its file.
     std::optional<std::string> libraryFile;
     /// --registered: create the class through its registration.

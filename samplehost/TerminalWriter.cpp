@@ -111,6 +111,14 @@ TerminalWriter& TerminalWriter::logOff() {
     return privateSequence("L0");
 }
 
+TerminalWriter& TerminalWriter::addKnowledgeBase(std::string_view url, std::string_view description) {
+    return text("\x1FKB ").text(url).text(",").text(description).text("\x1F");
+}
+
+TerminalWriter& TerminalWriter::addRemote(std::string_view commandLine, std::string_view description) {
+    return text("\x1FREMOTE [").text(commandLine).text("] \"").text(description).text("\"\x1F");
+}
+
 TerminalWriter& TerminalWriter::privateSequence(std::string_view body) {
     out_ += "\x1B\b";
     out_ += body;

@@ -64,6 +64,10 @@ class TerminalWriter {
     TerminalWriter& closeScreen();
     TerminalWriter& logOn(std::string_view user);
     TerminalWriter& logOff();
+    /// Adds an entry to the Knowledge Base menu: a web address, without a comma.
+    TerminalWriter& addKnowledgeBase(std::string_view url, std::string_view description);
+    /// Adds an entry to the Remote menu: a program to start on the user's machine.
+    TerminalWriter& addRemote(std::string_view commandLine, std::string_view description);
 
   private:
     TerminalWriter& privateSequence(std::string_view body);

@@ -23,6 +23,8 @@ using std::chrono::milliseconds;
 constexpr milliseconds kTick{20};
 // How long the last words of a session stay on the screen.
 constexpr milliseconds kFarewell{2000};
+// How long the remote system may greet before a text that was asked for is typed.
+constexpr milliseconds kGreeting{500};
 // Small enough for the window to answer the user in the middle of a flood.
 constexpr std::size_t kBlock = 4096;
 
@@ -94,6 +96,7 @@ void HostProgram::openPlugIn() {
         throw std::runtime_error("The plug-in's screen has a fixed size.");
     }
     lastAdvance_ = Clock::now();
+    if (!options_.typedText.empty()) typingDue_ = lastAdvance_ + kGreeting;
     if (waitsForPicture()) pictureDue_ = lastAdvance_ + milliseconds(options_.snapshotAfter);
 }
 
@@ -102,7 +105,7 @@ void HostProgram::waitForWork() const {
     if (fed_ < backlog_.size() || endUnnoted) return;
     const bool livesByClock = remoteReady_ == nullptr;
     milliseconds longest = livesByClock ? kTick : milliseconds::max();
-    for (const auto& due : {pictureDue_, leaveDue_}) {
+    for (const auto& due : {typingDue_, pictureDue_, leaveDue_}) {
         if (due) longest = std::min(longest, std::chrono::ceil<milliseconds>(*due - Clock::now()));
     }
     const DWORD timeout = longest == milliseconds::max()
@@ -161,6 +164,10 @@ void HostProgram::noteEnding() {
 void HostProgram::meetDeadlines() {
     const auto now = Clock::now();
     if (leaveDue_ && now >= *leaveDue_) leave_ = true;
+    if (typingDue_ && now >= *typingDue_) {
+        typingDue_.reset();
+        sendData(options_.typedText);
+    }
     if (leave_ || !pictureDue_ || now < *pictureDue_) return;
     saveSnapshot(topWindowOfThread(), *options_.snapshotFile);
     leave_ = true;

@@ -70,6 +70,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     std::string backlog_;
     std::size_t fed_ = 0;
     Clock::time_point lastAdvance_;
+    std::optional<Clock::time_point> typingDue_;
     std::optional<Clock::time_point> pictureDue_;
     std::optional<Clock::time_point> leaveDue_;
     bool leave_ = false;

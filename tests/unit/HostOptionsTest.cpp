@@ -77,6 +77,10 @@ TEST(HostOptions, TellsWhatIsWrong) {
         {{"--snapshot", "w.bmp"}, "--snapshot needs"},
         {{"--snapshot", "w.png", "--after", "-1"}, "--after needs"},
         {{"--connect", "h:1", "--term", "a b"}, "--term needs"},
+        {{"--type", "a\\"}, "--type needs"},
+        {{"--type", "\\q"}, "--type needs"},
+        {{"--type", "\\x1"}, "--type needs"},
+        {{"--type", "\\x1g"}, "--type needs"},
         {{"--raw=1", "--connect", "h:1"}, "--raw takes no value"},
         {{"--ini", "a", "--ini", "b"}, "--ini is given twice"},
         {{"--play", "f", "--connect", "h:1"}, "--play cannot be used with --connect"},
@@ -95,6 +99,11 @@ TEST(HostOptions, TellsWhatIsWrong) {
     }
 }
 
+TEST(HostOptions, TypedTextResolvesItsEscapes) {
+    const std::vector<std::string> arguments{"--type", R"(ls\r\n\t\e\\\x41\x00z)"};
+    EXPECT_EQ(HostOptions::parse(arguments).typedText, std::string("ls\r\n\t\x1B\\A\0z", 9));
+}
+
 TEST(HostOptions, HelpShowsExamplesThatWork) {
     std::istringstream help(HostOptions::helpText());
     int examples = 0;
@@ -109,7 +118,7 @@ TEST(HostOptions, HelpShowsExamplesThatWork) {
         EXPECT_EQ(errorOf(arguments), "none") << line;
         ++examples;
     }
-    EXPECT_EQ(examples, 14);
+    EXPECT_EQ(examples, 15);
 }
 
 }  // namespace
