@@ -101,7 +101,7 @@ TEST(HostOptions, TellsWhatIsWrong) {
 
 TEST(HostOptions, TypedTextResolvesItsEscapes) {
     const std::vector<std::string> arguments{"--type", R"(ls\r\n\t\e\\\x41\x00z)"};
-    EXPECT_EQ(HostOptions::parse(arguments).typedText, std::string("ls\r\n\t\x1B\\A\0z", 9));
+    EXPECT_EQ(HostOptions::parse(arguments).typedText, std::string("ls\r\n\t\x1B\\A\0z", 10));
 }
 
 TEST(HostOptions, HelpShowsExamplesThatWork) {
