@@ -20,8 +20,8 @@ struct EscapeAutomaton;
 /// What a text field may hold depends on where it stands, so that one sequence never swallows the next:
 /// within
 /// `<ESC>[` sequences only the bytes 32 to 63, which come before a final byte; there, between quote
-/// characters, all but control characters; elsewhere all but the escape character, CAN, SUB, the first bytes
-/// of the table's patterns and what ends its kind of sequence (see EscapeRecognizer).
+/// characters, all but control characters; elsewhere all but CAN, SUB, the control characters that begin a
+/// sequence and what ends its kind of sequence (see EscapeRecognizer).
 class EscapeTree {
   public:
     /// Compiles a table: patterns[i] belongs to row i + 1, and empty patterns are skipped. Where two rows
