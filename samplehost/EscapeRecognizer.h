@@ -23,9 +23,8 @@ namespace kavrelon {
 /// - ESC ] and ESC with P, X, ^ or _: a string up to BEL or ESC \;
 /// - ESC with a control character behind it that a pattern has there: a private sequence, up to its end;
 /// - any other ESC: intermediates (32 to 47) and one byte (48 to 126);
-/// - a control character that begins and ends patterns of the table: up to its next occurrence, once the
-/// literal
-///   text in front of a pattern's first field was there. Before that, what fits no pattern is plain text.
+/// - a control character that begins and ends patterns of the table: up to its next occurrence, once the text
+///   in front of a pattern's first field was there. Before that, what fits no pattern is plain text.
 ///
 /// CAN and SUB break a sequence off. ESC and every other control character that begins a pattern break it off
 /// and begin anew, and so does any byte that cannot stand in it, which is then taken as plain. Other control

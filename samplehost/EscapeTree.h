@@ -27,7 +27,8 @@ class EscapeTree {
     /// Compiles a table: patterns[i] belongs to row i + 1, and empty patterns are skipped. Where two rows
     /// match the same bytes, a literal character beats a numeric field, that beats a text field, and at last
     /// the lower row wins. Throws std::invalid_argument, naming row and pattern, for a pattern that begins
-    /// with a field, that has a field with nothing behind it to end it, or `<term>` anywhere but at its end.
+    /// with a field, that has a field with nothing behind it to end it, a code above 255, or `<term>`
+    /// anywhere but at its end.
     explicit EscapeTree(std::span<const std::string> patterns);
 
     /// The compiled form, for recognisers.
