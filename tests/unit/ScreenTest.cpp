@@ -20,39 +20,32 @@ constexpr int kClearEndOfLine = 19, kClearStartOfLine = 21, kClearLine = 22, kCl
 class ScreenTest : public ConnectedTest {};
 
 TEST_F(ScreenTest, WrapWaitsForTheNextPrintedByte) {
-    setSize(4, 3);
-    const struct {
-        std::string typed;
-        Point cursor;
-        Texts rows;
-    } cases[] = {
-        {"abcd", {4, 0}, {"abcd ", "     ", "     "}},
-        {"abcde", {1, 1}, {"abcd ", "e    ", "     "}},
-        {"abcd\be", {4, 0}, {"abce ", "     ", "     "}},
-        {"abcd\re", {1, 0}, {"ebcd ", "     ", "     "}},
-        {"abcd\ne", {1, 2}, {"abcd ", "     ", "e    "}},
-        {"abcd\r\ne", {1, 1}, {"abcd ", "e    ", "     "}},
-        {"abcd\te", {1, 0}, {"ebcd ", "     ", "     "}},
-        {"abcdefghijkl", {4, 2}, {"abcd ", "efgh ", "ijkl "}},
-        {"abcdefghijklm", {1, 2}, {"efgh ", "ijkl ", "m    "}},
-        {"a\nb\nc\nd", {4, 2}, {" b   ", "  c  ", "   d "}},
-    };
-    for (const auto& c : cases) {
-        form().EraseScreen();
-        type(c.typed);
-        EXPECT_EQ(cursor(), c.cursor) << c.typed;
-        EXPECT_EQ(storedRows(), c.rows) << c.typed;
-    }
+    setSize(4, 2);
+    type("abcd\be");
+    EXPECT_EQ(cursor(), (Point{4, 0}));
+    type("\n\rfghi");
+    EXPECT_EQ(storedRows(), (Texts{"abce ", "fghi "}));
+    type("\nj");
+    EXPECT_EQ(cursor(), (Point{1, 1}));
+    EXPECT_EQ(storedRows(), (Texts{"     ", "j    "}));
+    EXPECT_EQ(shownRows(), (Texts{"    ", "j   "}));
+    screen().AutoWrap(false);
+    type("klmnop");
+    EXPECT_EQ(storedRows()[1], "jklmn");
+    EXPECT_EQ(shown(4, 1), ShownCell{});
+    EXPECT_EQ(stored(6, 1), 'p');
 }
 
-TEST_F(ScreenTest, WithoutWrapBytesAreStoredUnseen) {
-    setSize(4, 2);
-    screen().AutoWrap(false);
-    type("abcdef");
-    EXPECT_EQ(storedRows().front(), "abcde");
-    EXPECT_EQ(shownRows().front(), "abcd");
-    EXPECT_EQ(shown(4, 0), ShownCell{});
-    EXPECT_EQ(stored(5, 0), 'f');
+TEST_F(ScreenTest, WritingScrollingAndErasingMarkTheScreenAsWritten) {
+    for (const char* typed : {"x", "\n\n", "\x1B"}) {
+        setSize(80, 2);
+        form().EraseScreen();
+        EXPECT_FALSE(screen().ScreenDirty());
+        type({"\0\a\b\t\r\n\x11", 7});
+        EXPECT_FALSE(screen().ScreenDirty());
+        type(typed);
+        EXPECT_TRUE(screen().ScreenDirty());
+    }
 }
 
 TEST_F(ScreenTest, ErasingInBufferAndWindow) {
@@ -61,16 +54,14 @@ TEST_F(ScreenTest, ErasingInBufferAndWindow) {
         int sequence;
         Point cursor;
         Texts stored, shown;
-    } cases[] = {
-        {kClearEndOfLine, {2, 1}, {"AAAAA", "BB...", "CCCCC"}, {"AAAA", "BB  ", "CCCC"}},
-        {kClearEndOfLine, {4, 1}, {"AAAAA", "BBBBB", "CCCCC"}, {"AAAA", "BBBB", "CCCC"}},
-        {kClearStartOfLine, {2, 1}, {"AAAAA", "   BB", "CCCCC"}, {"AAAA", "    ", "CCCC"}},
-        {kClearLine, {2, 1}, {"AAAAA", "     ", "CCCCC"}, {"AAAA", "    ", "CCCC"}},
-        {kClearEndOfScreen, {2, 1}, {"AAAAA", "BB...", "     "}, {"AAAA", "BB  ", "    "}},
-        {kClearEndOfScreen, {4, 2}, {"AAAAA", "BBBBB", "CCCCC"}, {"AAAA", "BBBB", "CCCC"}},
-        {kClearBeginOfScreen, {2, 1}, {"     ", "     ", "CCCCC"}, {"    ", "    ", "CCCC"}},
-        {kClearScreen, {2, 1}, Texts(3, "     "), Texts(3, "    ")},
-    };
+    } cases[] = {{kClearEndOfLine, {2, 1}, {"AAAAA", "BB...", "CCCCC"}, {"AAAA", "BB  ", "CCCC"}},
+                 {kClearEndOfLine, {4, 1}, {"AAAAA", "BBBBB", "CCCCC"}, {"AAAA", "BBBB", "CCCC"}},
+                 {kClearStartOfLine, {2, 1}, {"AAAAA", "   BB", "CCCCC"}, {"AAAA", "    ", "CCCC"}},
+                 {kClearLine, {2, 1}, {"AAAAA", "     ", "CCCCC"}, {"AAAA", "    ", "CCCC"}},
+                 {kClearEndOfScreen, {2, 1}, {"AAAAA", "BB...", "     "}, {"AAAA", "BB  ", "    "}},
+                 {kClearEndOfScreen, {4, 2}, {"AAAAA", "BBBBB", "CCCCC"}, {"AAAA", "BBBB", "CCCC"}},
+                 {kClearBeginOfScreen, {2, 1}, {"     ", "     ", "CCCCC"}, {"    ", "    ", "CCCC"}},
+                 {kClearScreen, {2, 1}, Texts(3, "     "), Texts(3, "    ")}};
     const Pen inForce{0x0000FF, 0xFF0000, false, true};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.sequence << " at " << c.cursor.x << ',' << c.cursor.y);

@@ -27,10 +27,6 @@ inline void PrintTo(const Pen& pen, std::ostream* out) {
 inline void PrintTo(const Point& point, std::ostream* out) {
     *out << '(' << point.x << ',' << point.y << ')';
 }
-inline void PrintTo(const ShownCell& cell, std::ostream* out) {
-    *out << '\'' << static_cast<char>(cell.ch) << "' " << (cell.inverted ? "inverted " : "");
-    PrintTo(cell.pen, out);
-}
 
 /// The run-time error that a call raises, 0 when it does not fail.
 template <class Call>
