@@ -18,7 +18,7 @@ class SilentParent final : public HostParent {
     void ParentWindowClosed() override {}
     void ParentSendBreak() override {}
     std::string ParentConnectionProfile() override { return "bench"; }
-    std::string ParentIniFile() override { return "/nonexistent"; }
+    std::string ParentIniFile() override { return "/nonexistent/settings.ini"; }
     void ParentSendCommand(const std::string&) override {}
 };
 

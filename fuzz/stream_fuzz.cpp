@@ -18,7 +18,7 @@ class WatchedParent final : public HostParent {
     void ParentWindowClosed() override { fuzz::require(false, "no stream closes the base window"); }
     void ParentSendBreak() override { fuzz::require(false, "no break is sent"); }
     std::string ParentConnectionProfile() override { return "fuzz"; }
-    std::string ParentIniFile() override { return "/nonexistent"; }
+    std::string ParentIniFile() override { return "/nonexistent/settings.ini"; }
     void ParentSendCommand(const std::string& Value) override {
         fuzz::require(Value == "INIT", "no command but INIT is sent");
     }
