@@ -220,7 +220,7 @@ class PlainScreen {
   private:
     void put(int column, int row, std::uint8_t ch, CellAttr attr) {
         if (column > 1023 || row > 1023) raise(RuntimeErrorNumber::SubscriptOutOfRange);
-        records[static_cast<std::size_t>(row + 1)].Cells[static_cast<std::size_t>(column + 1)] = {ch, attr};
+        records[static_cast<std::size_t>(row) + 1].Cells[static_cast<std::size_t>(column) + 1] = {ch, attr};
     }
     void lineFeed() {
         if (y < lines - 1) {
@@ -231,7 +231,7 @@ class PlainScreen {
         blankRows(lines - 1, lines - 1);
     }
     void blankRows(int first, int last) {
-        for (int row = first; row <= last; ++row) records[static_cast<std::size_t>(row + 1)] = blank_;
+        for (int row = first; row <= last; ++row) records[static_cast<std::size_t>(row) + 1] = blank_;
     }
 
     ScreenLine blank_;
