@@ -7,9 +7,10 @@
 namespace kavrelon {
 namespace {
 
-/// Actions on the plug-in class itself. All others act on the current window, and a window that the user has
-/// closed drops them.
-constexpr bool isClassAction(EscapeAction action) {
+/// What an action acts on.
+enum class Target { Nothing, Plugin, Window };
+
+constexpr Target targetOf(EscapeAction action) {
     switch (action) {
         case EscapeAction::LogOff:
         case EscapeAction::LogOn:
@@ -17,9 +18,20 @@ constexpr bool isClassAction(EscapeAction action) {
         case EscapeAction::NewScreen:
         case EscapeAction::CloseScreen:
         case EscapeAction::SetFunctionKey:
-            return true;
+            return Target::Plugin;
+        case EscapeAction::SaveCursor:
+        case EscapeAction::RestoreCursor:
+        case EscapeAction::ScrollDown:
+        case EscapeAction::ScrollUp:
+        case EscapeAction::SetTab:
+        case EscapeAction::ClearTab:
+        case EscapeAction::ClearAllTabs:
+        case EscapeAction::PrintScreen:
+        case EscapeAction::PrintLine:
+        case EscapeAction::SetKey:
+            return Target::Nothing;
         default:
-            return false;
+            return Target::Window;
     }
 }
 
@@ -71,12 +83,15 @@ std::string clsTerminal::IClientEscTree_EscTreeDesc(std::int16_t Index) const {
 }
 
 void clsTerminal::IClientEscTree_EscTreeProcess(std::int16_t Index, const EscapeArguments& args) {
-    const frmTerm& window = currentWindow();
     const EscapeAction action = escapeRow(Index).action;
-    if (isClassAction(action)) {
-        processClassAction(action, args);
-    } else if (window.isLoaded()) {
-        processWindowAction(action, args);
+    switch (targetOf(action)) {
+        case Target::Nothing:
+            return;
+        case Target::Plugin:
+            return processClassAction(action, args);
+        case Target::Window:
+            // A window that the user has closed drops what reaches it.
+            if (currentWindow().isLoaded()) processWindowAction(action, args);
     }
 }
 

@@ -164,6 +164,7 @@ class Screen {
         cell = rendition_.stamp();
         cell.Char = ch;
         ++cursorX_;
+        writing_ = false;
     }
     // Kept out of the loops that feed bytes: inlined there, they would crowd out the common case.
     [[gnu::noinline]] void control(std::uint8_t ch);

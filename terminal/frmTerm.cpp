@@ -129,7 +129,8 @@ void frmTerm::ReadINIFile() noexcept {
     ProfileFile& profiles = platform_.profileFile();
     std::string value;
     carryOn([&] { IniFile::ReadIni(profiles, iniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
-    carryOn([&] { selectFont(toInt16(value)); });
+    // A value that was deleted is there, but empty.
+    carryOn([&] { selectFont(toInt16(value.empty() ? "1" : value)); });
     carryOn(
         [&] { IniFile::ReadIni(profiles, iniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
     carryOn([&] { window_->checkPrinterTypeEntry(printerTypeEntry(value)); });

@@ -296,6 +296,11 @@ TEST_F(TerminalTest, MembersNeedAWindowAndAParent) {
             [=] { plugIn->IClientMain_InitializeClass(); },
         };
         for (const auto& member : members) EXPECT_EQ(errorOf(member), 91);
+        const std::vector<std::string_view> key{"A1", "text"};
+        plugIn->IClientEscTree_EscTreeProcess(12, {});
+        plugIn->IClientEscTree_EscTreeProcess(kFunctionKey, EscapeArguments(key));
+        EXPECT_EQ(plugIn->FuncKey(13), "text");
+        EXPECT_EQ(errorOf([=] { plugIn->IClientEscTree_EscTreeProcess(101, {}); }), 9);
         plugIn->IClientReceive_ReceiveEnd();
         plugIn->IClientMain_OnLogin();
         plugIn->IClientMain_OnLogOut();
