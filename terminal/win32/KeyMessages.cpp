@@ -55,6 +55,8 @@ std::optional<LRESULT> KeyMessages::handle(TermWindowEvents& events, UINT messag
 std::optional<LRESULT> KeyMessages::keyDown(TermWindowEvents& events, WPARAM key, LPARAM flags) {
     const std::shared_ptr<State> state = state_;
     *state = {};
+    // Whoever had the keyboard in between, a menu for one, may have kept the release to itself.
+    if (!isDown(VK_CONTROL)) events.Form_KeyUp(VK_CONTROL, shiftState());
     // AltGr arrives as Ctrl and the right Alt key. What it types are characters, not Ctrl combinations.
     if (key == VK_CONTROL && isDown(VK_RMENU)) return 0;
     if (key == VK_MENU && isRightHand(flags) && isDown(VK_CONTROL))
