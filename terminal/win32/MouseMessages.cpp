@@ -31,6 +31,11 @@ std::optional<LRESULT> handleMouse(TermWindowEvents& events, HWND window, UINT m
         case WM_RBUTTONUP:
             events.Form_MouseUp(MouseButton::Right, position(lParam));
             return 0;
+        case WM_CONTEXTMENU:
+            // From the menu key; the mouse has its menu from the button's release.
+            if (lParam != -1) return std::nullopt;
+            events.Form_MouseUp(MouseButton::Right, {});
+            return 0;
         default:
             return std::nullopt;
     }

@@ -50,6 +50,14 @@ std::string withMnemonic(std::string caption, char letter) {
     return place == std::string::npos ? caption : caption.insert(place, 1, '&');
 }
 
+/// A text as a caption that shows just that: "&" would mark a letter to choose the entry by.
+std::string literalCaption(std::string text) {
+    for (auto place = text.find('&'); place != std::string::npos; place = text.find('&', place + 2)) {
+        text.insert(place, 1, '&');
+    }
+    return text;
+}
+
 void append(HMENU menu, WORD command, const char* caption, bool enabled = true) {
     AppendMenuA(menu, MF_STRING | (enabled ? MF_ENABLED : MF_GRAYED), command, caption);
 }
@@ -62,8 +70,10 @@ HMENU appendPopup(HMENU bar, Menu popup, const char* caption) {
     return menu;
 }
 
+/// Removes the items from a position on, the last one first: nothing has to move up then.
 void removeFrom(HMENU menu, int position) {
-    while (DeleteMenu(menu, static_cast<UINT>(position), MF_BYPOSITION)) {
+    for (int last = GetMenuItemCount(menu) - 1; last >= position; --last) {
+        DeleteMenu(menu, static_cast<UINT>(last), MF_BYPOSITION);
     }
 }
 
@@ -119,7 +129,7 @@ void fillPrinters(HMENU menu, const PrinterMenu& printers) {
     const std::size_t count = std::min(printers.entries().size(), kMostPrinters);
     for (std::size_t i = 0; i < count; ++i) {
         const PrinterMenu::Entry& entry = printers.entries()[i];
-        append(menu, static_cast<WORD>(kPrinterName + i), entry.caption.c_str());
+        append(menu, static_cast<WORD>(kPrinterName + i), literalCaption(entry.caption).c_str());
         if (entry.checked) {
             CheckMenuItem(menu, static_cast<UINT>(kPrinterName + i), MF_BYCOMMAND | MF_CHECKED);
         }
@@ -136,6 +146,16 @@ void checkOnly(HMENU bar, int first, int count, int checked) {
     for (int entry = first; entry < first + count; ++entry) {
         CheckMenuItem(bar, static_cast<UINT>(entry), MF_BYCOMMAND | MF_UNCHECKED);
     }
+}
+
+/// Where the mouse is on the screen, or the window's corner when it is elsewhere.
+POINT menuPlace(HWND window) {
+    RECT inner{};
+    GetClientRect(window, &inner);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&inner), 2);
+    POINT mouse{};
+    GetCursorPos(&mouse);
+    return PtInRect(&inner, mouse) ? mouse : POINT{inner.left, inner.top};
 }
 
 }  // namespace
@@ -162,9 +182,11 @@ void TermMenus::setScreenWidthCaption(std::string_view caption) const {
                 std::string(caption).c_str());
 }
 
-void TermMenus::enableRemote(bool enabled) const {
+bool TermMenus::enableRemote(bool enabled) const {
     constexpr UINT kRemotePosition = 4;
-    EnableMenuItem(bar_, kRemotePosition, MF_BYPOSITION | (enabled ? MF_ENABLED : MF_GRAYED));
+    const UINT state = enabled ? MF_ENABLED : MF_GRAYED;
+    const BOOL before = EnableMenuItem(bar_, kRemotePosition, MF_BYPOSITION | state);
+    return before != -1 && static_cast<UINT>(before) != state;
 }
 
 void TermMenus::fill(HMENU popup, TermWindowEvents& events) const {
@@ -182,9 +204,8 @@ void TermMenus::popUp(HWND window, bool copyEnabled, bool pasteEnabled) {
     append(menu.get(), kCopy, "&Copy", copyEnabled);
     append(menu.get(), kPaste, "&Paste", pasteEnabled);
     append(menu.get(), kClear, "C&lear");
-    POINT mouse{};
-    GetCursorPos(&mouse);
-    TrackPopupMenu(menu.get(), TPM_RIGHTBUTTON, static_cast<int>(mouse.x), static_cast<int>(mouse.y), 0,
+    const POINT place = menuPlace(window);
+    TrackPopupMenu(menu.get(), TPM_RIGHTBUTTON, static_cast<int>(place.x), static_cast<int>(place.y), 0,
                    window, nullptr);
 }
 

@@ -26,7 +26,8 @@ class TermMenus {
     void checkFontEntry(int index) const;
     void checkPrinterTypeEntry(int index) const;
     void setScreenWidthCaption(std::string_view caption) const;
-    void enableRemote(bool enabled) const;
+    /// Returns whether that changes the bar, which is to be drawn again then.
+    bool enableRemote(bool enabled) const;
     /// Fills the menu that is about to open, where it is one whose items come and go.
     void fill(HMENU popup, TermWindowEvents& events) const;
     /// Pops the context menu up at the mouse, for a window that gets the choice as a command.

@@ -280,8 +280,7 @@ void Win32TermWindow::showContextMenu(bool copyEnabled, bool pasteEnabled) {
 }
 
 void Win32TermWindow::enableRemoteMenu(bool enabled) {
-    menus_.enableRemote(enabled);
-    if (window_ != nullptr) DrawMenuBar(window_.get());
+    if (menus_.enableRemote(enabled) && window_ != nullptr) DrawMenuBar(window_.get());
 }
 
 void Win32TermWindow::reportFailure(const std::string& text) {
