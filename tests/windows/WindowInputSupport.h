@@ -1,0 +1,200 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "WindowTestSupport.h"
+
+namespace kavrelon {
+
+/// Writes down what leaves the terminal, in order.
+class InputLog final : public ITerminalCallBack {
+  public:
+    std::string sent;
+    std::function<void()> onInput = [] {};
+
+    void WindowHasClosed() override { sent += "<closed>"; }
+    std::string FuncKey(std::int16_t key) override { return "<F" + std::to_string(key) + ">"; }
+    void SendBreak() override { sent += "<break>"; }
+    void SendTermData(const std::string& text) override {
+        sent += text;
+        onInput();
+    }
+    void SendCommand(const std::string&) override {}
+};
+
+inline void click(DWORD event) {
+    mouse_event(event, 0, 0, 0, 0);
+}
+
+/// A key, or the right mouse button, goes down or up; 0 is none.
+inline void key(int code, bool up) {
+    if (code == VK_RBUTTON) return click(up ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_RIGHTDOWN);
+    const bool grey = (code >= VK_PRIOR && code <= VK_DELETE) || code == VK_RMENU;
+    const DWORD flags = (grey ? KEYEVENTF_EXTENDEDKEY : 0U) | (up ? KEYEVENTF_KEYUP : 0U);
+    const UINT scanCode = MapVirtualKeyA(static_cast<UINT>(code), 0);
+    if (code != 0) keybd_event(static_cast<BYTE>(code), static_cast<BYTE>(scanCode), flags, 0);
+}
+
+/// Keys that are pressed one after the other and let go in reverse order.
+using Chord = std::vector<int>;
+
+inline void press(const std::vector<Chord>& chords) {
+    for (const Chord& chord : chords) {
+        for (const int code : chord) key(code, false);
+        for (auto code = chord.rbegin(); code != chord.rend(); ++code) key(*code, true);
+    }
+}
+
+/// Types a character that no key of the layout has.
+inline void typeCharacter(wchar_t character) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    for (const DWORD up : {0, KEYEVENTF_KEYUP}) {
+        input.ki = {0, character, KEYEVENTF_UNICODE | up, 0, 0};
+        SendInput(1, &input, sizeof input);
+    }
+}
+
+inline bool inMenu() {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &state) && (state.flags & GUI_INMENUMODE) != 0;
+}
+
+/// A second program, in a folder whose name has a space.
+class Companion {
+  public:
+    Companion() {
+        char self[MAX_PATH] = "";
+        GetModuleFileNameA(nullptr, self, MAX_PATH);
+        std::filesystem::create_directories(folder_);
+        std::filesystem::copy_file(std::filesystem::path(self).replace_filename("companion.exe"), program());
+    }
+    ~Companion() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    Companion(const Companion&) = delete;
+    Companion& operator=(const Companion&) = delete;
+
+    std::string folder() const { return folder_.string(); }
+    std::string program() const { return folder() + "\\companion.exe"; }
+    std::string quoted() const { return '"' + program() + '"'; }
+    void start(const std::string& task) const {
+        std::string command = quoted() + ' ' + task;
+        STARTUPINFOA startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION started{};
+        ASSERT_TRUE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                   &startup, &started));
+        CloseHandle(started.hThread);
+        CloseHandle(started.hProcess);
+    }
+    /// Whether it has told what it has to tell.
+    bool tells(std::string& told) const {
+        std::ifstream in(program() + ".txt", std::ios::binary);
+        if (!in) return false;
+        told.assign(std::istreambuf_iterator<char>(in), {});
+        in.close();
+        return std::filesystem::remove(program() + ".txt");
+    }
+
+  private:
+    std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "kavrelon input test";
+};
+
+/// A terminal that has the keyboard, and a user who works it.
+class WindowInput : public WindowTest {
+  protected:
+    WindowInput() { reopen(); }
+    ~WindowInput() override { EXPECT_EQ(std::exchange(menusLeftOpen, 0), 0); }
+
+    void reopen() {
+        form.reset();
+        form.emplace(open());
+        (*form)->SetCallback(&host);
+        (*form)->TerminalOpen();
+        SetForegroundWindow(form->window());
+        pump();
+        host.sent.clear();
+    }
+    /// Lets everything through that is under way. A menu that nothing closes is closed after a while.
+    void pump() {
+        const UINT_PTR timer = SetTimer(nullptr, 0, 3000, leaveMenu);
+        for (int quiet = 0; quiet < 4; ++quiet) {
+            Sleep(5);
+            while (HIWORD(GetQueueStatus(QS_ALLINPUT)) != 0) platform.processMessages();
+        }
+        KillTimer(nullptr, timer);
+    }
+    bool pumpUntil(const std::function<bool()>& condition) {
+        for (int i = 0; i < 500; ++i) {
+            if (condition()) return true;
+            pump();
+        }
+        return false;
+    }
+    /// From now on tries something again and again, also while a menu or a message box is open.
+    static void tryUntilDone(std::function<bool()> attempt) {
+        done = std::move(attempt);
+        SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
+            if (done()) KillTimer(nullptr, timer);
+        });
+    }
+    std::string sentBy(const std::vector<Chord>& chords) {
+        host.sent.clear();
+        press(chords);
+        pump();
+        return host.sent;
+    }
+    std::string answerOf(const Companion& companion) {
+        std::string told = "nothing";
+        pumpUntil([&] { return companion.tells(told); });
+        return told;
+    }
+    void putOnClipboard(const std::string& text) {
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+        std::copy_n(text.c_str(), text.size() + 1, static_cast<char*>(GlobalLock(memory)));
+        GlobalUnlock(memory);
+        ASSERT_TRUE(OpenClipboard(form->window()) && EmptyClipboard() && SetClipboardData(CF_TEXT, memory));
+        CloseClipboard();
+    }
+    /// Moves the mouse to a place, in pixels of the inner area. Where the desktop is slow to hear of a move
+    /// it takes the next one back.
+    void moveTo(int x, int y) {
+        POINT place{x, y};
+        ClientToScreen(form->window(), &place);
+        EXPECT_TRUE(pumpUntil([&] {
+            POINT now{};
+            GetCursorPos(&now);
+            if (now.x == place.x && now.y == place.y) return true;
+            SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
+            return false;
+        }));
+    }
+    void moveToCell(int column, int row) {
+        moveTo(form->cell(column, row).left + 2, form->cell(column, row).top + 2);
+    }
+    void mark(int row, int columns) {
+        moveToCell(0, row);
+        click(MOUSEEVENTF_LEFTDOWN);
+        moveToCell(columns - 1, row);
+        click(MOUSEEVENTF_LEFTUP);
+        pump();
+    }
+
+    static void CALLBACK leaveMenu(HWND, UINT, UINT_PTR, DWORD) {
+        if (inMenu() && EndMenu()) ++menusLeftOpen;
+    }
+
+    static inline int menusLeftOpen = 0;
+    static inline std::function<bool()> done;
+    InputLog host;
+    std::optional<TestForm> form;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,201 @@
+#include "WindowInputSupport.h"
+
+namespace kavrelon {
+namespace {
+
+using namespace std::string_literals;
+
+TEST_F(WindowInput, KeysSendWhatTheTablesSay) {
+    const struct {
+        int held, key;
+        std::string sent;
+    } cases[] = {{0, VK_END, "\x05"},
+                 {0, VK_HOME, "\x01"},
+                 {0, VK_LEFT, "\x15"},
+                 {0, VK_UP, "\x1A"},
+                 {0, VK_RIGHT, "\x06"},
+                 {0, VK_DOWN, "\n"},
+                 {0, VK_DELETE, "\x04"},
+                 {0, VK_INSERT, "\t"},
+                 {0, VK_PRIOR, "\x0F"},
+                 {0, VK_NEXT, "\x10"},
+                 {VK_SHIFT, VK_UP, "\x1A"},
+                 {VK_MENU, VK_UP, "\x1A"},
+                 {VK_CONTROL, VK_UP, "\x1A"},
+                 {0, VK_PRINT, ""},
+                 {0, VK_PAUSE, ""},
+                 {VK_CONTROL, VK_CANCEL, "<break>"},
+                 {0, 'A', "a"},
+                 {VK_SHIFT, 'A', "A"},
+                 {0, '5', "5"},
+                 {0, VK_SPACE, " "},
+                 {0, VK_RETURN, "\r"},
+                 {0, VK_TAB, "\t"},
+                 {0, VK_BACK, "\b"},
+                 {0, VK_ESCAPE, "\x1B"},
+                 {VK_CONTROL, VK_RETURN, ""},
+                 {VK_CONTROL, VK_SPACE, ""},
+                 {VK_CONTROL, 'Q', ""},
+                 {VK_CONTROL, 'V', "text"}};
+    putOnClipboard("text");
+    for (const auto& c : cases) EXPECT_EQ(sentBy({{c.held, c.key}}), c.sent) << c.held << '+' << c.key;
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        if (letter == 'Q' || letter == 'V') continue;
+        EXPECT_EQ(sentBy({{VK_CONTROL, letter}}), std::string(1, static_cast<char>(letter - 'A' + 1)));
+    }
+    const Chord banks[] = {{}, {VK_MENU}, {VK_SHIFT}, {VK_SHIFT, VK_MENU}};
+    for (int n = 1; n <= 48; ++n) {
+        Chord keys = banks[(n - 1) / 12];
+        keys.push_back(VK_F1 + (n - 1) % 12);
+        Chord withCtrl = keys;
+        withCtrl.insert(withCtrl.begin(), VK_CONTROL);
+        const std::string expected = "<F" + std::to_string(n) + ">";
+        EXPECT_EQ(sentBy({keys, withCtrl}), expected + expected);
+        EXPECT_EQ(menusLeftOpen, 0) << expected;
+    }
+}
+
+TEST_F(WindowInput, TypedCharactersGoThroughUnchanged) {
+    for (const wchar_t character : {L'\xE9', L'\x20AC', L'\x416'}) typeCharacter(character);
+    EXPECT_EQ((pump(), host.sent), "\xE9\x80?");
+    for (int i = 0; i < 3; ++i) key(VK_UP, false);
+    EXPECT_EQ(sentBy({{VK_UP}}), "\x1A\x1A\x1A\x1A") << "the key repeats";
+    // AltGr: what it types is no Ctrl combination, and neither is what comes after it.
+    key(VK_CONTROL, false);
+    key(VK_RMENU, false);
+    pump();
+    PostMessageA(form->window(), WM_CHAR, '@', 0);
+    key(VK_CONTROL, true);
+    key(VK_RMENU, true);
+    EXPECT_EQ(sentBy({{'A'}}), "@a");
+}
+
+TEST_F(WindowInput, CtrlReleasedElsewhereDoesNotStick) {
+    key(VK_CONTROL, false);
+    pump();
+    {
+        const TestForm other = open();
+        SetForegroundWindow(other.window());
+        pump();
+        key(VK_CONTROL, true);
+        pump();
+        SetForegroundWindow(form->window());
+        pump();
+    }
+    EXPECT_EQ(sentBy({{'A'}}), "a") << "in another window";
+    moveToCell(1, 1);
+    key(VK_CONTROL, false);
+    pump();
+    press({{VK_RBUTTON}});
+    key(VK_CONTROL, true);
+    EXPECT_EQ(sentBy({{VK_ESCAPE}, {'A'}}), "a") << "in a menu";
+}
+
+TEST_F(WindowInput, MenusOpenAndChooseByKeyboard) {
+    const Companion companion;
+    (*form)->AddKB(companion.quoted() + " from  knowledge", "&Z A & B");
+    (*form)->AddRemote(companion.quoted() + "  \"two  words\" -x", "First");
+    (*form)->AddRemote(companion.program() + " a  b", "R&D");
+    (*form)->AddRemote("no-such-program -x", "Third");
+    const std::pair<std::vector<Chord>, std::string> cases[] = {
+        {{{VK_MENU, 'K'}, {'Z'}}, " from  knowledge\n" + companion.folder()},
+        {{{VK_MENU, 'R'}, {VK_RETURN}}, " \"two  words\" -x\n" + companion.folder()},
+        // Without quotes the program's path is cut at its space; the second attempt finds it nevertheless.
+        {{{VK_MENU, 'R'}, {'D'}}, " a  b\n" + std::filesystem::current_path().string()}};
+    for (const auto& [chords, told] : cases) {
+        EXPECT_EQ(sentBy(chords), "");
+        EXPECT_EQ(answerOf(companion), companion.quoted() + told);
+    }
+    char text[200] = "";
+    tryUntilDone([&] {
+        const HWND box = FindWindowA("#32770", "Terminal");
+        return GetDlgItemTextA(box, 0xFFFF, text, sizeof text) != 0 && PostMessageA(box, WM_COMMAND, IDOK, 0);
+    });
+    press({{VK_MENU, 'R'}, {VK_UP}, {VK_RETURN}});
+    EXPECT_TRUE(pumpUntil([&] { return *text != 0; }));
+    EXPECT_TRUE(std::string(text).starts_with("Unable to start Program: no-such-program -x\nError: "))
+        << text;
+    (*form)->ClearRemote();
+    EXPECT_EQ(sentBy({{VK_MENU, 'R'}, {VK_ESCAPE}, {VK_MENU, 'P'}, {VK_ESCAPE}, {VK_ESCAPE}, {'A'}}), "a");
+    GetMenuStringA(GetSubMenu(GetMenu(form->window()), 2), 5, text, sizeof text, MF_BYPOSITION);
+    EXPECT_STREQ(text, "No printers");
+}
+
+TEST_F(WindowInput, DragCopyAndPaste) {
+    const Companion companion;
+    form->writeAt(4, 2, "\xC4\xBA\x82");
+    const auto shown = [&](int column, int row) {
+        return form->picture().all(form->cell(column, row), kWhite);
+    };
+    moveToCell(4, 3);
+    click(MOUSEEVENTF_LEFTDOWN);
+    moveTo(-5, -8);
+    EXPECT_TRUE(pumpUntil([&] { return shown(4, 3) && shown(0, 0) && !shown(5, 3); }));
+    moveTo(1000, 700);
+    EXPECT_TRUE(pumpUntil([&] { return shown(4, 3) && !shown(0, 0) && shown(79, 24); }));
+    moveToCell(6, 2);
+    EXPECT_TRUE(pumpUntil([&] { return shown(4, 3) && shown(6, 3) && !shown(7, 3) && !shown(79, 24); }));
+    click(MOUSEEVENTF_LEFTUP);
+    moveToCell(3, 2);
+    EXPECT_EQ(sentBy({{VK_RBUTTON}, {'C'}}), "");
+    EXPECT_FALSE(shown(4, 3));
+    companion.start("clipboard");
+    EXPECT_EQ(answerOf(companion), "-\xA6\xE9   \0\u2500\u2551\u00E9   "s);
+    EXPECT_EQ(sentBy({{VK_APPS}, {'P'}, {VK_CONTROL, 'V'}}), "-\xA6\xE9   -\xA6\xE9   ");
+}
+
+TEST_F(WindowInput, AClipboardThatAnotherProgramHoldsKeepsItsText) {
+    const Companion companion;
+    form->writeAt(0, 1, "new");
+    putOnClipboard("old");
+    companion.start("clipboard 1000");
+    EXPECT_EQ(answerOf(companion), "old\0old"s);
+    mark(1, 3);
+    EXPECT_EQ(sentBy({{VK_CONTROL, 'C'}, {VK_CONTROL, 'V'}}), "");
+    EXPECT_TRUE(pumpUntil([&] { return sentBy({{VK_CONTROL, 'V'}}) == "old"; }));
+    mark(1, 3);
+    EXPECT_EQ(sentBy({{VK_CONTROL, 'C'}, {VK_CONTROL, 'V'}}), "new");
+}
+
+TEST_F(WindowInput, ALargePasteArrivesWholeAndSoon) {
+    const std::string text = std::string(1 << 20, 'x') + '!';
+    putOnClipboard(text);
+    const DWORD start = GetTickCount();
+    EXPECT_TRUE(sentBy({{VK_CONTROL, 'V'}}) == text);
+    EXPECT_LT(GetTickCount() - start, 2000U);
+}
+
+TEST_F(WindowInput, WindowsMayGoWhileTheirInputIsHandled) {
+    putOnClipboard("text");
+    const auto destroy = [&] {
+        (*form)->Unload();
+        form.reset();
+    };
+    const struct {
+        int held, key, then;
+        std::string sent;
+    } cases[] = {{0, VK_UP, 'A', "\x1A<closed>"},
+                 {0, 'A', VK_UP, "a<closed>"},
+                 {VK_MENU, VK_F4, 'A', "<F16><closed>"},
+                 {VK_CONTROL, 'V', 'A', "text<closed>"},
+                 {0, VK_RBUTTON, 'P', "text<closed>"},
+                 {VK_MENU, 'F', 'X', "<closed>"},
+                 {VK_MENU, VK_SPACE, 'C', "<closed>"},
+                 // The window is destroyed under the open menu.
+                 {0, VK_RBUTTON, 0, "<closed>"},
+                 {VK_MENU, 'F', 0, "<closed>"}};
+    for (const auto& c : cases) {
+        reopen();
+        moveToCell(1, 1);
+        host.onInput = destroy;
+        if (c.then == 0) tryUntilDone([&] { return inMenu() && (destroy(), true); });
+        press({{c.held, c.key}, {c.then}});
+        EXPECT_TRUE(pumpUntil([] { return countTerminalWindows() == 0; })) << c.held << '+' << c.key;
+        host.onInput = [] {};
+        if (form) (*form)->Unload();
+        EXPECT_EQ(host.sent, c.sent) << c.held << '+' << c.key;
+    }
+}
+
+}  // namespace
+}  // namespace kavrelon
