@@ -71,6 +71,7 @@ class Companion {
     Companion() {
         char self[MAX_PATH] = "";
         GetModuleFileNameA(nullptr, self, MAX_PATH);
+        std::filesystem::remove_all(folder_);
         std::filesystem::create_directories(folder_);
         std::filesystem::copy_file(std::filesystem::path(self).replace_filename("companion.exe"), program());
     }
@@ -111,7 +112,10 @@ class Companion {
 class WindowInput : public WindowTest {
   protected:
     WindowInput() { reopen(); }
-    ~WindowInput() override { EXPECT_EQ(std::exchange(menusLeftOpen, 0), 0); }
+    ~WindowInput() override {
+        done = [] { return true; };
+        EXPECT_EQ(std::exchange(menusLeftOpen, 0), 0);
+    }
 
     void reopen() {
         form.reset();

@@ -53,6 +53,11 @@ TEST_F(WindowInput, KeysSendWhatTheTablesSay) {
         EXPECT_EQ(sentBy({keys, withCtrl}), expected + expected);
         EXPECT_EQ(menusLeftOpen, 0) << expected;
     }
+    for (const bool up : {false, true}) {
+        key(VK_MENU, up);
+        key(VK_F2, up);
+    }
+    EXPECT_EQ(sentBy({{'A'}}), "<F14>a") << "Alt let go first";
 }
 
 TEST_F(WindowInput, TypedCharactersGoThroughUnchanged) {
@@ -82,13 +87,16 @@ TEST_F(WindowInput, CtrlReleasedElsewhereDoesNotStick) {
         SetForegroundWindow(form->window());
         pump();
     }
-    EXPECT_EQ(sentBy({{'A'}}), "a") << "in another window";
+    PostMessageA(form->window(), WM_CHAR, 'b', 0);
+    EXPECT_EQ(sentBy({{'A'}}), "ba") << "in another window";
     moveToCell(1, 1);
     key(VK_CONTROL, false);
     pump();
     press({{VK_RBUTTON}});
     key(VK_CONTROL, true);
     EXPECT_EQ(sentBy({{VK_ESCAPE}, {'A'}}), "a") << "in a menu";
+    host.onInput = [&] { (*form)->Form_LostFocus(); };
+    EXPECT_EQ(sentBy({{VK_CONTROL, 'A'}}), "\x01") << "while the host has the key";
 }
 
 TEST_F(WindowInput, MenusOpenAndChooseByKeyboard) {
