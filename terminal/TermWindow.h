@@ -184,9 +184,10 @@ class TermWindowEvents {
     /// Entry `index` of the printer menu, as `printerMenu` lists them.
     virtual void mnuPrinter_Click(std::int16_t index) noexcept = 0;
 
-    /// What the menus show that are filled when they open.
+    /// What the menus show that are filled when they open. Listing printers may run out of memory, and throws
+    /// then.
     virtual const HostMenus& hostMenus() const noexcept = 0;
-    virtual PrinterMenu printerMenu() noexcept = 0;
+    virtual PrinterMenu printerMenu() = 0;
 };
 
 class ProfileFile;

@@ -129,7 +129,7 @@ class frmTerm final : public TermWindowEvents,
     void mnuFilePrint_Click() noexcept override;
     void mnuPrinter_Click(std::int16_t index) noexcept override;
     const HostMenus& hostMenus() const noexcept override { return menus_; }
-    PrinterMenu printerMenu() noexcept override;
+    PrinterMenu printerMenu() override;
 
   private:
     static constexpr const char* kWideCaption = "132 Char per Line";

@@ -215,7 +215,7 @@ void frmTerm::startEntry(const std::vector<HostMenus::Entry>& entries, int index
     }
 }
 
-PrinterMenu frmTerm::printerMenu() noexcept {
+PrinterMenu frmTerm::printerMenu() {
     std::string chosen;
     carryOn([&] {
         IniFile::ReadIni(platform_.profileFile(), iniFile_, settings::kPrinter, settings::kPrinterName,
