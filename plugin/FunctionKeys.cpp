@@ -5,6 +5,7 @@
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 #include "terminal/IniFile.h"
+#include "terminal/Settings.h"
 
 namespace kavrelon {
 namespace {
@@ -35,7 +36,8 @@ void FunctionKeys::load(ProfileFile& profiles, const std::string& iniFile) noexc
     for (int key = kFirstSettableKey; key <= kKeys; ++key) {
         carryOn([&] {
             std::string value;
-            IniFile::ReadIni(profiles, iniFile, "Misc", "FuncKey" + std::to_string(key), value, {});
+            IniFile::ReadIni(profiles, iniFile, settings::kMisc, settings::kFuncKey + std::to_string(key),
+                             value, {});
             if (!value.empty()) keys_[static_cast<std::size_t>(key)] = translate(value);
         });
     }

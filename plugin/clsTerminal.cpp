@@ -4,6 +4,7 @@
 
 #include "support/RuntimeError.h"
 #include "terminal/IniFile.h"
+#include "terminal/Settings.h"
 
 namespace kavrelon {
 
@@ -13,9 +14,15 @@ clsTerminal::clsTerminal(TermPlatform& platform, std::string version)
 clsTerminal::~clsTerminal() {
     makeCurrent(nullptr);
     for (std::size_t index = 1; index < windows_.size(); ++index) unloadSlot(index);
-    // The base window goes without a word: the host that lets go of the plug-in expects none.
-    if (windows_[0]) windows_[0]->SetCallback(nullptr);
-    unloadSlot(0);
+    dropWindows();
+}
+
+void clsTerminal::dropWindows() noexcept {
+    makeCurrent(nullptr);
+    for (std::size_t index = 0; index < windows_.size(); ++index) {
+        if (windows_[index]) windows_[index]->SetCallback(nullptr);
+        unloadSlot(index);
+    }
 }
 
 void clsTerminal::IClientMain_SetClientParent(std::shared_ptr<HostParent> oParent) {
@@ -26,6 +33,7 @@ void clsTerminal::IClientMain_InitializeClass() {
     loggedOn_ = false;
     connectionProfile_ = parent()->ParentConnectionProfile();
     iniFile_ = parent()->ParentIniFile();
+    dropWindows();
     topIndex_ = -1;
     NewTerminalWindow();
 }
@@ -119,8 +127,8 @@ void clsTerminal::SetFunctionKey(std::string_view sKey, std::string_view sValue,
     if (key < 1 || key > FunctionKeys::kKeys) return;
     functionKeys_.set(key, sValue);
     if (bSave) {
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, "Misc", "FuncKey" + std::to_string(key),
-                          std::string(sValue));
+        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kMisc,
+                          settings::kFuncKey + std::to_string(key), std::string(sValue));
     }
 }
 

@@ -112,6 +112,8 @@ class clsTerminal final : public ITerminalCallBack {
     std::shared_ptr<HostParent> parent() const;
     void makeCurrent(std::shared_ptr<frmTerm> window);
     void unloadSlot(std::size_t index) noexcept;
+    /// Unloads every window without telling anybody: a host that lets go of them expects no word.
+    void dropWindows() noexcept;
 
     TermPlatform& platform_;
     std::string version_;

@@ -204,9 +204,12 @@ void clsTerminal::newScreen() {
 
 void clsTerminal::closeScreen() {
     if (topIndex_ <= 0) return;
+    const int top = topIndex_;
     makeCurrent(nullptr);
-    unloadSlot(static_cast<std::size_t>(topIndex_));
-    --topIndex_;
+    unloadSlot(static_cast<std::size_t>(top));
+    // Whoever heard of the closing may have ended everything.
+    if (topIndex_ != top) return;
+    topIndex_ = top - 1;
     const std::shared_ptr<frmTerm> window = windows_[static_cast<std::size_t>(topIndex_)];
     makeCurrent(window);
     if (!window) return;

@@ -71,7 +71,7 @@ std::string Keyboard::textWithCtrl(std::int16_t& keyCode) {
     if (key == 'C' && target_.copySelection()) return {};
     if (key == 'V') return target_.textToPaste();
     // Ctrl+Q would start a remote system's output that nobody had stopped.
-    if (key == 'Q' || key == kControlOffset) return {};
+    if (key == 'Q') return {};
     return {static_cast<char>(key - kControlOffset)};
 }
 

@@ -276,6 +276,13 @@ CellPlace Screen::cellAt(Point pixel) const {
     return grid().cellAt(pixel, std::min(charsPerLine_, kMaxScreen), std::min(linesPerPage_, kMaxScreen));
 }
 
+CellPlace Screen::nearestCell(CellPlace place) const {
+    const auto within = [](int value, int most) {
+        return std::clamp(value, 1, std::clamp(most, 1, kMaxScreen));
+    };
+    return {within(place.column, charsPerLine_), within(place.row, linesPerPage_)};
+}
+
 std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
     const auto [firstColumn, lastColumn] = std::minmax({corner.column, opposite.column});
     const auto [firstRow, lastRow] = std::minmax({corner.row, opposite.row});

@@ -120,6 +120,8 @@ class Screen {
 
     /// The cell under a pixel of the window, or the nearest one.
     CellPlace cellAt(Point pixel) const;
+    /// The place itself, or the nearest one on the screen.
+    CellPlace nearestCell(CellPlace place) const;
     /// The text between two corners, in any order. A line break stands before each row but the first and the
     /// last. Empty cells count as spaces, and hold spaces afterwards.
     std::string GetScreenText(CellPlace corner, CellPlace opposite);

@@ -20,8 +20,10 @@ class Selection {
     void begin(Point mouse);
     /// The mouse has moved with the left button held.
     void extend(Point mouse);
-    /// Takes the highlight off and returns the text under it; empty when nothing is highlighted.
-    std::string take();
+    /// The text of the marked cells.
+    std::string text() const;
+    /// Takes the highlight off.
+    void drop();
 
   private:
     bool singleCell() const { return start_ == end_; }

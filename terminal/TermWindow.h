@@ -194,8 +194,9 @@ class ProfileFile;
 class Launcher;
 class Printers;
 
-/// Where terminal windows and settings come from: the platform, or memory.
-class TermPlatform {
+/// Where terminal windows and settings come from: the platform, or memory. Windows that are closed late keep
+/// a platform alive that is owned by a shared pointer; any other must outlive them.
+class TermPlatform : public std::enable_shared_from_this<TermPlatform> {
   public:
     virtual ~TermPlatform() = default;
 

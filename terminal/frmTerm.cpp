@@ -12,7 +12,10 @@
 #include "terminal/TitleBar.h"
 
 namespace kavrelon {
-frmTerm::frmTerm(TermPlatform& platform) : platform_(platform), screenWidthCaption_(kWideCaption) {}
+frmTerm::frmTerm(TermPlatform& platform)
+    : platform_(platform),
+      platformKept_(platform.weak_from_this().lock()),
+      screenWidthCaption_(kWideCaption) {}
 
 frmTerm::~frmTerm() = default;
 
@@ -58,6 +61,7 @@ void frmTerm::ClearRemote() {
 }
 
 void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
+    if (!isLoaded()) return;
     carryOn([&] {
         const HostCommand command(sCmd);
         if (command.word == "IMAGE") {

@@ -77,9 +77,9 @@ class frmTerm final : public TermWindowEvents,
     void Redrawscreen(bool PaintOnly = false) { screen_.Redrawscreen(PaintOnly); }
     void TurnOnOffCursor(bool OnOff);
     void ReadINIFile() noexcept;
-    /// Carries out a text command: "IMAGE", "IMAGECLEAR", "PASTEOK" or "CUTOK", in any case. What a command
-    /// cannot read counts as 0. Sets `bProcessed` for the picture commands, and leaves it alone for all
-    /// others.
+    /// Carries out a text command: "IMAGE", "IMAGECLEAR", "PASTEOK" or "CUTOK", in any case. Numbers of an
+    /// "IMAGE" that cannot be read count as 0; an "IMAGECLEAR" without a number clears nothing. Sets
+    /// `bProcessed` for the picture commands, and leaves it alone for all others.
     void ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept;
 
     /// The character screen, for its cursor, erase, attribute, size and painting members.
@@ -150,6 +150,8 @@ class frmTerm final : public TermWindowEvents,
     void complain() noexcept;
 
     TermPlatform& platform_;
+    // A window may be inside a menu or a message box when its host lets go of everything else.
+    std::shared_ptr<TermPlatform> platformKept_;
     std::unique_ptr<TermWindow> window_;
     HelpBoxes helpBoxes_;
     HostMenus menus_;

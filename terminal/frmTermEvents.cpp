@@ -155,7 +155,11 @@ void frmTerm::Form_MouseUp(MouseButton button, Point) noexcept {
 
 bool frmTerm::copySelection() {
     if (!isLoaded() || !cutOk_ || !screen_.SelectionShown()) return false;
-    if (!window_->setClipboardText(selection_.take())) complain();
+    if (window_->setClipboardText(selection_.text())) {
+        selection_.drop();
+    } else {
+        complain();
+    }
     return true;
 }
 
@@ -165,7 +169,9 @@ std::string frmTerm::textToPaste() {
 }
 
 void frmTerm::complain() noexcept {
-    carryOn([this] { window_->beep(kComplaintFrequency, kComplaintMilliseconds); });
+    carryOn([this] {
+        if (isLoaded()) window_->beep(kComplaintFrequency, kComplaintMilliseconds);
+    });
 }
 
 void frmTerm::mnuRightClickCopy_Click() noexcept {
@@ -237,11 +243,11 @@ void frmTerm::mnuFilePrint_Click() noexcept {
     carryOn([this] {
         if (!isLoaded()) return;
         const std::string printer = printerMenu().printerInUse();
-        if (printer.empty()) {
-            window_->reportFailure("There is no printer to print on.");
-        } else if (!platform_.printers().print(printer, screen_.lines(), screen_.CharsPerLine())) {
+        if (printer.empty()) return window_->reportFailure("There is no printer to print on.");
+        // Some printers ask the user something, and the window may be gone by the time of the answer.
+        const bool printed = platform_.printers().print(printer, screen_.lines(), screen_.CharsPerLine());
+        if (!printed && isLoaded())
             window_->reportFailure("The screen could not be printed on " + printer + ".");
-        }
     });
 }
 

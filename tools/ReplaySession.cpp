@@ -102,8 +102,11 @@ class ReplaySession::Operands {
         return text == yes;
     }
 
-    void end() const {
-        if (!empty()) fail("there is more on the line than the command takes");
+    void expect(int count) const {
+        const auto given = static_cast<int>(line_.words.size() - next_);
+        if (count != kAny && given != count) {
+            fail("the command takes " + std::to_string(count) + " operands, not " + std::to_string(given));
+        }
     }
 
     [[noreturn]] void fail(const std::string& what) const { throw ReplaySyntaxError(line_.number, what); }
@@ -153,68 +156,80 @@ void ReplaySession::run(const ReplayLine& line) {
     Operands operands(line);
     const std::string name = operands.word();
     const Command command = commandNamed(name);
-    if (command == nullptr) operands.fail("unknown command \"" + name + "\"");
-    attempt([&] { command(*this, operands); });
-    operands.end();
+    if (command.run == nullptr) operands.fail("unknown command \"" + name + "\"");
+    operands.expect(command.operands);
+    attempt([&] { command.run(*this, operands); });
 }
 
 ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
     static const std::map<std::string_view, Command> commands{
         {"bytes",
-         [](ReplaySession& session, Operands& operands) {
-             for (const std::uint8_t byte : operands.bytes()) {
-                 session.attempt([&] { session.terminal_.IClientReceive_ReceiveData(byte); });
-             }
-         }},
-        {"seq", [](ReplaySession& session, Operands& operands) { session.processSequence(operands); }},
+         {kAny,
+          [](ReplaySession& session, Operands& operands) {
+              for (const std::uint8_t byte : operands.bytes()) {
+                  session.attempt([&] { session.terminal_.IClientReceive_ReceiveData(byte); });
+              }
+          }}},
+        {"seq",
+         {kAny, [](ReplaySession& session, Operands& operands) { session.processSequence(operands); }}},
         {"stream",
-         [](ReplaySession& session, Operands& operands) { session.recognizer_.feed(operands.bytes()); }},
-        {"login", [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogin(); }},
-        {"logout", [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogOut(); }},
-        {"close", [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnClose(); }},
+         {kAny,
+          [](ReplaySession& session, Operands& operands) { session.recognizer_.feed(operands.bytes()); }}},
+        {"login", {0, [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogin(); }}},
+        {"logout", {0, [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogOut(); }}},
+        {"close", {0, [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnClose(); }}},
         {"cmd",
-         [](ReplaySession& session, Operands& operands) {
-             bool processed = false;
-             session.window().ProcessCmd(operands.string(), processed);
-             session.print(JsonLine().beginObject().key("processed").value(processed).endObject().text());
-         }},
+         {1,
+          [](ReplaySession& session, Operands& operands) {
+              bool processed = false;
+              session.window().ProcessCmd(operands.string(), processed);
+              session.print(JsonLine().beginObject().key("processed").value(processed).endObject().text());
+          }}},
         {"key",
-         [](ReplaySession& session, Operands& operands) {
-             std::int16_t code = operands.number();
-             session.window().Form_KeyDown(code, operands.number());
-         }},
-        {"press", [](ReplaySession& session,
-                     Operands& operands) { session.window().Form_KeyPress(operands.number()); }},
-        {"keyup", [](ReplaySession& session,
-                     Operands& operands) { session.window().Form_KeyUp(operands.number(), 0); }},
-        {"mouse", [](ReplaySession& session, Operands& operands) { session.moveMouse(operands); }},
-        {"copy", [](ReplaySession& session, Operands&) { session.window().mnuRightClickCopy_Click(); }},
-        {"paste", [](ReplaySession& session, Operands&) { session.window().mnuRightClickPaste_Click(); }},
-        {"clear", [](ReplaySession& session, Operands&) { session.window().mnuRightClickClear_Click(); }},
+         {2,
+          [](ReplaySession& session, Operands& operands) {
+              std::int16_t code = operands.number();
+              session.window().Form_KeyDown(code, operands.number());
+          }}},
+        {"press",
+         {1, [](ReplaySession& session,
+                Operands& operands) { session.window().Form_KeyPress(operands.number()); }}},
+        {"keyup",
+         {1, [](ReplaySession& session,
+                Operands& operands) { session.window().Form_KeyUp(operands.number(), 0); }}},
+        {"mouse", {4, [](ReplaySession& session, Operands& operands) { session.moveMouse(operands); }}},
+        {"copy", {0, [](ReplaySession& session, Operands&) { session.window().mnuRightClickCopy_Click(); }}},
+        {"paste",
+         {0, [](ReplaySession& session, Operands&) { session.window().mnuRightClickPaste_Click(); }}},
+        {"clear",
+         {0, [](ReplaySession& session, Operands&) { session.window().mnuRightClickClear_Click(); }}},
         {"clip",
-         [](ReplaySession& session, Operands& operands) { session.platform_.clipboard = operands.string(); }},
-        {"redraw", [](ReplaySession& session, Operands&) { session.window().screen().Redrawscreen(false); }},
-        {"expose", [](ReplaySession& session, Operands&) { session.window().Form_Paint(); }},
+         {1, [](ReplaySession& session,
+                Operands& operands) { session.platform_.clipboard = operands.string(); }}},
+        {"redraw",
+         {0, [](ReplaySession& session, Operands&) { session.window().screen().Redrawscreen(false); }}},
+        {"expose", {0, [](ReplaySession& session, Operands&) { session.window().Form_Paint(); }}},
         {"paint",
-         [](ReplaySession& session, Operands& operands) {
-             session.window().screen().PaintOn(operands.choice("on", "off"));
-         }},
+         {1, [](ReplaySession& session,
+                Operands& operands) { session.window().screen().PaintOn(operands.choice("on", "off")); }}},
         {"tick",
-         [](ReplaySession& session, Operands& operands) {
-             session.shownWindow().tick(operands.choice("cursor", "beep") ? TermTimer::Cursor
-                                                                          : TermTimer::Beep);
-         }},
+         {1,
+          [](ReplaySession& session, Operands& operands) {
+              session.shownWindow().tick(operands.choice("cursor", "beep") ? TermTimer::Cursor
+                                                                           : TermTimer::Beep);
+          }}},
         {"state",
-         [](ReplaySession& session, Operands&) {
-             session.print(stateLine(session.window(), session.terminal_.topIndex()));
-         }},
-        {"screen", [](ReplaySession& session,
-                      Operands&) { session.print(screenLine(session.window(), session.shownWindow())); }},
+         {0, [](ReplaySession& session,
+                Operands&) { session.print(stateLine(session.window(), session.terminal_.topIndex())); }}},
+        {"screen",
+         {0, [](ReplaySession& session,
+                Operands&) { session.print(screenLine(session.window(), session.shownWindow())); }}},
         {"menus",
-         [](ReplaySession& session, Operands&) { session.print(menusLine(session.window().hostMenus())); }},
+         {0,
+          [](ReplaySession& session, Operands&) { session.print(menusLine(session.window().hostMenus())); }}},
     };
     const auto found = commands.find(name);
-    return found == commands.end() ? nullptr : found->second;
+    return found == commands.end() ? Command{} : found->second;
 }
 
 void ReplaySession::processSequence(Operands& operands) {

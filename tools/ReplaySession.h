@@ -30,7 +30,12 @@ class ReplaySession {
     class Sink;
     class Operands;
 
-    using Command = void (*)(ReplaySession&, Operands&);
+    /// For a command that takes any number of operands.
+    static constexpr int kAny = -1;
+    struct Command {
+        int operands = 0;
+        void (*run)(ReplaySession&, Operands&) = nullptr;
+    };
     static Command commandNamed(std::string_view name);
 
     frmTerm& window() const { return terminal_.currentWindow(); }

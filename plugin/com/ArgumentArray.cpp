@@ -66,9 +66,11 @@ void ArgumentArray::add(std::wstring_view field) {
 void ArgumentArray::add(VARIANT& field) {
     if (field.vt == VT_BSTR) return add(bstrView(field.bstrVal));
 
-    // An object would be asked for its value, and could call anything from within.
+    // An object would be asked for its value, and could call anything from within; one may hide in a
+    // variant that is passed on.
     const VARTYPE type = field.vt & VT_TYPEMASK;
-    if (type == VT_DISPATCH || type == VT_UNKNOWN) raise(RuntimeErrorNumber::TypeMismatch);
+    if (type == VT_DISPATCH || type == VT_UNKNOWN || type == VT_VARIANT)
+        raise(RuntimeErrorNumber::TypeMismatch);
     Variant text;
     // Sequences write numbers in one way, whatever the user's country.
     if (FAILED(VariantChangeTypeEx(&text, &field, LOCALE_INVARIANT, 0, VT_BSTR))) {

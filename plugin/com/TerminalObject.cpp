@@ -6,7 +6,8 @@
 
 namespace kavrelon {
 
-TerminalObject::TerminalObject() : platform_(moduleInstance()), terminal_(platform_, KAVRELON_VERSION) {}
+TerminalObject::TerminalObject()
+    : platform_(std::make_shared<Win32Platform>(moduleInstance())), terminal_(*platform_, KAVRELON_VERSION) {}
 
 STDMETHODIMP TerminalObject::SetClientParent(IDispatch* oParent) {
     return call<IClientMain>("IClientMain_SetClientParent",

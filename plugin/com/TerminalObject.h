@@ -82,7 +82,7 @@ class TerminalObject final : public Implements<DualInterface<IClientMain>, DualI
         });
     }
 
-    Win32Platform platform_;
+    std::shared_ptr<Win32Platform> platform_;
     clsTerminal terminal_;
 };
 

@@ -42,7 +42,7 @@ bool isFont(WORD command) {
 constexpr std::string_view kFontMnemonics = "MLTAuNHD";
 static_assert(kFontMnemonics.size() == kFontEntries);
 
-/// How a print job's data is handed to the spooler.
+/// The printing methods that the settings file can name.
 constexpr std::array<const char*, 4> kPrinterTypes{"&Default", "&Enhanced Metafile", "&Text", "&Raw"};
 
 std::string withMnemonic(std::string caption, char letter) {

@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "support/com/Module.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
 #include "terminal/win32/MouseMessages.h"
@@ -80,11 +81,13 @@ void Win32TermWindow::detach() {
 
 LRESULT CALLBACK Win32TermWindow::procedure(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam) noexcept {
+    // Menus and message boxes run inside a message, and the host may let go of everything meanwhile.
+    const ModuleLock inUse;
     try {
         if (Win32TermWindow* self = of(window)) {
             if (const Answer answer = self->handle({window, message, wParam, lParam})) return *answer;
         }
-    } catch (const std::exception&) {
+    } catch (...) {
         // What an event could not do is undone work, not a reason to take the host down.
     }
     return DefWindowProcA(window, message, wParam, lParam);
