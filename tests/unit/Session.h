@@ -20,10 +20,6 @@ namespace kavrelon {
 inline void PrintTo(const CellAttr& attr, std::ostream* out) {
     *out << int{attr.Fore} << '/' << int{attr.Back} << '/' << int{attr.Mode};
 }
-inline void PrintTo(const Pen& pen, std::ostream* out) {
-    *out << std::hex << pen.text << " on " << pen.back << std::dec << (pen.italic ? " italic" : "")
-         << (pen.underline ? " underline" : "");
-}
 inline void PrintTo(const Point& point, std::ostream* out) {
     *out << '(' << point.x << ',' << point.y << ')';
 }
@@ -119,23 +115,23 @@ class Session {
         return rows(screen().CharsPerLine(),
                     [this](int column, int row) { return static_cast<char>(shown(column, row).ch); });
     }
-    /// Every shown cell, row by row.
+    /// Every shown cell, row by row, the pending column's included.
     std::vector<ShownCell> picture() const {
         std::vector<ShownCell> cells;
         for (int row = 0; row < screen().LinesPerPage(); ++row) {
-            for (int column = 0; column < screen().CharsPerLine(); ++column) {
+            for (int column = 0; column <= screen().CharsPerLine(); ++column) {
                 cells.push_back(shown(column, row));
             }
         }
         return cells;
     }
-    /// The cells that stand inverted, the pending column's included.
+    /// The cells that stand inverted.
     std::vector<Point> marks() const {
         std::vector<Point> inverted;
-        for (int row = 0; row < screen().LinesPerPage(); ++row) {
-            for (int column = 0; column <= screen().CharsPerLine(); ++column) {
-                if (shown(column, row).inverted) inverted.push_back({column, row});
-            }
+        Point at;
+        for (const ShownCell& cell : picture()) {
+            if (cell.inverted) inverted.push_back(at);
+            at = at.x < screen().CharsPerLine() ? Point{at.x + 1, at.y} : Point{0, at.y + 1};
         }
         return inverted;
     }
