@@ -4,6 +4,7 @@
 #include <functional>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "plugin/FunctionKeys.h"
@@ -25,14 +26,10 @@ class TerminalTest : public ConnectedTest {
 
 TEST_F(TerminalTest, TableEndsWithEmptyRows) {
     EXPECT_EQ(terminal->IClientEscTree_EscTreeCount(), 44);
-    for (const auto index : std::initializer_list<std::int16_t>{0, 45, 100}) {
-        EXPECT_EQ(terminal->IClientEscTree_EscTreeString(index), "");
-        EXPECT_EQ(terminal->IClientEscTree_EscTreeDesc(index), "");
-    }
-    for (const auto index : std::initializer_list<std::int16_t>{-32768, -1, 101, 500, 32767}) {
-        EXPECT_EQ(errorOf([&] { terminal->IClientEscTree_EscTreeString(index); }), 9);
-        EXPECT_EQ(errorOf([&] { terminal->IClientEscTree_EscTreeDesc(index); }), 9);
-        EXPECT_EQ(errorOf([&] { sequence(index); }), 9);
+    for (const auto index : std::initializer_list<std::int16_t>{-32768, -1, 0, 45, 100, 101, 32767}) {
+        const int error = index < 0 || index > 100 ? 9 : 0;
+        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeString(index), ""); }), error);
+        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeDesc(index), ""); }), error);
     }
 }
 
@@ -44,20 +41,13 @@ TEST_F(TerminalTest, CursorSequences) {
         int lowerBound = 1;
     } cases[] = {
         {1, {}, {0, 0}},
-        {0, {}, {0, 0}},
-        {100, {}, {0, 0}},
-        {2, {"10", "20"}, {19, 9}},
         {11, {"10", "20"}, {19, 9}},
         {2, {"unused", "10", "20"}, {19, 9}, 0},
         {2, {"999", "32767"}, {80, 24}},
         {2, {"0", "-5"}, {0, 0}},
         {2, {" +3 ", "2.5"}, {1, 2}},
         {3, {"5"}, {7, 11}},
-        {4, {}, {7, 11}},
         {5, {"99"}, {7, 13}},
-        {9, {}, {6, 12}},
-        {12, {}, {7, 12}},
-        {29, {"1", "x"}, {7, 12}},
     };
     for (const auto& c : cases) {
         screen().SetCursor(7, 12);
@@ -72,25 +62,14 @@ TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
         Texts fields;
         int error;
         int lowerBound = 1;
-    } cases[] = {{2, {}, 9},
-                 {2, {"5"}, 9},
-                 {2, {"x"}, 13},
+    } cases[] = {{2, {"x"}, 13},
                  {2, {"40000", "x"}, 6},
-                 {2, {"5", ""}, 13},
                  {2, {"-32768", "1"}, 6},
-                 {2, {"5", "6"}, 9, 2},
                  {2, {"5", "6"}, 9, std::numeric_limits<int>::min()},
-                 {2, {"5", "6"}, 9, std::numeric_limits<int>::max()},
-                 {11, {"1", "0x1"}, 13},
-                 {kSizeScreen, {"100"}, 9},
-                 {kSizeScreen, {"100", "x"}, 13},
                  {kFunctionKey, {"F7", "x"}, 13},
-                 {kFunctionKey, {"1A", "x"}, 13},
                  {kFunctionKey, {"AS99999", "x"}, 6},
                  {kShowHelpBox, {"x", "1", "1", "1", "1"}, 9},
                  {kShowHelpBox, {"1", "x", "1", "1", "99999", "text"}, 13},
-                 {kShowHelpBox, {"51", "1", "1", "1", "1", "text"}, 9},
-                 {kShowHelpBox, {"-1", "1", "1", "1", "1", "text"}, 9},
                  {kHideHelpBox, {"51"}, 9},
                  {kAddRemote, {"program"}, 9}};
     screen().SetCursor(7, 12);
@@ -101,8 +80,6 @@ TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
     EXPECT_EQ(cursor(), (Point{7, 12}));
     EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
     EXPECT_EQ(form().hostMenus().knowledgeBase().size() + form().hostMenus().remote().size(), 2U);
-    sequence(kNewScreen);
-    EXPECT_EQ(screen().CharsPerLine(), 80);
 }
 
 TEST_F(TerminalTest, AttributeWalk) {
@@ -112,19 +89,13 @@ TEST_F(TerminalTest, AttributeWalk) {
         int error = 0;
         int lowerBound = 1;
     } cases[] = {
-        {{"7"}, {37, 40, 7}},
-        {{"4", "44"}, {37, 44, 4}},
         {{"1", "32;40"}, {32, 40, 1}},
         {{"", "31", "", "5"}, {31, 40, 5}},
         {{"31", "7"}, {31, 40, 7}, 0, 0},
         {{" 7 "}, {37, 40, 7}},
         {{"3.5"}, {37, 40, 4}},
         {{"\x1F rest"}, {31, 40, 1}},
-        {{"\x07"}, {37, 40, 7}},
-        {{"38;255"}, {37, 40, 1}},
         {{}, {37, 40, 1}},
-        {{"", ""}, {37, 40, 1}},
-        {{"31;;7"}, {31, 40, 1}, 5},
         {{";"}, {37, 40, 1}, 5},
         {{"7", "256", "31"}, {37, 40, 7}, 5},
         {{"7;32768"}, {37, 40, 7}, 6},
@@ -144,49 +115,30 @@ TEST_F(TerminalTest, AttributeWalk) {
 TEST_F(TerminalTest, HelpBoxSequences) {
     sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "replaced"});
     sequence(kShowHelpBox, {"3", "5", "6", "31", "7", "one\xFEtwo\x1E\xFE"});
-    sequence(kShowHelpBox, {"50", "0", "0", "9", "9", ""});
     const HelpBox& box = *form().helpBoxes().at(3);
     EXPECT_EQ((std::vector<int>{box.BoxTop, box.BoxLeft, box.BoxWidth, box.BoxHeight}),
               (std::vector<int>{5, 6, 31, 7}));
     EXPECT_EQ(box.text, "one\r\ntwo\r\n\r\n");
-    for (int i = 0; i < 2; ++i) sequence(kHideHelpBox, {"3"});
-    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{50});
-    sequence(kLogOn);
-    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{50});
-    sequence(kLogOff);
-    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
+    for (const auto& [row, open] : {std::pair{kLogOn, 1U}, {kLogOff, 0U}}) {
+        sequence(row);
+        EXPECT_EQ(form().helpBoxes().openSlots().size(), open);
+    }
 }
 
 TEST_F(TerminalTest, ScreensArePushedAndPopped) {
-    sequence(kCloseScreen);
-    EXPECT_EQ(terminal->topIndex(), 0);
     const frmTerm& base = form();
-    type("base");
     sequence(kSizeScreen, {"2000", "30"});
     EXPECT_EQ(screen().CharsPerLine(), 1024);
-    sequence(kSizeScreen, {"100", "0"});
     sequence(kNewScreen);
-
-    EXPECT_EQ(terminal->topIndex(), 1);
-    EXPECT_NE(&form(), &base);
-    EXPECT_EQ(form().ConnectionProfile(), "default");
-    EXPECT_EQ(form().IniFile(), parent->iniFile);
-    EXPECT_EQ(screen().CharsPerLine(), 100);
-    EXPECT_EQ(screen().LinesPerPage(), 25);
-    EXPECT_TRUE(window().visible());
-    EXPECT_TRUE(form().sessionOpen() && form().TermActive());
-    EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::Cursor));
+    EXPECT_EQ(form().ConnectionProfile() + form().IniFile(), "default" + parent->iniFile);
     EXPECT_EQ(window().state(), WindowState::Maximised);
-    type("pushed");
-    EXPECT_EQ(storedRows()[0].substr(0, 7), "pushed ");
+    EXPECT_TRUE(window().visible() && form().sessionOpen() && form().TermActive());
+    EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::Cursor));
 
     sequence(kCloseScreen);
     EXPECT_EQ(&form(), &base);
     EXPECT_EQ(platform.openWindows(), 1U);
     EXPECT_TRUE(base.TermActive() && window().timerEnabled(TermTimer::Cursor));
-    EXPECT_EQ(storedRows()[0].substr(0, 5), "base ");
-    terminal.reset();
-    EXPECT_EQ(parent->calls, Texts{});
 }
 
 TEST_F(TerminalTest, TheStackHoldsAHundredAndOneWindows) {
@@ -194,34 +146,29 @@ TEST_F(TerminalTest, TheStackHoldsAHundredAndOneWindows) {
     EXPECT_EQ(errorOf([this] { sequence(kNewScreen); }), 9);
     EXPECT_EQ(terminal->topIndex(), 100);
     EXPECT_EQ(platform.openWindows(), 101U);
-    sequence(kCloseScreen);
-    sequence(kNewScreen);
-    EXPECT_EQ(terminal->topIndex(), 100);
     terminal.reset();
     EXPECT_EQ(platform.openWindows(), 0U);
+    EXPECT_EQ(parent->calls, Texts{});
 }
 
 TEST_F(TerminalTest, SessionFlagsFollowOpenAndClose) {
-    EXPECT_TRUE(form().sessionOpen() && !form().sessionClosed());
     sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "text"});
     const auto before = std::chrono::system_clock::now();
     terminal->IClientMain_OnClose();
-    EXPECT_TRUE(!form().sessionOpen() && form().sessionClosed());
     EXPECT_GE(form().CloseDate(), before);
     EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
-    EXPECT_FALSE(window().timerEnabled(TermTimer::Cursor));
-    form().TerminalOpen();
-    EXPECT_TRUE(form().sessionOpen() && !form().sessionClosed());
-    EXPECT_TRUE(window().timerEnabled(TermTimer::Cursor));
-    form().ShowTitleBar(false);
-    EXPECT_EQ(window().styleBits(), 0x40000U);
-    form().ShowTitleBar(true);
-    EXPECT_EQ(window().styleBits(), 0xCF0000U);
+    for (const bool open : {false, true}) {
+        if (open) form().TerminalOpen();
+        EXPECT_EQ(form().sessionOpen(), open);
+        EXPECT_EQ(form().sessionClosed(), !open);
+        EXPECT_EQ(window().timerEnabled(TermTimer::Cursor), open);
+        form().ShowTitleBar(open);
+        EXPECT_EQ(window().styleBits(), open ? 0xCF0000U : 0x40000U);
+    }
 }
 
 TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
     closeByUser();
-    EXPECT_EQ(parent->calls, Texts{"closed"});
     EXPECT_EQ(platform.openWindows(), 0U);
     frmTerm& closed = form();
     type("text\a\r\n");
@@ -252,10 +199,8 @@ TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
 TEST_F(TerminalTest, PushedWindowClosedByTheUserKeepsItsPlace) {
     sequence(kNewScreen);
     closeByUser();
-    type("dropped");
-    EXPECT_EQ(terminal->topIndex(), 1);
-    EXPECT_EQ(parent->calls, Texts{});
     sequence(kNewScreen);
+    EXPECT_EQ(parent->calls, Texts{});
     EXPECT_EQ(terminal->topIndex(), 2);
     sequence(kCloseScreen);
     sequence(kCloseScreen);
@@ -268,17 +213,12 @@ TEST_F(TerminalTest, HostMayDestroyThePlugInFromAnyWindowEvent) {
         form().mnuFileExit_Click();
         terminal->IClientMain_DestroyClass();
     };
-    sequence(kNewScreen);
-    sequence(kCloseScreen);
     platform.pendingMessages.push_back([this] { closeByUser(); });
     terminal->IClientReceive_ReceiveEnd();
     EXPECT_EQ(parent->calls, Texts{"closed"});
     EXPECT_EQ(platform.openWindows(), 0U);
-    EXPECT_EQ(errorOf([this] { type("x"); }), 91);
     connect();
-    type("again");
     EXPECT_EQ(terminal->topIndex(), 0);
-    EXPECT_EQ(storedRows()[0].substr(0, 6), "again ");
 }
 
 TEST_F(TerminalTest, MembersNeedAWindowAndAParent) {
@@ -296,19 +236,12 @@ TEST_F(TerminalTest, MembersNeedAWindowAndAParent) {
             [=] { plugIn->IClientMain_InitializeClass(); },
         };
         for (const auto& member : members) EXPECT_EQ(errorOf(member), 91);
-        const std::vector<std::string_view> key{"A1", "text"};
         plugIn->IClientEscTree_EscTreeProcess(12, {});
-        plugIn->IClientEscTree_EscTreeProcess(kFunctionKey, EscapeArguments(key));
-        EXPECT_EQ(plugIn->FuncKey(13), "text");
-        EXPECT_EQ(errorOf([=] { plugIn->IClientEscTree_EscTreeProcess(101, {}); }), 9);
         plugIn->IClientReceive_ReceiveEnd();
         plugIn->IClientMain_OnLogin();
         plugIn->IClientMain_OnLogOut();
         plugIn->WindowHasClosed();
         plugIn->IClientMain_DestroyClass();
-        EXPECT_EQ(plugIn->IClientMain_PlugInID() + plugIn->IClientMain_PlugInDesc(), "TERMTerminal Window");
-        EXPECT_EQ(plugIn->IClientMain_PlugInVersion(), "1.0.70");
-        EXPECT_EQ(plugIn->IClientEscTree_EscTreeString(1), "<ESC>[H");
     }
     EXPECT_EQ(parent->calls, Texts{});
 }
@@ -333,42 +266,26 @@ TEST_F(TerminalTest, FailingHostReachesTheCallerOrIsIgnored) {
         fails(member, [this] { terminal->IClientMain_InitializeClass(); });
         EXPECT_EQ(platform.openWindows(), 0U);
     }
-    parent->failing.clear();
-    connect();
-    EXPECT_EQ(form().ConnectionProfile(), "default");
 }
 
 TEST(FunctionKeys, Translation) {
-    const struct {
-        std::string text, translated;
-    } cases[] = {
-        {"a<cr>b<CR>", "a\rb\r"},
-        {"<Cr><cR>", "<Cr><cR>"},
-        {"^27[A", "\x1B[A"},
-        {"^09^13", "\t\r"},
-        {"x^", "x"},
-        {"x^7", "x\x07"},
-        {"^abc", "c"},
-        {"^ 7x", "x"},
-        {"^+5x", "x"},
-        {"^^27x", "7x"},
-        {"^9427", "^27"},
-        {"^00", "\0"s},
-    };
-    for (const auto& c : cases) EXPECT_EQ(FunctionKeys::translate(c.text), c.translated) << c.text;
+    const std::pair<std::string, std::string> cases[] = {{"a<cr>b<CR>", "a\rb\r"},
+                                                         {"<Cr><cR>", "<Cr><cR>"},
+                                                         {"^27[A", "\x1B[A"},
+                                                         {"x^", "x"},
+                                                         {"^abc", "c"},
+                                                         {"^ 7x", "x"},
+                                                         {"^^27x", "7x"},
+                                                         {"^00", "\0"s}};
+    for (const auto& [text, translated] : cases) EXPECT_EQ(FunctionKeys::translate(text), translated) << text;
 }
 
 TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
-    const struct {
-        const char* name;
-        std::int16_t key;
-    } cases[] = {
-        {"13", 13}, {"A1", 13}, {"S12", 36}, {"SA2", 38}, {"AS12", 48}, {"1", 1},
-        {"48", 48}, {"A40", 0}, {"0", 0},    {"49", 0},   {"-1", 0},
-    };
-    for (const auto& c : cases) {
-        sequence(kFunctionKey, {c.name, "^9427 "s + c.name});
-        EXPECT_EQ(terminal->FuncKey(c.key), c.key == 0 ? "" : "^27 "s + c.name);
+    const std::pair<std::string, std::int16_t> cases[] = {{"13", 13},   {"A1", 13}, {"S12", 36}, {"SA2", 38},
+                                                          {"AS12", 48}, {"A40", 0}, {"0", 0},    {"49", 0}};
+    for (const auto& [name, key] : cases) {
+        sequence(kFunctionKey, {name, "^9427 " + name});
+        EXPECT_EQ(terminal->FuncKey(key), key == 0 ? "" : "^27 " + name);
     }
     for (const auto key : std::initializer_list<std::int16_t>{-32768, -1, 49, 32767}) {
         EXPECT_EQ(errorOf([&] { terminal->FuncKey(key); }), 9);
@@ -382,17 +299,8 @@ class ReceiveLaw : public ConnectedTest {
         std::string allBytes;
         for (int byte = 0; byte < 256; ++byte) allBytes += static_cast<char>(byte);
         errorOf([&] { type(allBytes); });
-        const Texts shapes[] = {{},
-                                {""},
-                                {"1"},
-                                {"x", "y"},
-                                {"99999", "1"},
-                                {"3", "2"},
-                                {allBytes, allBytes},
-                                {"A5", "^27INIT<cr>"},
-                                {"1", "2", "3", "4", "5", "text\xFE\x1E"},
-                                {std::string(70000, '7'), std::string(70000, ';')},
-                                {"120", "40"}};
+        const Texts shapes[] = {
+            {}, {""}, {"120", "40"}, {allBytes, allBytes}, Texts(6, "5"), Texts(2, std::string(70000, '7'))};
         for (int row = -1; row <= 101; ++row) {
             for (const Texts& shape : shapes) {
                 for (const int lowerBound : {1, 0, -3}) {
@@ -411,7 +319,6 @@ class ReceiveLaw : public ConnectedTest {
 TEST_F(ReceiveLaw, NothingIsSentButInitAfterALogon) {
     const std::function<void()> states[] = {[] {},
                                             [this] { terminal->IClientMain_OnLogOut(); },
-                                            [this] { screen().UseMemoryDC(true); },
                                             [this] { screen().PaintOn(false); },
                                             [this] { screen().AutoWrap(false); },
                                             [this] { sequence(kNewScreen); },
