@@ -145,7 +145,6 @@ TEST_F(PaintingTest, CursorMarkGivesWayToOutputAndComesBackAfterABurst) {
         {[this] { form().EraseScreen(); }, {}},
         {[this] { selectAll(); }, {{9, 3}}},
         {[this] { setSize(5, 2); }, {{5, 1}}},
-        {[this] { form().Form_Resize(); }, {{9, 3}}},
         {[this] { form().DataReceiveStart(), screen().RepaintScreen(), form().DataReceiveEnd(); }, {{9, 3}}},
     };
     for (const auto& c : cases) {
