@@ -207,6 +207,8 @@ TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     EXPECT_EQ(launcher.shellStarts.size(), 3U);
     EXPECT_EQ(window().failures().size(), 5U);
     EXPECT_EQ(window().failures().back(), "This entry no longer exists.");
+    terminal->IClientMain_OnLogOut();
+    EXPECT_FALSE(window().remoteMenuEnabled());
 }
 
 TEST_F(InputTest, PrintsTheScreenOnTheChosenPrinter) {
