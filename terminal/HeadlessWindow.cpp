@@ -175,6 +175,7 @@ long HeadlessLauncher::startProgram(const std::string& commandLine, int) {
 bool HeadlessPrinters::print(const std::string& printer, const std::vector<std::string>& lines, int) {
     printedOn = printer;
     page = lines;
+    whilePrinting();
     return takesPages;
 }
 

@@ -171,6 +171,8 @@ class HeadlessPrinters final : public Printers {
     bool takesPages = true;
     std::string printedOn;
     std::vector<std::string> page;
+    /// What happens while the printer has the thread.
+    std::function<void()> whilePrinting = [] {};
 
     std::vector<std::string> names() override { return installed; }
     std::string defaultName() override { return defaultPrinter; }

@@ -202,7 +202,7 @@ void frmTerm::mnKnowledgeBaseLink_Click(std::int16_t index) noexcept {
 
 void frmTerm::mnuRemoteConnection_Click(std::int16_t index) noexcept {
     // The menu shows no item for the placeholder that the list begins with.
-    carryOn([&] { startEntry(menus_.remote(), index + 1); });
+    carryOn([&] { startEntry(menus_.remote(), index < 0 ? index : index + 1); });
 }
 
 void frmTerm::startEntry(const std::vector<HostMenus::Entry>& entries, int index) {

@@ -146,6 +146,22 @@ TEST_F(InputTest, HeldClipboardRingsAndLosesNothing) {
     EXPECT_EQ(bells, (std::vector<int>{100, 100, 100}));
     EXPECT_EQ(platform.clipboard, "before");
     EXPECT_TRUE(parent->calls.empty());
+    platform.clipboardHeld = false;
+    form().mnuRightClickCopy_Click();
+    EXPECT_EQ(platform.clipboard, "text") << "the selection is still there";
+
+    platform.clipboard = std::string(1 << 20, 'x');
+    form().mnuRightClickPaste_Click();
+    EXPECT_EQ(parent->calls, Texts{"data " + platform.clipboard}) << "sent whole";
+}
+
+TEST_F(InputTest, DragEndsOnTheScreenThatHasBecomeSmaller) {
+    setSize(132, 5);
+    form().Form_MouseDown(MouseButton::Left, at(130, 4));
+    setSize(80, 3);
+    form().Form_MouseMove(true, at(78, 2));
+    form().mnuRightClickCopy_Click();
+    EXPECT_EQ(platform.clipboard, "  ");
 }
 
 TEST(LauncherTest, TakesCommandTextsApart) {
@@ -235,6 +251,9 @@ TEST_F(InputTest, PrintsTheScreenOnTheChosenPrinter) {
     EXPECT_EQ(window().failures(),
               (Texts{"There is no printer to print on.", "The screen could not be printed on Laser."}));
     EXPECT_EQ(printOn({"Matrix"}), "Matrix") << "the chosen one is gone";
+    printers.whilePrinting = [this] { window().events()->Form_Close(); };
+    printOn({"Matrix"});
+    EXPECT_FALSE(form().isLoaded()) << "closed while its printer asked something";
 }
 
 }  // namespace
