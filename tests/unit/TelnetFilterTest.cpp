@@ -27,6 +27,7 @@ class Connection : public TelnetSink {
     void type(std::string_view text) {
         filter.send({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
     }
+    /// What has been sent since the last time.
     std::string takeSent() { return std::exchange(sent, {}); }
 
     TelnetFilter filter{{"ansi", 80, 25}, *this};
@@ -38,10 +39,7 @@ TEST(TelnetFilter, SeparatesAndAnswersWhateverTheBlocks) {
     const struct {
         std::string received, shown, sent;
     } cases[] = {
-        {"a" + IAC + IAC + "b\r\n\r" + "\0c\0"s + IAC + "\xF1" + IAC + "\xF9",
-         "a\xFF"
-         "b\r\n\rc\0"s,
-         ""},
+        {"a" + IAC + IAC + "z\r\n\r" + "\0c\0"s + IAC + "\xF1" + IAC + "\xF9", "a\xFFz\r\n\rc\0"s, ""},
         {"\033[1" + IAC + DO + SGA + "2" + IAC + IAC + "H", "\033[12\xFFH", IAC + WILL + SGA},
         {IAC + WILL + BINARY + "\r\0x"s, "\r\0x"s, IAC + DO + BINARY},
         {"\r" + IAC + "\xF1" + "\0\0y"s, "\r\0y"s, ""},
@@ -66,40 +64,35 @@ TEST(TelnetFilter, SeparatesAndAnswersWhateverTheBlocks) {
     }
 }
 
-TEST(TelnetFilter, EncodesWhatIsTyped) {
+TEST(TelnetFilter, EncodesWhatIsTypedAndKnowsWhoEchoesIt) {
     Connection connection;
     connection.type("a\xFF\r\rb\r\n");
     EXPECT_EQ(connection.takeSent(), "a\xFF\xFF\r\0\r\0b\r\n"s);
-    connection.feed(IAC + DO + BINARY);
+    EXPECT_FALSE(connection.filter.serverEchoes());
+    connection.feed(IAC + DO + BINARY + IAC + WILL + ECHO_);
+    EXPECT_TRUE(connection.filter.serverEchoes());
     connection.takeSent();
     connection.type("\r\xFF");
     connection.filter.sendBreak();
-    EXPECT_EQ(connection.sent, "\r\xFF\xFF\xFF\xF3");
+    EXPECT_EQ(connection.takeSent(), "\r\xFF\xFF\xFF\xF3");
+    connection.feed(IAC + WONT + ECHO_);
+    EXPECT_FALSE(connection.filter.serverEchoes());
 }
 
 TEST(TelnetFilter, TellsTheWindowsSizeWhileItIsWanted) {
     Connection connection;
-    connection.filter.setWindowSize(132, 43);
-    EXPECT_EQ(connection.takeSent(), "");
+    const auto resize = [&](int columns, int lines) {
+        connection.filter.setWindowSize(columns, lines);
+        return connection.takeSent();
+    };
+    EXPECT_EQ(resize(132, 43), "");
     connection.feed(IAC + DO + NAWS);
     EXPECT_EQ(connection.takeSent(), IAC + WILL + NAWS + IAC + SB + NAWS + "\0\x84\0\x2B"s + IAC + SE);
-    connection.filter.setWindowSize(132, 43);
-    EXPECT_EQ(connection.takeSent(), "");
-    connection.filter.setWindowSize(255, 256);
-    EXPECT_EQ(connection.takeSent(), IAC + SB + NAWS + "\0\xFF\xFF\1\0"s + IAC + SE);
+    EXPECT_EQ(resize(132, 43), "");
+    EXPECT_EQ(resize(255, 256), IAC + SB + NAWS + "\0\xFF\xFF\1\0"s + IAC + SE);
     connection.feed(IAC + DONT + NAWS);
     EXPECT_EQ(connection.takeSent(), IAC + WONT + NAWS);
-    connection.filter.setWindowSize(80, 25);
-    EXPECT_EQ(connection.takeSent(), "");
-}
-
-TEST(TelnetFilter, KnowsWhoEchoes) {
-    Connection connection;
-    EXPECT_FALSE(connection.filter.serverEchoes());
-    connection.feed(IAC + WILL + ECHO_);
-    EXPECT_TRUE(connection.filter.serverEchoes());
-    connection.feed(IAC + WONT + ECHO_);
-    EXPECT_FALSE(connection.filter.serverEchoes());
+    EXPECT_EQ(resize(80, 25), "");
 }
 
 TEST(TelnetFilter, ComesBackFromASubnegotiationWithoutAnEnd) {
