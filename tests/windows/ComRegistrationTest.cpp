@@ -21,36 +21,34 @@ constexpr const wchar_t* kReceiveKey =
 
 using Entries = std::set<std::wstring>;
 
-/// Adds every key below `path` and every text value in it.
-void collect(HKEY hive, const std::wstring& path, Entries& entries) {
+/// Every key below `path` and every text value in it.
+Entries entriesBelow(HKEY hive, const std::wstring& path) {
+    Entries entries;
     HKEY key = nullptr;
-    if (RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-    entries.insert(path);
+    if (RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return entries;
     std::array<wchar_t, 512> name;
-    std::array<wchar_t, 512> data;
-    for (DWORD i = 0;; ++i) {
-        DWORD length = name.size();
-        DWORD bytes = sizeof data - sizeof(wchar_t);
+    std::array<wchar_t, 512> data{};
+    DWORD length = name.size();
+    DWORD bytes = sizeof data;
+    for (DWORD i = 0; RegEnumValueW(key, i, name.data(), &length, nullptr, nullptr,
+                                    reinterpret_cast<BYTE*>(data.data()), &bytes) == ERROR_SUCCESS;
+         ++i) {
+        entries.insert(path + L'!' + name.data() + L'=' + data.data());
+        length = name.size();
+        bytes = sizeof data;
         data.fill(L'\0');
-        const LSTATUS status = RegEnumValueW(key, i, name.data(), &length, nullptr, nullptr,
-                                             reinterpret_cast<BYTE*>(data.data()), &bytes);
-        if (status == ERROR_NO_MORE_ITEMS) break;
-        if (status == ERROR_SUCCESS) entries.insert(path + L'!' + name.data() + L'=' + data.data());
     }
-    for (DWORD i = 0;; ++i) {
-        DWORD length = name.size();
-        if (RegEnumKeyExW(key, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
-            break;
-        collect(hive, path + L'\\' + name.data(), entries);
+    for (DWORD i = 0; RegEnumKeyW(key, i, name.data(), name.size()) == ERROR_SUCCESS; ++i) {
+        const std::wstring below = path + L'\\' + name.data();
+        entries.insert(below);
+        entries.merge(entriesBelow(hive, below));
     }
     RegCloseKey(key);
+    return entries;
 }
 
 Entries classes(HKEY hive) {
-    Entries entries;
-    collect(hive, L"Software\\Classes", entries);
-    entries.erase(L"Software\\Classes");
-    return entries;
+    return entriesBelow(hive, L"Software\\Classes");
 }
 
 void setText(HKEY hive, const std::wstring& path, const wchar_t* text) {

@@ -12,6 +12,7 @@
 #include "support/com/ComCall.h"
 #include "support/com/ComPtr.h"
 #include "support/com/ComText.h"
+#include "support/com/DualInterface.h"
 #include "support/com/Implements.h"
 
 namespace kavrelon {
@@ -61,7 +62,7 @@ class LoadedLibrary {
 };
 
 /// A host's parent object that records what it is told, and fails every call when it is to.
-class RecordingParent final : public Implements<IClientParent> {
+class RecordingParent final : public Implements<DualInterface<IClientParent>> {
   public:
     std::vector<std::string> calls;
     std::function<void()> onCall = [] {};
@@ -88,15 +89,6 @@ class RecordingParent final : public Implements<IClientParent> {
     }
     STDMETHODIMP ParentSendCommand(BSTR Value) override { return note("command " + toAnsi(bstrView(Value))); }
 
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
-    }
-    // The failures below leave an error object.
-    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID) override { return S_OK; }
-
   private:
     HRESULT note(std::string call) {
         calls.push_back(std::move(call));
@@ -108,31 +100,6 @@ class RecordingParent final : public Implements<IClientParent> {
         SetErrorInfo(0, info.query<IErrorInfo>().get());
         return kFailure;
     }
-};
-
-/// The same parent as a script would write it: an object whose members are found by their names.
-class ScriptedParent final : public Implements<IDispatch> {
-  public:
-    explicit ScriptedParent(RecordingParent& parent) : parent_(&parent) {
-        ComPtr<ITypeLib> library;
-        if (FAILED(LoadTypeLibEx((libraryPath() + L"\\2").c_str(), REGKIND_NONE, library.put()))) return;
-        library->GetTypeInfoOfGuid(__uuidof(IClientParent), members_.put());
-    }
-
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-        return DispGetIDsOfNames(members_.get(), names, count, ids);
-    }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                        EXCEPINFO* exception, UINT* badArgument) override {
-        return DispInvoke(parent_.get(), members_.get(), id, flags, parameters, result, exception,
-                          badArgument);
-    }
-
-  private:
-    ComPtr<IClientParent> parent_;
-    ComPtr<ITypeInfo> members_;
 };
 
 /// Description and source of this thread's error object, which is taken away; "none" without one.
