@@ -20,6 +20,10 @@ struct CloseObject {
 };
 using Handle = std::unique_ptr<void, CloseObject>;
 
+inline void require(bool done, const char* otherwise) {
+    if (!done) throw std::runtime_error(otherwise);
+}
+
 /// The sample host as a child process, with standard output and error read from one pipe. What still runs at
 /// the end is ended.
 class HostRun {
@@ -30,7 +34,7 @@ class HostRun {
         SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
         HANDLE reading = nullptr;
         HANDLE writing = nullptr;
-        if (!CreatePipe(&reading, &writing, &inherited, 0)) throw std::runtime_error("no pipe");
+        require(CreatePipe(&reading, &writing, &inherited, 0), "no pipe");
         output_.reset(reading);
         const Handle input(writing);
         SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
@@ -41,10 +45,9 @@ class HostRun {
         start.hStdOutput = start.hStdError = writing;
         PROCESS_INFORMATION started{};
         std::string command = '"' + besideThisProgram("samplehost.exe") + "\" " + arguments;
-        if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
-                            &started)) {
-            throw std::runtime_error("samplehost.exe was not started");
-        }
+        require(CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                               &started),
+                "samplehost.exe was not started");
         CloseHandle(started.hThread);
         process_.reset(started.hProcess);
         id_ = started.dwProcessId;
@@ -66,20 +69,21 @@ class HostRun {
     std::string printed() const {
         std::string text;
         DWORD waiting = 0;
-        while (PeekNamedPipe(output_.get(), nullptr, 0, nullptr, &waiting, nullptr) && waiting > 0) {
-            std::string piece(waiting, '\0');
-            DWORD count = 0;
-            ReadFile(output_.get(), piece.data(), waiting, &count, nullptr);
-            text += piece.substr(0, count);
-        }
+        PeekNamedPipe(output_.get(), nullptr, 0, nullptr, &waiting, nullptr);
+        text.resize(waiting);
+        if (waiting > 0) ReadFile(output_.get(), text.data(), waiting, &waiting, nullptr);
         return text;
     }
 
     /// The program's visible window, null as long as there is none.
     HWND window() const {
-        Search search{id_, nullptr};
-        EnumWindows(&Search::visit, reinterpret_cast<LPARAM>(&search));
-        return search.found;
+        DWORD owner = 0;
+        HWND window = GetTopWindow(nullptr);
+        for (; window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
+            GetWindowThreadProcessId(window, &owner);
+            if (owner == id_ && IsWindowVisible(window)) break;
+        }
+        return window;
     }
 
     static std::string besideThisProgram(const std::string& name) {
@@ -90,19 +94,6 @@ class HostRun {
     }
 
   private:
-    struct Search {
-        DWORD process;
-        HWND found;
-        static BOOL CALLBACK visit(HWND window, LPARAM parameter) {
-            auto& search = *reinterpret_cast<Search*>(parameter);
-            DWORD owner = 0;
-            GetWindowThreadProcessId(window, &owner);
-            if (owner != search.process || !IsWindowVisible(window)) return TRUE;
-            search.found = window;
-            return FALSE;
-        }
-    };
-
     Handle output_;
     Handle process_;
     DWORD id_ = 0;
@@ -119,10 +110,10 @@ class TinyServer {
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         int size = sizeof address;
-        if (bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 || listen(listener_, 1) != 0 ||
-            getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
-            throw std::runtime_error("no port to listen on");
-        }
+        auto* const any = reinterpret_cast<sockaddr*>(&address);
+        require(bind(listener_, any, size) == 0 && listen(listener_, 1) == 0 &&
+                    getsockname(listener_, any, &size) == 0,
+                "no port to listen on");
         port_ = ntohs(address.sin_port);
     }
     ~TinyServer() {
@@ -139,7 +130,7 @@ class TinyServer {
     void hangUp() { closesocket(std::exchange(client_, INVALID_SOCKET)); }
 
     void accept() {
-        if (!readable(listener_)) throw std::runtime_error("nobody connects");
+        require(readable(listener_), "nobody connects");
         client_ = ::accept(listener_, nullptr, nullptr);
     }
     void send(std::string_view bytes) { ::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0); }
@@ -184,10 +175,7 @@ class HostFolder {
     HostFolder() : path_(std::filesystem::temp_directory_path() / "samplehost_test") {
         std::filesystem::create_directories(path_);
     }
-    ~HostFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
+    ~HostFolder() { std::filesystem::remove_all(path_, ignored_); }
     HostFolder(const HostFolder&) = delete;
     HostFolder& operator=(const HostFolder&) = delete;
 
@@ -202,6 +190,7 @@ class HostFolder {
 
   private:
     std::filesystem::path path_;
+    std::error_code ignored_;
 };
 
 }  // namespace kavrelon
