@@ -35,21 +35,20 @@ TEST_F(ComLibrary, MakesOnlyWholeObjectsOfItsClass) {
 
 TEST_F(ComLibrary, CanBeUnloadedWhenNothingHoldsIt) {
     const LoadedLibrary library(copy_);
-    const auto canUnload = [&] { return library.call("DllCanUnloadNow"); };
-    EXPECT_EQ(canUnload(), S_OK);
+    const auto expectUnloadable = [&](HRESULT answer, const char* when) {
+        EXPECT_EQ(library.call("DllCanUnloadNow"), answer) << when;
+    };
     auto factory = library.classObject();
-    EXPECT_EQ(canUnload(), S_FALSE) << "a factory is out";
+    expectUnloadable(S_FALSE, "a factory is out");
     EXPECT_EQ(factory->LockServer(TRUE), S_OK);
     factory = {};
-    EXPECT_EQ(canUnload(), S_FALSE) << "the server is locked";
+    expectUnloadable(S_FALSE, "the server is locked");
     library.classObject()->LockServer(FALSE);
-    EXPECT_EQ(canUnload(), S_OK);
-    auto plugIn = library.create<IClientMain>();
-    auto receive = plugIn.query<IClientReceive>();
-    plugIn = {};
-    EXPECT_EQ(canUnload(), S_FALSE) << "one interface of an object is out";
+    expectUnloadable(S_OK, "nothing is out");
+    auto receive = library.create<IClientMain>().query<IClientReceive>();
+    expectUnloadable(S_FALSE, "one interface of an object is out");
     receive = {};
-    EXPECT_EQ(canUnload(), S_OK);
+    expectUnloadable(S_OK, "the object is gone");
 }
 
 std::string guidText(const GUID& guid) {
@@ -93,23 +92,22 @@ void dumpType(std::ostream& out, ITypeInfo& info) {
     info.GetTypeAttr(&attributes);
     out << "type " << nameOf(info, MEMBERID_NIL) << " kind " << attributes->typekind << ' '
         << guidText(attributes->guid) << " flags " << attributes->wTypeFlags << '\n';
-    const bool dual =
-        attributes->typekind == TKIND_DISPATCH && (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
     HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> base;
-    if (dual && SUCCEEDED(info.GetRefTypeOfImplType(UINT(-1), &reference)) &&
-        SUCCEEDED(info.GetRefTypeInfo(reference, base.put()))) {
+    ComPtr<ITypeInfo> other;
+    if ((attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0 &&
+        SUCCEEDED(info.GetRefTypeOfImplType(UINT(-1), &reference))) {
+        info.GetRefTypeInfo(reference, other.put());
         TYPEATTR* early = nullptr;
-        base->GetTypeAttr(&early);
-        for (UINT i = 0; i < early->cFuncs; ++i) dumpFunction(out, *base, i);
-        base->ReleaseTypeAttr(early);
+        other->GetTypeAttr(&early);
+        for (UINT i = 0; i < early->cFuncs; ++i) dumpFunction(out, *other, i);
+        other->ReleaseTypeAttr(early);
     }
     for (UINT i = 0; attributes->typekind == TKIND_COCLASS && i < attributes->cImplTypes; ++i) {
         INT flags = 0;
         info.GetImplTypeFlags(i, &flags);
         info.GetRefTypeOfImplType(i, &reference);
-        info.GetRefTypeInfo(reference, base.put());
-        out << "  implements " << nameOf(*base, MEMBERID_NIL) << " flags " << flags << '\n';
+        info.GetRefTypeInfo(reference, other.put());
+        out << "  implements " << nameOf(*other, MEMBERID_NIL) << " flags " << flags << '\n';
     }
     info.ReleaseTypeAttr(attributes);
 }
@@ -169,10 +167,9 @@ void useOnce(const std::wstring& path) {
         const auto plugIn = library.create<IClientMain>();
         ASSERT_TRUE(plugIn);
         const auto table = plugIn.query<IClientEscTree>();
-        LPOLESTR name = const_cast<LPOLESTR>(L"EscTreeDesc");
-        DISPID id = 0;
+        ComPtr<ITypeInfo> members;
         Bstr text;
-        EXPECT_EQ(table->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_NEUTRAL, &id), S_OK);
+        EXPECT_EQ(table->GetTypeInfo(0, LOCALE_NEUTRAL, members.put()), S_OK);
         EXPECT_EQ(table->get_EscTreeString(500, text.put()), runtimeError(9));
         EXPECT_EQ(plugIn->SetClientParent(parent), S_OK);
         EXPECT_EQ(plugIn->InitializeClass(), S_OK);

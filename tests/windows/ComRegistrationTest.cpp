@@ -141,17 +141,10 @@ TEST_F(ComRegistration, TakesBackAHalfDoneRegistration) {
 
 TEST_F(ComRegistration, IsNotNeededWithTheManifest) {
     CoInitialize(nullptr);
-    const auto create = [](ComPtr<IClientMain>& plugIn) {
-        CLSID clsid{};
-        const HRESULT named = CLSIDFromProgID(L"kavrelon.clsTerminal", &clsid);
-        return FAILED(named) ? named
-                             : CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain),
-                                                plugIn.putVoid());
-    };
-    ComPtr<IClientMain> plugIn;
-    EXPECT_TRUE(FAILED(create(plugIn)));
+    CLSID clsid{};
+    EXPECT_TRUE(FAILED(CLSIDFromProgID(L"kavrelon.clsTerminal", &clsid)));
 
-    const std::wstring manifest = libraryPath().substr(0, libraryPath().rfind(L'.')) + L".manifest";
+    const std::wstring manifest = libraryPath().replace(libraryPath().rfind(L'.'), 4, L".manifest");
     ACTCTXW source{};
     source.cbSize = sizeof source;
     source.lpSource = manifest.c_str();
@@ -159,7 +152,10 @@ TEST_F(ComRegistration, IsNotNeededWithTheManifest) {
     ASSERT_NE(context, INVALID_HANDLE_VALUE) << GetLastError();
     ULONG_PTR cookie = 0;
     ActivateActCtx(context, &cookie);
-    EXPECT_EQ(create(plugIn), S_OK);
+    EXPECT_EQ(CLSIDFromProgID(L"kavrelon.clsTerminal", &clsid), S_OK);
+    ComPtr<IClientMain> plugIn;
+    EXPECT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain), plugIn.putVoid()),
+              S_OK);
     ComPtr<ITypeLib> library;
     EXPECT_EQ(LoadRegTypeLib(LIBID_kavrelon, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
     EXPECT_EQ(LoadRegTypeLib(LIBID_quillabor, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);

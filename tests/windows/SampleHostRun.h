@@ -118,7 +118,7 @@ class TinyServer {
     }
     ~TinyServer() {
         hangUp();
-        stopListening();
+        closesocket(listener_);
         WSACleanup();
     }
     TinyServer(const TinyServer&) = delete;
@@ -126,7 +126,6 @@ class TinyServer {
 
     unsigned short port() const { return port_; }
     std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
-    void stopListening() { closesocket(std::exchange(listener_, INVALID_SOCKET)); }
     void hangUp() { closesocket(std::exchange(client_, INVALID_SOCKET)); }
 
     void accept() {

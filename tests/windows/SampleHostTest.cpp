@@ -55,9 +55,7 @@ class SampleHostTest : public testing::Test {
 };
 
 TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
-    TinyServer nobody;
-    nobody.stopListening();
-    const std::string refused = nobody.address();
+    const std::string refused = TinyServer().address();
     const std::string missing = folder.file("missing");
     const struct {
         std::string arguments;
@@ -135,14 +133,13 @@ TEST_F(SampleHostTest, EndsWellWhenTheUserClosesTheWindowInAFlood) {
     TinyServer server;
     const HostRun host(own() + log() + "--raw --connect " + server.address());
     server.accept();
-    HWND window = nullptr;
-    const std::string line = "\x1B[33mmore and more and more of it\r\n";
     const DWORD start = GetTickCount();
     bool asked = false;
-    while (server.flood(line) && GetTickCount() - start < HostRun::kPatience) {
-        window = host.window();
-        if (asked || window == nullptr || GetTickCount() - start < 1500) continue;
-        asked = PostMessageA(window, WM_CLOSE, 0, 0) != FALSE;
+    while (server.flood("\x1B[33mmore and more and more of it\r\n") &&
+           GetTickCount() - start < HostRun::kPatience) {
+        if (asked || GetTickCount() - start < 1500) continue;
+        const HWND window = host.window();
+        asked = window != nullptr && PostMessageA(window, WM_CLOSE, 0, 0);
     }
     EXPECT_TRUE(asked);
     EXPECT_EQ(host.exitStatus(), 0);
@@ -157,6 +154,7 @@ TEST(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
     options.port = server.port();
     Connection telnet(options);
     server.accept();
+    const auto ready = [&] { return WaitForSingleObject(telnet.readyEvent(), 10000) == WAIT_OBJECT_0; };
     const auto shown = [&telnet] {
         std::string bytes;
         telnet.advance(std::chrono::milliseconds{0}, bytes);
@@ -167,16 +165,15 @@ TEST(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
     EXPECT_TRUE(server.receives(std::string_view("a\xFF\xFF\r\0", 5)));
     EXPECT_EQ(shown(), "a\xFF\r\n") << "the server does not echo, so that is the client's part";
     server.send("\xFF\xFB\x01");
-    EXPECT_EQ(WaitForSingleObject(telnet.readyEvent(), 10000), WAIT_OBJECT_0);
+    EXPECT_TRUE(ready());
     EXPECT_EQ(shown(), "");
     EXPECT_TRUE(server.receives("\xFF\xFD\x01"));
     telnet.send("secret");
-    EXPECT_EQ(shown(), "");
     telnet.sendBreak();
+    EXPECT_EQ(shown(), "");
     EXPECT_TRUE(server.receives("secret\xFF\xF3"));
-
     server.hangUp();
-    EXPECT_EQ(WaitForSingleObject(telnet.readyEvent(), 10000), WAIT_OBJECT_0);
+    EXPECT_TRUE(ready());
     EXPECT_EQ(shown(), "");
     ASSERT_TRUE(telnet.ending());
     EXPECT_TRUE(telnet.ending()->failed);
