@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/Geometry.h"
+#include "support/Geometry.h"
 
 namespace kavrelon {
 

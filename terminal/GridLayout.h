@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "support/Conversions.h"
-#include "terminal/Geometry.h"
+#include "support/Geometry.h"
 
 namespace kavrelon {
 

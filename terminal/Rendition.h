@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "terminal/Geometry.h"
+#include "support/Geometry.h"
 #include "terminal/ScreenLine.h"
 #include "terminal/TermWindow.h"
 

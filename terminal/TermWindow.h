@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "support/Geometry.h"
 #include "terminal/FontMenu.h"
-#include "terminal/Geometry.h"
 
 namespace kavrelon {
 

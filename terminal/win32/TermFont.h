@@ -9,7 +9,7 @@
 #include <optional>
 
 #include "gdi/GdiHandles.h"
-#include "terminal/Geometry.h"
+#include "support/Geometry.h"
 #include "terminal/win32/FontFace.h"
 
 namespace kavrelon {

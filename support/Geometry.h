@@ -7,7 +7,7 @@ namespace kavrelon {
 /// A platform colour: red in the low byte, then green, then blue (0x0000FF is pure red).
 using Colour = std::uint32_t;
 
-/// A place on the window's inner area, in pixels from its top left corner.
+/// A place in pixels from the top left corner of what it is a place in.
 struct Point {
     int x = 0;
     int y = 0;

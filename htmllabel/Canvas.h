@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "support/Geometry.h"
+#include "support/Picture.h"
+
+namespace kavrelon {
+
+/// A font as documents ask for it.
+struct TextFont {
+    std::string face;
+    float points = 10;
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+    bool operator==(const TextFont&) const = default;
+};
+
+/// A font that a canvas has made ready: its number there.
+using FontId = std::uint32_t;
+
+/// Pixels.
+struct FontMetrics {
+    int ascent = 0;   // from the top of a line of text to its baseline
+    int descent = 0;  // from there to the bottom
+    int spaceWidth = 0;
+
+    int height() const { return ascent + descent; }
+};
+
+enum class Bullet : std::uint8_t { Disc, Circle, Square };
+
+/// What documents are measured with and drawn on. All places and sizes are pixels of the whole document.
+///
+/// A colour whose bit 31 is set is the number of a system colour. No call fails: what cannot be drawn is left
+/// out, and what cannot be measured measures 0.
+class Canvas {
+  public:
+    virtual ~Canvas() = default;
+
+    /// Makes a font ready; the same number for the same font. Fonts stay ready as long as the canvas lives.
+    virtual FontId font(const TextFont& font) = 0;
+    virtual FontMetrics metrics(FontId font) = 0;
+    /// The width of a line of single-byte text: the sum of its characters' advances.
+    virtual int textWidth(FontId font, std::string_view text) = 0;
+
+    /// Draws text with its line's top left corner at `at`, on what is there already.
+    virtual void drawText(FontId font, Colour colour, Point at, std::string_view text) = 0;
+    virtual void fill(const Rect& block, Colour colour) = 0;
+    virtual void drawBullet(Bullet shape, const Rect& place, Colour colour) = 0;
+    /// Draws a picture of the canvas's own platform, scaled to `place`.
+    virtual void drawPicture(const Picture& picture, const Rect& place) = 0;
+};
+
+}  // namespace kavrelon

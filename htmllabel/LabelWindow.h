@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "htmllabel/Canvas.h"
+#include "support/Geometry.h"
+
+namespace kavrelon {
+
+/// The mouse pointers that the label shows, with their public numbers.
+enum class MousePointer : std::int16_t { Default = 0, Arrow = 1, Hourglass = 11, Custom = 99 };
+
+enum class ScrollBar : std::uint8_t { Vertical, Horizontal };
+
+/// A scroll bar's state, in pixels of the document.
+struct ScrollState {
+    bool visible = false;
+    int Value = 0;
+    int Min = 0;
+    int Max = 0;
+    int SmallChange = 1;
+    int LargeChange = 1;
+    bool operator==(const ScrollState&) const = default;
+};
+
+/// Where the label's parts stand in its window, in pixels.
+struct LabelPlacement {
+    Rect viewPort;
+    Rect vscScroll;
+    Rect hscScroll;
+    Rect shpCorner;
+    bool cornerVisible = false;
+    bool operator==(const LabelPlacement&) const = default;
+};
+
+/// The label's platform seam: the window that holds its parts, and what is around it.
+///
+/// No call fails: what a window cannot do any more it ignores.
+class LabelWindow {
+  public:
+    virtual ~LabelWindow() = default;
+
+    /// What documents are measured with. Lives as long as the window.
+    virtual Canvas& canvas() = 0;
+
+    /// The control's outer size in twips, and the screen's resolution.
+    virtual Size sizeInTwips() const = 0;
+    virtual double twipsPerPixelX() const = 0;
+    virtual double twipsPerPixelY() const = 0;
+    /// The width of a vertical and the height of a horizontal scroll bar, in pixels.
+    virtual Size scrollBarThickness() const = 0;
+
+    /// Whether the container shows the control.
+    virtual bool containerVisible() const = 0;
+    /// The container runs the control rather than designing with it.
+    virtual bool userMode() const = 0;
+    /// The containing form's "WindowState" (1 is minimised); nothing when there is a form that has none. A
+    /// container without a form counts as normal (0).
+    virtual std::optional<int> parentWindowState() const = 0;
+    /// Calls a public procedure of the containing form with these arguments; failures are dropped. Anything
+    /// may happen meanwhile, the end of the control included.
+    virtual void callParent(const std::string& procedure, const std::vector<std::string>& arguments) = 0;
+
+    virtual void place(const LabelPlacement& placement) = 0;
+    virtual void setScrollBar(ScrollBar bar, const ScrollState& state) = 0;
+    virtual void setMousePointer(MousePointer pointer) = 0;
+    /// The tooltip of the view port; empty for none.
+    virtual void setToolTipText(const std::string& text) = 0;
+    /// Starts or stops `tmrHyperlinkClick` (100 ms). Starting it while it runs does nothing.
+    virtual void enableLinkTimer(bool on) = 0;
+    /// Has the whole view port painted again, at once.
+    virtual void repaintViewPort() = 0;
+    /// Lets pending window messages through. Any event may arrive meanwhile, the end of the control included.
+    virtual void processMessages() = 0;
+};
+
+}  // namespace kavrelon

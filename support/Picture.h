@@ -1,0 +1,15 @@
+#pragma once
+
+#include "support/Geometry.h"
+
+namespace kavrelon {
+
+/// A picture, made by the platform that draws it.
+class Picture {
+  public:
+    virtual ~Picture() = default;
+    /// Its natural size in pixels.
+    virtual Size size() const = 0;
+};
+
+}  // namespace kavrelon
