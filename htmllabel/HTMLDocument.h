@@ -33,9 +33,9 @@ class HTMLDocument {
     HTMLDocument(const HTMLDocument&) = delete;
     HTMLDocument& operator=(const HTMLDocument&) = delete;
 
-    /// Replaces the document by this text: normalises it, cuts it into elements, classifies them, adds missing
-    /// closing tags, lists the links and builds the tree. A page picture of before stays when the text names
-    /// none.
+    /// Replaces the document by this text: normalises it, cuts it into elements, classifies them, adds
+    /// missing closing tags, lists the links and builds the tree. A page picture of before stays when the
+    /// text names none.
     void setDocument(std::string_view html, const DocumentDefaults& defaults);
 
     /// The normalised text.

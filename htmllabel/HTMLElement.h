@@ -11,9 +11,9 @@ namespace kavrelon {
 
 /// One element of a document: a tag, a comment or a text run.
 ///
-/// Records are values and cheap to copy; a change to a copy does not reach the document. Their texts and lists
-/// belong to the document and live until it is given another text. Texts are single bytes in the ANSI code
-/// page.
+/// Records are values and cheap to copy; a change to a copy does not reach the document. Their texts and
+/// lists belong to the document and live until it is given another text. Texts are single bytes in the ANSI
+/// code page.
 struct HTMLElement {
     /// The element's source: a tag with its brackets, a comment, or a text run, untrimmed.
     std::string_view strRaw;
@@ -36,8 +36,8 @@ struct HTMLElement {
     std::string_view strHref;
     /// TITLE, the tooltip.
     std::string_view strTitle;
-    /// The hit box in pixels of the drawn document, as the layout records it; all -1 on an A that has not been
-    /// laid out.
+    /// The hit box in pixels of the drawn document, as the layout records it; all -1 on an A that has not
+    /// been laid out.
     std::int32_t lngTop = 0;
     std::int32_t lngLeft = 0;
     std::int32_t lngBottom = 0;
