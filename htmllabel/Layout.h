@@ -63,6 +63,10 @@ class Layout {
     void draw(Canvas& canvas, const Rect& part) const;
     /// Every piece of text, in drawing order; the texts live until the next `measure`.
     std::vector<TextRun> runs() const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
 };
 
 }  // namespace kavrelon
