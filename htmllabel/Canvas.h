@@ -53,6 +53,8 @@ class Canvas {
     virtual void drawBullet(Bullet shape, const Rect& place, Colour colour) = 0;
     /// Draws a picture of the canvas's own platform, scaled to `place`.
     virtual void drawPicture(const Picture& picture, const Rect& place) = 0;
+    /// Draws the dotted frame of what has the keyboard, on the border of `place`.
+    virtual void drawFocus(const Rect& place) = 0;
 };
 
 }  // namespace kavrelon

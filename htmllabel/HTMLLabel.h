@@ -2,10 +2,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "htmllabel/HTMLDocument.h"
+#include "htmllabel/HTMLLabelProperties.h"
+#include "htmllabel/LabelPictures.h"
 #include "htmllabel/LabelWindow.h"
 #include "htmllabel/Layout.h"
 
@@ -32,6 +35,9 @@ class HTMLLabelEvents {
 /// Portable: its window, scroll bars and timer stand behind the `LabelWindow` seam. Make one with
 /// `std::make_shared`; its handlers keep it alive while they run, so that an event may drop the last
 /// reference.
+///
+/// While the label lets messages through or raises an event, anything may be done to it. Of several documents
+/// that are being set at a time the one begun last stays, and the other calls end quietly.
 class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
   public:
     HTMLLabel();
@@ -39,61 +45,134 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     HTMLLabel(const HTMLLabel&) = delete;
     HTMLLabel& operator=(const HTMLLabel&) = delete;
 
-    /// Gives the label its window and its listener; null takes them away. Neither is owned.
+    /// Gives the label its window and its listener; null takes them away. Neither is owned. A label without a
+    /// window still takes properties and a document; the document is laid out when a window shows it.
     void attach(LabelWindow* window, HTMLLabelEvents* events);
 
     // Properties. Setting the font or `BackColor` parses the document again, the others are stored and take
-    // effect with the next parse or layout.
+    // effect with the next parse or layout. Any value is taken.
     static constexpr const char* Version = "0.3.0";
-    const std::string& DefaultFontName() const;
+    const std::string& DefaultFontName() const { return properties_.DefaultFontName; }
     void DefaultFontName(const std::string& value);
-    float DefaultFontSize() const;  // points
+    float DefaultFontSize() const { return properties_.DefaultFontSize; }  // points
     void DefaultFontSize(float value);
-    Colour BackColor() const;
+    Colour BackColor() const { return properties_.BackColor; }
     void BackColor(Colour value);
-    std::int16_t Appearance() const;  // 0 flat, 1 three-dimensional
+    std::int16_t Appearance() const { return properties_.Appearance; }  // 0 flat, 1 three-dimensional
     void Appearance(std::int16_t value);
-    std::int16_t BorderStyle() const;  // 0 none, 1 fixed single
+    std::int16_t BorderStyle() const { return properties_.BorderStyle; }  // 0 none, 1 fixed single
     void BorderStyle(std::int16_t value);
-    bool EnableTooltips() const;
-    void EnableTooltips(bool value);
-    bool EnableScroll() const;
-    void EnableScroll(bool value);
-    bool EnableAnchors() const;
-    void EnableAnchors(bool value);
-    bool UnderlineLinks() const;
-    void UnderlineLinks(bool value);
-    std::int16_t DefaultPadding() const;  // pixels
-    void DefaultPadding(std::int16_t value);
-    std::int16_t DefaultSpacing() const;  // pixels
-    void DefaultSpacing(std::int16_t value);
+    bool EnableTooltips() const { return properties_.EnableTooltips; }
+    void EnableTooltips(bool value) { properties_.EnableTooltips = value; }
+    bool EnableScroll() const { return properties_.EnableScroll; }
+    void EnableScroll(bool value) { properties_.EnableScroll = value; }
+    bool EnableAnchors() const { return properties_.EnableAnchors; }
+    void EnableAnchors(bool value) { properties_.EnableAnchors = value; }
+    bool UnderlineLinks() const { return properties_.UnderlineLinks; }
+    void UnderlineLinks(bool value) { properties_.UnderlineLinks = value; }
+    std::int16_t DefaultPadding() const { return properties_.DefaultPadding; }  // pixels
+    void DefaultPadding(std::int16_t value) { properties_.DefaultPadding = value; }
+    std::int16_t DefaultSpacing() const { return properties_.DefaultSpacing; }  // pixels
+    void DefaultSpacing(std::int16_t value) { properties_.DefaultSpacing = value; }
     /// The normalised text of the document.
-    const std::string& DocumentHTML() const;
-    /// Parses the text and, when the container shows the control, lays it out and draws it. A document set
-    /// while the control is hidden is laid out when it is first painted.
+    const std::string& DocumentHTML() const { return pendingText_ ? *pendingText_ : document_.text(); }
+    /// Parses the text and, when the container shows the control, lays it out and draws it from its top. A
+    /// document set while the control is hidden is laid out when it is first shown or painted.
     void DocumentHTML(std::string_view value);
-    std::string DocumentTitle() const;
+    std::string DocumentTitle() const { return document_.title(); }
 
-    const HTMLDocument& document() const;
+    /// All properties that a container saves. Setting them parses the document, if there is one, once.
+    const HTMLLabelProperties& savedProperties() const { return properties_; }
+    void savedProperties(const HTMLLabelProperties& properties);
+
+    const HTMLDocument& document() const { return document_; }
+    const ScrollState& vscScroll() const { return vscScroll_; }
+    const ScrollState& hscScroll() const { return hscScroll_; }
 
     // What the window tells the label: each event under the name of its handler. Places are pixels of the
     // view port. None throws.
     void UserControl_Resize() noexcept;
     void UserControl_Show() noexcept;
+    /// The user moved a bar to this value. A value out of the bar's range is ignored.
     void vscScroll_Change(int value) noexcept;
     void hscScroll_Change(int value) noexcept;
     void picViewPort_MouseDown(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept;
     void picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept;
     void picViewPort_MouseUp(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept;
-    /// The mouse wheel turned by this many notches, away from the user being positive.
-    void picViewPort_MouseWheel(double notches) noexcept;
+    /// The mouse wheel turned by this many notches, away from the user being positive. True when the label
+    /// scrolls at all.
+    bool picViewPort_MouseWheel(double notches) noexcept;
     /// True when the key was the label's own.
     bool picViewPort_KeyDown(std::int16_t KeyCode, std::int16_t Shift) noexcept;
     void picViewPort_GotFocus() noexcept;
     void picViewPort_LostFocus() noexcept;
     void tmrHyperlinkClick_Timer() noexcept;
-    /// Draws what the view port shows, from its top left corner on, with a canvas of its platform.
+    /// Draws what the view port shows. The canvas takes places in the document: the window has moved it so
+    /// that the document's pixel (`hscScroll().Value`, `vscScroll().Value`) is the view port's top left one.
     void picViewPort_Paint(Canvas& canvas, Size viewPort) noexcept;
+
+    /// Draws the top of the document laid out to the width of a page, on any canvas: for printing, and where
+    /// there is no window. What the window shows stays as it is.
+    void drawPage(Canvas& canvas, Size page);
+
+  private:
+    // Which of several documents set at a time is meant: the number of the call.
+    using Operation = unsigned;
+    enum class StartAt : std::uint8_t { Top, SamePlace };
+
+    template <class Handler>
+    void handle(Handler&& handler) noexcept;
+
+    void setDocument(std::string text, StartAt start);
+    void parseAgain();
+    void parse();
+    bool loadPictures();
+    void layOut(Point offset);
+    LayoutDefaults layoutDefaults() const;
+    void repaint();
+    void showSurface();
+
+    void placeParts();
+    void fitScrollBars(Point offset);
+    void scrollTo(ScrollBar bar, int value);
+    void scrollIntoView(const HTMLElement& element);
+    bool scrollByKey(std::int16_t KeyCode, std::int16_t Shift);
+    ScrollState& state(ScrollBar bar) { return bar == ScrollBar::Vertical ? vscScroll_ : hscScroll_; }
+
+    using MouseEvent = void (HTMLLabelEvents::*)(std::int16_t, std::int16_t, float, float) noexcept;
+    void raiseMouse(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse);
+    const HTMLElement* linkAt(Point mouse) const;
+    void follow(const HTMLElement& link);
+    void jumpTo(std::string_view name);
+    bool walkLinks(bool backward);
+
+    LabelWindow* window_ = nullptr;
+    HTMLLabelEvents* events_ = nullptr;
+    HTMLLabelProperties properties_ = HTMLLabelProperties::atCreation();
+
+    HTMLDocument document_;
+    // A text that waits for messages to be through before it becomes the document.
+    std::optional<std::string> pendingText_;
+    LabelPictures pictures_;
+    // Null until the document has been laid out for this window.
+    std::unique_ptr<Layout> layout_;
+    int layoutWidth_ = 0;
+    Operation operation_ = 0;
+    // The operation whose pictures are being asked for.
+    std::optional<Operation> loading_;
+
+    // The control's size at the last resize that counted, in twips.
+    Size outerSize_;
+    LabelPlacement placement_;
+    ScrollState vscScroll_;
+    ScrollState hscScroll_;
+    // Pixels that the wheel has turned short of a whole one.
+    double wheelRest_ = 0;
+
+    std::string mstrPendingHref;
+    bool hasFocus_ = false;
+    // The link that the keyboard has walked to: its place in the document's list of links.
+    std::optional<std::size_t> linkInFocus_;
 };
 
 }  // namespace kavrelon

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "htmllabel/Canvas.h"
+#include "htmllabel/LabelPlacement.h"
 #include "support/Geometry.h"
 
 namespace kavrelon {
@@ -27,19 +28,18 @@ struct ScrollState {
     bool operator==(const ScrollState&) const = default;
 };
 
-/// Where the label's parts stand in its window, in pixels.
-struct LabelPlacement {
-    Rect viewPort;
-    Rect vscScroll;
-    Rect hscScroll;
-    Rect shpCorner;
-    bool cornerVisible = false;
-    bool operator==(const LabelPlacement&) const = default;
+/// How the control's own surface looks, behind and around its parts.
+struct LabelSurface {
+    std::int16_t Appearance = 1;   // 1 is three-dimensional
+    std::int16_t BorderStyle = 0;  // 0 is none
+    Colour BackColor = 0;
+    bool operator==(const LabelSurface&) const = default;
 };
 
 /// The label's platform seam: the window that holds its parts, and what is around it.
 ///
-/// No call fails: what a window cannot do any more it ignores.
+/// No call fails: what a window cannot do any more it ignores. Only `repaintViewPort`, `processMessages` and
+/// `callParent` let events in while they run; the other calls come back before anything else happens.
 class LabelWindow {
   public:
     virtual ~LabelWindow() = default;
@@ -65,7 +65,11 @@ class LabelWindow {
     /// may happen meanwhile, the end of the control included.
     virtual void callParent(const std::string& procedure, const std::vector<std::string>& arguments) = 0;
 
+    virtual void setSurface(const LabelSurface& surface) = 0;
+    /// Moves the parts. What the view port has gained is painted later.
     virtual void place(const LabelPlacement& placement) = 0;
+    /// Shows a bar in this state. `Value` is the part of the document that the view port's top left corner
+    /// shows: the label repaints the view port itself.
     virtual void setScrollBar(ScrollBar bar, const ScrollState& state) = 0;
     virtual void setMousePointer(MousePointer pointer) = 0;
     /// The tooltip of the view port; empty for none.

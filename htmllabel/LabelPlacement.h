@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+
+#include "support/Geometry.h"
+
+namespace kavrelon {
+
+/// Where the label's parts stand in its window, in pixels. Without scrolling the bars stand nowhere.
+struct LabelPlacement {
+    Rect viewPort;
+    Rect vscScroll;
+    Rect hscScroll;
+    Rect shpCorner;
+    bool cornerVisible = false;
+    bool operator==(const LabelPlacement&) const = default;
+};
+
+/// What the places of the parts depend on.
+struct LabelOutline {
+    /// The control's outer size in twips, and the screen's resolution.
+    Size twips;
+    double twipsPerPixelX = 15;
+    double twipsPerPixelY = 15;
+    /// The width of a vertical and the height of a horizontal scroll bar, in pixels.
+    Size barThickness;
+    bool EnableScroll = false;
+    std::int16_t Appearance = 1;
+    bool vscVisible = false;
+    bool hscVisible = false;
+};
+
+/// Places the parts. The vertical bar's room is taken off whether it is visible or not, so that the width of
+/// the view port, and with it the layout, does not hang on the document's height.
+LabelPlacement placeLabelParts(const LabelOutline& outline);
+
+}  // namespace kavrelon
