@@ -5,12 +5,15 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "htmllabel/HTMLDocument.h"
 #include "htmllabel/HTMLLabelProperties.h"
 #include "htmllabel/LabelPictures.h"
 #include "htmllabel/LabelWindow.h"
 #include "htmllabel/Layout.h"
+#include "support/RuntimeError.h"
 
 namespace kavrelon {
 
@@ -40,8 +43,7 @@ class HTMLLabelEvents {
 /// that are being set at a time the one begun last stays, and the other calls end quietly.
 class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
   public:
-    HTMLLabel();
-    ~HTMLLabel();
+    HTMLLabel() = default;
     HTMLLabel(const HTMLLabel&) = delete;
     HTMLLabel& operator=(const HTMLLabel&) = delete;
 
@@ -116,35 +118,46 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     void drawPage(Canvas& canvas, Size page);
 
   private:
-    // Which of several documents set at a time is meant: the number of the call.
+    // The number of a call that sets a document: of several at a time the last one counts.
     using Operation = unsigned;
     enum class StartAt : std::uint8_t { Top, SamePlace };
+    using MouseEvent = void (HTMLLabelEvents::*)(std::int16_t, std::int16_t, float, float) noexcept;
 
+    // Runs a handler: keeps the label alive meanwhile, and lets no error out.
     template <class Handler>
-    void handle(Handler&& handler) noexcept;
+    void handle(Handler&& handler) noexcept {
+        carryOn([&] {
+            const auto alive = weak_from_this().lock();
+            std::forward<Handler>(handler)();
+        });
+    }
 
     void setDocument(std::string text, StartAt start);
     void parseAgain();
-    void parse();
+    void parse(std::string_view text);
     bool loadPictures();
     void layOut(Point offset);
+    std::vector<std::string> pictureSources() const;
     LayoutDefaults layoutDefaults() const;
-    void repaint();
+    void showPointer(MousePointer pointer);
     void showSurface();
+    void repaint();
 
-    void placeParts();
-    void fitScrollBars(Point offset);
+    LabelOutline outline() const;
+    void fitParts(Point offset);
+    void scrollHome();
     void scrollTo(ScrollBar bar, int value);
-    void scrollIntoView(const HTMLElement& element);
+    void scrollIntoView(const Rect& box);
     bool scrollByKey(std::int16_t KeyCode, std::int16_t Shift);
-    ScrollState& state(ScrollBar bar) { return bar == ScrollBar::Vertical ? vscScroll_ : hscScroll_; }
 
-    using MouseEvent = void (HTMLLabelEvents::*)(std::int16_t, std::int16_t, float, float) noexcept;
-    void raiseMouse(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse);
+    void raise(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse);
     const HTMLElement* linkAt(Point mouse) const;
     void follow(const HTMLElement& link);
     void jumpTo(std::string_view name);
-    bool walkLinks(bool backward);
+    bool linkKey(std::int16_t KeyCode, std::int16_t Shift);
+    bool walkLinks(int step);
+    const HTMLElement& link(int place) const;
+    Rect linkBox(int place) const;
 
     LabelWindow* window_ = nullptr;
     HTMLLabelEvents* events_ = nullptr;
@@ -166,13 +179,13 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     LabelPlacement placement_;
     ScrollState vscScroll_;
     ScrollState hscScroll_;
-    // Pixels that the wheel has turned short of a whole one.
+    // What the wheel has turned short of a whole pixel.
     double wheelRest_ = 0;
 
     std::string mstrPendingHref;
     bool hasFocus_ = false;
     // The link that the keyboard has walked to: its place in the document's list of links.
-    std::optional<std::size_t> linkInFocus_;
+    std::optional<int> linkInFocus_;
 };
 
 }  // namespace kavrelon

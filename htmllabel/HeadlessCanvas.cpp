@@ -29,5 +29,6 @@ void HeadlessCanvas::drawText(FontId /*font*/, Colour /*colour*/, Point /*at*/, 
 void HeadlessCanvas::fill(const Rect& /*block*/, Colour /*colour*/) {}
 void HeadlessCanvas::drawBullet(Bullet /*shape*/, const Rect& /*place*/, Colour /*colour*/) {}
 void HeadlessCanvas::drawPicture(const Picture& /*picture*/, const Rect& /*place*/) {}
+void HeadlessCanvas::drawFocus(const Rect& /*place*/) {}
 
 }  // namespace kavrelon

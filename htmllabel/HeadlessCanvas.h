@@ -22,6 +22,7 @@ class HeadlessCanvas : public Canvas {
     void fill(const Rect& block, Colour colour) override;
     void drawBullet(Bullet shape, const Rect& place, Colour colour) override;
     void drawPicture(const Picture& picture, const Rect& place) override;
+    void drawFocus(const Rect& place) override;
 
   private:
     using Key = std::tuple<std::string, float, bool, bool, bool>;

@@ -29,8 +29,7 @@ LabelPlacement placeLabelParts(const LabelOutline& outline) {
     const int inset = borderInset(outline);
     LabelPlacement placement;
     if (!outline.EnableScroll) {
-        placement.viewPort =
-            pixels(outline, {}, {outline.twips.width - inset, outline.twips.height - inset});
+        placement.viewPort = pixels(outline, {}, {outline.twips.width - inset, outline.twips.height - inset});
         return placement;
     }
     const Size bar{roundHalfToEven(outline.barThickness.width * outline.twipsPerPixelX),

@@ -1,0 +1,201 @@
+#include "htmllabel/HTMLLabel.h"
+
+#include <utility>
+
+namespace kavrelon {
+
+void HTMLLabel::attach(LabelWindow* window, HTMLLabelEvents* events) {
+    layout_.reset();  // it was measured with the fonts of the window before
+    window_ = window;
+    events_ = events;
+    mstrPendingHref.clear();
+    hasFocus_ = false;
+    linkInFocus_.reset();
+    vscScroll_ = {};
+    hscScroll_ = {};
+    outerSize_ = {};
+    if (window_ == nullptr) return;
+    showSurface();
+    // A window that never sees a resize that counts, as at design time, has its parts in place all the same.
+    outerSize_ = window_->sizeInTwips();
+    fitParts({});
+}
+
+void HTMLLabel::DefaultFontName(const std::string& value) {
+    properties_.DefaultFontName = value;
+    parseAgain();
+}
+
+void HTMLLabel::DefaultFontSize(float value) {
+    properties_.DefaultFontSize = value;
+    parseAgain();
+}
+
+void HTMLLabel::BackColor(Colour value) {
+    properties_.BackColor = value;
+    showSurface();
+    document_.setBodyBgColor(value);
+    parseAgain();
+    if (document_.count() == 0) repaint();
+}
+
+void HTMLLabel::Appearance(std::int16_t value) {
+    properties_.Appearance = value;
+    showSurface();
+}
+
+void HTMLLabel::BorderStyle(std::int16_t value) {
+    properties_.BorderStyle = value;
+    showSurface();
+}
+
+void HTMLLabel::savedProperties(const HTMLLabelProperties& properties) {
+    properties_ = properties;
+    BackColor(properties_.BackColor);
+}
+
+void HTMLLabel::DocumentHTML(std::string_view value) { setDocument(std::string(value), StartAt::Top); }
+
+void HTMLLabel::parseAgain() {
+    // While a new document waits, it is the one to be parsed with what has changed.
+    if (pendingText_) {
+        setDocument(*pendingText_, StartAt::Top);
+    } else if (document_.count() > 0) {
+        setDocument(document_.text(), StartAt::SamePlace);
+    }
+}
+
+// Everything that lets events in is followed by a look whether this is still the document to be set, and
+// whether there still is a window.
+void HTMLLabel::setDocument(std::string text, StartAt start) {
+    const auto alive = weak_from_this().lock();
+    const Operation mine = ++operation_;
+    pendingText_ = std::move(text);
+    showPointer(MousePointer::Hourglass);
+    if (mine != operation_) return;
+
+    const Point offset = start == StartAt::Top ? Point{} : Point{hscScroll_.Value, vscScroll_.Value};
+    parse(*std::exchange(pendingText_, std::nullopt));
+    if (window_ != nullptr && window_->containerVisible()) {
+        layOut(offset);
+        if (mine != operation_) return;
+        repaint();
+        if (mine != operation_) return;
+    }
+    showPointer(MousePointer::Default);
+}
+
+void HTMLLabel::parse(std::string_view text) {
+    layout_.reset();
+    pictures_.clear();
+    linkInFocus_.reset();
+    scrollHome();
+    document_.setDocument(text, {.DefaultFontName = properties_.DefaultFontName,
+                                 .DefaultFontSize = properties_.DefaultFontSize,
+                                 .BackColor = properties_.BackColor,
+                                 .EnableAnchors = properties_.EnableAnchors});
+}
+
+void HTMLLabel::showPointer(MousePointer pointer) {
+    if (window_ != nullptr) window_->setMousePointer(pointer);
+    if (window_ != nullptr) window_->processMessages();
+}
+
+void HTMLLabel::showSurface() {
+    if (window_ == nullptr) return;
+    window_->setSurface({.Appearance = properties_.Appearance,
+                         .BorderStyle = properties_.BorderStyle,
+                         .BackColor = properties_.BackColor});
+}
+
+void HTMLLabel::repaint() {
+    if (window_ != nullptr) window_->repaintViewPort();
+}
+
+std::vector<std::string> HTMLLabel::pictureSources() const {
+    std::vector<std::string> sources;
+    if (!document_.background().empty()) sources.push_back(document_.background());
+    for (const HTMLElement& element : document_.elements()) {
+        if (element.lngTagType == TAG_IMG && !element.strSrc.empty()) sources.emplace_back(element.strSrc);
+    }
+    return sources;
+}
+
+// Has the container supply the pictures that it has not been asked for yet. False when there is nothing to
+// lay out now: a handler has set another document, or the call comes from within a handler that lets a paint
+// through.
+bool HTMLLabel::loadPictures() {
+    const Operation mine = operation_;
+    if (loading_ == mine) return false;
+    loading_ = mine;
+    for (const std::string& source : pictureSources()) {
+        if (events_ == nullptr) break;
+        if (pictures_.asked(source)) continue;
+        auto picture = events_->LoadImage(source);
+        if (mine != operation_) return false;
+        pictures_.keep(source, std::move(picture));
+    }
+    loading_.reset();
+    return true;
+}
+
+LayoutDefaults HTMLLabel::layoutDefaults() const {
+    return {.DefaultFontName = properties_.DefaultFontName,
+            .DefaultFontSize = properties_.DefaultFontSize,
+            .UnderlineLinks = properties_.UnderlineLinks,
+            .DefaultPadding = properties_.DefaultPadding,
+            .DefaultSpacing = properties_.DefaultSpacing};
+}
+
+// The pass after the parser: pictures, layout, scroll bars. `offset` is the place of the document to show.
+void HTMLLabel::layOut(Point offset) {
+    if (!loadPictures() || window_ == nullptr) return;
+    auto layout = std::make_unique<Layout>();
+    layout->measure(document_, layoutDefaults(), pictures_, window_->canvas());
+    layoutWidth_ = placeLabelParts(outline()).viewPort.width();
+    layout->place(document_, layoutWidth_);
+    layout_ = std::move(layout);
+    fitParts(offset);
+}
+
+void HTMLLabel::UserControl_Show() noexcept {
+    handle([this] {
+        if (layout_ != nullptr || document_.count() == 0) return;
+        layOut({});
+        repaint();
+    });
+}
+
+void HTMLLabel::picViewPort_Paint(Canvas& canvas, Size viewPort) noexcept {
+    handle([this, &canvas, viewPort] {
+        const LabelWindow* const window = window_;
+        if (layout_ == nullptr && document_.count() > 0) layOut({});
+        if (window_ != window) return;  // and the canvas has gone with it
+
+        const Rect part{hscScroll_.Value, vscScroll_.Value, hscScroll_.Value + viewPort.width,
+                        vscScroll_.Value + viewPort.height};
+        if (layout_ == nullptr) {
+            canvas.fill(part, document_.bodyBgColor());
+            return;
+        }
+        layout_->draw(canvas, part);
+        if (hasFocus_ && linkInFocus_ && EnableAnchors()) canvas.drawFocus(linkBox(*linkInFocus_));
+    });
+}
+
+void HTMLLabel::drawPage(Canvas& canvas, Size page) {
+    const auto alive = weak_from_this().lock();
+    if (document_.count() == 0) {
+        canvas.fill({0, 0, page.width, page.height}, document_.bodyBgColor());
+        return;
+    }
+    if (!loadPictures()) return;
+    Layout layout;
+    layout.measure(document_, layoutDefaults(), pictures_, canvas);
+    layout.place(document_, page.width);
+    layout.draw(canvas, {0, 0, page.width, page.height});
+    // The links' boxes are the window's again.
+    if (layout_ != nullptr) layout_->place(document_, layoutWidth_);
+}
+
+}  // namespace kavrelon

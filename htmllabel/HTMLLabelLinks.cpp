@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <utility>
+
+#include "htmllabel/FormCall.h"
+#include "htmllabel/HTMLLabel.h"
+
+namespace kavrelon {
+
+namespace {
+
+constexpr std::int16_t kShiftShift = 1;
+constexpr std::int16_t kKeyTab = 9;
+constexpr std::int16_t kKeyEnter = 13;
+
+// Whether a link leads somewhere and has a place to be seen at.
+bool isReachable(const HTMLElement& link) {
+    return !link.strHref.empty() && link.lngRight > link.lngLeft && link.lngBottom > link.lngTop;
+}
+
+}  // namespace
+
+void HTMLLabel::raise(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
+    if (window_ == nullptr || events_ == nullptr) return;
+    (events_->*event)(Button, Shift, static_cast<float>(mouse.x * window_->twipsPerPixelX()),
+                      static_cast<float>(mouse.y * window_->twipsPerPixelY()));
+}
+
+// The first link in the document whose box holds this pixel of the view port, its edges not counting.
+const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
+    const int x = mouse.x + hscScroll_.Value;
+    const int y = mouse.y + vscScroll_.Value;
+    for (const std::int16_t index : document_.links()) {
+        const HTMLElement& link = document_.elements()[static_cast<std::size_t>(index)];
+        if (link.strHref.empty()) continue;
+        if (x > link.lngLeft && x < link.lngRight && y > link.lngTop && y < link.lngBottom) return &link;
+    }
+    return nullptr;
+}
+
+void HTMLLabel::picViewPort_MouseDown(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
+    handle([=, this] { raise(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
+}
+
+// While anchors are on, the way of the pointer beside the links reaches the container as `MouseUp`.
+void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
+    handle([=, this] {
+        if (window_ == nullptr) return;
+        if (!EnableAnchors()) return raise(&HTMLLabelEvents::MouseMove, Button, Shift, mouse);
+        if (const HTMLElement* link = linkAt(mouse)) {
+            window_->setMousePointer(MousePointer::Custom);
+            if (!EnableTooltips()) return;
+            window_->setToolTipText(std::string(link->strTitle.empty() ? link->strHref : link->strTitle));
+            return;
+        }
+        window_->setMousePointer(MousePointer::Arrow);
+        window_->setToolTipText({});
+        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+    });
+}
+
+void HTMLLabel::picViewPort_MouseUp(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
+    handle([=, this] {
+        const HTMLElement* link = EnableAnchors() ? linkAt(mouse) : nullptr;
+        if (link != nullptr) return follow(*link);
+        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+    });
+}
+
+// The container hears of a link from the timer, when no handler of the label's is under way.
+void HTMLLabel::follow(const HTMLElement& link) {
+    if (window_ == nullptr) return;
+    if (EnableScroll() && link.strHref.starts_with('#')) return jumpTo(link.strHref.substr(1));
+    mstrPendingHref = link.strHref;
+    window_->enableLinkTimer(true);
+}
+
+void HTMLLabel::jumpTo(std::string_view name) {
+    const auto elements = document_.elements();
+    const auto target = std::ranges::find(elements, name, &HTMLElement::strName);
+    if (target != elements.end()) scrollTo(ScrollBar::Vertical, std::min(target->lngTop, vscScroll_.Max));
+}
+
+void HTMLLabel::tmrHyperlinkClick_Timer() noexcept {
+    handle([this] {
+        if (window_ == nullptr) return;
+        window_->enableLinkTimer(false);
+        const std::string href = std::exchange(mstrPendingHref, {});
+        if (href.empty()) return;
+        if (isFormCall(href)) {
+            const FormCall call = parseFormCall(std::string_view(href).substr(3));
+            window_->callParent(call.procedure, call.arguments);
+        } else if (events_ != nullptr) {
+            events_->HyperlinkClick(href);
+        }
+    });
+}
+
+bool HTMLLabel::picViewPort_KeyDown(std::int16_t KeyCode, std::int16_t Shift) noexcept {
+    bool own = false;
+    handle([=, this, &own] { own = scrollByKey(KeyCode, Shift) || linkKey(KeyCode, Shift); });
+    return own;
+}
+
+bool HTMLLabel::linkKey(std::int16_t KeyCode, std::int16_t Shift) {
+    if (!EnableAnchors()) return false;
+    if (KeyCode == kKeyTab && (Shift | kShiftShift) == kShiftShift) return walkLinks(Shift == 0 ? 1 : -1);
+    if (KeyCode != kKeyEnter || Shift != 0 || !linkInFocus_) return false;
+    follow(link(*linkInFocus_));
+    return true;
+}
+
+const HTMLElement& HTMLLabel::link(int place) const {
+    const std::int16_t index = document_.links()[static_cast<std::size_t>(place)];
+    return document_.elements()[static_cast<std::size_t>(index)];
+}
+
+Rect HTMLLabel::linkBox(int place) const {
+    const HTMLElement& element = link(place);
+    return {element.lngLeft, element.lngTop, element.lngRight, element.lngBottom};
+}
+
+// Walks on to the next link that leads somewhere and is seen. Past the last one the key is the container's,
+// and the next walk begins anew.
+bool HTMLLabel::walkLinks(int step) {
+    const int count = static_cast<int>(document_.links().size());
+    const int outside = step > 0 ? -1 : count;
+    int place = linkInFocus_.value_or(outside) + step;
+    while (place >= 0 && place < count && !isReachable(link(place))) place += step;
+
+    const bool found = place >= 0 && place < count;
+    linkInFocus_ = found ? std::optional(place) : std::nullopt;
+    hasFocus_ = true;
+    if (found) scrollIntoView(linkBox(place));
+    repaint();
+    return found;
+}
+
+void HTMLLabel::picViewPort_GotFocus() noexcept {
+    handle([this] {
+        hasFocus_ = true;
+        if (linkInFocus_) repaint();
+    });
+}
+
+void HTMLLabel::picViewPort_LostFocus() noexcept {
+    handle([this] {
+        hasFocus_ = false;
+        if (linkInFocus_) repaint();
+    });
+}
+
+}  // namespace kavrelon
