@@ -2,23 +2,21 @@
 
 #include <windows.h>
 
+#include "support/win32/SharedWindowClass.h"
+
 namespace kavrelon {
 
-/// The registration of the terminal windows' class, shared by all who hold one: the last takes it back, since
-/// a class that outlived the library would point into code that is gone.
+/// The class of the terminal windows.
 class WindowClass {
   public:
     static constexpr const char* kName = "kavrelon.frmTerm";
 
     WindowClass(HINSTANCE module, WNDPROC procedure);
-    ~WindowClass();
-    WindowClass(const WindowClass&) = delete;
-    WindowClass& operator=(const WindowClass&) = delete;
 
-    HINSTANCE module() const { return module_; }
+    HINSTANCE module() const { return registration_.module(); }
 
   private:
-    HINSTANCE module_;
+    SharedWindowClass registration_;
 };
 
 }  // namespace kavrelon
