@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kavrelon {
+
+/// What a label's window asks of whoever put it on a form. None throws.
+class LabelContainer {
+  public:
+    virtual ~LabelContainer() = default;
+
+    /// Whether the container shows the control.
+    virtual bool visible() const noexcept = 0;
+    /// The container runs the control rather than designing with it.
+    virtual bool userMode() const noexcept = 0;
+    /// The form's "WindowState" (0 normal, 1 minimised, 2 maximised); nothing when there is a form that has
+    /// none. A container without a form counts as normal.
+    virtual std::optional<int> parentWindowState() const noexcept = 0;
+    /// Calls a public procedure of the form with these arguments; failures are dropped. Anything may happen
+    /// meanwhile, the end of the control included.
+    virtual void callParent(const std::string& procedure,
+                            const std::vector<std::string>& arguments) noexcept = 0;
+};
+
+}  // namespace kavrelon

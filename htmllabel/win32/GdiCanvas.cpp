@@ -1,0 +1,72 @@
+#include "htmllabel/win32/GdiCanvas.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr Colour kSystemColour = 0x80000000;
+
+COLORREF toColorRef(Colour colour) {
+    return (colour & kSystemColour) != 0 ? GetSysColor(static_cast<int>(colour & 0xFF)) : colour & 0xFFFFFF;
+}
+
+}  // namespace
+
+GdiCanvas::GdiCanvas(HDC like) : measuring_(CreateCompatibleDC(like)), fonts_(measuring_.get()) {}
+
+GdiCanvas::Target::Target(GdiCanvas& canvas, HDC context) : canvas_(canvas), saved_(SaveDC(context)) {
+    canvas.target_ = context;
+    SetBkMode(context, TRANSPARENT);
+    SetTextAlign(context, TA_LEFT | TA_TOP | TA_NOUPDATECP);
+}
+
+GdiCanvas::Target::~Target() {
+    RestoreDC(canvas_.target_, saved_);
+    canvas_.target_ = nullptr;
+    canvas_.selected_.reset();
+}
+
+RECT GdiCanvas::onTarget(const Rect& place) const {
+    return {place.left - origin_.x, place.top - origin_.y, place.right - origin_.x, place.bottom - origin_.y};
+}
+
+void GdiCanvas::drawText(FontId font, Colour colour, Point at, std::string_view text) {
+    if (target_ == nullptr) return;
+    if (selected_ != font) {
+        SelectObject(target_, fonts_.handle(font));
+        selected_ = font;
+    }
+    SetTextColor(target_, toColorRef(colour));
+    ExtTextOutA(target_, at.x - origin_.x, at.y - origin_.y, 0, nullptr, text.data(),
+                static_cast<UINT>(text.size()), nullptr);
+}
+
+void GdiCanvas::fill(const Rect& block, Colour colour) {
+    if (target_ == nullptr) return;
+    const RECT place = onTarget(block);
+    SetDCBrushColor(target_, toColorRef(colour));
+    FillRect(target_, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {
+    if (shape == Bullet::Square) return fill(place, colour);
+    if (target_ == nullptr) return;
+    const RECT block = onTarget(place);
+    SetDCPenColor(target_, toColorRef(colour));
+    SetDCBrushColor(target_, toColorRef(colour));
+    SelectObject(target_, GetStockObject(DC_PEN));
+    SelectObject(target_, GetStockObject(shape == Bullet::Disc ? DC_BRUSH : NULL_BRUSH));
+    Ellipse(target_, block.left, block.top, block.right, block.bottom);
+}
+
+void GdiCanvas::drawPicture(const Picture& /*picture*/, const Rect& /*place*/) {}
+
+void GdiCanvas::drawFocus(const Rect& place) {
+    if (target_ == nullptr) return;
+    const RECT frame = onTarget(place);
+    // The dots are mixed of the text and the background colour.
+    SetTextColor(target_, 0);
+    SetBkColor(target_, 0xFFFFFF);
+    DrawFocusRect(target_, &frame);
+}
+
+}  // namespace kavrelon

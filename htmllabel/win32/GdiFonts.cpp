@@ -1,0 +1,94 @@
+#include "htmllabel/win32/GdiFonts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "support/Conversions.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr double kPointsPerInch = 72;
+/// Pixels. No document needs more, and the platform's own limit is not far above it.
+constexpr double kTallest = 2000;
+constexpr std::size_t kMostFonts = 32;
+
+int heightInPixels(float points, HDC context) {
+    const double height = double{points} * GetDeviceCaps(context, LOGPIXELSY) / kPointsPerInch;
+    return std::isfinite(height) ? roundHalfToEven(std::clamp(height, 1.0, kTallest)) : 1;
+}
+
+LOGFONTA describe(const TextFont& font, int height) {
+    LOGFONTA result{};
+    const auto length = std::min(font.face.size(), sizeof result.lfFaceName - 1);
+    std::copy_n(font.face.data(), length, result.lfFaceName);
+    // Negative: the height of the characters, without the leading above them.
+    result.lfHeight = -height;
+    result.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
+    result.lfItalic = font.italic;
+    result.lfUnderline = font.underline;
+    result.lfCharSet = DEFAULT_CHARSET;
+    return result;
+}
+
+}  // namespace
+
+GdiFonts::GdiFonts(HDC measuring) : measuring_(measuring) {}
+
+FontId GdiFonts::number(const TextFont& font) {
+    const int height = heightInPixels(font.points, measuring_);
+    const int style = (font.bold ? 1 : 0) + (font.italic ? 2 : 0) + (font.underline ? 4 : 0);
+    const auto [known, isNew] =
+        numbers_.try_emplace(Key(font.face, height, style), static_cast<FontId>(entries_.size()));
+    if (isNew) entries_.emplace_back().description = describe(font, height);
+    return known->second;
+}
+
+GdiFonts::Entry& GdiFonts::measured(FontId font) {
+    Entry& entry = entries_[font];
+    if (entry.measured) return entry;
+    entry.measured = true;
+    const Selected selected(measuring_, handle(font));
+    if (!selected) return entry;
+    std::array<INT, kCharacters> widths{};
+    GetCharWidth32A(measuring_, 0, kCharacters - 1, widths.data());
+    std::ranges::transform(widths, entry.advances.begin(), [](INT width) {
+        return static_cast<std::uint16_t>(
+            std::clamp<INT>(width, 0, std::numeric_limits<std::uint16_t>::max()));
+    });
+    TEXTMETRICA metrics{};
+    GetTextMetricsA(measuring_, &metrics);
+    entry.metrics = {static_cast<int>(metrics.tmAscent), static_cast<int>(metrics.tmDescent),
+                     entry.advances[' ']};
+    return entry;
+}
+
+FontMetrics GdiFonts::metrics(FontId font) {
+    return measured(font).metrics;
+}
+
+int GdiFonts::width(FontId font, std::string_view text) {
+    const auto& advances = measured(font).advances;
+    int width = 0;
+    for (const char ch : text) width += advances[static_cast<unsigned char>(ch)];
+    return width;
+}
+
+HFONT GdiFonts::handle(FontId font) {
+    Entry& entry = entries_[font];
+    const auto place = std::ranges::find(live_, font);
+    if (place != live_.end()) {
+        std::rotate(place, place + 1, live_.end());
+        return entry.handle.get();
+    }
+    if (live_.size() == kMostFonts) {
+        entries_[live_.front()].handle.reset();
+        live_.erase(live_.begin());
+    }
+    live_.push_back(font);
+    entry.handle.reset(CreateFontIndirectA(&entry.description));
+    return entry.handle.get();
+}
+
+}  // namespace kavrelon

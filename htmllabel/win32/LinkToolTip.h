@@ -1,0 +1,25 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "htmllabel/win32/WindowHandle.h"
+
+namespace kavrelon {
+
+/// The tooltip of a view port, made when there is first something to tell.
+class LinkToolTip {
+  public:
+    /// What the mouse must rest on; the text is one of the ANSI code page, empty for no tooltip.
+    void show(HINSTANCE module, HWND over, const std::string& text);
+    void destroy() { window_.reset(); }
+
+  private:
+    bool create(HINSTANCE module, HWND over);
+
+    std::string text_;
+    WindowHandle window_;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,74 @@
+#include "htmllabel/win32/ScrollBarControl.h"
+
+#include <algorithm>
+#include <new>
+
+namespace kavrelon {
+
+void ScrollBarControl::create(HINSTANCE module, HWND parent) {
+    const DWORD direction = kind_ == ScrollBar::Vertical ? SBS_VERT : SBS_HORZ;
+    window_.reset(CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | direction, 0, 0, 0, 0, parent, nullptr,
+                                  module, nullptr));
+    if (window_ == nullptr) throw std::bad_alloc();
+}
+
+void ScrollBarControl::place(const Rect& place) {
+    SetWindowPos(window_.get(), nullptr, place.left, place.top, std::max(place.width(), 0),
+                 std::max(place.height(), 0), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ScrollBarControl::show(const ScrollState& state) {
+    const bool visibilityChanged = state.visible != state_.visible;
+    state_ = state;
+    if (window_ == nullptr) return;
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    const int page = std::max(state.LargeChange, 1);
+    info.nMin = state.Min;
+    // The platform's last value is one page below the end of the range.
+    info.nMax = state.Max + page - 1;
+    info.nPage = static_cast<UINT>(page);
+    info.nPos = state.Value;
+    SetScrollInfo(window_.get(), SB_CTL, &info, TRUE);
+    if (visibilityChanged) ShowWindow(window_.get(), state.visible ? SW_SHOWNA : SW_HIDE);
+}
+
+int ScrollBarControl::asked(WORD code) const {
+    switch (code) {
+        case SB_LINEUP:
+            return state_.Value - state_.SmallChange;
+        case SB_LINEDOWN:
+            return state_.Value + state_.SmallChange;
+        case SB_PAGEUP:
+            return state_.Value - state_.LargeChange;
+        case SB_PAGEDOWN:
+            return state_.Value + state_.LargeChange;
+        case SB_TOP:
+            return state_.Min;
+        case SB_BOTTOM:
+            return state_.Max;
+        case SB_THUMBTRACK:
+        case SB_THUMBPOSITION: {
+            // The message itself has only 16 bits for the place of the thumb.
+            SCROLLINFO info{};
+            info.cbSize = sizeof info;
+            info.fMask = SIF_TRACKPOS;
+            GetScrollInfo(window_.get(), SB_CTL, &info);
+            return info.nTrackPos;
+        }
+        default:
+            return state_.Value;
+    }
+}
+
+std::optional<int> ScrollBarControl::scrolled(WPARAM wParam) {
+    const int value = std::max(std::min(asked(LOWORD(wParam)), state_.Max), state_.Min);
+    if (value == state_.Value) return std::nullopt;
+    ScrollState next = state_;
+    next.Value = value;
+    show(next);
+    return value;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+#include "htmllabel/LabelWindow.h"
+#include "htmllabel/win32/WindowHandle.h"
+
+namespace kavrelon {
+
+/// A standard scroll bar in a label's window, with the state that the label gave it.
+class ScrollBarControl {
+  public:
+    explicit ScrollBarControl(ScrollBar kind) : kind_(kind) {}
+
+    void create(HINSTANCE module, HWND parent);
+    /// The parent is going, and takes the control with it.
+    void forget() { static_cast<void>(window_.release()); }
+
+    HWND hWnd() const { return window_.get(); }
+    const ScrollState& state() const { return state_; }
+    void place(const Rect& place);
+    void show(const ScrollState& state);
+    /// The value that a scroll message of the control asks for; nothing when it asks for none or for the one
+    /// there is. Until it is given back by `show` the control shows it by itself.
+    std::optional<int> scrolled(WPARAM wParam);
+
+  private:
+    int asked(WORD code) const;
+
+    ScrollBar kind_;
+    ScrollState state_;
+    WindowHandle window_;
+};
+
+}  // namespace kavrelon

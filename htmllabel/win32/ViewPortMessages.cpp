@@ -1,0 +1,96 @@
+#include "htmllabel/win32/ViewPortMessages.h"
+
+#include "htmllabel/HTMLLabel.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr std::int16_t kLeft = 1;
+constexpr std::int16_t kRight = 2;
+constexpr std::int16_t kMiddle = 4;
+constexpr WPARAM kButtons = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
+
+/// The position in a mouse message: signed, as the mouse may stand to the left of the view port or above it.
+Point position(LPARAM lParam) {
+    return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+}
+
+std::int16_t shiftState() {
+    const auto bit = [](int key, int value) { return GetKeyState(key) < 0 ? value : 0; };
+    return static_cast<std::int16_t>(bit(VK_SHIFT, 1) + bit(VK_CONTROL, 2) + bit(VK_MENU, 4));
+}
+
+std::int16_t buttonsHeld(WPARAM wParam) {
+    const auto bit = [wParam](WPARAM flag, int value) { return (wParam & flag) != 0 ? value : 0; };
+    return static_cast<std::int16_t>(bit(MK_LBUTTON, kLeft) + bit(MK_RBUTTON, kRight) +
+                                     bit(MK_MBUTTON, kMiddle));
+}
+
+LRESULT buttonDown(HTMLLabel& label, HWND viewPort, std::int16_t button, LPARAM lParam) {
+    SetFocus(viewPort);
+    SetCapture(viewPort);
+    label.picViewPort_MouseDown(button, shiftState(), position(lParam));
+    return 0;
+}
+
+LRESULT buttonUp(HTMLLabel& label, HWND viewPort, std::int16_t button, WPARAM wParam, LPARAM lParam) {
+    if ((wParam & kButtons) == 0 && GetCapture() == viewPort) ReleaseCapture();
+    label.picViewPort_MouseUp(button, shiftState(), position(lParam));
+    return 0;
+}
+
+}  // namespace
+
+std::optional<LRESULT> handleMouse(HTMLLabel& label, HWND viewPort, UINT message, WPARAM wParam,
+                                   LPARAM lParam) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            return buttonDown(label, viewPort, kLeft, lParam);
+        case WM_RBUTTONDOWN:
+            return buttonDown(label, viewPort, kRight, lParam);
+        case WM_MBUTTONDOWN:
+            return buttonDown(label, viewPort, kMiddle, lParam);
+        case WM_LBUTTONUP:
+            return buttonUp(label, viewPort, kLeft, wParam, lParam);
+        case WM_RBUTTONUP:
+            return buttonUp(label, viewPort, kRight, wParam, lParam);
+        case WM_MBUTTONUP:
+            return buttonUp(label, viewPort, kMiddle, wParam, lParam);
+        case WM_MOUSEMOVE:
+            label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), position(lParam));
+            return 0;
+        case WM_MOUSEWHEEL: {
+            const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
+            // A label that does not scroll leaves the wheel to what it stands on.
+            return label.picViewPort_MouseWheel(notches) ? std::optional<LRESULT>(0) : std::nullopt;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> handleKeys(HTMLLabel& label, HWND viewPort, UINT message, WPARAM wParam) {
+    switch (message) {
+        case WM_GETDLGCODE:
+            return DLGC_WANTARROWS | DLGC_WANTTAB;
+        case WM_KEYDOWN: {
+            const std::int16_t shift = shiftState();
+            // An event may destroy the view port.
+            const HWND form = GetAncestor(viewPort, GA_ROOT);
+            if (label.picViewPort_KeyDown(static_cast<std::int16_t>(wParam), shift)) return 0;
+            // A dialog that was asked to keep its hands off Tab has to be told where to go with it.
+            if (wParam == VK_TAB) PostMessageA(form, WM_NEXTDLGCTL, (shift & 1) != 0 ? TRUE : FALSE, FALSE);
+            return std::nullopt;
+        }
+        case WM_SETFOCUS:
+            label.picViewPort_GotFocus();
+            return 0;
+        case WM_KILLFOCUS:
+            label.picViewPort_LostFocus();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace kavrelon

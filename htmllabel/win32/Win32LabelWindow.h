@@ -1,0 +1,129 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "gdi/pcMemDC.h"
+#include "htmllabel/LabelContainer.h"
+#include "htmllabel/LabelWindow.h"
+#include "htmllabel/win32/GdiCanvas.h"
+#include "htmllabel/win32/LinkToolTip.h"
+#include "htmllabel/win32/ScrollBarControl.h"
+#include "htmllabel/win32/WindowHandle.h"
+#include "support/win32/SharedWindowClass.h"
+
+namespace kavrelon {
+
+class HTMLLabel;
+
+/// A label's window: a child window with the view port, the scroll bars and the corner between them.
+///
+/// Its owner makes the label, then the window, attaches them to one another, and shows the window:
+///
+///     auto label = std::make_shared<HTMLLabel>();
+///     auto window = Win32LabelWindow::create(module, parent, place, label, container);
+///     label->attach(window.get(), &events);
+///     window->show(true);
+///     ...
+///     label->attach(nullptr, nullptr);
+///     window->close();
+///
+/// The label is not owned. The window keeps itself alive while it handles a message, so that an event may
+/// close it or drop the last reference. When the platform destroys the window underneath, its parent going
+/// for one, the object ignores calls from then on. It is used on the thread that made it.
+class Win32LabelWindow final : public LabelWindow, public std::enable_shared_from_this<Win32LabelWindow> {
+  public:
+    /// `module` is the one that this code is part of; `place` is in pixels of the parent's inner area. The
+    /// window is not visible yet. The container must live until `close`. Throws std::bad_alloc when the
+    /// platform has no window to give.
+    static std::shared_ptr<Win32LabelWindow> create(HINSTANCE module, HWND parent, const RECT& place,
+                                                    std::weak_ptr<HTMLLabel> label,
+                                                    LabelContainer& container);
+    ~Win32LabelWindow() override;
+    Win32LabelWindow(const Win32LabelWindow&) = delete;
+    Win32LabelWindow& operator=(const Win32LabelWindow&) = delete;
+
+    /// The outer window, and the view port in it, which has the focus when the label has it. Null once closed.
+    HWND hWnd() const { return outer_.get(); }
+    HWND picViewPort() const { return viewPort_.get(); }
+
+    /// Moves and sizes the window, in pixels of the parent's inner area.
+    void move(const RECT& place);
+    void show(bool visible);
+    /// Gives the view port the keyboard.
+    void setFocus();
+    /// Destroys the platform's window; label and container are not called any more. May be called from events
+    /// and more than once.
+    void close() noexcept;
+
+    Canvas& canvas() override { return canvas_; }
+    Size sizeInTwips() const override;
+    double twipsPerPixelX() const override;
+    double twipsPerPixelY() const override;
+    Size scrollBarThickness() const override;
+    bool containerVisible() const override;
+    bool userMode() const override;
+    std::optional<int> parentWindowState() const override;
+    void callParent(const std::string& procedure, const std::vector<std::string>& arguments) override;
+    void setSurface(const LabelSurface& surface) override;
+    void place(const LabelPlacement& placement) override;
+    void setScrollBar(ScrollBar bar, const ScrollState& state) override;
+    void setMousePointer(MousePointer pointer) override;
+    void setToolTipText(const std::string& text) override;
+    void enableLinkTimer(bool on) override;
+    void repaintViewPort() override;
+    void processMessages() override;
+
+  private:
+    struct Message {
+        HWND window;
+        UINT id;
+        WPARAM wParam;
+        LPARAM lParam;
+    };
+    using Answer = std::optional<LRESULT>;
+
+    Win32LabelWindow(HINSTANCE module, HWND parent, const RECT& place, std::weak_ptr<HTMLLabel> label,
+                     LabelContainer& container);
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    static WindowHandle createWindow(const SharedWindowClass& windowClass, HWND parent, DWORD style,
+                                     const RECT& place);
+
+    // One handler for each family of messages; an answer of nothing means the platform's own.
+    Answer handle(const Message& message);
+    Answer onOuter(HTMLLabel& label, const Message& message);
+    Answer onViewPort(HTMLLabel& label, const Message& message);
+    LRESULT onScroll(HTMLLabel& label, const Message& message);
+    Answer onTitle(const HTMLLabel& label, const Message& message) const;
+    void eraseOuter(HDC context);
+    void paintViewPort(HTMLLabel& label);
+    void updateOrigin();
+    void detach() noexcept;
+
+    SharedWindowClass outerClass_;
+    SharedWindowClass viewPortClass_;
+    std::weak_ptr<HTMLLabel> label_;
+    LabelContainer* container_;
+    GdiCanvas canvas_;
+    /// For what is no part of the document.
+    GdiCanvas surface_;
+    pcMemDC picHTML_;
+    bool painting_ = false;
+    bool paintAgain_ = false;
+    WindowHandle outer_;
+    WindowHandle viewPort_;
+    ScrollBarControl vscScroll_;
+    ScrollBarControl hscScroll_;
+    LinkToolTip toolTip_;
+    LabelSurface look_;
+    LabelPlacement placement_;
+    Size sizeTold_;
+    MousePointer pointer_ = MousePointer::Default;
+    bool linkTimer_ = false;
+};
+
+}  // namespace kavrelon
