@@ -10,6 +10,8 @@ class Picture {
     virtual ~Picture() = default;
     /// Its natural size in pixels.
     virtual Size size() const = 0;
+    /// Whether it is known to cover every pixel of its place.
+    virtual bool opaque() const { return false; }
 };
 
 }  // namespace kavrelon

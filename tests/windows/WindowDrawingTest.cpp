@@ -41,7 +41,7 @@ TEST_F(WindowDrawing, CellsHaveTheColoursOfTheirRendition) {
         for (const std::uint8_t code : cases[row].codes) form->screen().setRendition(code);
         form.writeAt(0, static_cast<int>(row), "\xDB ");
     }
-    const Picture shown = form.picture();
+    const WindowImage shown = form.picture();
     for (std::size_t row = 0; row < cases.size(); ++row) {
         const Rect block = form.cell(0, static_cast<int>(row));
         EXPECT_EQ(shown.at((block.left + block.right) / 2, (block.top + block.bottom) / 2), cases[row].text);
@@ -60,7 +60,7 @@ TEST_F(WindowDrawing, EveryByteHasAPictureThatStaysInItsCell) {
                 const char text = isDrawnAsPicture(byte) ? static_cast<char>(byte) : ' ';
                 form.writeAt(byte % kColumns * 2, byte / kColumns * 2, {&text, 1});
             }
-            const Picture shown = form.picture();
+            const WindowImage shown = form.picture();
             for (int byte = 1; byte < 256; ++byte) {
                 const int column = byte % kColumns * 2;
                 const int row = byte / kColumns * 2;
@@ -83,7 +83,7 @@ TEST_F(WindowDrawing, LinesAndBlocksJoinTheirNeighbours) {
             form->screen().setRendition(Rendition::kBlink);
             for (int row = 0; row < 3; ++row) form.writeAt(10, row, "\xB3");
 
-            const Picture shown = form.picture();
+            const WindowImage shown = form.picture();
             const auto gap = [&](const Rect& part) { return shown.all(part, std::not_fn(isLit)); };
             const auto where = ::testing::Message() << face.name << " at width " << size.width << ": ";
             for (const int column : {0, 1, 10}) {
@@ -107,9 +107,9 @@ TEST_F(WindowDrawing, TheCursorInvertsItsCellAlone) {
     const TestForm form = open();
     form.writeAt(4, 2, "\xDBx");
     form->screen().SetCursor(5, 2);
-    const Picture before = form.picture();
+    const WindowImage before = form.picture();
     form->screen().ShowCursor();
-    const Picture marked = form.picture();
+    const WindowImage marked = form.picture();
     const Rect cell = form.cell(5, 2);
     for (int y = 0; y < before.height(); ++y) {
         for (int x = 0; x < before.width(); ++x) {
@@ -134,9 +134,9 @@ TEST_F(WindowDrawing, ScrollingMovesTheGridAndNothingElse) {
         // Without a memory bitmap, which has margins of its own, the window's margins are to stay as they
         // are.
         if (!memory) form.smear({0, 0, first.left, last.bottom});
-        const Picture before = form.picture();
+        const WindowImage before = form.picture();
         form.writeAt(0, 24, "\n");
-        const Picture after = form.picture();
+        const WindowImage after = form.picture();
         for (int y = first.top; y < last.bottom; ++y) {
             for (int x = 0; x < last.right; ++x) {
                 const bool margin = x < first.left;

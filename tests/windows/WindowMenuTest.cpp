@@ -77,7 +77,7 @@ TEST_F(WindowMenu, TheScreenWidthChangesAndItsCaptionWithIt) {
     form->screen().CharsPerLine(80);
     click(form, file, find(file, "132 Char per Line"));
     EXPECT_EQ(form->screen().CharsPerLine(), 132);
-    const Picture wide = form.picture();
+    const WindowImage wide = form.picture();
     EXPECT_LE(form.cell(131, 0).right, wide.width());
     EXPECT_FALSE(wide.all(form.cell(100, 3), kBlack));
     EXPECT_TRUE(form.isPainted());

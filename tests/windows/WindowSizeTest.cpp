@@ -8,7 +8,7 @@ namespace {
 using WindowSize = WindowTest;
 
 TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
-    std::map<int, Picture> withoutMemory;
+    std::map<int, WindowImage> withoutMemory;
     for (const bool memory : {false, true}) {
         const TestForm form = open();
         form->screen().UseMemoryDC(memory);
@@ -18,7 +18,7 @@ TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
              {Size{640, 400}, Size{1270, 500}, Size{600, 780}, Size{1000, 701}, Size{60, 60}}) {
             form.smear({0, 0, 2000, 2000});
             form.setSize(size);
-            const Picture resized = form.picture();
+            const WindowImage resized = form.picture();
             EXPECT_TRUE(form.isPainted()) << size.width;
             EXPECT_EQ(withoutMemory.try_emplace(size.width, resized).first->second, resized) << size.width;
             const Rect first = form.cell(0, 0);

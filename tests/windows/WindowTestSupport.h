@@ -40,9 +40,9 @@ inline int countTerminalWindows() {
 }
 
 /// What a window's inner area shows.
-class Picture {
+class WindowImage {
   public:
-    explicit Picture(HWND window) {
+    explicit WindowImage(HWND window) {
         RECT inner{};
         GetClientRect(window, &inner);
         width_ = inner.right;
@@ -76,7 +76,7 @@ class Picture {
     bool all(const Rect& block, COLORREF colour) const {
         return all(block, [=](COLORREF pixel) { return pixel == colour; });
     }
-    bool operator==(const Picture& other) const = default;
+    bool operator==(const WindowImage& other) const = default;
 
   private:
     int width_ = 0;
@@ -98,7 +98,7 @@ class TestForm {
 
     frmTerm* operator->() const { return form_.get(); }
     HWND window() const { return window_; }
-    Picture picture() const { return Picture(window_); }
+    WindowImage picture() const { return WindowImage(window_); }
     Rect cell(int column, int row, int columns = 1) const {
         return form_->screen().grid().cellBlock(column, row, columns);
     }
@@ -115,7 +115,7 @@ class TestForm {
     }
     /// Whether the window shows what it does after everything has been painted again.
     bool isPainted() const {
-        const Picture before = picture();
+        const WindowImage before = picture();
         smear({0, 0, 2000, 2000});
         InvalidateRect(window_, nullptr, FALSE);
         UpdateWindow(window_);

@@ -1,0 +1,41 @@
+#include "gdi/PixelBitmap.h"
+
+namespace kavrelon {
+
+PixelBitmap::PixelBitmap(Size size) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = size.width;
+    info.bmiHeader.biHeight = -size.height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (bitmap_ == nullptr) return;
+    first_ = static_cast<Pixel*>(bits);
+    size_ = size;
+}
+
+std::span<Pixel> PixelBitmap::pixels() const {
+    return {first_, static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height)};
+}
+
+void PixelBitmap::draw(HDC target, const RECT& place, bool opaque) const noexcept {
+    const OwnedContext source(CreateCompatibleDC(target));
+    const Selected selected(source.get(), bitmap_.get());
+    if (!selected) return;
+    const int width = static_cast<int>(place.right - place.left);
+    const int height = static_cast<int>(place.bottom - place.top);
+    if (opaque) {
+        const int mode = SetStretchBltMode(target, COLORONCOLOR);
+        StretchBlt(target, place.left, place.top, width, height, source.get(), 0, 0, size_.width,
+                   size_.height, SRCCOPY);
+        SetStretchBltMode(target, mode);
+    } else {
+        constexpr BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+        AlphaBlend(target, place.left, place.top, width, height, source.get(), 0, 0, size_.width,
+                   size_.height, blend);
+    }
+}
+
+}  // namespace kavrelon
