@@ -35,8 +35,8 @@ class GdiFonts {
   private:
     static constexpr std::size_t kCharacters = 256;
 
-    /// Face, height in pixels, and bits for bold, italic and underline: sizes that differ by less than a pixel
-    /// share a font.
+    /// Face, height in pixels, and bits for bold, italic and underline: sizes that differ by less than a
+    /// pixel share a font.
     using Key = std::tuple<std::string, int, int>;
     struct Entry {
         LOGFONTA description{};

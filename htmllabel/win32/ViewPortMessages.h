@@ -8,8 +8,8 @@ namespace kavrelon {
 
 class HTMLLabel;
 
-/// Turns the view port's mouse messages into mouse events. While a button is held the view port has all of the
-/// mouse, so that a drag may leave it. Answers like a window procedure; nothing means the platform's own.
+/// Turns the view port's mouse messages into mouse events. While a button is held the view port has all of
+/// the mouse, so that a drag may leave it. Answers like a window procedure; nothing means the platform's own.
 std::optional<LRESULT> handleMouse(HTMLLabel& label, HWND viewPort, UINT message, WPARAM wParam,
                                    LPARAM lParam);
 

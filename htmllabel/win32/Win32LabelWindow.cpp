@@ -113,11 +113,10 @@ Win32LabelWindow::~Win32LabelWindow() {
 
 WindowHandle Win32LabelWindow::createWindow(const SharedWindowClass& windowClass, HWND parent, DWORD style,
                                             const RECT& place) {
-    WindowHandle window(
-        CreateWindowExA(0, windowClass.name(), "", WS_CHILD | style, static_cast<int>(place.left),
-                        static_cast<int>(place.top), static_cast<int>(place.right - place.left),
-                        static_cast<int>(place.bottom - place.top), parent, nullptr, windowClass.module(),
-                        nullptr));
+    WindowHandle window(CreateWindowExA(
+        0, windowClass.name(), "", WS_CHILD | style, static_cast<int>(place.left),
+        static_cast<int>(place.top), static_cast<int>(place.right - place.left),
+        static_cast<int>(place.bottom - place.top), parent, nullptr, windowClass.module(), nullptr));
     if (window == nullptr) throw std::bad_alloc();
     return window;
 }

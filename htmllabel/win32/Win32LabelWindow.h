@@ -47,7 +47,8 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     Win32LabelWindow(const Win32LabelWindow&) = delete;
     Win32LabelWindow& operator=(const Win32LabelWindow&) = delete;
 
-    /// The outer window, and the view port in it, which has the focus when the label has it. Null once closed.
+    /// The outer window, and the view port in it, which has the focus when the label has it. Null once
+    /// closed.
     HWND hWnd() const { return outer_.get(); }
     HWND picViewPort() const { return viewPort_.get(); }
 
