@@ -1,5 +1,7 @@
 #include "htmllabel/win32/GdiCanvas.h"
 
+#include "gdi/GdiPicture.h"
+
 namespace kavrelon {
 namespace {
 
@@ -58,7 +60,10 @@ void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {
     Ellipse(target_, block.left, block.top, block.right, block.bottom);
 }
 
-void GdiCanvas::drawPicture(const Picture& /*picture*/, const Rect& /*place*/) {}
+void GdiCanvas::drawPicture(const Picture& picture, const Rect& place) {
+    const auto* const own = dynamic_cast<const GdiPicture*>(&picture);
+    if (target_ != nullptr && own != nullptr) own->draw(target_, onTarget(place));
+}
 
 void GdiCanvas::drawFocus(const Rect& place) {
     if (target_ == nullptr) return;
