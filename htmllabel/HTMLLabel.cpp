@@ -14,6 +14,7 @@ void HTMLLabel::attach(LabelWindow* window, HTMLLabelEvents* events) {
     vscScroll_ = {};
     hscScroll_ = {};
     outerSize_ = {};
+    placement_ = {};
     if (window_ == nullptr) return;
     showSurface();
     // A window that never sees a resize that counts, as at design time, has its parts in place all the same.
@@ -35,8 +36,7 @@ void HTMLLabel::BackColor(Colour value) {
     properties_.BackColor = value;
     showSurface();
     document_.setBodyBgColor(value);
-    parseAgain();
-    if (document_.count() == 0) repaint();
+    if (!parseAgain()) repaint();
 }
 
 void HTMLLabel::Appearance(std::int16_t value) {
@@ -54,15 +54,15 @@ void HTMLLabel::savedProperties(const HTMLLabelProperties& properties) {
     BackColor(properties_.BackColor);
 }
 
-void HTMLLabel::DocumentHTML(std::string_view value) { setDocument(std::string(value), StartAt::Top); }
+void HTMLLabel::DocumentHTML(std::string_view value) {
+    setDocument(std::string(value), StartAt::Top);
+}
 
-void HTMLLabel::parseAgain() {
-    // While a new document waits, it is the one to be parsed with what has changed.
-    if (pendingText_) {
-        setDocument(*pendingText_, StartAt::Top);
-    } else if (document_.count() > 0) {
-        setDocument(document_.text(), StartAt::SamePlace);
-    }
+// False when there is no document. A new document that still waits is the one to be parsed.
+bool HTMLLabel::parseAgain() {
+    if (!pendingText_ && document_.count() == 0) return false;
+    setDocument(DocumentHTML(), pendingText_ ? StartAt::Top : StartAt::SamePlace);
+    return true;
 }
 
 // Everything that lets events in is followed by a look whether this is still the document to be set, and
@@ -147,8 +147,10 @@ LayoutDefaults HTMLLabel::layoutDefaults() const {
             .DefaultSpacing = properties_.DefaultSpacing};
 }
 
-// The pass after the parser: pictures, layout, scroll bars. `offset` is the place of the document to show.
+// The pass after the parser: pictures, layout, scroll bars. `offset` is the place of the document to show. A
+// control that has no extent yet is not laid out to it: resizing would never put that right.
 void HTMLLabel::layOut(Point offset) {
+    if (placement_.viewPort.width() == 0 || placement_.viewPort.height() == 0) return;
     if (!loadPictures() || window_ == nullptr) return;
     auto layout = std::make_unique<Layout>();
     layout->measure(document_, layoutDefaults(), pictures_, window_->canvas());

@@ -133,7 +133,7 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     }
 
     void setDocument(std::string text, StartAt start);
-    void parseAgain();
+    bool parseAgain();
     void parse(std::string_view text);
     bool loadPictures();
     void layOut(Point offset);

@@ -51,7 +51,8 @@ LabelOutline HTMLLabel::outline() const {
 void HTMLLabel::fitParts(Point offset) {
     const Size page = layout_ != nullptr ? layout_->size() : Size{};
     Canvas& canvas = window_->canvas();
-    const int line = canvas.metrics(canvas.font({.face = DefaultFontName(), .points = DefaultFontSize()})).height();
+    const int line =
+        canvas.metrics(canvas.font({.face = DefaultFontName(), .points = DefaultFontSize()})).height();
 
     const int width = placeLabelParts(outline()).viewPort.width();
     hscScroll_ = scrollBarFor(EnableScroll(), page.width, width, line, offset.x);
@@ -121,7 +122,8 @@ bool HTMLLabel::picViewPort_MouseWheel(double notches) noexcept {
         const double whole = std::trunc(wheelRest_);
         wheelRest_ -= whole;
         const double value = vscScroll_.Value + whole;
-        scrollTo(ScrollBar::Vertical, static_cast<int>(std::clamp<double>(value, vscScroll_.Min, vscScroll_.Max)));
+        scrollTo(ScrollBar::Vertical,
+                 static_cast<int>(std::clamp<double>(value, vscScroll_.Min, vscScroll_.Max)));
     });
     return true;
 }
@@ -133,10 +135,18 @@ bool HTMLLabel::scrollByKey(std::int16_t KeyCode, std::int16_t Shift) {
     const bool ctrl = (Shift & kShiftCtrl) != 0;
     int value = 0;
     switch (KeyCode) {
-        case kKeyUp: value = bar.Value - bar.SmallChange; break;
-        case kKeyDown: value = bar.Value + bar.SmallChange; break;
-        case kKeyPageUp: value = std::max(bar.Value - bar.LargeChange, bar.Min); break;
-        case kKeyPageDown: value = std::min(bar.Value + bar.LargeChange, bar.Max); break;
+        case kKeyUp:
+            value = bar.Value - bar.SmallChange;
+            break;
+        case kKeyDown:
+            value = bar.Value + bar.SmallChange;
+            break;
+        case kKeyPageUp:
+            value = std::max(bar.Value - bar.LargeChange, bar.Min);
+            break;
+        case kKeyPageDown:
+            value = std::min(bar.Value + bar.LargeChange, bar.Max);
+            break;
         case kKeyHome:
             if (!ctrl) return false;
             value = bar.Min;
@@ -145,7 +155,8 @@ bool HTMLLabel::scrollByKey(std::int16_t KeyCode, std::int16_t Shift) {
             if (!ctrl) return false;
             value = bar.Max;
             break;
-        default: return false;
+        default:
+            return false;
     }
     scrollTo(ScrollBar::Vertical, value);
     return true;
