@@ -1,6 +1,64 @@
 #include "htmllabel/HTMLDocument.h"
 
+#include <algorithm>
+
+#include "htmllabel/Classifier.h"
+#include "htmllabel/ClosingTags.h"
+#include "htmllabel/Hierarchy.h"
+#include "htmllabel/Normalise.h"
+#include "htmllabel/Tokenizer.h"
+#include "support/RuntimeError.h"
+
 namespace kavrelon {
+
+void HTMLDocument::setDocument(std::string_view html, const DocumentDefaults& defaults) {
+    mstrDocument = normalise(html);
+    page_ = {.mlngBodyBgColor = defaults.BackColor, .mstrBackground = std::move(page_.mstrBackground)};
+    std::vector<Piece> pieces = mTokenizeDocument(mstrDocument);
+    // Only the tags' codes matter for this, and before there are records nothing has to be moved.
+    addClosingTags(pieces);
+    addElements(pieces);
+    mClassifyAllElements(defaults);
+    mBuildLinkList(defaults.EnableAnchors);
+    mBuildHierarchy(mudtElements, children_);
+}
+
+void HTMLDocument::addElements(const std::vector<Piece>& pieces) {
+    mudtElements.clear();
+    mudtElements.reserve(pieces.size());
+    for (const Piece& piece : pieces) {
+        const auto index = static_cast<std::int16_t>(mudtElements.size());
+        HTMLElement& element = mudtElements.emplace_back();
+        element.strRaw = piece.raw;
+        element.blnIsTag = piece.code != TAG_TEXT;
+        element.lngTagType = piece.code;
+        element.blnNoSpaceBefore = piece.noSpaceBefore;
+        element.intIndex = index;
+    }
+}
+
+void HTMLDocument::mClassifyAllElements(const DocumentDefaults& defaults) {
+    texts_.release();
+    Classifier classifier(defaults, page_, texts_);
+    // What is wrong with one element ends the handling of that element only.
+    for (HTMLElement& element : mudtElements) carryOn([&] { classifier.mClassifyElement(element); });
+}
+
+void HTMLDocument::mBuildLinkList(bool enableAnchors) {
+    mintLinks.clear();
+    if (!enableAnchors) return;
+    for (const HTMLElement& element : mudtElements) {
+        if (element.lngTagType == TAG_A) mintLinks.push_back(element.intIndex);
+    }
+}
+
+std::string HTMLDocument::title() const {
+    const auto found = std::ranges::find(mudtElements, TAG_TITLE, &HTMLElement::lngTagType);
+    if (mudtElements.end() - found < 2) return "Unknown";
+    const auto words = std::next(found)->strWords;
+    if (words.empty()) return {};
+    return {words.front().data(), words.back().data() + words.back().size()};
+}
 
 void HTMLDocument::setHitBox(std::int16_t index, const Rect& box) {
     HTMLElement& element = mudtElements[static_cast<std::size_t>(index)];

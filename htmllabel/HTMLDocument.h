@@ -11,6 +11,8 @@
 
 namespace kavrelon {
 
+struct Piece;
+
 /// The system's button-face colour: bit 31 says that the rest is the number of a system colour.
 inline constexpr Colour kButtonFaceColour = 0x8000000F;
 
@@ -20,6 +22,17 @@ struct DocumentDefaults {
     float DefaultFontSize = 10;  // points
     Colour BackColor = kButtonFaceColour;
     bool EnableAnchors = false;
+};
+
+/// What a document says of its page as a whole.
+struct DocumentPage {
+    /// The last BODY or NOFRAMES element; 0 when there is none.
+    std::int16_t mintBodyIndex = 0;
+    Colour mlngBodyBgColor = kButtonFaceColour;
+    Colour mlngTextColor = 0;
+    Colour mlngLinkColor = 0xFF0000;
+    /// The page's picture.
+    std::string mstrBackground;
 };
 
 /// A parsed document: a flat array of element records in document order, linked into a tree by index, and the
@@ -44,13 +57,13 @@ class HTMLDocument {
     std::string title() const;
     std::span<const HTMLElement> elements() const { return mudtElements; }
     std::int16_t count() const { return static_cast<std::int16_t>(mudtElements.size()); }
-    std::int16_t bodyIndex() const { return mintBodyIndex; }
-    Colour bodyBgColor() const { return mlngBodyBgColor; }
+    std::int16_t bodyIndex() const { return page_.mintBodyIndex; }
+    Colour bodyBgColor() const { return page_.mlngBodyBgColor; }
     /// Changes the page's background without parsing again.
-    void setBodyBgColor(Colour colour) { mlngBodyBgColor = colour; }
-    Colour textColor() const { return mlngTextColor; }
-    Colour linkColor() const { return mlngLinkColor; }
-    const std::string& background() const { return mstrBackground; }
+    void setBodyBgColor(Colour colour) { page_.mlngBodyBgColor = colour; }
+    Colour textColor() const { return page_.mlngTextColor; }
+    Colour linkColor() const { return page_.mlngLinkColor; }
+    const std::string& background() const { return page_.mstrBackground; }
     /// The indices of the A elements in document order; none when anchors are off.
     std::span<const std::int16_t> links() const { return mintLinks; }
 
@@ -67,14 +80,17 @@ class HTMLDocument {
     bool mblnGetNextSibling(const HTMLElement& element, HTMLElement& sibling) const;
 
   private:
+    void addElements(const std::vector<Piece>& pieces);
+    void mClassifyAllElements(const DocumentDefaults& defaults);
+    void mBuildLinkList(bool enableAnchors);
+
     std::string mstrDocument;
     std::vector<HTMLElement> mudtElements;
-    std::int16_t mintBodyIndex = 0;
-    Colour mlngBodyBgColor = kButtonFaceColour;
-    Colour mlngTextColor = 0;
-    Colour mlngLinkColor = 0xFF0000;
-    std::string mstrBackground;
+    DocumentPage page_;
     std::vector<std::int16_t> mintLinks;
+    /// What the records view besides the document's text: decoded texts and lists of words.
+    std::pmr::monotonic_buffer_resource texts_;
+    std::vector<std::int16_t> children_;
 };
 
 }  // namespace kavrelon

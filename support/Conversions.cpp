@@ -1,7 +1,9 @@
 #include "support/Conversions.h"
 
+#include <charconv>
 #include <cmath>
 #include <limits>
+#include <system_error>
 
 #include "support/RuntimeError.h"
 
@@ -19,9 +21,9 @@ std::string_view trimSpaces(std::string_view text) {
 }
 
 /// Takes the digits off the front of `text`; the value saturates above what any caller accepts.
-int takeDigits(std::string_view& text) {
-    constexpr int kSaturated = 1'000'000;
-    int value = 0;
+std::int64_t takeDigits(std::string_view& text) {
+    constexpr std::int64_t kSaturated = 1'000'000'000'000;
+    std::int64_t value = 0;
     while (!text.empty() && isDigit(text.front())) {
         value = value < kSaturated / 10 ? value * 10 + (text.front() - '0') : kSaturated;
         text.remove_prefix(1);
@@ -30,31 +32,53 @@ int takeDigits(std::string_view& text) {
 }
 
 /// Whether a number with this whole part and these digits behind its point rounds up in magnitude.
-bool roundsUp(int whole, std::string_view fraction) {
+bool roundsUp(std::int64_t whole, std::string_view fraction) {
     if (fraction.empty() || fraction.front() < '5') return false;
     const bool exactlyHalf =
         fraction.front() == '5' && fraction.find_first_not_of('0', 1) == std::string_view::npos;
     return !exactlyHalf || whole % 2 != 0;
 }
 
-int parseDecimal(std::string_view text) {
-    text = trimSpaces(text);
-    const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+')) text.remove_prefix(1);
+/// A decimal number, taken apart.
+struct Decimal {
+    bool negative = false;
+    std::int64_t whole = 0;  // saturated
+    std::string_view fraction;
+    std::string_view unsignedText;
+};
 
-    const auto before = text.size();
-    int value = takeDigits(text);
-    bool anyDigit = text.size() < before;
+/// Raises TypeMismatch when the text is no decimal number.
+Decimal parseDecimal(std::string_view text) {
+    text = trimSpaces(text);
+    Decimal decimal;
+    decimal.negative = text.starts_with('-');
+    if (decimal.negative || text.starts_with('+')) text.remove_prefix(1);
+    decimal.unsignedText = text;
+
+    decimal.whole = takeDigits(text);
+    bool anyDigit = text.size() < decimal.unsignedText.size();
     if (text.starts_with('.')) {
         text.remove_prefix(1);
         const std::string_view fraction = text;
         takeDigits(text);
-        const auto digits = fraction.size() - text.size();
-        anyDigit = anyDigit || digits > 0;
-        if (roundsUp(value, fraction.substr(0, digits))) ++value;
+        decimal.fraction = fraction.substr(0, fraction.size() - text.size());
+        anyDigit = anyDigit || !decimal.fraction.empty();
     }
     if (!anyDigit || !text.empty()) raise(RuntimeErrorNumber::TypeMismatch);
-    return negative ? -value : value;
+    return decimal;
+}
+
+std::int64_t rounded(const Decimal& decimal) {
+    const std::int64_t magnitude = decimal.whole + (roundsUp(decimal.whole, decimal.fraction) ? 1 : 0);
+    return decimal.negative ? -magnitude : magnitude;
+}
+
+template <class Integer>
+Integer narrow(std::int64_t value) {
+    if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max()) {
+        raise(RuntimeErrorNumber::Overflow);
+    }
+    return static_cast<Integer>(value);
 }
 
 }  // namespace
@@ -67,15 +91,25 @@ std::int16_t toInt16(std::string_view text) {
         for (; i < text.size() && isDigit(text[i]); ++i) value = value * 10 + (text[i] - '0');
         if (i == text.size()) return static_cast<std::int16_t>(value);
     }
-    return narrowToInt16(parseDecimal(text));
+    return narrow<std::int16_t>(rounded(parseDecimal(text)));
+}
+
+std::int32_t toInt32(std::string_view text) {
+    return narrow<std::int32_t>(rounded(parseDecimal(text)));
+}
+
+float toSingle(std::string_view text) {
+    const Decimal decimal = parseDecimal(text);
+    const std::string_view digits = decimal.unsignedText;
+    float value = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    // A number below the smallest fraction is out of range too, and is 0.
+    if (result.ec == std::errc::result_out_of_range && decimal.whole > 0) raise(RuntimeErrorNumber::Overflow);
+    return decimal.negative && value != 0 ? -value : value;
 }
 
 std::int16_t narrowToInt16(int value) {
-    if (value < std::numeric_limits<std::int16_t>::min() ||
-        value > std::numeric_limits<std::int16_t>::max()) {
-        raise(RuntimeErrorNumber::Overflow);
-    }
-    return static_cast<std::int16_t>(value);
+    return narrow<std::int16_t>(value);
 }
 
 int roundHalfToEven(double value) noexcept {

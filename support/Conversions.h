@@ -11,6 +11,12 @@ namespace kavrelon {
 /// separators), Overflow when the rounded number does not fit.
 std::int16_t toInt16(std::string_view text);
 
+/// The 32-bit number that a text spells, by the same rules.
+std::int32_t toInt32(std::string_view text);
+
+/// The number that a text spells, fraction and all. Accepts and raises what `toInt16` does.
+float toSingle(std::string_view text);
+
 /// `value` as a 16-bit number; raises Overflow when it does not fit.
 std::int16_t narrowToInt16(int value);
 

@@ -1,5 +1,8 @@
 #include "tools/JsonLine.h"
 
+#include <charconv>
+#include <iterator>
+
 namespace kavrelon {
 namespace {
 
@@ -53,6 +56,16 @@ JsonLine& JsonLine::value(std::int64_t number) {
 JsonLine& JsonLine::value(bool flag) {
     separate();
     text_ += flag ? "true" : "false";
+    return *this;
+}
+
+JsonLine& JsonLine::value(float number) {
+    separate();
+    constexpr int kDigits = 6;
+    char digits[32];
+    const auto end =
+        std::to_chars(std::begin(digits), std::end(digits), number, std::chars_format::general, kDigits);
+    text_.append(digits, end.ptr);
     return *this;
 }
 

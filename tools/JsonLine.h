@@ -15,6 +15,8 @@ class JsonLine {
     JsonLine& value(const char* bytes) { return value(std::string_view(bytes)); }
     JsonLine& value(std::int64_t number);
     JsonLine& value(bool flag);
+    /// A finite number, with up to six significant digits.
+    JsonLine& value(float number);
     JsonLine& beginObject() { return open('{'); }
     JsonLine& endObject() { return close('}'); }
     JsonLine& beginArray() { return open('['); }

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <vector>
+
+#include "htmllabel/Tokenizer.h"
+
+namespace kavrelon {
+
+/// Adds the "</P>", "</TR>" and "</TD>" that are missing, each before the first tag that ends its element.
+///
+/// Openers and closers are matched like brackets within a table cell or what stands outside of tables; rows
+/// and cells belong to the innermost open table. Only openers that stay without a closer get one, so that a
+/// document whose tags are complete is left alone, however it nests them.
+void addClosingTags(std::vector<Piece>& pieces);
+
+}  // namespace kavrelon
