@@ -19,11 +19,11 @@ class Bytes {
     std::size_t size() const { return bytes_.size(); }
     bool holds(std::uint64_t bytes) const { return bytes <= bytes_.size(); }
     std::uint8_t at(std::size_t place) const { return place < bytes_.size() ? bytes_[place] : 0; }
-    std::uint32_t little16(std::size_t place) const { return at(place) | at(place + 1) << 8U; }
+    std::uint32_t little16(std::size_t place) const { return at(place) | std::uint32_t{at(place + 1)} << 8U; }
     std::uint32_t little32(std::size_t place) const {
         return little16(place) | little16(place + 2) << 16U;
     }
-    std::uint32_t big16(std::size_t place) const { return at(place) << 8U | at(place + 1); }
+    std::uint32_t big16(std::size_t place) const { return std::uint32_t{at(place)} << 8U | at(place + 1); }
     std::uint32_t big32(std::size_t place) const { return big16(place) << 16U | big16(place + 2); }
     bool says(std::string_view text, std::size_t place = 0) const {
         return holds(place + text.size()) &&
