@@ -1,0 +1,120 @@
+// htmlpicture FILE WIDTH OUT.bmp: draws an HTML document, as the label does, on a page of WIDTH pixels.
+// Pictures are looked for beside the document.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "gdi/GdiHandles.h"
+#include "gdi/GdiPicture.h"
+#include "htmllabel/HTMLDocument.h"
+#include "htmllabel/LabelPictures.h"
+#include "htmllabel/Layout.h"
+#include "htmllabel/win32/GdiCanvas.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kMisused = 2;
+
+/// The pictures of a folder; each is read when it is first asked for.
+class FolderPictures final : public PictureSource {
+  public:
+    explicit FolderPictures(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+    const Picture* picture(std::string_view source) override {
+        if (!pictures_.asked(source)) {
+            pictures_.keep(std::string(source), GdiPicture::load((folder_ / source).wstring()));
+        }
+        return pictures_.picture(source);
+    }
+
+  private:
+    std::filesystem::path folder_;
+    LabelPictures pictures_;
+};
+
+/// A picture in memory that can be drawn on and written to a file.
+class Page {
+  public:
+    explicit Page(Size size) : context_(CreateCompatibleDC(nullptr)) {
+        header_ = {sizeof header_, size.width, -size.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        bytes_ = static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
+        bitmap_.reset(CreateDIBSection(context_.get(), reinterpret_cast<const BITMAPINFO*>(&header_),
+                                       DIB_RGB_COLORS, &bits_, nullptr, 0));
+    }
+
+    explicit operator bool() const { return bitmap_ != nullptr; }
+
+    void draw(const Layout& layout, GdiCanvas& canvas) {
+        const Selected selected(context_.get(), bitmap_.get());
+        const GdiCanvas::Target target(canvas, context_.get());
+        layout.draw(canvas, {0, 0, static_cast<int>(header_.biWidth), static_cast<int>(-header_.biHeight)});
+        GdiFlush();
+    }
+
+    bool write(const std::string& path) const {
+        BITMAPFILEHEADER file{};
+        file.bfType = 0x4D42;
+        file.bfOffBits = sizeof file + sizeof header_;
+        file.bfSize = file.bfOffBits + static_cast<DWORD>(bytes_);
+        std::ofstream out(path, std::ios::binary);
+        out.write(reinterpret_cast<const char*>(&file), sizeof file);
+        out.write(reinterpret_cast<const char*>(&header_), sizeof header_);
+        out.write(static_cast<const char*>(bits_), static_cast<std::streamsize>(bytes_));
+        return static_cast<bool>(out.flush());
+    }
+
+  private:
+    OwnedContext context_;
+    BITMAPINFOHEADER header_{};
+    std::size_t bytes_ = 0;
+    void* bits_ = nullptr;
+    Bitmap bitmap_;
+};
+
+int drawDocument(const std::string& path, int width, const std::string& result) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        std::cerr << path << ": cannot be opened\n";
+        return kFailed;
+    }
+    HTMLDocument document;
+    document.setDocument(std::string(std::istreambuf_iterator<char>(in), {}), {.EnableAnchors = true});
+    GdiCanvas canvas;
+    FolderPictures pictures(std::filesystem::path(path).parent_path());
+    Layout layout;
+    layout.measure(document, {}, pictures, canvas);
+    layout.place(document, width);
+    const Size size = layout.size();
+    // A picture of nothing cannot be made.
+    Page page({std::max(size.width, 1), std::max(size.height, 1)});
+    if (!page) {
+        std::cerr << path << ": the page is too large to draw\n";
+        return kFailed;
+    }
+    page.draw(layout, canvas);
+    if (page.write(result)) return 0;
+    std::cerr << result << ": cannot be written\n";
+    return kFailed;
+}
+
+}  // namespace
+}  // namespace kavrelon
+
+int main(int argc, char** argv) {
+    const int width = argc == 4 ? std::atoi(argv[2]) : 0;
+    if (width <= 0) {
+        std::cerr << "usage: htmlpicture FILE WIDTH OUT.bmp\n";
+        return kavrelon::kMisused;
+    }
+    return kavrelon::drawDocument(argv[1], width, argv[3]);
+}
