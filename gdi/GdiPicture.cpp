@@ -144,8 +144,9 @@ std::shared_ptr<GdiPicture> GdiPicture::from(IPicture* picture) {
     if (picture == nullptr || FAILED(picture->get_Width(&width)) || FAILED(picture->get_Height(&height)))
         return nullptr;
     const OwnedContext screen(CreateICA("DISPLAY", nullptr, nullptr, nullptr));
-    const Size size{MulDiv(static_cast<int>(width), GetDeviceCaps(screen.get(), LOGPIXELSX), kHimetricPerInch),
-                    MulDiv(static_cast<int>(height), GetDeviceCaps(screen.get(), LOGPIXELSY), kHimetricPerInch)};
+    const Size size{
+        MulDiv(static_cast<int>(width), GetDeviceCaps(screen.get(), LOGPIXELSX), kHimetricPerInch),
+        MulDiv(static_cast<int>(height), GetDeviceCaps(screen.get(), LOGPIXELSY), kHimetricPerInch)};
     if (size.width <= 0 || size.height <= 0) return nullptr;
     return std::shared_ptr<GdiPicture>(new GdiPicture(ComPtr<IPicture>(picture), size));
 }

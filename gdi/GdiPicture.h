@@ -17,11 +17,11 @@ namespace kavrelon {
 class GdiPicture final : public Picture {
   public:
     /// Reads a BMP, GIF, JPEG, PNG, ICO or placeable WMF file; what it is its content tells, not its name. An
-    /// animation counts as its first image, an icon as its largest. Null when there is no such file, when it is
-    /// no whole picture, and when it or its picture is too large to be meant.
+    /// animation counts as its first image, an icon as its largest. Null when there is no such file, when it
+    /// is no whole picture, and when it or its picture is too large to be meant.
     static std::shared_ptr<GdiPicture> load(const std::wstring& path);
-    /// A picture object of the automation libraries, kept for as long as this one lives; null for none and for
-    /// an empty one.
+    /// A picture object of the automation libraries, kept for as long as this one lives; null for none and
+    /// for an empty one.
     static std::shared_ptr<GdiPicture> from(IPicture* picture);
 
     Size size() const override { return size_; }

@@ -10,18 +10,18 @@
 namespace kavrelon {
 namespace {
 
-constexpr TagSet kEndCells = {TAG_TD,        TAG_TR,        TAG_END_TR, TAG_END_TABLE, TAG_THEAD,
-                              TAG_END_THEAD, TAG_TBODY,     TAG_TFOOT,  TAG_END_TBODY, TAG_END_TFOOT,
-                              TAG_BODY,      TAG_END_BODY};
+constexpr TagSet kEndCells = {TAG_TD,    TAG_TR,    TAG_END_TR,    TAG_END_TABLE, TAG_THEAD, TAG_END_THEAD,
+                              TAG_TBODY, TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,  TAG_END_BODY};
 constexpr TagSet kEndRows = {TAG_TR,    TAG_END_TABLE, TAG_THEAD,     TAG_END_THEAD, TAG_TBODY,
                              TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,      TAG_END_BODY};
-constexpr TagSet kEndParagraphs = {
-    TAG_P,         TAG_DIV,        TAG_END_DIV,     TAG_HEADING,        TAG_END_HEADING, TAG_UL,
-    TAG_END_UL,    TAG_OL,         TAG_END_OL,      TAG_LI,             TAG_HR,          TAG_TABLE,
-    TAG_END_TABLE, TAG_BLOCKQUOTE, TAG_CENTER,      TAG_END_BLOCKQUOTE, TAG_END_CENTER,  TAG_FORM,
-    TAG_END_FORM,  TAG_TD,         TAG_END_TD,      TAG_TR,             TAG_END_TR,      TAG_THEAD,
-    TAG_TBODY,     TAG_TFOOT,      TAG_END_THEAD,   TAG_END_TBODY,      TAG_END_TFOOT,   TAG_BODY,
-    TAG_END_BODY};
+constexpr TagSet kEndParagraphs = {TAG_P,           TAG_DIV,        TAG_END_DIV,   TAG_HEADING,
+                                   TAG_END_HEADING, TAG_UL,         TAG_END_UL,    TAG_OL,
+                                   TAG_END_OL,      TAG_LI,         TAG_HR,        TAG_TABLE,
+                                   TAG_END_TABLE,   TAG_BLOCKQUOTE, TAG_CENTER,    TAG_END_BLOCKQUOTE,
+                                   TAG_END_CENTER,  TAG_FORM,       TAG_END_FORM,  TAG_TD,
+                                   TAG_END_TD,      TAG_TR,         TAG_END_TR,    TAG_THEAD,
+                                   TAG_TBODY,       TAG_TFOOT,      TAG_END_THEAD, TAG_END_TBODY,
+                                   TAG_END_TFOOT,   TAG_BODY,       TAG_END_BODY};
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 

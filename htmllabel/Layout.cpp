@@ -1,29 +1,85 @@
 #include "htmllabel/Layout.h"
 
+#include <algorithm>
+#include <optional>
+
+#include "htmllabel/DisplayList.h"
+#include "htmllabel/ElementValues.h"
+#include "htmllabel/Flow.h"
+#include "htmllabel/FlowBuilder.h"
+#include "htmllabel/FlowPlacer.h"
+
 namespace kavrelon {
+namespace {
+
+constexpr int kMostMargin = 1000;
+
+}  // namespace
 
 struct Layout::State {
+    std::optional<Flow> flow;
+    DisplayList list;
     Size size;
+    int margin = 0;
+    Colour background = kButtonFaceColour;
+    const Picture* pagePicture = nullptr;
+
+    void drawPagePicture(Canvas& canvas, const Rect& part) const;
 };
 
 Layout::Layout() : state_(std::make_unique<State>()) {}
 Layout::~Layout() = default;
 
-void Layout::measure(const HTMLDocument& /*document*/, const LayoutDefaults& /*defaults*/,
-                     PictureSource& /*pictures*/, Canvas& /*canvas*/) {}
+void Layout::measure(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
+                     Canvas& canvas) {
+    state_->list.clear(0);
+    state_->size = {};
+    state_->margin = clampPixels(defaults.DefaultPadding, kMostMargin);
+    state_->pagePicture = document.background().empty() ? nullptr : pictures.picture(document.background());
+    state_->flow.emplace();
+    FlowBuilder(document, defaults, pictures, canvas, *state_->flow).build();
+}
 
-void Layout::place(HTMLDocument& /*document*/, int width) {
-    state_->size = {width, 0};
+void Layout::place(HTMLDocument& document, int width) {
+    if (!state_->flow) return;
+    const Flow& flow = *state_->flow;
+    const int margin = state_->margin;
+    state_->background = document.bodyBgColor();
+    DisplayList& list = state_->list;
+    list.clear(flow.marks.size());
+    const int height = FlowPlacer(flow, list).place(std::max(clampPixels(width) - 2 * margin, 0));
+    list.resolve({margin, margin});
+    const Size extent = list.extent();
+    state_->size = {std::max(width, extent.width + margin),
+                    std::max(height + margin, extent.height) + margin};
+    for (std::size_t i = 0; i < flow.marks.size(); ++i) {
+        document.setHitBox(flow.marks[i], list.markPlace(static_cast<std::uint32_t>(i)));
+    }
 }
 
 Size Layout::size() const {
     return state_->size;
 }
 
-void Layout::draw(Canvas& /*canvas*/, const Rect& /*part*/) const {}
+void Layout::State::drawPagePicture(Canvas& canvas, const Rect& part) const {
+    if (pagePicture == nullptr) return;
+    const Size tile = pagePicture->size();
+    if (tile.width <= 0 || tile.height <= 0) return;
+    for (int y = part.top - part.top % tile.height; y < part.bottom; y += tile.height) {
+        for (int x = part.left - part.left % tile.width; x < part.right; x += tile.width) {
+            canvas.drawPicture(*pagePicture, {x, y, x + tile.width, y + tile.height});
+        }
+    }
+}
+
+void Layout::draw(Canvas& canvas, const Rect& part) const {
+    canvas.fill(part, state_->background);
+    state_->drawPagePicture(canvas, part);
+    if (state_->flow) state_->list.draw(canvas, state_->flow->styles, part);
+}
 
 std::vector<TextRun> Layout::runs() const {
-    return {};
+    return state_->list.runs();
 }
 
 }  // namespace kavrelon

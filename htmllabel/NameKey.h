@@ -6,9 +6,9 @@
 
 namespace kavrelon {
 
-/// A name of a tag, an attribute or a colour as one number, the same for both cases of a letter. Distinct names
-/// have distinct numbers; what can be no such name (empty, over 12 characters, with characters other than
-/// letters, digits, "-", "!" and "/") is 0.
+/// A name of a tag, an attribute or a colour as one number, the same for both cases of a letter. Distinct
+/// names have distinct numbers; what can be no such name (empty, over 12 characters, with characters other
+/// than letters, digits, "-", "!" and "/") is 0.
 ///
 /// Names are looked up several times for each tag of a document, and numbers can be switched upon.
 constexpr std::uint64_t nameKey(std::string_view name);

@@ -27,11 +27,11 @@ inline constexpr TagSet kContainerTags = {TAG_HEAD,  TAG_TITLE, TAG_BODY,       
                                           TAG_BIG,   TAG_SMALL, TAG_BLOCKQUOTE, TAG_HEADING, TAG_CENTER};
 
 /// Tags that end the level they stand in.
-inline constexpr TagSet kClosingTags = {
-    TAG_END_HEAD,       TAG_END_TITLE,   TAG_END_BODY, TAG_END_B,     TAG_END_I,
-    TAG_END_U,          TAG_END_P,       TAG_END_DIV,  TAG_END_UL,    TAG_END_OL,
-    TAG_END_TABLE,      TAG_END_TR,      TAG_END_TD,   TAG_END_FONT,  TAG_END_A,
-    TAG_END_BLOCKQUOTE, TAG_END_HEADING, TAG_END_BIG,  TAG_END_SMALL, TAG_END_CENTER};
+inline constexpr TagSet kClosingTags = {TAG_END_HEAD,    TAG_END_TITLE, TAG_END_BODY,  TAG_END_B,
+                                        TAG_END_I,       TAG_END_U,     TAG_END_P,     TAG_END_DIV,
+                                        TAG_END_UL,      TAG_END_OL,    TAG_END_TABLE, TAG_END_TR,
+                                        TAG_END_TD,      TAG_END_FONT,  TAG_END_A,     TAG_END_BLOCKQUOTE,
+                                        TAG_END_HEADING, TAG_END_BIG,   TAG_END_SMALL, TAG_END_CENTER};
 
 /// Whether an element's source is a tag or a comment: from "<" to ">".
 bool mblnIsTag(std::string_view text);

@@ -15,9 +15,9 @@ struct Piece {
     bool noSpaceBefore = false;
 };
 
-/// Cuts a normalised text into tags, comments and the text between them. Text of spaces only, before the first
-/// tag or after the last makes no element. Ends at what it cannot cut: a comment without an end, a place
-/// beyond 32767.
+/// Cuts a normalised text into tags, comments and the text between them. Text of spaces only, before the
+/// first tag or after the last makes no element. Ends at what it cannot cut: a comment without an end, a
+/// place beyond 32767.
 std::vector<Piece> mTokenizeDocument(std::string_view document);
 
 }  // namespace kavrelon

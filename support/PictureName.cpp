@@ -9,8 +9,7 @@ namespace {
 
 constexpr std::size_t kLongestName = 255;
 
-constexpr std::array<std::string_view, 7> kDevices{"CON", "PRN",    "AUX",    "NUL",
-                                                   "CONIN$", "CONOUT$", "CLOCK$"};
+constexpr std::array<std::string_view, 7> kDevices{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$", "CLOCK$"};
 constexpr std::array<std::string_view, 2> kNumberedDevices{"COM", "LPT"};
 
 bool isRefusedByte(char c) {
@@ -30,7 +29,8 @@ bool same(std::string_view text, std::string_view upperCase) {
 /// counts as one.
 bool numbers(std::string_view text) {
     if (text.size() == 1 && text[0] >= '0' && text[0] <= '9') return true;
-    return !text.empty() && std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) > 127; });
+    return !text.empty() &&
+           std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) > 127; });
 }
 
 /// The platform takes a device's name for the device whatever extension it has.

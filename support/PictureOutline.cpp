@@ -20,9 +20,7 @@ class Bytes {
     bool holds(std::uint64_t bytes) const { return bytes <= bytes_.size(); }
     std::uint8_t at(std::size_t place) const { return place < bytes_.size() ? bytes_[place] : 0; }
     std::uint32_t little16(std::size_t place) const { return at(place) | std::uint32_t{at(place + 1)} << 8U; }
-    std::uint32_t little32(std::size_t place) const {
-        return little16(place) | little16(place + 2) << 16U;
-    }
+    std::uint32_t little32(std::size_t place) const { return little16(place) | little16(place + 2) << 16U; }
     std::uint32_t big16(std::size_t place) const { return std::uint32_t{at(place)} << 8U | at(place + 1); }
     std::uint32_t big32(std::size_t place) const { return big16(place) << 16U | big16(place + 2); }
     bool says(std::string_view text, std::size_t place = 0) const {
@@ -58,8 +56,9 @@ Outline bmpOutline(const Bytes& file) {
     const bool core = file.little32(14) == coreHeader;
     const auto height = static_cast<std::int32_t>(file.little32(22));
     // A negative height means rows from the top down.
-    const Size size = core ? sizeOf(file.little16(18), file.little16(20))
-                           : sizeOf(file.little32(18), static_cast<std::uint32_t>(std::abs(std::int64_t{height})));
+    const Size size =
+        core ? sizeOf(file.little16(18), file.little16(20))
+             : sizeOf(file.little32(18), static_cast<std::uint32_t>(std::abs(std::int64_t{height})));
     if (!withinPictureLimits(size)) return std::nullopt;
     const std::uint64_t bits = core ? file.little16(24) : file.little16(28);
     const std::uint32_t compression = core ? std::uint32_t{None} : file.little32(30);
@@ -195,8 +194,7 @@ constexpr std::array kSignatures{
 }  // namespace
 
 bool withinPictureLimits(Size size) noexcept {
-    return size.width > 0 && size.height > 0 &&
-           std::int64_t{size.width} * size.height <= kMostPicturePixels;
+    return size.width > 0 && size.height > 0 && std::int64_t{size.width} * size.height <= kMostPicturePixels;
 }
 
 std::optional<PictureOutline> outlineOf(std::span<const std::uint8_t> file) noexcept {

@@ -14,7 +14,8 @@ namespace {
 
 using namespace kavrelon;
 
-constexpr const char* kUsage = "usage: htmldump [--no-anchors] [--font-size POINTS] FILE (- is standard input)\n";
+constexpr const char* kUsage =
+    "usage: htmldump [--no-anchors] [--font-size POINTS] FILE (- is standard input)\n";
 constexpr int kMalformed = 2;
 
 struct Options {

@@ -55,7 +55,8 @@ class WindowPicture : public WindowTest {
   protected:
     /// Writes a file of the bytes and tries to load it.
     bool isPicture(const std::vector<char>& bytes) const {
-        std::ofstream(settings, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        std::ofstream(settings, std::ios::binary)
+            .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         return GdiPicture::load(std::wstring(settings.begin(), settings.end())) != nullptr;
     }
 };

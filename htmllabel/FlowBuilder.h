@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "htmllabel/Flow.h"
+#include "htmllabel/FlowWriter.h"
+#include "htmllabel/HTMLDocument.h"
+#include "htmllabel/InlineStyles.h"
+#include "htmllabel/Layout.h"
+#include "htmllabel/TableWriter.h"
+
+namespace kavrelon {
+
+/// Makes a document's flow: walks its elements once, in order, with the open tags on stacks of their own.
+class FlowBuilder {
+  public:
+    /// The flow must be new.
+    FlowBuilder(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
+                Canvas& canvas, Flow& flow);
+
+    void build();
+
+  private:
+    struct List {
+        bool isNumbered = false;
+        int depth = 0;
+        int next = 1;
+    };
+
+    bool hide(TagType code);
+    void tag(const HTMLElement& element);
+    void inlineTag(const HTMLElement& element);
+    void blockTag(const HTMLElement& element);
+    void tableTag(const HTMLElement& element);
+    void anchor(const HTMLElement& element);
+    void picture(const HTMLElement& element);
+    void openBlock(const HTMLElement& element, int gap, int indent = 0);
+    void closeBlock(TagType code, int gap);
+    void openList(const HTMLElement& element);
+    void closeList(TagType code);
+    void listItem(const HTMLElement& element);
+    int listGap() { return writer_.blocks().top().list == kNone ? spacing_ : 0; }
+    bool standsAfterSpace(std::string_view raw) const;
+
+    const HTMLDocument& document_;
+    PictureSource& pictures_;
+    Canvas& canvas_;
+    Flow& flow_;
+    InlineStyles styles_;
+    FlowWriter writer_;
+    int spacing_;
+    int lineHeight_;  // of the default font
+    TableWriter tables_;
+    std::vector<List> lists_;
+    unsigned hidden_ = 0;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "htmllabel/DisplayList.h"
+#include "htmllabel/Flow.h"
+#include "htmllabel/LineBuilder.h"
+#include "htmllabel/TablePlacer.h"
+
+namespace kavrelon {
+
+/// Sets a flow at one width: walks its items once, with the open cells on a stack.
+class FlowPlacer {
+  public:
+    FlowPlacer(const Flow& flow, DisplayList& list)
+        : flow_(flow), list_(list), line_(flow), tables_(flow, list) {}
+
+    /// Sets the whole flow into frame 0. The height that it takes.
+    int place(int width);
+
+  private:
+    /// A page or cell as far as it is filled. Places are those of its frame.
+    struct Container {
+        std::uint32_t frame = 0;
+        int width = 0;
+        int y = 0;
+        int gap = 0;        // asked for above what comes next
+        bool atTop = true;  // where no gap is wanted
+        FlowBlock block;
+        std::uint32_t marker = kNone;  // of an item whose first line is not set yet
+        int firstLeft = 0;             // where a first line beside a wide marker begins
+        int floatWidth = 0;            // what stands at the right edge,
+        int floatBottom = 0;           // down to here
+    };
+    struct Span {
+        int left = 0;
+        int width = 0;
+    };
+
+    void item(const FlowItem& item);
+    void text(const FlowText& text);
+    void picture(std::uint32_t index);
+    bool floatPicture(const FlowPicture& picture);
+    void token(const LineToken& token);
+    void finishLine(std::size_t count);
+    void finishLine() { finishLine(line_.size()); }
+    void lineBreak(const TextStyle& style);
+    void block(const FlowBlock& block);
+    void rule(const FlowRule& rule);
+    void startMarker(std::uint32_t index);
+    void flushMarker();
+    void setMarker(int baseline);
+    void startTable(std::uint32_t index);
+    void endTable();
+    void startCell(std::uint32_t index);
+    void endCell(std::uint32_t index);
+    int endContainer();
+
+    Container& in() { return containers_.back(); }
+    Span lineSpan() const;
+    void useGap();
+    void advance(int height);
+
+    const Flow& flow_;
+    DisplayList& list_;
+    LineBuilder line_;
+    TablePlacer tables_;
+    std::vector<Container> containers_;
+};
+
+}  // namespace kavrelon
