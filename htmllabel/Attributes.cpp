@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <limits>
-#include <optional>
 #include <string>
 
 #include "htmllabel/Colours.h"
@@ -23,11 +22,12 @@ std::string_view trim(std::string_view text) {
 }
 
 std::string without(std::string_view text, std::string_view part) {
-    std::string left(text);
-    for (auto at = left.find(part); at != std::string::npos; at = left.find(part, at)) {
-        left.erase(at, part.size());
+    std::string left;
+    for (auto at = text.find(part); at != kNone; at = text.find(part)) {
+        left += text.substr(0, at);
+        text.remove_prefix(at + part.size());
     }
-    return left;
+    return left.append(text);
 }
 
 /// A size in pixels, or the fraction that a percentage is. `unit` may stand behind pixels.
@@ -41,15 +41,6 @@ float toExtent(std::string_view value, std::string_view unit) {
 std::string_view firstOfList(std::string_view list) {
     const auto comma = list.find(',');
     return comma == 0 ? list : list.substr(0, comma);
-}
-
-std::optional<float> numberIn(std::string_view value) {
-    try {
-        return toSingle(value);
-    } catch (const RuntimeError& error) {
-        if (error.number() != RuntimeErrorNumber::TypeMismatch) throw;
-        return std::nullopt;
-    }
 }
 
 void align(HTMLElement& element, std::string_view value) {
@@ -198,10 +189,10 @@ void Attributes::setBackColour(HTMLElement& element, std::string_view value) {
 void Attributes::setSize(HTMLElement& element, std::string_view value) const {
     constexpr double kPointsAStep = 1.2;
     constexpr double kDefaultStep = 3;
-    const std::optional<float> number = numberIn(value);
-    if (!number) return;
+    if (!isNumeric(value)) return;
+    const double number = toSingle(value);
     const bool relative = value.starts_with('+') || value.starts_with('-');
-    const double steps = relative ? *number : *number - kDefaultStep;
+    const double steps = relative ? number : number - kDefaultStep;
     const double points = steps * kPointsAStep + defaults_.DefaultFontSize;
     if (std::abs(points) > std::numeric_limits<float>::max()) raise(RuntimeErrorNumber::Overflow);
     element.sglFontSize = static_cast<float>(points);

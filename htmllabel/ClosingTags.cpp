@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "htmllabel/NameKey.h"
@@ -23,43 +24,41 @@ constexpr TagSet kEndParagraphs = {TAG_P,           TAG_DIV,        TAG_END_DIV,
                                    TAG_TBODY,       TAG_TFOOT,      TAG_END_THEAD, TAG_END_TBODY,
                                    TAG_END_TFOOT,   TAG_BODY,       TAG_END_BODY};
 
-constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+/// An index of a piece or a place on the stack of open elements. There are never more than 32767 elements,
+/// those that are added included: each of these has an opener of three characters or more.
+using Index = std::int16_t;
+constexpr Index kNone = -1;
 
-constexpr TagType closerOf(TagType opener) {
-    return static_cast<TagType>(opener + 1);
+template <class Items>
+Index sizeOf(const Items& items) {
+    return static_cast<Index>(items.size());
 }
 
-std::string_view closerText(TagType closer) {
-    switch (closer) {
-        case TAG_END_P:
-            return "</P>";
-        case TAG_END_TR:
-            return "</TR>";
-        default:
-            return "</TD>";
-    }
+constexpr std::uint8_t closerOf(std::uint8_t opener) {
+    return static_cast<std::uint8_t>(opener + 1);
 }
 
 /// A closer to add, and the piece that it comes before.
 struct Missing {
-    std::size_t before = 0;
-    TagType closer = TAG_END_P;
+    Index before = 0;
+    std::uint8_t closer = TAG_END_P;
 };
 
 /// Places on the stack of open elements, `kNone` where none is open.
 struct Innermost {
-    std::size_t table = kNone;
-    std::size_t row = kNone;   // of that table
-    std::size_t cell = kNone;  // of that table
+    Index table = kNone;
+    Index row = kNone;   // of that table
+    Index cell = kNone;  // of that table
 };
 
 class Matcher {
   public:
-    explicit Matcher(const std::vector<Piece>& pieces) : pieces_(pieces), documentEnd_(pieces.size()) {}
+    Matcher(const std::vector<Piece>& pieces, std::string_view document)
+        : pieces_(pieces), document_(document), documentEnd_(sizeOf(pieces)) {}
 
     /// In the order of their places; those of one place from the inside out.
     std::vector<Missing> missing() {
-        for (std::size_t i = 0; i < pieces_.size(); ++i) take(i);
+        for (Index i = 0; i < sizeOf(pieces_); ++i) take(i);
         closeAbove(0, documentEnd_);
         std::ranges::stable_sort(missing_, {}, &Missing::before);
         return std::move(missing_);
@@ -67,16 +66,17 @@ class Matcher {
 
   private:
     struct Open {
-        TagType code = TAG_P;
-        std::size_t index = 0;
+        std::uint8_t code = TAG_P;
+        Index index = 0;
         /// The first piece that ends it if no closer comes.
-        std::size_t ender = kNone;
+        Index ender = kNone;
         /// As it was before this one.
         Innermost outside;
     };
 
-    void take(std::size_t index) {
-        const TagType code = isDocumentEnd(pieces_[index]) ? TAG_END_BODY : pieces_[index].code;
+    void take(Index index) {
+        const Piece& piece = pieces_[static_cast<std::size_t>(index)];
+        const TagType code = isDocumentEnd(piece) ? TAG_END_BODY : piece.tag();
         noteEnds(index, code);
         switch (code) {
             case TAG_P:
@@ -84,15 +84,15 @@ class Matcher {
                 break;
             case TAG_TABLE:
                 open(index, code);
-                innermost_ = {.table = open_.size() - 1};
+                innermost_ = {.table = topOfStack()};
                 break;
             case TAG_TR:
                 open(index, code);
-                innermost_.row = open_.size() - 1;
+                innermost_.row = topOfStack();
                 break;
             case TAG_TD:
                 open(index, code);
-                innermost_.cell = open_.size() - 1;
+                innermost_.cell = topOfStack();
                 break;
             case TAG_END_P:
                 // An open paragraph of this cell is on top: only rows, cells and tables go on top of one.
@@ -115,23 +115,30 @@ class Matcher {
         }
     }
 
-    static bool isDocumentEnd(const Piece& piece) {
-        return piece.code == TAG_UNKNOWN && nameKey(mstrTagID(piece.raw)) == nameKey("/HTML");
+    bool isDocumentEnd(const Piece& piece) const {
+        return piece.code == TAG_UNKNOWN &&
+               nameKey(mstrTagID(document_.substr(piece.begin, piece.length))) == nameKey("/HTML");
     }
+
+    Index topOfStack() const { return static_cast<Index>(open_.size() - 1); }
 
     bool paragraphOnTop() const { return !open_.empty() && open_.back().code == TAG_P; }
 
     /// Notes where the innermost paragraph, cell and row end if no closer comes.
-    void noteEnds(std::size_t index, TagType code) {
-        const auto note = [&](std::size_t place) {
-            if (place != kNone && open_[place].ender == kNone) open_[place].ender = index;
+    void noteEnds(Index index, TagType code) {
+        const auto note = [&](Index place) {
+            if (place == kNone) return;
+            Open& element = open_[static_cast<std::size_t>(place)];
+            if (element.ender == kNone) element.ender = index;
         };
-        if (kEndParagraphs.has(code) && paragraphOnTop()) note(open_.size() - 1);
+        if (kEndParagraphs.has(code) && paragraphOnTop()) note(topOfStack());
         if (kEndCells.has(code)) note(innermost_.cell);
         if (kEndRows.has(code)) note(innermost_.row);
     }
 
-    void open(std::size_t index, TagType code) { open_.push_back({code, index, kNone, innermost_}); }
+    void open(Index index, TagType code) {
+        open_.push_back({static_cast<std::uint8_t>(code), index, kNone, innermost_});
+    }
 
     void pop() {
         innermost_ = open_.back().outside;
@@ -139,45 +146,57 @@ class Matcher {
     }
 
     /// A closer at `index` closes the element at `place` of the stack, and with it all that is open in it.
-    void close(std::size_t place, std::size_t index) {
+    void close(Index place, Index index) {
         if (place == kNone) return;
-        closeAbove(place + 1, index);
+        closeAbove(static_cast<std::size_t>(place) + 1, index);
         pop();
     }
 
-    void closeAbove(std::size_t depth, std::size_t index) {
+    void closeAbove(std::size_t depth, Index index) {
         for (; open_.size() > depth; pop()) {
             const Open& element = open_.back();
             if (element.code == TAG_TABLE) continue;
-            const std::size_t end = element.index < index ? index : pieces_.size();
+            const Index end = element.index < index ? index : sizeOf(pieces_);
             missing_.push_back({element.ender == kNone ? end : element.ender, closerOf(element.code)});
         }
     }
 
     const std::vector<Piece>& pieces_;
+    std::string_view document_;
     std::vector<Open> open_;
     Innermost innermost_;
     /// Where the body or the document ends; the number of pieces until that is known.
-    std::size_t documentEnd_;
+    Index documentEnd_;
     std::vector<Missing> missing_;
 };
 
 }  // namespace
 
-void addClosingTags(std::vector<Piece>& pieces) {
-    const std::vector<Missing> missing = Matcher(pieces).missing();
+void addClosingTags(std::vector<Piece>& pieces, std::string_view document) {
+    const std::vector<Missing> missing = Matcher(pieces, document).missing();
     if (missing.empty()) return;
-    // An added closer has an opener of three characters or more, so that there are never 32768 elements.
     std::vector<Piece> complete;
     complete.reserve(pieces.size() + missing.size());
-    auto next = missing.begin();
-    for (std::size_t i = 0; i <= pieces.size(); ++i) {
-        for (; next != missing.end() && next->before == i; ++next) {
-            complete.push_back({closerText(next->closer), next->closer, false});
-        }
-        if (i < pieces.size()) complete.push_back(pieces[i]);
+    auto rest = pieces.begin();
+    for (const Missing& tag : missing) {
+        const auto before = pieces.begin() + tag.before;
+        complete.insert(complete.end(), rest, before);
+        complete.push_back({.code = tag.closer});
+        rest = before;
     }
+    complete.insert(complete.end(), rest, pieces.end());
     pieces = std::move(complete);
+}
+
+std::string_view addedCloser(TagType code) {
+    switch (code) {
+        case TAG_END_P:
+            return "</P>";
+        case TAG_END_TR:
+            return "</TR>";
+        default:
+            return "</TD>";
+    }
 }
 
 }  // namespace kavrelon

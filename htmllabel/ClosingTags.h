@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "htmllabel/Tokenizer.h"
@@ -11,6 +12,9 @@ namespace kavrelon {
 /// Openers and closers are matched like brackets within a table cell or what stands outside of tables; rows
 /// and cells belong to the innermost open table. Only openers that stay without a closer get one, so that a
 /// document whose tags are complete is left alone, however it nests them.
-void addClosingTags(std::vector<Piece>& pieces);
+void addClosingTags(std::vector<Piece>& pieces, std::string_view document);
+
+/// The source of a closer that was added.
+std::string_view addedCloser(TagType code);
 
 }  // namespace kavrelon

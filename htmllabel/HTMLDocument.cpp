@@ -16,7 +16,7 @@ void HTMLDocument::setDocument(std::string_view html, const DocumentDefaults& de
     page_ = {.mlngBodyBgColor = defaults.BackColor, .mstrBackground = std::move(page_.mstrBackground)};
     std::vector<Piece> pieces = mTokenizeDocument(mstrDocument);
     // Only the tags' codes matter for this, and before there are records nothing has to be moved.
-    addClosingTags(pieces);
+    addClosingTags(pieces, mstrDocument);
     addElements(pieces);
     mClassifyAllElements(defaults);
     mBuildLinkList(defaults.EnableAnchors);
@@ -24,14 +24,16 @@ void HTMLDocument::setDocument(std::string_view html, const DocumentDefaults& de
 }
 
 void HTMLDocument::addElements(const std::vector<Piece>& pieces) {
+    const std::string_view text = mstrDocument;
     mudtElements.clear();
     mudtElements.reserve(pieces.size());
     for (const Piece& piece : pieces) {
         const auto index = static_cast<std::int16_t>(mudtElements.size());
         HTMLElement& element = mudtElements.emplace_back();
-        element.strRaw = piece.raw;
-        element.blnIsTag = piece.code != TAG_TEXT;
-        element.lngTagType = piece.code;
+        element.strRaw =
+            piece.length == 0 ? addedCloser(piece.tag()) : text.substr(piece.begin, piece.length);
+        element.blnIsTag = piece.tag() != TAG_TEXT;
+        element.lngTagType = piece.tag();
         element.blnNoSpaceBefore = piece.noSpaceBefore;
         element.intIndex = index;
     }

@@ -69,21 +69,17 @@ class Copier {
   private:
     /// The first place from `at` on that is not to be copied as it stands. A space between two words is.
     std::size_t nextSpecial(std::size_t at) const {
-        for (; at < html_.size(); ++at) {
-            switch (classOf(html_[at])) {
-                case ByteClass::Plain:
-                    break;
-                case ByteClass::Space:
-                    if (at + 1 < html_.size() && isWhite(html_[at + 1])) return at;
-                    break;
-                case ByteClass::OtherWhite:
-                    return at;
-                case ByteClass::Ampersand:
-                    if (entityAt(at) != nullptr) return at;
-                    break;
-            }
+        for (;; ++at) {
+            while (at < html_.size() && classOf(html_[at]) == ByteClass::Plain) ++at;
+            if (at == html_.size()) return at;
+            const bool stands =
+                classOf(html_[at]) == ByteClass::Ampersand ? entityAt(at) == nullptr : isSingleSpace(at);
+            if (!stands) return at;
         }
-        return at;
+    }
+
+    bool isSingleSpace(std::size_t at) const {
+        return html_[at] == ' ' && (at + 1 == html_.size() || !isWhite(html_[at + 1]));
     }
 
     const Entity* entityAt(std::size_t at) const {

@@ -51,15 +51,18 @@ class Cutter {
     }
 
     void addTag(std::size_t start, std::size_t end) {
-        const std::string_view raw = document_.substr(start, end - start);
-        pieces_.push_back({raw, tagType(raw), false});
+        add(start, end, tagType(document_.substr(start, end - start)), false);
         if (start > 0) noSpaceBefore_ = document_[start - 1] != ' ';
     }
 
     void addText(std::size_t start, std::size_t end) {
-        const std::string_view raw = document_.substr(start, end - start);
-        if (raw.find_first_not_of(' ') == kNone) return;
-        pieces_.push_back({raw, TAG_TEXT, noSpaceBefore_});
+        const bool blank = document_.find_first_not_of(' ', start) >= end;
+        if (!blank) add(start, end, TAG_TEXT, noSpaceBefore_);
+    }
+
+    void add(std::size_t start, std::size_t end, TagType code, bool noSpaceBefore) {
+        pieces_.push_back({static_cast<std::uint16_t>(start), static_cast<std::uint16_t>(end - start),
+                           static_cast<std::uint8_t>(code), noSpaceBefore});
     }
 
     std::string_view document_;

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <system_error>
 
 #include "support/RuntimeError.h"
@@ -47,8 +48,8 @@ struct Decimal {
     std::string_view unsignedText;
 };
 
-/// Raises TypeMismatch when the text is no decimal number.
-Decimal parseDecimal(std::string_view text) {
+/// Nothing when the text is no decimal number.
+std::optional<Decimal> findDecimal(std::string_view text) {
     text = trimSpaces(text);
     Decimal decimal;
     decimal.negative = text.starts_with('-');
@@ -64,8 +65,14 @@ Decimal parseDecimal(std::string_view text) {
         decimal.fraction = fraction.substr(0, fraction.size() - text.size());
         anyDigit = anyDigit || !decimal.fraction.empty();
     }
-    if (!anyDigit || !text.empty()) raise(RuntimeErrorNumber::TypeMismatch);
+    if (!anyDigit || !text.empty()) return std::nullopt;
     return decimal;
+}
+
+Decimal parseDecimal(std::string_view text) {
+    const std::optional<Decimal> decimal = findDecimal(text);
+    if (!decimal) raise(RuntimeErrorNumber::TypeMismatch);
+    return *decimal;
 }
 
 std::int64_t rounded(const Decimal& decimal) {
@@ -106,6 +113,10 @@ float toSingle(std::string_view text) {
     // A number below the smallest fraction is out of range too, and is 0.
     if (result.ec == std::errc::result_out_of_range && decimal.whole > 0) raise(RuntimeErrorNumber::Overflow);
     return decimal.negative && value != 0 ? -value : value;
+}
+
+bool isNumeric(std::string_view text) noexcept {
+    return findDecimal(text).has_value();
 }
 
 std::int16_t narrowToInt16(int value) {

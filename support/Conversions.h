@@ -17,6 +17,9 @@ std::int32_t toInt32(std::string_view text);
 /// The number that a text spells, fraction and all. Accepts and raises what `toInt16` does.
 float toSingle(std::string_view text);
 
+/// Whether a text spells a number, of any size.
+bool isNumeric(std::string_view text) noexcept;
+
 /// `value` as a 16-bit number; raises Overflow when it does not fit.
 std::int16_t narrowToInt16(int value);
 
