@@ -26,7 +26,7 @@ constexpr std::array<std::uint8_t, 256> kNameDigit = [] {
         digits[letter + ('a' - 'A')] = next;
     }
     for (unsigned char digit = '0'; digit <= '9'; ++digit, ++next) digits[digit] = next;
-    for (const unsigned char mark : {'-', '!', '/'}) digits[mark] = next++;
+    for (const char mark : {'-', '!', '/'}) digits[static_cast<unsigned char>(mark)] = next++;
     return digits;
 }();
 

@@ -23,7 +23,7 @@ enum class ByteClass : std::uint8_t { Plain, Space, OtherWhite, Ampersand };
 constexpr std::array<ByteClass, 256> kByteClass = [] {
     std::array<ByteClass, 256> classes{};
     classes[' '] = ByteClass::Space;
-    for (const unsigned char white : {'\t', '\n', '\r'}) classes[white] = ByteClass::OtherWhite;
+    classes['\t'] = classes['\n'] = classes['\r'] = ByteClass::OtherWhite;
     classes['&'] = ByteClass::Ampersand;
     return classes;
 }();
