@@ -1,11 +1,11 @@
 """Runs engine_bench and stream_runner (in the folder given) and prints their figures as one table."""
 
 import concurrent.futures
-import json
 import os
-import re
 import subprocess
 import sys
+
+import measure
 
 SIZES = ("80x25", "132x60")
 # What the engine is held to with painting off: instructions a byte at most, times libvterm's speed at least.
@@ -21,36 +21,9 @@ LIMITS = {
 ENGINES = ("ours", "ours-painting", "vterm")
 
 
-def speeds(folder):
-    """Bytes a second by (stream, size, engine): medians of interleaved runs."""
-    command = [
-        os.path.join(folder, "engine_bench"),
-        "--benchmark_format=json",
-        "--benchmark_min_time=0.1",
-        "--benchmark_repetitions=5",
-        "--benchmark_enable_random_interleaving=true",
-        "--benchmark_report_aggregates_only=true",
-    ]
-    report = json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
-    return {
-        tuple(run["run_name"].split("/")[:3]): run["bytes_per_second"]
-        for run in report["benchmarks"]
-        if run["aggregate_name"] == "median"
-    }
-
-
-def counted(folder, engine, stream, size, count):
-    """Instructions of a whole run, and the stream's length."""
-    command = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null"]
-    command += [os.path.join(folder, "stream_runner"), engine, stream, size, str(count)]
-    run = subprocess.run(command, check=True, capture_output=True, text=True)
-    return int(re.search(r"Collected : (\d+)", run.stderr).group(1)), int(run.stdout)
-
-
-def instructions(folder, engine, stream, size):
-    """Instructions a byte, without setting up."""
-    total, length = counted(folder, engine, stream, size, 1)
-    return (total - counted(folder, engine, stream, size, 0)[0]) / length
+def instructions_a_byte(folder, engine, stream, size):
+    count, length = measure.instructions([os.path.join(folder, "stream_runner"), engine, stream, size])
+    return count / length
 
 
 def check_same_work(folder):
@@ -61,10 +34,10 @@ def check_same_work(folder):
 
 def main(folder):
     check_same_work(folder)
-    speed = speeds(folder)
+    speed = measure.speeds(os.path.join(folder, "engine_bench"), "--benchmark_min_time=0.1")
     keys = [(stream, size, engine) for size in SIZES for stream in LIMITS for engine in ENGINES]
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        counts = dict(zip(keys, pool.map(lambda key: instructions(folder, key[2], key[0], key[1]), keys)))
+        counts = dict(zip(keys, pool.map(lambda key: instructions_a_byte(folder, key[2], key[0], key[1]), keys)))
 
     print("                      megabytes a second             instructions a byte")
     print("stream   size        ours  painting     vterm  ratio     ours  painting     vterm")

@@ -1,0 +1,86 @@
+#include "bench/HtmlEngines.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "htmllabel/HTMLDocument.h"
+#include "htmllabel/HeadlessCanvas.h"
+#include "htmllabel/Layout.h"
+
+namespace kavrelon::bench {
+namespace {
+
+class NoPictures final : public PictureSource {
+  public:
+    const Picture* picture(std::string_view) override { return nullptr; }
+};
+
+/// Our engine, all that a label has for a document.
+struct Label {
+    void parse(std::string_view html) { document.setDocument(html, {}); }
+    void layOut(int width) {
+        layout.measure(document, {}, pictures, canvas);
+        layout.place(document, width);
+    }
+    void draw() { layout.draw(canvas, {{}, {}, layout.size().width, layout.size().height}); }
+
+    NoPictures pictures;
+    HeadlessCanvas canvas;
+    HTMLDocument document;
+    Layout layout;
+};
+
+std::function<void()> prepareParse(const std::string& html) {
+    return [&html] { HTMLDocument().setDocument(html, {}); };
+}
+
+std::function<void()> prepareLayout(const std::string& html) {
+    const auto label = std::make_shared<Label>();
+    label->parse(html);
+    return [label] {
+        label->layOut(kPageWidth);
+        label->draw();
+    };
+}
+
+std::function<void()> prepareWidth(const std::string& html) {
+    const auto label = std::make_shared<Label>();
+    label->parse(html);
+    label->layOut(kPageWidth);
+    return [label, width = kPageWidth]() mutable {
+        width = width == kPageWidth ? kPageWidth / 2 : kPageWidth;
+        label->layout.place(label->document, width);
+    };
+}
+
+std::function<void()> prepareAll(const std::string& html) {
+    return [&html] {
+        Label label;
+        label.parse(html);
+        label.layOut(kPageWidth);
+        label.draw();
+    };
+}
+
+constexpr HtmlStep kSteps[]{
+    {"parse", "our parser", prepareParse},
+    {"layout", "our layout and drawing of a parsed document", prepareLayout},
+    {"width", "our layout of a measured document at another width", prepareWidth},
+    {"all", "our parser, layout and drawing", prepareAll},
+    {"gumbo", "gumbo's parser", prepareGumbo},
+    {"litehtml", "litehtml's parser, layout and drawing", prepareLitehtml},
+};
+
+}  // namespace
+
+std::span<const HtmlStep> htmlSteps() {
+    return kSteps;
+}
+
+const HtmlStep* findHtmlStep(std::string_view name) {
+    const auto* const found = std::find_if(std::begin(kSteps), std::end(kSteps),
+                                           [&](const HtmlStep& step) { return name == step.name; });
+    return found == std::end(kSteps) ? nullptr : found;
+}
+
+}  // namespace kavrelon::bench

@@ -1,0 +1,47 @@
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "bench/HtmlDocuments.h"
+#include "bench/HtmlEngines.h"
+
+namespace kavrelon::bench {
+namespace {
+
+void run(benchmark::State& state, const HtmlStep& step, const HtmlDocumentKind& kind) {
+    const std::string html = kind.make(static_cast<std::size_t>(state.range(0)));
+    const auto work = step.prepare(html);
+    for ([[maybe_unused]] auto _ : state) work();
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(html.size()));
+}
+
+/// What peers cannot be asked for on hard documents of any length, as their work grows out of proportion:
+/// litehtml's doubles with every table in a table.
+bool takesForever(std::string_view step, std::string_view kind) {
+    return step == "litehtml" && kind == "nested-tables";
+}
+
+void registerAll() {
+    for (const HtmlDocumentKind& kind : htmlDocumentKinds()) {
+        const bool hard = &kind != &htmlDocumentKinds().front();
+        for (const HtmlStep& step : htmlSteps()) {
+            if (takesForever(step.name, kind.name)) continue;
+            const std::string name = std::string(kind.name) + "/" + step.name;
+            auto* const entry = benchmark::RegisterBenchmark(
+                name.c_str(), [&step, &kind](benchmark::State& state) { run(state, step, kind); });
+            entry->Arg(2000);
+            if (!hard) entry->Arg(32000);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace kavrelon::bench
+
+int main(int argc, char** argv) {
+    kavrelon::bench::registerAll();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+}

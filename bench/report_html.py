@@ -1,0 +1,96 @@
+"""Runs html_bench and html_runner (in the folder given) and prints their figures as one table."""
+
+import concurrent.futures
+import functools
+import os
+import subprocess
+import sys
+
+import measure
+
+# What the label is held to on a help text: instructions a byte at most, times the peers' speed at least.
+MOST_INSTRUCTIONS = {"parse": 90, "layout": 120}
+LEAST_RATIOS = {"gumbo": 5, "litehtml": 20}
+# And on every document: what eight times the length may cost, and the heap that the longest may take.
+SHORT, LONG = 4000, 32000
+MOST_GROWTH = 9
+MOST_MEMORY = 6e6
+
+
+class Report:
+    """Figures of the programs in a folder, and what was missed."""
+
+    def __init__(self, folder):
+        self.runner = os.path.join(folder, "html_runner")
+        self.speed = measure.speeds(os.path.join(folder, "html_bench"), "--benchmark_min_time=0.02")
+        self.missed = []
+
+    @functools.cache
+    def instructions(self, step, document, length):
+        return measure.instructions([self.runner, step, document, str(length)])
+
+    def a_byte(self, step, document, length):
+        count, characters = self.instructions(step, document, length)
+        return count / characters
+
+    @functools.cache
+    def memory(self, document):
+        return measure.most_memory([self.runner, "all", document, str(LONG), "1"])
+
+    def ratio(self, peer, document, length):
+        """How many times the peer's speed ours is, in doing what the peer does; none where it has none."""
+        ours = {"gumbo": "parse", "litehtml": "all"}[peer]
+        speed = self.speed.get((document, peer, str(length)))
+        return self.speed[document, ours, str(length)] / speed if speed else None
+
+    def hold(self, holds, name, text):
+        if not holds:
+            self.missed.append(f"{name}: {text}")
+
+    def help_row(self, length):
+        name = f"help {length}"
+        work = {step: self.a_byte(step, "help", length) for step in ("parse", "layout", "width", "gumbo", "litehtml")}
+        for step, most in MOST_INSTRUCTIONS.items():
+            self.hold(work[step] <= most, name, f"{step} takes more than {most} instructions a byte")
+        ratios = {peer: self.ratio(peer, "help", length) for peer in LEAST_RATIOS}
+        for peer, least in LEAST_RATIOS.items():
+            self.hold(ratios[peer] >= least, name, f"less than {least} times the speed of {peer}")
+        return f"{length:7}" + "".join(f"{figure:10.1f}" for figure in [*work.values(), *ratios.values()])
+
+    def document_row(self, name):
+        figures = []
+        for step in MOST_INSTRUCTIONS:
+            short, long = (self.instructions(step, name, length)[0] for length in (SHORT, LONG))
+            self.hold(long <= MOST_GROWTH * short, name, f"{step} takes {long / short:.1f} times the work")
+            figures += [self.a_byte(step, name, SHORT), self.a_byte(step, name, LONG), long / short]
+        megabytes = self.memory(name) / 1e6
+        self.hold(megabytes <= MOST_MEMORY / 1e6, name, f"takes {megabytes:.1f} megabytes")
+        ratios = [self.ratio(peer, name, 2000) for peer in LEAST_RATIOS]
+        return (
+            f"{name:14}"
+            + "".join(f"{figure:9.1f}" for figure in figures)
+            + f"{megabytes:8.2f}"
+            + "".join("        -" if ratio is None else f"{ratio:9.1f}" for ratio in ratios)
+        )
+
+
+def main(folder):
+    report = Report(folder)
+    names = subprocess.run([report.runner, "documents"], check=True, capture_output=True, text=True).stdout.split()
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        help_rows = list(pool.map(report.help_row, (2000, LONG)))
+        rows = list(pool.map(report.document_row, names))
+
+    print("help text        instructions a byte                               times the speed of")
+    print("characters parse    layout     width     gumbo  litehtml     gumbo  litehtml")
+    print("\n".join(help_rows))
+    print(f"\ninstructions a byte at {SHORT} and {LONG} characters, and how many times the work that is:")
+    print("               parse                      layout                   megabytes  times gumbo, litehtml")
+    print("\n".join(rows))
+    for missed in report.missed:
+        print("MISSED:", missed)
+    return 1 if report.missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
