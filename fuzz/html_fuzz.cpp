@@ -1,0 +1,180 @@
+// Any text makes a document whose records hold together, and a page that is the same whenever it is laid out
+// at the same width, on which every word stands.
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fuzz/Input.h"
+#include "htmllabel/HTMLDocument.h"
+#include "htmllabel/HeadlessCanvas.h"
+#include "htmllabel/Layout.h"
+
+namespace {
+
+using namespace kavrelon;
+using fuzz::require;
+
+class NoPictures final : public PictureSource {
+  public:
+    const Picture* picture(std::string_view) override { return nullptr; }
+};
+
+/// Keeps what is drawn.
+class RecordingCanvas final : public HeadlessCanvas {
+  public:
+    void drawText(FontId font, Colour colour, Point at, std::string_view text) override {
+        HeadlessCanvas::drawText(font, colour, at, text);
+        texts.push_back(
+            {{}, {at.x, at.y, at.x + textWidth(font, text), at.y + metrics(font).height()}, text});
+    }
+    std::vector<TextRun> texts;
+};
+
+/// An input: three bytes that say what the label's properties and its width are, and the document.
+struct HtmlInput {
+    HtmlInput(const std::uint8_t* data, std::size_t size) : all(data, size) {
+        document.EnableAnchors = byte(0) % 2 != 0;
+        document.DefaultFontSize = static_cast<float>(byte(0) / 2 % 32);
+        layout.DefaultFontSize = document.DefaultFontSize;
+        layout.UnderlineLinks = byte(0) / 64 % 2 != 0;
+        layout.DefaultPadding = static_cast<std::int16_t>(byte(1) % 16 - 2);
+        layout.DefaultSpacing = static_cast<std::int16_t>(byte(1) / 16 - 2);
+        width = byte(2) * 4 - 20;
+    }
+
+    std::uint8_t byte(std::size_t index) const { return index < all.size() ? all[index] : std::uint8_t{0}; }
+    std::string_view html() const {
+        const fuzz::Bytes text = all.subspan(std::min<std::size_t>(all.size(), 3));
+        return {reinterpret_cast<const char*>(text.data()), text.size()};
+    }
+
+    fuzz::Bytes all;
+    DocumentDefaults document;
+    LayoutDefaults layout;
+    int width;
+};
+
+std::size_t position(std::int16_t index, const HTMLDocument& document) {
+    require(index >= 0 && index < document.count(), "an index names an element");
+    return static_cast<std::size_t>(index);
+}
+
+/// The tree numbers the elements from the root on, in document order, as far as it reaches.
+void checkTree(const HTMLDocument& document) {
+    const auto elements = document.elements();
+    std::vector<std::int16_t> ahead;
+    if (!elements.empty()) ahead.push_back(0);
+    std::int16_t reached = 0;
+    for (; !ahead.empty(); ++reached) {
+        const HTMLElement& element = elements[position(ahead.back(), document)];
+        ahead.pop_back();
+        require(element.intIndex == reached, "the tree keeps the document's order");
+        const auto children = element.intChildren;
+        const auto closers = children.size() - static_cast<std::size_t>(element.intChildCount);
+        require(closers <= 1, "one closer at most stands behind the children");
+        for (std::size_t place = children.size(); place > 0; --place) {
+            const HTMLElement& child = elements[position(children[place - 1], document)];
+            require(child.intParent == element.intIndex &&
+                        child.intSiblingIndex == static_cast<std::int16_t>(place - 1),
+                    "a child knows its parent and its place");
+            ahead.push_back(child.intIndex);
+        }
+    }
+    for (const HTMLElement& rest : elements.subspan(static_cast<std::size_t>(reached))) {
+        require(rest.intParent == 0 && rest.intSiblingIndex == 0,
+                "what the tree does not reach is not linked");
+    }
+}
+
+void checkElements(const HTMLDocument& document, bool anchors) {
+    std::vector<std::int16_t> links;
+    for (const HTMLElement& element : document.elements()) {
+        if (element.lngTagType == TAG_A && anchors) links.push_back(element.intIndex);
+        require(&element - document.elements().data() == element.intIndex, "an element knows its index");
+        require(element.blnIsTag || element.lngTagType == TAG_TEXT, "only tags have codes");
+        require(element.strWords.empty() || !element.blnIsTag, "only text has words");
+    }
+    require(std::ranges::equal(links, document.links()), "the links are the A elements");
+}
+
+std::string withoutSpaces(std::string text) {
+    for (std::size_t at = 0; (at = text.find("&nbsp;", at)) != text.npos;) text.replace(at, 6, " ");
+    std::erase(text, ' ');
+    return text;
+}
+
+bool hidesText(const HTMLElement& element) {
+    switch (element.lngTagType) {
+        case TAG_HEAD:
+        case TAG_TITLE:
+        case TAG_SCRIPT:
+        case TAG_STYLE:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// Every text is on the page, in full; nothing of it only where tags hide text.
+void checkWords(const HTMLDocument& document, const std::vector<TextRun>& runs) {
+    std::vector<std::string> drawn(document.elements().size());
+    for (const TextRun& run : runs) drawn[position(run.element, document)] += run.text;
+    const bool hidden = std::ranges::any_of(document.elements(), hidesText);
+    for (const HTMLElement& element : document.elements()) {
+        if (element.lngTagType != TAG_TEXT) continue;
+        std::string words;
+        for (const std::string_view word : element.strWords) (words += word) += ' ';
+        const std::string shown = withoutSpaces(drawn[static_cast<std::size_t>(element.intIndex)]);
+        require(shown == withoutSpaces(words) || (hidden && shown.empty()), "no word is lost");
+    }
+}
+
+void checkPage(const Layout& layout, int width, const std::vector<TextRun>& runs) {
+    const auto [right, bottom] = layout.size();
+    require(right >= width && bottom >= 0, "the page is as wide as was asked for");
+    for (const TextRun& run : runs) {
+        const Rect& place = run.place;
+        require(place.left >= 0 && place.top >= 0 && place.left <= place.right && place.right <= right &&
+                    place.top <= place.bottom && place.bottom <= bottom,
+                "texts stand on the page");
+    }
+}
+
+bool theSame(const TextRun& one, const TextRun& other) {
+    return one.place == other.place && one.text == other.text;
+}
+
+void checkDrawing(const Layout& layout, RecordingCanvas& canvas, const std::vector<TextRun>& runs) {
+    layout.draw(canvas, {0, 0, layout.size().width, layout.size().height});
+    require(std::ranges::equal(canvas.texts, runs, theSame), "what is drawn is what is told");
+    layout.draw(canvas, {10, 10, 20, 20});
+    layout.draw(canvas, {});
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const HtmlInput input(data, size);
+    HTMLDocument document;
+    document.setDocument(input.html(), input.document);
+    checkElements(document, input.document.EnableAnchors);
+    checkTree(document);
+
+    NoPictures pictures;
+    RecordingCanvas canvas;
+    Layout layout;
+    layout.measure(document, input.layout, pictures, canvas);
+    layout.place(document, input.width);
+    const std::vector<TextRun> runs = layout.runs();
+    checkPage(layout, input.width, runs);
+    checkWords(document, runs);
+    checkDrawing(layout, canvas, runs);
+
+    layout.place(document, input.width + 100);
+    checkPage(layout, input.width + 100, layout.runs());
+    layout.place(document, input.width);
+    require(std::ranges::equal(layout.runs(), runs, theSame), "the same width gives the same places");
+    return 0;
+}
