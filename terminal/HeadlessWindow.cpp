@@ -70,13 +70,6 @@ void HeadlessWindow::setPen(const Pen& pen) {
     pen_ = pen;
 }
 
-void HeadlessWindow::drawPicture(const Picture& picture, const Rect&, const Rect& clip) {
-    const char letter = static_cast<const HeadlessPicture&>(picture).letter();
-    forEachCell(clip, [this, letter](int column, int row) {
-        if (ShownCell* cell = cells_.at(column, row)) *cell = {cell->ch, cell->pen, false, letter};
-    });
-}
-
 void HeadlessWindow::invertBlock(const Rect& block) {
     forEachCell(block, [this](int column, int row) {
         if (ShownCell* cell = cells_.at(column, row)) cell->inverted = !cell->inverted;
@@ -197,12 +190,6 @@ std::unique_ptr<TermWindow> HeadlessPlatform::createWindow(std::weak_ptr<TermWin
     auto window = std::make_unique<HeadlessWindow>(*this, std::move(events));
     windows_.push_back(window.get());
     return window;
-}
-
-std::shared_ptr<const Picture> HeadlessPlatform::loadPicture(const std::string& path) {
-    picturesLookedFor.push_back(path);
-    const auto found = pictureFiles.find(path);
-    return found == pictureFiles.end() ? nullptr : found->second;
 }
 
 void HeadlessPlatform::processMessages() {

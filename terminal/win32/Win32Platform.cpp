@@ -1,7 +1,5 @@
 #include "terminal/win32/Win32Platform.h"
 
-#include "gdi/GdiPicture.h"
-#include "support/com/ComText.h"
 #include "support/win32/Messages.h"
 #include "terminal/win32/Win32TermWindow.h"
 
@@ -11,10 +9,6 @@ Win32Platform::Win32Platform(HINSTANCE module) : windowClass_(module, Win32TermW
 
 std::unique_ptr<TermWindow> Win32Platform::createWindow(std::weak_ptr<TermWindowEvents> events) {
     return std::make_unique<Win32TermWindow>(windowClass_, std::move(events));
-}
-
-std::shared_ptr<const Picture> Win32Platform::loadPicture(const std::string& path) {
-    return GdiPicture::load(std::wstring(toBstr(path).view()));
 }
 
 void Win32Platform::processMessages() {
