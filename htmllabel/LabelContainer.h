@@ -22,6 +22,14 @@ class LabelContainer {
     /// meanwhile, the end of the control included.
     virtual void callParent(const std::string& procedure,
                             const std::vector<std::string>& arguments) noexcept = 0;
+
+    /// Whether a click gives the label the keyboard.
+    virtual bool takesFocus() const noexcept { return true; }
+    /// Whether the label may let window messages through while it takes a document.
+    virtual bool letsMessagesThrough() const noexcept { return true; }
+    /// All mouse buttons have been let go, or the mouse was taken away: the end of every drag, also of one
+    /// that ends over a link.
+    virtual void mouseReleased() noexcept {}
 };
 
 }  // namespace kavrelon

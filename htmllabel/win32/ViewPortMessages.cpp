@@ -1,6 +1,7 @@
 #include "htmllabel/win32/ViewPortMessages.h"
 
 #include "htmllabel/HTMLLabel.h"
+#include "htmllabel/LabelContainer.h"
 
 namespace kavrelon {
 namespace {
@@ -26,8 +27,9 @@ std::int16_t buttonsHeld(WPARAM wParam) {
                                      bit(MK_MBUTTON, kMiddle));
 }
 
-LRESULT buttonDown(HTMLLabel& label, HWND viewPort, std::int16_t button, LPARAM lParam) {
-    SetFocus(viewPort);
+LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, HWND viewPort, std::int16_t button,
+                   LPARAM lParam) {
+    if (container.takesFocus()) SetFocus(viewPort);
     SetCapture(viewPort);
     label.picViewPort_MouseDown(button, shiftState(), position(lParam));
     return 0;
@@ -41,21 +43,24 @@ LRESULT buttonUp(HTMLLabel& label, HWND viewPort, std::int16_t button, WPARAM wP
 
 }  // namespace
 
-std::optional<LRESULT> handleMouse(HTMLLabel& label, HWND viewPort, UINT message, WPARAM wParam,
-                                   LPARAM lParam) {
+std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
+                                   WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_LBUTTONDOWN:
-            return buttonDown(label, viewPort, kLeft, lParam);
+            return buttonDown(label, container, viewPort, kLeft, lParam);
         case WM_RBUTTONDOWN:
-            return buttonDown(label, viewPort, kRight, lParam);
+            return buttonDown(label, container, viewPort, kRight, lParam);
         case WM_MBUTTONDOWN:
-            return buttonDown(label, viewPort, kMiddle, lParam);
+            return buttonDown(label, container, viewPort, kMiddle, lParam);
         case WM_LBUTTONUP:
             return buttonUp(label, viewPort, kLeft, wParam, lParam);
         case WM_RBUTTONUP:
             return buttonUp(label, viewPort, kRight, wParam, lParam);
         case WM_MBUTTONUP:
             return buttonUp(label, viewPort, kMiddle, wParam, lParam);
+        case WM_CAPTURECHANGED:
+            container.mouseReleased();
+            return 0;
         case WM_MOUSEMOVE:
             label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), position(lParam));
             return 0;

@@ -205,7 +205,8 @@ Win32LabelWindow::Answer Win32LabelWindow::onOuter(HTMLLabel& label, const Messa
             return onScroll(label, message);
         case WM_MOUSEWHEEL:
             // From the scroll bars, which do not want it.
-            return handleMouse(label, viewPort_.get(), message.id, message.wParam, message.lParam);
+            return handleMouse(label, *container_, viewPort_.get(), message.id, message.wParam,
+                               message.lParam);
         case WM_TIMER:
             if (linkTimer_) label.tmrHyperlinkClick_Timer();
             return 0;
@@ -243,7 +244,7 @@ Win32LabelWindow::Answer Win32LabelWindow::onViewPort(HTMLLabel& label, const Me
             break;
     }
     if (const Answer answer =
-            handleMouse(label, message.window, message.id, message.wParam, message.lParam)) {
+            handleMouse(label, *container_, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
     return handleKeys(label, message.window, message.id, message.wParam);
@@ -399,7 +400,7 @@ void Win32LabelWindow::repaintViewPort() {
 }
 
 void Win32LabelWindow::processMessages() {
-    letMessagesThrough();
+    if (container_ != nullptr && container_->letsMessagesThrough()) letMessagesThrough();
 }
 
 }  // namespace kavrelon
