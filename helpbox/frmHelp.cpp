@@ -1,0 +1,240 @@
+#include "helpbox/frmHelp.h"
+
+#include "helpbox/HelpText.h"
+#include "support/Conversions.h"
+#include "support/RuntimeError.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr std::int16_t kLeftButton = 1;
+constexpr std::int16_t kRightButton = 2;
+
+/// What a box is taller than its cells, in twips.
+constexpr double kExtraHeight = 100;
+
+Rect shifted(const Rect& block, Point by) {
+    return {block.left + by.x, block.top + by.y, block.right + by.x, block.bottom + by.y};
+}
+
+Point corner(const Rect& block) {
+    return {block.left, block.top};
+}
+
+Point travel(Point from, Point to) {
+    return {to.x - from.x, to.y - from.y};
+}
+
+}  // namespace
+
+std::shared_ptr<frmHelp> frmHelp::load(HelpPlatform& platform, HelpBoxOwner& owner) {
+    std::shared_ptr<frmHelp> box(new frmHelp(owner));
+    box->window_ = platform.createHelpWindow(box);
+    box->Form_Load();
+    return box;
+}
+
+frmHelp::~frmHelp() {
+    Unload();
+}
+
+void frmHelp::Form_Load() {
+    mlTwipsPerPixelX = window_->twipsPerPixelX();
+    mlTwipsPerPixelY = window_->twipsPerPixelY();
+    txtHelp->BorderStyle(0);
+    txtHelp->Appearance(0);
+    txtHelp->EnableAnchors(true);
+    txtHelp->EnableTooltips(true);
+    txtHelp->attach(window_->addLabel(txtHelp), this);
+}
+
+void frmHelp::Unload() noexcept {
+    if (!isLoaded()) return;
+    stopDrag();
+    owner_ = nullptr;
+    txtHelp->attach(nullptr, nullptr);
+    window_.reset();
+}
+
+void frmHelp::SetBase(std::int16_t XOffset, std::int16_t YOffset, float CharWidth, float CharHeight) {
+    mintXOffset = XOffset;
+    mintYOffset = YOffset;
+    msglCharWidth = CharWidth;
+    msglCharHeight = CharHeight;
+    if (mblnShown) placeAgain();
+}
+
+void frmHelp::SetBoxCord(std::int16_t iTop, std::int16_t iLeft, std::int16_t iWidth, std::int16_t iHeight) {
+    mintTop = iTop;
+    mintLeft = iLeft;
+    mintWidth = iWidth;
+    mintHeight = iHeight;
+    if (mblnShown) placeAgain();
+}
+
+void frmHelp::HelpInfo(std::string_view text) {
+    document_ = helpDocument(text);
+    if (mblnShown) {
+        layOutText();
+    } else {
+        txtHelp->DocumentHTML(document_);
+    }
+}
+
+void frmHelp::FontInfo(const std::string& sFontName, std::int16_t iFontSize) {
+    const auto keep = shared_from_this();
+    txtHelp->DefaultFontName(sFontName);
+    txtHelp->DefaultFontSize(static_cast<float>(iFontSize) - 1);
+    if (!mblnShown) return;
+    placeAgain();
+    layOutText();
+}
+
+void frmHelp::ShowBox(WindowId OwnerForm, WindowId ParenthWnd) {
+    if (!isLoaded()) return;
+    const auto keep = shared_from_this();
+    mhParent = ParenthWnd;
+    mblnShown = true;
+    window_->setOwner(OwnerForm);
+    // Placed before it appears, it is not seen to jump.
+    placeAgain();
+    parentChanged();
+}
+
+void frmHelp::placeAgain() {
+    if (!isLoaded()) return;
+    const Rect parent = window_->rectangleOf(mhParent);
+    parentCorner_ = corner(parent);
+    const double charWidth = msglCharWidth;
+    const double charHeight = msglCharHeight;
+    const int x = roundHalfToEven((mintLeft - 1) * charWidth + parent.left + mintXOffset - charWidth / 2);
+    const int y = roundHalfToEven(mintTop * charHeight + parent.top + mintYOffset - charHeight / 2);
+    const double width = (mintWidth + 2) * charWidth + charWidth;
+    const double height = mintHeight * charHeight + charHeight;
+    window_->Move(static_cast<double>(x) * mlTwipsPerPixelX, static_cast<double>(y) * mlTwipsPerPixelY,
+                  width * mlTwipsPerPixelX, height * mlTwipsPerPixelY + kExtraHeight);
+}
+
+void frmHelp::moveTo(const Rect& place) {
+    window_->Move(static_cast<double>(place.left) * mlTwipsPerPixelX,
+                  static_cast<double>(place.top) * mlTwipsPerPixelY,
+                  static_cast<double>(place.width()) * mlTwipsPerPixelX,
+                  static_cast<double>(place.height()) * mlTwipsPerPixelY);
+}
+
+void frmHelp::parentChanged() {
+    if (!isLoaded() || !mblnShown) return;
+    const auto keep = shared_from_this();
+    const bool shown = window_->isShown(mhParent);
+    if (shown) {
+        // A minimised window stands nowhere; only where it stands shown counts.
+        const Point parent = corner(window_->rectangleOf(mhParent));
+        if (parent != parentCorner_) moveTo(shifted(window_->rectangle(), travel(parentCorner_, parent)));
+        parentCorner_ = parent;
+    } else {
+        stopDrag();
+    }
+    if (isLoaded()) window_->setVisible(shown);
+}
+
+void frmHelp::Form_Resize() noexcept {
+    carryOn([this] {
+        if (!isLoaded()) return;
+        window_->sizeLabel(window_->innerSize());
+        if (mblnShown) layOutText();
+    });
+}
+
+// A label that may scroll keeps room for its scroll bars: this one may when its text needs it.
+void frmHelp::layOutText() {
+    const auto keep = shared_from_this();
+    for (const bool scrolls : {false, true}) {
+        txtHelp->EnableScroll(scrolls);
+        txtHelp->UserControl_Resize();
+        txtHelp->DocumentHTML(document_);
+        if (txtHelp->vscScroll().Max == 0 && txtHelp->hscScroll().Max == 0) return;
+    }
+}
+
+void frmHelp::Form_Unload() noexcept {
+    mnuRightClickClose_Click();
+}
+
+void frmHelp::mnuRightClickClose_Click() noexcept {
+    const auto keep = shared_from_this();
+    HelpBoxOwner* const owner = owner_;
+    Unload();
+    if (owner != nullptr) owner->HelpBoxClosed(*this);
+}
+
+void frmHelp::HyperlinkClick(const std::string& Href) noexcept {
+    const auto keep = shared_from_this();
+    // The label follows a link at the release of any button, also at the end of a drag.
+    if (pressed_ == kRightButton) return window_->popUpRightClickMenu();
+    if (pressed_ == kLeftButton && !dragged_ && owner_ != nullptr) owner_->HelpBoxLink(Href);
+}
+
+std::shared_ptr<const Picture> frmHelp::LoadImage(const std::string& Source) noexcept {
+    const auto keep = shared_from_this();
+    return owner_ == nullptr ? nullptr : owner_->HelpBoxPicture(Source);
+}
+
+void frmHelp::MouseDown(std::int16_t Button, std::int16_t, float, float) noexcept {
+    pressed_ = Button;
+    if (Button == kLeftButton) beginDrag();
+}
+
+void frmHelp::MouseMove(std::int16_t Button, std::int16_t, float, float) noexcept {
+    if ((Button & kLeftButton) != 0) drag();
+}
+
+void frmHelp::MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept {
+    if (!isLoaded()) return;
+    const auto keep = shared_from_this();
+    // With links on, the label tells of moves in the same way as of a release.
+    if (window_->isHeld(Button)) return MouseMove(Button, Shift, X, Y);
+    if (Button == kLeftButton) {
+        drop();
+    } else if (Button == kRightButton) {
+        window_->popUpRightClickMenu();
+    }
+}
+
+void frmHelp::dragEnded() noexcept {
+    drop();
+}
+
+void frmHelp::beginDrag() {
+    stopDrag();
+    if (!isLoaded()) return;
+    dragging_ = true;
+    dragged_ = false;
+    dragStart_ = window_->cursor();
+    dragWindow_ = window_->rectangle();
+    focusRectangle_ = dragWindow_;
+    window_->drawFocusRectangle(focusRectangle_);
+}
+
+void frmHelp::drag() {
+    if (!dragging_) return;
+    const Rect now = shifted(dragWindow_, travel(dragStart_, window_->cursor()));
+    if (now == focusRectangle_) return;
+    dragged_ = true;
+    window_->drawFocusRectangle(focusRectangle_);
+    window_->drawFocusRectangle(now);
+    focusRectangle_ = now;
+}
+
+void frmHelp::stopDrag() {
+    if (!dragging_) return;
+    dragging_ = false;
+    window_->drawFocusRectangle(focusRectangle_);
+}
+
+void frmHelp::drop() {
+    if (!dragging_) return;
+    stopDrag();
+    if (dragged_) moveTo(focusRectangle_);
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "helpbox/HelpWindow.h"
+#include "htmllabel/HTMLLabel.h"
+
+namespace kavrelon {
+
+class frmHelp;
+
+/// Who shows a help box. None of the calls throws; each may close the box.
+class HelpBoxOwner {
+  public:
+    virtual ~HelpBoxOwner() = default;
+
+    /// The user has closed the box, or the platform has.
+    virtual void HelpBoxClosed(const frmHelp& box) noexcept = 0;
+    /// The user has clicked a link.
+    virtual void HelpBoxLink(const std::string& Href) noexcept = 0;
+    /// The picture of this name for the text of a box; null when there is none.
+    virtual std::shared_ptr<const Picture> HelpBoxPicture(const std::string& Source) noexcept = 0;
+};
+
+/// A help box: a small window over the terminal's that shows a text, plain or in a small subset of HTML, at a
+/// place given in character cells. The user drags it with the left mouse button and closes it from a menu.
+///
+/// After it has been closed, by whomever, the object stays and ignores what it is told.
+class frmHelp final : public HelpWindowEvents,
+                      public std::enable_shared_from_this<frmHelp>,
+                      public HTMLLabelEvents {
+  public:
+    /// Creates the box and loads it: its window exists, hidden. The owner must outlive the box, or unload it.
+    static std::shared_ptr<frmHelp> load(HelpPlatform& platform, HelpBoxOwner& owner);
+    ~frmHelp() override;
+    frmHelp(const frmHelp&) = delete;
+    frmHelp& operator=(const frmHelp&) = delete;
+
+    /// Where the grid of cells stands, in pixels from the corner of the parent window's rectangle, and the
+    /// size of a cell. Moves a box that has been shown; so do the cell rectangle and the font.
+    void SetBase(std::int16_t XOffset, std::int16_t YOffset, float CharWidth, float CharHeight);
+    /// The box in cells. Rows count from 0, but columns from 1.
+    void SetBoxCord(std::int16_t iTop, std::int16_t iLeft, std::int16_t iWidth, std::int16_t iHeight);
+    std::int16_t BoxTop() const { return mintTop; }
+    std::int16_t BoxLeft() const { return mintLeft; }
+    std::int16_t BoxWidth() const { return mintWidth; }
+    std::int16_t BoxHeight() const { return mintHeight; }
+
+    /// The text as the label keeps it.
+    const std::string& HelpInfo() const { return txtHelp->DocumentHTML(); }
+    /// Shows a text: HTML when it contains "<html>", plain text otherwise. "^" breaks the line in both.
+    void HelpInfo(std::string_view text);
+    /// The text's font. It is set one point below the size given.
+    void FontInfo(const std::string& sFontName, std::int16_t iFontSize);
+    /// Shows the box above `OwnerForm`, at its cells of the window `ParenthWnd`; while that cannot be seen,
+    /// as soon as it can.
+    void ShowBox(WindowId OwnerForm, WindowId ParenthWnd);
+    /// The parent window has moved, or it was shown, hidden, minimised or restored: the box goes with it,
+    /// from where the user has dragged it.
+    void parentChanged();
+    /// Closes the box for good. Doing it twice is harmless.
+    void Unload() noexcept;
+    bool isLoaded() const { return window_ != nullptr; }
+
+    // Events of the platform's window
+    void Form_Resize() noexcept override;
+    void Form_Unload() noexcept override;
+    void mnuRightClickClose_Click() noexcept override;
+    void dragEnded() noexcept override;
+    // Events of the label
+    void HyperlinkClick(const std::string& Href) noexcept override;
+    std::shared_ptr<const Picture> LoadImage(const std::string& Source) noexcept override;
+    void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept override;
+    void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept override;
+    void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept override;
+
+  private:
+    explicit frmHelp(HelpBoxOwner& owner) : owner_(&owner) {}
+
+    void Form_Load();
+    void placeAgain();
+    void layOutText();
+    /// Moves the window to a block of the desktop, in pixels.
+    void moveTo(const Rect& place);
+
+    void beginDrag();
+    void drag();
+    void stopDrag();
+    void drop();
+
+    HelpBoxOwner* owner_;
+    // The label's window is the box's, and the label is told before it goes.
+    std::shared_ptr<HTMLLabel> txtHelp = std::make_shared<HTMLLabel>();
+    std::unique_ptr<HelpWindow> window_;
+    std::string document_;
+
+    std::int32_t mlTwipsPerPixelX = 0;
+    std::int32_t mlTwipsPerPixelY = 0;
+    std::int16_t mintXOffset = 0;
+    std::int16_t mintYOffset = 0;
+    float msglCharWidth = 0;
+    float msglCharHeight = 0;
+    std::int16_t mintTop = 0;
+    std::int16_t mintLeft = 0;
+    std::int16_t mintWidth = 0;
+    std::int16_t mintHeight = 0;
+    bool mblnShown = false;
+    WindowId mhParent = 0;
+    /// The corner of the parent window where the box was last placed by it.
+    Point parentCorner_;
+
+    Point dragStart_;
+    Rect dragWindow_;
+    Rect focusRectangle_;
+    bool dragging_ = false;
+    std::int16_t pressed_ = 0;
+    bool dragged_ = false;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,211 @@
+#include "helpbox/win32/Win32HelpWindow.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+#include "gdi/GdiHandles.h"
+#include "htmllabel/HTMLLabel.h"
+#include "htmllabel/win32/Win32LabelWindow.h"
+#include "support/Conversions.h"
+#include "support/com/Module.h"
+
+namespace kavrelon {
+namespace {
+
+/// What the window is called by programs that read the screen aloud.
+constexpr const char* kTitle = "Help";
+constexpr WORD kClose = 1;
+constexpr int kTwipsPerInch = 1440;
+/// The platform keeps places and sizes in 16 bits here and there.
+constexpr double kFarthest = 32767;
+
+int classHolders = 0;
+
+WNDCLASSEXA describe(HINSTANCE module, WNDPROC procedure) {
+    WNDCLASSEXA result{};
+    result.cbSize = sizeof result;
+    result.lpfnWndProc = procedure;
+    result.hInstance = module;
+    result.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+    result.lpszClassName = Win32HelpWindow::kClassName;
+    return result;
+}
+
+WindowHandle create(const SharedWindowClass& windowClass) {
+    WindowHandle window(CreateWindowExA(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, windowClass.name(), kTitle,
+                                        WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
+                                        windowClass.module(), nullptr));
+    if (window == nullptr) throw std::bad_alloc();
+    return window;
+}
+
+/// Twips of one pixel of the desktop, across or down.
+int twipsPerPixel(int resolution) {
+    const HDC desktop = GetDC(nullptr);
+    const int dotsPerInch = std::max(GetDeviceCaps(desktop, resolution), 1);
+    ReleaseDC(nullptr, desktop);
+    return roundHalfToEven(static_cast<double>(kTwipsPerInch) / dotsPerInch);
+}
+
+int pixels(double twips, int twipsPerPixel) {
+    return roundHalfToEven(std::clamp(twips / twipsPerPixel, -kFarthest, kFarthest));
+}
+
+HWND toHandle(WindowId window) {
+    return reinterpret_cast<HWND>(window);  // NOLINT(performance-no-int-to-ptr): a handle is a number
+}
+
+Rect rectangleOfWindow(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+            static_cast<int>(place.bottom)};
+}
+
+}  // namespace
+
+Win32HelpWindow::Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvents> events)
+    : events_(std::move(events)),
+      class_(describe(module, procedure), classHolders),
+      window_(create(class_)),
+      twipsPerPixelX_(twipsPerPixel(LOGPIXELSX)),
+      twipsPerPixelY_(twipsPerPixel(LOGPIXELSY)) {
+    // From here on messages arrive; those of the creation went to the platform's own procedure.
+    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+Win32HelpWindow::~Win32HelpWindow() {
+    if (label_ != nullptr) label_->close();
+    if (window_ != nullptr) SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+}
+
+void Win32HelpWindow::detach() {
+    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+    static_cast<void>(window_.release());
+}
+
+LRESULT CALLBACK Win32HelpWindow::procedure(HWND window, UINT message, WPARAM wParam,
+                                            LPARAM lParam) noexcept {
+    // The host may let go of everything while an event runs.
+    const ModuleLock inUse;
+    try {
+        if (auto* self = reinterpret_cast<Win32HelpWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA))) {
+            if (const auto answer = self->handle(window, message, wParam)) return *answer;
+        }
+    } catch (...) {
+        // What an event could not do is undone work, not a reason to take the host down.
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+// After an event, which may have destroyed it, nothing touches the object.
+std::optional<LRESULT> Win32HelpWindow::handle(HWND window, UINT message, WPARAM wParam) {
+    const std::shared_ptr<HelpWindowEvents> events = events_.lock();
+    switch (message) {
+        case WM_NCDESTROY:
+            detach();
+            if (events != nullptr) events->Form_Unload();
+            return std::nullopt;
+        case WM_SIZE:
+            if (events != nullptr) events->Form_Resize();
+            return 0;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == kClose && events != nullptr) events->mnuRightClickClose_Click();
+            return 0;
+        case WM_CLOSE:
+            if (events != nullptr) events->mnuRightClickClose_Click();
+            return 0;
+        case WM_MOUSEACTIVATE:
+            SetActiveWindow(GetWindow(window, GW_OWNER));
+            return MA_NOACTIVATE;
+        case WM_ERASEBKGND:
+            // The label covers every pixel.
+            return 1;
+        case WM_CONTEXTMENU:
+        case WM_MOUSEWHEEL:
+            // What the label leaves of these would go on to the owner.
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+LabelWindow* Win32HelpWindow::addLabel(const std::shared_ptr<HTMLLabel>& label) {
+    label_ = Win32LabelWindow::create(class_.module(), window_.get(), {}, label, *this);
+    label_->show(true);
+    return label_.get();
+}
+
+void Win32HelpWindow::sizeLabel(Size twips) {
+    if (label_ == nullptr) return;
+    label_->move({0, 0, pixels(twips.width, twipsPerPixelX_), pixels(twips.height, twipsPerPixelY_)});
+}
+
+Size Win32HelpWindow::innerSize() const {
+    RECT inner{};
+    GetClientRect(window_.get(), &inner);
+    return {static_cast<int>(inner.right) * twipsPerPixelX_,
+            static_cast<int>(inner.bottom) * twipsPerPixelY_};
+}
+
+void Win32HelpWindow::setOwner(WindowId owner) {
+    placed_ = true;
+    SetWindowLongPtrA(window_.get(), GWLP_HWNDPARENT, static_cast<LONG_PTR>(owner));
+}
+
+void Win32HelpWindow::setVisible(bool visible) {
+    if (window_ == nullptr || (IsWindowVisible(window_.get()) != FALSE) == visible) return;
+    ShowWindow(window_.get(), visible ? SW_SHOWNOACTIVATE : SW_HIDE);
+}
+
+void Win32HelpWindow::Move(double left, double top, double width, double height) {
+    SetWindowPos(window_.get(), nullptr, pixels(left, twipsPerPixelX_), pixels(top, twipsPerPixelY_),
+                 std::max(pixels(width, twipsPerPixelX_), 0), std::max(pixels(height, twipsPerPixelY_), 0),
+                 SWP_NOZORDER | SWP_NOOWNERZORDER | SWP_NOACTIVATE);
+}
+
+Rect Win32HelpWindow::rectangle() const {
+    return rectangleOfWindow(window_.get());
+}
+
+Rect Win32HelpWindow::rectangleOf(WindowId window) const {
+    return rectangleOfWindow(toHandle(window));
+}
+
+bool Win32HelpWindow::isShown(WindowId window) const {
+    return IsWindowVisible(toHandle(window)) && !IsIconic(toHandle(window));
+}
+
+Point Win32HelpWindow::cursor() const {
+    POINT mouse{};
+    GetCursorPos(&mouse);
+    return {static_cast<int>(mouse.x), static_cast<int>(mouse.y)};
+}
+
+bool Win32HelpWindow::isHeld(std::int16_t buttons) const {
+    const auto held = [buttons](int bit, int key) { return (buttons & bit) != 0 && GetKeyState(key) < 0; };
+    return held(1, VK_LBUTTON) || held(2, VK_RBUTTON) || held(4, VK_MBUTTON);
+}
+
+void Win32HelpWindow::drawFocusRectangle(const Rect& block) {
+    const RECT outline{block.left, block.top, block.right, block.bottom};
+    const HWND desktop = GetDesktopWindow();
+    const HDC context = GetDC(desktop);
+    DrawFocusRect(context, &outline);
+    ReleaseDC(desktop, context);
+}
+
+void Win32HelpWindow::popUpRightClickMenu() {
+    if (window_ == nullptr) return;
+    const Menu mnuRightClick(CreatePopupMenu());
+    AppendMenuA(mnuRightClick.get(), MF_STRING, kClose, "&Close");
+    const Point mouse = cursor();
+    TrackPopupMenu(mnuRightClick.get(), TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window_.get(), nullptr);
+}
+
+void Win32HelpWindow::mouseReleased() noexcept {
+    if (const auto events = events_.lock()) events->dragEnded();
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "helpbox/HelpWindow.h"
+#include "htmllabel/LabelContainer.h"
+#include "htmllabel/win32/WindowHandle.h"
+#include "support/win32/SharedWindowClass.h"
+
+namespace kavrelon {
+
+class Win32LabelWindow;
+
+/// A help box's window on the desktop. A click on it counts as one on its owner, which has the keyboard.
+///
+/// When the platform destroys the window underneath, its owner's going for one, the box is told, and this
+/// object ignores calls from then on.
+class Win32HelpWindow final : public HelpWindow, private LabelContainer {
+  public:
+    static constexpr const char* kClassName = "kavrelon.frmHelp";
+
+    /// `module` is the one that this code is part of. Throws std::bad_alloc when the platform has no window
+    /// to give.
+    Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvents> events);
+    ~Win32HelpWindow() override;
+    Win32HelpWindow(const Win32HelpWindow&) = delete;
+    Win32HelpWindow& operator=(const Win32HelpWindow&) = delete;
+
+    int twipsPerPixelX() const override { return twipsPerPixelX_; }
+    int twipsPerPixelY() const override { return twipsPerPixelY_; }
+    LabelWindow* addLabel(const std::shared_ptr<HTMLLabel>& label) override;
+    void sizeLabel(Size twips) override;
+    Size innerSize() const override;
+    void setOwner(WindowId owner) override;
+    void setVisible(bool visible) override;
+    void Move(double left, double top, double width, double height) override;
+    Rect rectangle() const override;
+    Rect rectangleOf(WindowId window) const override;
+    bool isShown(WindowId window) const override;
+    Point cursor() const override;
+    bool isHeld(std::int16_t buttons) const override;
+    void drawFocusRectangle(const Rect& block) override;
+    void popUpRightClickMenu() override;
+
+  private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    std::optional<LRESULT> handle(HWND window, UINT message, WPARAM wParam);
+    void detach();
+
+    // What the label asks its container. Messages are not let through for it: boxes come up in the midst of
+    // what the host receives, and nothing that arrives later may overtake the rest.
+    bool visible() const noexcept override { return placed_; }
+    bool userMode() const noexcept override { return true; }
+    std::optional<int> parentWindowState() const noexcept override { return 0; }
+    bool takesFocus() const noexcept override { return false; }
+    bool letsMessagesThrough() const noexcept override { return false; }
+    void mouseReleased() noexcept override;
+    /// The box has no procedures for its text to call.
+    void callParent(const std::string&, const std::vector<std::string>&) noexcept override {}
+
+    std::weak_ptr<HelpWindowEvents> events_;
+    SharedWindowClass class_;
+    WindowHandle window_;
+    std::shared_ptr<Win32LabelWindow> label_;
+    int twipsPerPixelX_;
+    int twipsPerPixelY_;
+    /// The box has an owner, and a place that is worth laying the text out for.
+    bool placed_ = false;
+};
+
+}  // namespace kavrelon
