@@ -31,7 +31,7 @@ void ShownCells::scrollUp(int lines) {
 }
 
 HeadlessWindow::HeadlessWindow(HeadlessPlatform& platform, std::weak_ptr<TermWindowEvents> events)
-    : platform_(platform), events_(std::move(events)) {}
+    : platform_(platform), id_(++platform.lastId_), events_(std::move(events)) {}
 
 HeadlessWindow::~HeadlessWindow() {
     platform_.forget(*this);
@@ -123,16 +123,32 @@ void HeadlessWindow::sendResize() {
     if (const auto target = events()) target->Form_Resize();
 }
 
+void HeadlessWindow::sendMove() {
+    if (const auto target = events()) target->Form_Move();
+}
+
+void HeadlessWindow::moveTo(Point corner) {
+    corner_ = corner;
+    sendMove();
+}
+
+Rect HeadlessWindow::rectangle() const {
+    return {corner_.x, corner_.y, corner_.x + kInner.width, corner_.y + kInner.height};
+}
+
 void HeadlessWindow::show() {
     if (visible_) return;
     visible_ = true;
+    sendMove();
     platform_.activate(*this);
     sendResize();
 }
 
 void HeadlessWindow::setState(WindowState state) {
     if (state == std::exchange(state_, state)) return;
-    if (visible_) sendResize();
+    if (!visible_) return;
+    sendMove();
+    sendResize();
 }
 
 void HeadlessWindow::makeActive() {
@@ -179,6 +195,17 @@ bool HeadlessPrinters::print(const std::string& printer, const std::vector<std::
     return takesPages;
 }
 
+HeadlessPlatform::HeadlessPlatform(ProfileFile& profiles) : profiles_(profiles) {
+    desktop.rectangleOf = [this](WindowId id) {
+        const HeadlessWindow* window = windowOf(id);
+        return window == nullptr ? Rect{} : window->rectangle();
+    };
+    desktop.isShown = [this](WindowId id) {
+        const HeadlessWindow* window = windowOf(id);
+        return window != nullptr && window->visible() && window->state() != WindowState::Minimised;
+    };
+}
+
 HeadlessWindow* HeadlessPlatform::windowOf(const TermWindowEvents& events) const {
     const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const HeadlessWindow* window) {
         return window->events().get() == &events;
@@ -190,6 +217,15 @@ std::unique_ptr<TermWindow> HeadlessPlatform::createWindow(std::weak_ptr<TermWin
     auto window = std::make_unique<HeadlessWindow>(*this, std::move(events));
     windows_.push_back(window.get());
     return window;
+}
+
+std::unique_ptr<HelpWindow> HeadlessPlatform::createHelpWindow(std::weak_ptr<HelpWindowEvents> events) {
+    return std::make_unique<HeadlessHelpWindow>(desktop, std::move(events));
+}
+
+const HeadlessWindow* HeadlessPlatform::windowOf(WindowId id) const {
+    const auto found = std::ranges::find(windows_, id, &HeadlessWindow::id);
+    return found == windows_.end() ? nullptr : *found;
 }
 
 void HeadlessPlatform::processMessages() {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "helpbox/HeadlessHelpWindow.h"
 #include "terminal/Printers.h"
 #include "terminal/TermWindow.h"
 #include "terminal/modShellandWait.h"
@@ -71,6 +72,9 @@ class HeadlessWindow final : public TermWindow {
     int penCalls() const { return penCalls_; }
     /// The object that the events go to, null when it is gone.
     std::shared_ptr<TermWindowEvents> events() const { return events_.lock(); }
+    /// Moves the window on the desktop.
+    void moveTo(Point corner);
+    Rect rectangle() const;
     /// Fires a timer if it is enabled.
     void tick(TermTimer timer);
 
@@ -92,6 +96,8 @@ class HeadlessWindow final : public TermWindow {
     void showMemory() override;
     void clearMemory() override;
 
+    WindowId id() const override { return id_; }
+    Point innerCorner() const override { return {}; }
     void show() override;
     WindowState state() const override { return state_; }
     void setState(WindowState state) override;
@@ -121,8 +127,12 @@ class HeadlessWindow final : public TermWindow {
     int gridLines() const { return grid_.height() / kCell.height; }
     void sendResize();
 
+    void sendMove();
+
     HeadlessPlatform& platform_;
+    WindowId id_;
     std::weak_ptr<TermWindowEvents> events_;
+    Point corner_;
     ShownCells cells_;
     ShownCells memory_;
     Rect grid_;
@@ -182,7 +192,7 @@ class HeadlessPrinters final : public Printers {
 /// Headless windows, their activation, clipboard and bell. Settings come from the given profile files.
 class HeadlessPlatform final : public TermPlatform {
   public:
-    explicit HeadlessPlatform(ProfileFile& profiles) : profiles_(profiles) {}
+    explicit HeadlessPlatform(ProfileFile& profiles);
 
     /// Called when the bell sounds, with hertz and milliseconds.
     std::function<void(int, int)> onBeep;
@@ -196,11 +206,15 @@ class HeadlessPlatform final : public TermPlatform {
     /// What the next `processMessages` lets through: window events, in order.
     std::deque<std::function<void()>> pendingMessages;
 
+    /// The help boxes' windows, and the mouse.
+    HeadlessDesktop desktop;
+
     /// The window whose events go to `events`, null when it is gone.
     HeadlessWindow* windowOf(const TermWindowEvents& events) const;
     std::size_t openWindows() const { return windows_.size(); }
 
     std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) override;
+    std::unique_ptr<HelpWindow> createHelpWindow(std::weak_ptr<HelpWindowEvents> events) override;
     ProfileFile& profileFile() override { return profiles_; }
     Launcher& launcher() override { return headlessLauncher; }
     Printers& printers() override { return headlessPrinters; }
@@ -210,10 +224,12 @@ class HeadlessPlatform final : public TermPlatform {
     friend class HeadlessWindow;
     void activate(HeadlessWindow& window);
     void forget(const HeadlessWindow& window);
+    const HeadlessWindow* windowOf(WindowId id) const;
 
     ProfileFile& profiles_;
     std::vector<HeadlessWindow*> windows_;
     HeadlessWindow* active_ = nullptr;
+    WindowId lastId_ = 0;
 };
 
 }  // namespace kavrelon

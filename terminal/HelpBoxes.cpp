@@ -1,5 +1,7 @@
 #include "terminal/HelpBoxes.h"
 
+#include <utility>
+
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
@@ -9,22 +11,54 @@ std::size_t HelpBoxes::checked(int slot) {
     return static_cast<std::size_t>(slot);
 }
 
-void HelpBoxes::put(int slot, HelpBox box) {
-    slots_[checked(slot)] = std::make_unique<HelpBox>(std::move(box));
+template <class Visit>
+void HelpBoxes::forEach(Visit visit) noexcept {
+    for (auto& slot : slots_) {
+        // A copy: closing a box lets window messages through that may come back to its slot.
+        if (const std::shared_ptr<frmHelp> box = slot) carryOn([&] { visit(slot, *box); });
+    }
+}
+
+void HelpBoxes::put(int slot, std::shared_ptr<frmHelp> box) {
+    slots_[checked(slot)] = std::move(box);
 }
 
 void HelpBoxes::close(int slot) {
-    slots_[checked(slot)].reset();
+    if (const auto box = std::exchange(slots_[checked(slot)], nullptr)) box->Unload();
 }
 
 void HelpBoxes::closeAll() noexcept {
-    for (auto& box : slots_) box.reset();
+    forEach([](auto& slot, frmHelp& box) {
+        slot.reset();
+        box.Unload();
+    });
 }
 
 void HelpBoxes::closeFrom(int row) noexcept {
-    for (auto& box : slots_) {
-        if (box && box->BoxTop >= row) box.reset();
-    }
+    forEach([row](auto& slot, frmHelp& box) {
+        if (box.BoxTop() < row) return;
+        slot.reset();
+        box.Unload();
+    });
+}
+
+void HelpBoxes::forget(const frmHelp& box) noexcept {
+    forEach([&box](auto& slot, const frmHelp& each) {
+        if (&each == &box) slot.reset();
+    });
+}
+
+void HelpBoxes::follow(const HelpGrid& grid) noexcept {
+    if (grid == grid_) return;
+    carryOn([&] { grid_ = grid; });
+    forEach([&grid](auto&, frmHelp& box) {
+        box.SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
+        box.FontInfo(grid.fontName, grid.fontSize);
+    });
+}
+
+void HelpBoxes::parentChanged() noexcept {
+    forEach([](auto&, frmHelp& box) { box.parentChanged(); });
 }
 
 std::vector<int> HelpBoxes::openSlots() const {
@@ -35,7 +69,7 @@ std::vector<int> HelpBoxes::openSlots() const {
     return open;
 }
 
-const HelpBox* HelpBoxes::at(int slot) const {
+const frmHelp* HelpBoxes::at(int slot) const {
     return slots_[checked(slot)].get();
 }
 

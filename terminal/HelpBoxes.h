@@ -6,15 +6,19 @@
 #include <string>
 #include <vector>
 
+#include "helpbox/frmHelp.h"
+
 namespace kavrelon {
 
-/// A help box as the terminal keeps it: its cell rectangle and its text, lines divided by CR LF.
-struct HelpBox {
-    std::int16_t BoxTop = 0;
-    std::int16_t BoxLeft = 0;
-    std::int16_t BoxWidth = 0;
-    std::int16_t BoxHeight = 0;
-    std::string text;
+/// What help boxes go by: where the grid of cells stands in the terminal's window, and its font.
+struct HelpGrid {
+    std::int16_t XOffset = 0;
+    std::int16_t YOffset = 0;
+    float CharWidth = 0;
+    float CharHeight = 0;
+    std::string fontName;
+    std::int16_t fontSize = 0;
+    bool operator==(const HelpGrid&) const = default;
 };
 
 /// The 51 slots for the help boxes of one terminal window.
@@ -22,23 +26,39 @@ class HelpBoxes {
   public:
     static constexpr int kSlots = 51;
 
-    /// Puts a box into a slot, in place of one that is there. Raises SubscriptOutOfRange outside 0 to 50.
-    void put(int slot, HelpBox box);
+    HelpBoxes() = default;
+    ~HelpBoxes() { closeAll(); }
+    HelpBoxes(const HelpBoxes&) = delete;
+    HelpBoxes& operator=(const HelpBoxes&) = delete;
+
+    /// Puts a box into an empty slot. Raises SubscriptOutOfRange outside 0 to 50.
+    void put(int slot, std::shared_ptr<frmHelp> box);
     /// Closes the box of a slot, if there is one. Raises SubscriptOutOfRange outside 0 to 50.
     void close(int slot);
     void closeAll() noexcept;
     /// Closes every box whose top stands in screen row `row` or below it.
     void closeFrom(int row) noexcept;
+    /// Empties the slot of a box that has been closed.
+    void forget(const frmHelp& box) noexcept;
+
+    /// Moves every box to its cells when the grid has changed: as long as it has not, a box stays where the
+    /// user has dragged it.
+    void follow(const HelpGrid& grid) noexcept;
+    /// The terminal's window has moved, or it was shown, hidden, minimised or restored.
+    void parentChanged() noexcept;
 
     /// The slots in use, ascending.
     std::vector<int> openSlots() const;
     /// The box of a slot, null when it is empty. Raises SubscriptOutOfRange outside 0 to 50.
-    const HelpBox* at(int slot) const;
+    const frmHelp* at(int slot) const;
 
   private:
     static std::size_t checked(int slot);
+    template <class Visit>
+    void forEach(Visit visit) noexcept;
 
-    std::array<std::unique_ptr<HelpBox>, kSlots> slots_;
+    std::array<std::shared_ptr<frmHelp>, kSlots> slots_;
+    HelpGrid grid_;
 };
 
 }  // namespace kavrelon

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "support/RuntimeError.h"
-#include "terminal/HelpBoxes.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {

@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "terminal/CursorMark.h"
+#include "terminal/HelpBoxes.h"
 #include "terminal/Painter.h"
 #include "terminal/Rendition.h"
 #include "terminal/ScreenBuffer.h"
 
 namespace kavrelon {
 
-class HelpBoxes;
 class TermWindow;
 
 /// The character screen: the buffer, the cursor and every operation that changes them, each mirrored on the
@@ -142,6 +142,8 @@ class Screen {
     const ScreenBuffer& buffer() const { return buffer_; }
     const Rendition& rendition() const { return rendition_; }
     const GridLayout& grid() const { return painter_.grid(); }
+    /// What help boxes go by.
+    HelpGrid helpGrid() const;
 
   private:
     static constexpr int kTabStops = 21;
@@ -194,6 +196,7 @@ class Screen {
     void drawCells(bool reversed, int firstColumn, int firstRow, int lastColumn, int lastRow);
 
     HelpBoxes& helpBoxes_;
+    std::string fontName_;
     TermWindow* window_ = nullptr;
     ScreenBuffer buffer_;
     Rendition rendition_;

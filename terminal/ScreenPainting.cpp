@@ -35,7 +35,9 @@ void Screen::ScreenFontSize(std::int16_t points) {
 }
 
 void Screen::setFont(const FontChoice& font) {
-    if (window_ != nullptr) window_->setFont(font);
+    if (window_ == nullptr) return;
+    fontName_ = font.name;
+    window_->setFont(font);
 }
 
 void Screen::term_setfontsize(bool mayResizeWindow) {
@@ -57,6 +59,7 @@ void Screen::drawAnew() {
     term_setfontsize();
     RepaintScreen();
     if (marked) ShowCursor();
+    helpBoxes_.follow(helpGrid());
 }
 
 void Screen::windowResized() {
@@ -68,6 +71,18 @@ void Screen::windowResized() {
         RepaintScreen();
     }
     if (marked) ShowCursor();
+    helpBoxes_.follow(helpGrid());
+}
+
+HelpGrid Screen::helpGrid() const {
+    if (window_ == nullptr) return {};
+    const Point inner = window_->innerCorner();
+    return {narrowToInt16(inner.x + grid().left()),
+            narrowToInt16(inner.y + grid().top()),
+            grid().cellWidth(),
+            grid().cellHeight(),
+            fontName_,
+            ScreenFontSize()};
 }
 
 void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, int ToRow, bool PaintOnly) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "helpbox/HelpWindow.h"
 #include "support/Geometry.h"
 #include "terminal/FontMenu.h"
 
@@ -89,6 +90,9 @@ struct TitleBarSettings {
 /// A window is created hidden. Its owner may destroy it at any time, also from within one of its own events.
 class TermWindow : public TermSurface {
   public:
+    virtual WindowId id() const = 0;
+    /// Where the inner area begins, in pixels from the corner of the whole window.
+    virtual Point innerCorner() const = 0;
     /// Shows the window, modeless, in the state last set.
     virtual void show() = 0;
     virtual WindowState state() const = 0;
@@ -148,6 +152,8 @@ class TermWindowEvents {
     virtual void Form_Paint() noexcept = 0;
     /// The inner area or the state has changed.
     virtual void Form_Resize() noexcept = 0;
+    /// The window has moved on the desktop, or it was shown, hidden, minimised or restored.
+    virtual void Form_Move() noexcept = 0;
     virtual void Form_Activate() noexcept = 0;
     virtual void Form_Deactivate() noexcept = 0;
     /// Somebody (the user, the system, the Exit entry) wants the window closed. It is gone afterwards.
@@ -194,12 +200,10 @@ class ProfileFile;
 class Launcher;
 class Printers;
 
-/// Where terminal windows and settings come from: the platform, or memory. Windows that are closed late keep
+/// Where windows and settings come from: the platform, or memory. Windows that are closed late keep
 /// a platform alive that is owned by a shared pointer; any other must outlive them.
-class TermPlatform : public std::enable_shared_from_this<TermPlatform> {
+class TermPlatform : public HelpPlatform, public std::enable_shared_from_this<TermPlatform> {
   public:
-    virtual ~TermPlatform() = default;
-
     /// Creates a hidden window whose events go to `events` for as long as that object lives.
     /// The caller owns the window. Throws when the platform has none to give.
     virtual std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) = 0;

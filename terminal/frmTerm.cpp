@@ -155,7 +155,16 @@ void frmTerm::selectFont(std::int16_t index) {
 
 void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
                           std::int16_t Height, std::string_view Text) {
-    helpBoxes_.put(Index, {Top, Left, Width, Height, std::string(Text)});
+    helpBoxes_.close(Index);
+    if (!isLoaded()) return;
+    const std::shared_ptr<frmHelp> box = frmHelp::load(platform_, *this);
+    helpBoxes_.put(Index, box);
+    const HelpGrid grid = screen_.helpGrid();
+    box->SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
+    box->SetBoxCord(Top, Left, Width, Height);
+    box->FontInfo(grid.fontName, grid.fontSize);
+    box->HelpInfo(Text);
+    box->ShowBox(window_->id(), window_->id());
 }
 
 void frmTerm::HideHelpBox(std::int16_t Index) {

@@ -24,6 +24,7 @@ namespace kavrelon {
 /// After the window has been closed, by whomever, the object stays and ignores what it is told.
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
+                      private HelpBoxOwner,
                       private KeyTarget {
   public:
     /// Creates the form and loads it: the platform's window exists, hidden, and the screen is set up.
@@ -87,6 +88,8 @@ class frmTerm final : public TermWindowEvents,
     const Screen& screen() const { return screen_; }
 
     // Help boxes and host-filled menus
+    /// Shows a text over a block of cells, in place of the box that has this number. Lines are divided by
+    /// CR LF or "^". Raises SubscriptOutOfRange for a number outside 0 to 50.
     void ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
                      std::int16_t Height, std::string_view Text);
     void HideHelpBox(std::int16_t Index);
@@ -103,6 +106,7 @@ class frmTerm final : public TermWindowEvents,
     // Events of the platform's window
     void Form_Paint() noexcept override;
     void Form_Resize() noexcept override;
+    void Form_Move() noexcept override;
     void Form_Activate() noexcept override;
     void Form_Deactivate() noexcept override;
     void Form_Close() noexcept override;
@@ -144,9 +148,15 @@ class frmTerm final : public TermWindowEvents,
     bool copySelection() override;
     std::string textToPaste() override;
 
+    // What help boxes ask for.
+    void HelpBoxClosed(const frmHelp& box) noexcept override { helpBoxes_.forget(box); }
+    void HelpBoxLink(const std::string& Href) noexcept override;
+    std::shared_ptr<const Picture> HelpBoxPicture(const std::string& Source) noexcept override;
+
     ITerminalCallBack& callback() const;
     void selectFont(std::int16_t index);
     void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
+    void reportStart(const std::string& command, long result);
     void complain() noexcept;
 
     TermPlatform& platform_;

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "support/Conversions.h"
@@ -22,6 +24,17 @@ constexpr int kComplaintMilliseconds = 100;
 /// The platform's number for a normal, active window.
 constexpr int kShowNormal = 1;
 
+/// Whether a text from the remote side is an address of the web, and can be taken for nothing else.
+bool isWebAddress(std::string_view text) {
+    const auto begins = [text](std::string_view scheme) {
+        return text.size() > scheme.size() &&
+               std::equal(scheme.begin(), scheme.end(), text.begin(),
+                          [](char expected, char ch) { return expected == (ch | 0x20) || expected == ch; });
+    };
+    const auto isPlain = [](char ch) { return ch > ' ' && ch < '\x7F' && ch != '"'; };
+    return (begins("http://") || begins("https://")) && std::ranges::all_of(text, isPlain);
+}
+
 }  // namespace
 
 void frmTerm::Form_Paint() noexcept {
@@ -37,6 +50,10 @@ void frmTerm::Form_Resize() noexcept {
         prevWindowState_ = state;
         screen_.windowResized();
     });
+}
+
+void frmTerm::Form_Move() noexcept {
+    helpBoxes_.parentChanged();
 }
 
 void frmTerm::Form_Activate() noexcept {
@@ -213,12 +230,25 @@ void frmTerm::startEntry(const std::vector<HostMenus::Entry>& entries, int index
     }
     // A copy: while the program starts, the host may change the list.
     const std::string command = entries[static_cast<std::size_t>(index)].target;
-    Launcher& launcher = platform_.launcher();
-    const long result = modShellandWait::start(launcher, command, kShowNormal);
-    if (!modShellandWait::succeeded(result) && isLoaded()) {
-        window_->reportFailure("Unable to start Program: " + command +
-                               "\nError: " + launcher.failureText(result));
-    }
+    reportStart(command, modShellandWait::start(platform_.launcher(), command, kShowNormal));
+}
+
+void frmTerm::reportStart(const std::string& command, long result) {
+    if (modShellandWait::succeeded(result) || !isLoaded()) return;
+    window_->reportFailure("Unable to start Program: " + command +
+                           "\nError: " + platform_.launcher().failureText(result));
+}
+
+void frmTerm::HelpBoxLink(const std::string& Href) noexcept {
+    carryOn([&] {
+        if (!isLoaded() || !isWebAddress(Href)) return;
+        const std::string address = Href;
+        reportStart(address, platform_.launcher().shellExecute(address, {}, {}, kShowNormal));
+    });
+}
+
+std::shared_ptr<const Picture> frmTerm::HelpBoxPicture(const std::string&) noexcept {
+    return nullptr;
 }
 
 PrinterMenu frmTerm::printerMenu() {

@@ -1,5 +1,6 @@
 #include "terminal/win32/Win32Platform.h"
 
+#include "helpbox/win32/Win32HelpWindow.h"
 #include "support/win32/Messages.h"
 #include "terminal/win32/Win32TermWindow.h"
 
@@ -9,6 +10,10 @@ Win32Platform::Win32Platform(HINSTANCE module) : windowClass_(module, Win32TermW
 
 std::unique_ptr<TermWindow> Win32Platform::createWindow(std::weak_ptr<TermWindowEvents> events) {
     return std::make_unique<Win32TermWindow>(windowClass_, std::move(events));
+}
+
+std::unique_ptr<HelpWindow> Win32Platform::createHelpWindow(std::weak_ptr<HelpWindowEvents> events) {
+    return std::make_unique<Win32HelpWindow>(windowClass_.module(), std::move(events));
 }
 
 void Win32Platform::processMessages() {

@@ -18,6 +18,7 @@ class Win32Platform final : public TermPlatform {
     explicit Win32Platform(HINSTANCE module);
 
     std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) override;
+    std::unique_ptr<HelpWindow> createHelpWindow(std::weak_ptr<HelpWindowEvents> events) override;
     ProfileFile& profileFile() override { return profileFile_; }
     Launcher& launcher() override { return launcher_; }
     Printers& printers() override { return printers_; }

@@ -120,6 +120,9 @@ Win32TermWindow::Answer Win32TermWindow::onDrawing(TermWindowEvents& events, con
             EndPaint(message.window, &paint);
             return 0;
         }
+        case WM_WINDOWPOSCHANGED:
+            events.Form_Move();
+            return std::nullopt;
         case WM_SIZE:
             if (message.wParam == SIZE_MINIMIZED) {
                 events.Form_Resize();
@@ -194,6 +197,14 @@ Win32TermWindow::Answer Win32TermWindow::onSession(TermWindowEvents& events, con
         default:
             return std::nullopt;
     }
+}
+
+Point Win32TermWindow::innerCorner() const {
+    RECT whole{};
+    GetWindowRect(window_.get(), &whole);
+    POINT inner{};
+    ClientToScreen(window_.get(), &inner);
+    return {static_cast<int>(inner.x - whole.left), static_cast<int>(inner.y - whole.top)};
 }
 
 void Win32TermWindow::show() {

@@ -48,6 +48,8 @@ class Win32TermWindow final : public TermWindow {
     void showMemory() override { surface_.showMemory(); }
     void clearMemory() override { surface_.clearMemory(); }
 
+    WindowId id() const override { return reinterpret_cast<WindowId>(window_.get()); }
+    Point innerCorner() const override;
     void show() override;
     WindowState state() const override;
     void setState(WindowState state) override;

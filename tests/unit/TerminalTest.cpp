@@ -110,10 +110,10 @@ TEST_F(TerminalTest, AttributeWalk) {
 TEST_F(TerminalTest, HelpBoxSequences) {
     sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "replaced"});
     sequence(kShowHelpBox, {"3", "5", "6", "31", "7", "one\xFEtwo\x1E\xFE"});
-    const HelpBox& box = *form().helpBoxes().at(3);
-    EXPECT_EQ((std::vector<int>{box.BoxTop, box.BoxLeft, box.BoxWidth, box.BoxHeight}),
+    const frmHelp& box = *form().helpBoxes().at(3);
+    EXPECT_EQ((std::vector<int>{box.BoxTop(), box.BoxLeft(), box.BoxWidth(), box.BoxHeight()}),
               (std::vector<int>{5, 6, 31, 7}));
-    EXPECT_EQ(box.text, "one\r\ntwo\r\n\r\n");
+    EXPECT_EQ(box.HelpInfo(), "<HTML><BODY>one<br>two<br><br></BODY></HTML>");
     for (const auto& [row, open] : {std::pair{kLogOn, 1U}, {kLogOff, 0U}}) {
         sequence(row);
         EXPECT_EQ(form().helpBoxes().openSlots().size(), open);
