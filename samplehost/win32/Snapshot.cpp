@@ -95,7 +95,7 @@ void savePng(HBITMAP bitmap, const std::string& path) {
 HWND topWindowOfThread() {
     for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
         const bool ours = GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
-        if (ours && IsWindowVisible(window) && !IsIconic(window)) return window;
+        if (ours && IsWindowVisible(window) && !IsIconic(window)) return GetAncestor(window, GA_ROOTOWNER);
     }
     return nullptr;
 }
