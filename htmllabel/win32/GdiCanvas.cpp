@@ -7,11 +7,11 @@ namespace {
 
 constexpr Colour kSystemColour = 0x80000000;
 
+}  // namespace
+
 COLORREF toColorRef(Colour colour) {
     return (colour & kSystemColour) != 0 ? GetSysColor(static_cast<int>(colour & 0xFF)) : colour & 0xFFFFFF;
 }
-
-}  // namespace
 
 GdiCanvas::GdiCanvas(HDC like) : measuring_(CreateCompatibleDC(like)), fonts_(measuring_.get()) {}
 

@@ -10,6 +10,9 @@
 
 namespace kavrelon {
 
+/// What the platform calls a colour, a system colour as it is now.
+COLORREF toColorRef(Colour colour);
+
 /// A canvas on the platform's drawing contexts. Made for one screen or printer, whose resolution gives the
 /// fonts their sizes; it measures at any time, and draws while it has a `Target`.
 class GdiCanvas final : public Canvas {

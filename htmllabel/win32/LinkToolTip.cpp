@@ -9,19 +9,17 @@ namespace {
 /// Pixels. Longer texts are broken into lines.
 constexpr LPARAM kWidest = 400;
 
-LPARAM address(const TTTOOLINFOA& tool) {
-    return reinterpret_cast<LPARAM>(&tool);
-}
-
-TTTOOLINFOA describe(HWND over, std::string& text) {
-    TTTOOLINFOA tool{};
-    // The size of before manifests: it is the one that every version of the common controls takes.
-    tool.cbSize = TTTOOLINFOA_V1_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = over;
-    tool.uId = reinterpret_cast<UINT_PTR>(over);
-    tool.lpszText = text.data();
-    return tool;
+/// The move of the mouse that brought it to where it is.
+MSG mouseMove(HWND over) {
+    MSG move{};
+    move.hwnd = over;
+    move.message = WM_MOUSEMOVE;
+    move.time = static_cast<DWORD>(GetMessageTime());
+    GetCursorPos(&move.pt);
+    POINT place = move.pt;
+    ScreenToClient(over, &place);
+    move.lParam = MAKELPARAM(place.x, place.y);
+    return move;
 }
 
 }  // namespace
@@ -33,22 +31,33 @@ bool LinkToolTip::create(HINSTANCE module, HWND over) {
                                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, over, nullptr,
                                   module, nullptr));
     if (window_ == nullptr) return false;
-    const TTTOOLINFOA tool = describe(over, text_);
     SendMessageA(window_.get(), TTM_SETMAXTIPWIDTH, 0, kWidest);
-    return SendMessageA(window_.get(), TTM_ADDTOOLA, 0, address(tool)) != FALSE;
+    return true;
+}
+
+void LinkToolTip::send(UINT message, HWND over, const std::string& text) const {
+    std::string copy = text;
+    TTTOOLINFOA tool{};
+    // The size of before manifests: it is the one that every version of the common controls takes.
+    tool.cbSize = TTTOOLINFOA_V1_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = over;
+    tool.uId = reinterpret_cast<UINT_PTR>(over);
+    tool.lpszText = copy.data();
+    SendMessageA(window_.get(), message, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void LinkToolTip::show(HINSTANCE module, HWND over, const std::string& text) {
     if (over == nullptr || text == text_) return;
+    if (window_ == nullptr && !create(module, over)) return;
+    // A tool of its own for each text: a new one has its delay and its place by the mouse, where another text
+    // for the old one would wait for the mouse to leave and to come back.
+    if (!text_.empty()) send(TTM_DELTOOLA, over, text_);
     text_ = text;
-    if (window_ == nullptr) {
-        create(module, over);
-        return;
-    }
-    const TTTOOLINFOA tool = describe(over, text_);
-    // Another link's text has its own delay, and its own place.
-    SendMessageA(window_.get(), TTM_POP, 0, 0);
-    SendMessageA(window_.get(), TTM_UPDATETIPTEXTA, 0, address(tool));
+    if (text_.empty()) return;
+    send(TTM_ADDTOOLA, over, text_);
+    const MSG move = mouseMove(over);
+    SendMessageA(window_.get(), TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
 }
 
 }  // namespace kavrelon

@@ -17,6 +17,7 @@ class LinkToolTip {
 
   private:
     bool create(HINSTANCE module, HWND over);
+    void send(UINT message, HWND over, const std::string& text) const;
 
     std::string text_;
     WindowHandle window_;

@@ -55,6 +55,11 @@ RECT toRect(const Rect& block) {
     return {block.left, block.top, block.right, block.bottom};
 }
 
+void fillBlock(HDC context, const RECT& block, Colour colour) {
+    SetDCBrushColor(context, toColorRef(colour));
+    FillRect(context, &block, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
 void moveWindow(HWND window, const RECT& place) {
     SetWindowPos(window, nullptr, static_cast<int>(place.left), static_cast<int>(place.top),
                  static_cast<int>(std::max(place.right - place.left, 0L)),
@@ -250,12 +255,11 @@ Win32LabelWindow::Answer Win32LabelWindow::onViewPort(HTMLLabel& label, const Me
     return handleKeys(label, message.window, message.id, message.wParam);
 }
 
-void Win32LabelWindow::eraseOuter(HDC context) {
+void Win32LabelWindow::eraseOuter(HDC context) const {
     RECT inner{};
     GetClientRect(outer_.get(), &inner);
-    const GdiCanvas::Target target(surface_, context);
-    surface_.fill({0, 0, static_cast<int>(inner.right), static_cast<int>(inner.bottom)}, look_.BackColor);
-    if (placement_.cornerVisible) surface_.fill(placement_.shpCorner, kButtonFaceColour);
+    fillBlock(context, inner, look_.BackColor);
+    if (placement_.cornerVisible) fillBlock(context, toRect(placement_.shpCorner), kButtonFaceColour);
 }
 
 void Win32LabelWindow::paintViewPort(HTMLLabel& label) {

@@ -100,7 +100,7 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     Answer onViewPort(HTMLLabel& label, const Message& message);
     LRESULT onScroll(HTMLLabel& label, const Message& message);
     Answer onTitle(const HTMLLabel& label, const Message& message) const;
-    void eraseOuter(HDC context);
+    void eraseOuter(HDC context) const;
     void paintViewPort(HTMLLabel& label);
     void updateOrigin();
     void detach() noexcept;
@@ -110,8 +110,6 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     std::weak_ptr<HTMLLabel> label_;
     LabelContainer* container_;
     GdiCanvas canvas_;
-    /// For what is no part of the document.
-    GdiCanvas surface_;
     pcMemDC picHTML_;
     bool painting_ = false;
     bool paintAgain_ = false;
