@@ -1,0 +1,229 @@
+#include "WindowInputSupport.h"
+#include "htmllabel/HTMLLabel.h"
+#include "htmllabel/win32/Win32LabelWindow.h"
+#include "support/win32/Messages.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr Size kPlace{300, 200};
+
+/// A label on a form, a user who works it, and its container.
+class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabelEvents {
+  protected:
+    HtmlWindow() { open("STATIC"); }
+    ~HtmlWindow() override { close(); }
+
+    bool visible() const noexcept override { return true; }
+    bool userMode() const noexcept override { return true; }
+    std::optional<int> parentWindowState() const noexcept override { return 0; }
+    void callParent(const std::string&, const std::vector<std::string>&) noexcept override {}
+    void HyperlinkClick(const std::string& Href) noexcept override {
+        clicked = Href;
+        close();
+    }
+    std::shared_ptr<const Picture> LoadImage(const std::string&) noexcept override { return {}; }
+    void MouseDown(std::int16_t Button, std::int16_t, float, float) noexcept override { down = Button; }
+    void MouseMove(std::int16_t, std::int16_t, float, float) noexcept override {}
+    void MouseUp(std::int16_t, std::int16_t, float, float) noexcept override {}
+
+    void open(const char* formClass) {
+        close();
+        form.reset(CreateWindowA(formClass, "", WS_POPUP | WS_VISIBLE, 50, 50, 400, 300, nullptr, nullptr,
+                                 nullptr, nullptr));
+        SetForegroundWindow(form.get());
+        open();
+    }
+    void open() {
+        label = std::make_shared<HTMLLabel>();
+        window = Win32LabelWindow::create(GetModuleHandleA(nullptr), form.get(),
+                                          {0, 0, kPlace.width, kPlace.height}, label, *this);
+        label->attach(window.get(), this);
+        label->savedProperties({.EnableAnchors = true, .EnableScroll = true});
+        window->show(true);
+    }
+    void close() {
+        if (label == nullptr) return;
+        label->attach(nullptr, nullptr);
+        window.reset();
+        label.reset();
+    }
+    static bool pumpUntil(const std::function<bool()>& condition) {
+        for (const DWORD start = GetTickCount(); GetTickCount() - start < 5000; Sleep(5)) {
+            letMessagesThrough();
+            if (condition()) return true;
+        }
+        return false;
+    }
+    /// Moves the mouse to a pixel of the label's window. A slow desktop may take a move back.
+    void moveTo(Point place) const {
+        POINT wanted{place.x, place.y};
+        ClientToScreen(window->hWnd(), &wanted);
+        EXPECT_TRUE(pumpUntil([wanted] {
+            POINT now{};
+            GetCursorPos(&now);
+            if (now.x == wanted.x && now.y == wanted.y) return true;
+            SetCursorPos(static_cast<int>(wanted.x), static_cast<int>(wanted.y));
+            return false;
+        }));
+    }
+    Point middleOfLink() const {
+        const auto index = static_cast<std::size_t>(label->document().links()[0]);
+        const HTMLElement& link = label->document().elements()[index];
+        return {(link.lngLeft + link.lngRight) / 2, (link.lngTop + link.lngBottom) / 2};
+    }
+    WindowImage shown() const {
+        UpdateWindow(window->picViewPort());
+        return WindowImage(window->picViewPort());
+    }
+    static HWND toolTip() { return FindWindowA("tooltips_class32", nullptr); }
+
+    WindowHandle form;
+    std::shared_ptr<HTMLLabel> label;
+    std::shared_ptr<Win32LabelWindow> window;
+    std::string clicked;
+    int down = 0;
+};
+
+std::string longText() {
+    std::string text = "<BODY BGCOLOR=#FFFFFF><FONT COLOR=#FF0000>";
+    for (int line = 0; line < 60; ++line) text += "line" + std::to_string(line) + "<BR>";
+    return text;
+}
+
+TEST_F(HtmlWindow, DrawsTextWhereTheLayoutPlacesItWhereverItIsScrolledTo) {
+    label->DocumentHTML(longText());
+    HTMLDocument document;
+    LabelPictures pictures;
+    Layout layout;
+    document.setDocument(label->DocumentHTML(), {});
+    layout.measure(document, {}, pictures, window->canvas());
+    layout.place(document, shown().width());
+    for (const int scrolled : {0, 3, 200, label->vscScroll().Max}) {
+        label->vscScroll_Change(scrolled);
+        const WindowImage image = shown();
+        int seen = 0;
+        for (const TextRun& line : layout.runs()) {
+            const Rect place{line.place.left, line.place.top - scrolled, line.place.right,
+                             line.place.bottom - scrolled};
+            if (place.top < 0 || place.bottom > image.height()) continue;
+            ++seen;
+            EXPECT_FALSE(image.all(place, kWhite));
+            EXPECT_TRUE(image.all({0, place.top, place.left - 1, place.bottom}, kWhite));
+            EXPECT_TRUE(image.all({place.right + 1, place.top, image.width(), place.bottom}, kWhite));
+        }
+        EXPECT_GT(seen, 5) << scrolled;
+    }
+}
+
+TEST_F(HtmlWindow, TheMouseOnALinkIsAHandWithATooltip) {
+    label->DocumentHTML("<A HREF=there TITLE='way out'>link</A><BR><BR>text");
+    moveTo(middleOfLink());
+    const HCURSOR hand = LoadCursorA(nullptr, MAKEINTRESOURCEA(32649));
+    EXPECT_TRUE(pumpUntil([hand] { return GetCursor() == hand && IsWindowVisible(toolTip()); }));
+    char text[80] = "";
+    GetWindowTextA(toolTip(), text, sizeof text);
+    EXPECT_STREQ(text, "way out");
+    moveTo({middleOfLink().x, middleOfLink().y + 40});
+    EXPECT_TRUE(pumpUntil([hand] { return GetCursor() != hand && !IsWindowVisible(toolTip()); }));
+}
+
+TEST_F(HtmlWindow, AClickedLinkIsToldLaterAndMayEndTheLabel) {
+    label->DocumentHTML("<A HREF=there>link</A>");
+    moveTo(middleOfLink());
+    click(MOUSEEVENTF_LEFTDOWN);
+    EXPECT_TRUE(pumpUntil([this] { return down == 1 && GetCapture() == window->picViewPort(); }));
+    click(MOUSEEVENTF_LEFTUP);
+    EXPECT_TRUE(pumpUntil([this] { return GetCapture() == nullptr && clicked.empty(); }));
+    EXPECT_TRUE(pumpUntil([this] { return clicked == "there"; }));
+    EXPECT_EQ(GetWindow(form.get(), GW_CHILD), nullptr);
+}
+
+TEST_F(HtmlWindow, BarWheelAndKeysMoveTheDocument) {
+    label->DocumentHTML(longText());
+    const ScrollState& bar = label->vscScroll();
+    const auto change = [&](const std::function<void()>& act) {
+        const int before = bar.Value;
+        const WindowImage image = shown();
+        act();
+        EXPECT_TRUE(pumpUntil([&] { return bar.Value != before; }));
+        EXPECT_NE(shown(), image);
+        return bar.Value - before;
+    };
+    const auto drag = [&] {
+        moveTo({kPlace.width - 10, 24});
+        click(MOUSEEVENTF_LEFTDOWN);
+        // Not waited for: while the thumb is dragged the bar has the messages.
+        mouse_event(MOUSEEVENTF_MOVE, 0, 50, 0, 0);
+        click(MOUSEEVENTF_LEFTUP);
+    };
+    const auto clickArrow = [&] {
+        moveTo({kPlace.width - 10, kPlace.height - 10});
+        click(MOUSEEVENTF_LEFTDOWN);
+        click(MOUSEEVENTF_LEFTUP);
+    };
+    EXPECT_GT(change(drag), bar.LargeChange);
+    EXPECT_EQ(change(clickArrow), bar.SmallChange);
+    window->setFocus();
+    EXPECT_LT(change([] { mouse_event(MOUSEEVENTF_WHEEL, 0, 0, WHEEL_DELTA, 0); }), 0);
+    EXPECT_GT(change([] { press({{VK_NEXT}}); }), 0);
+    press({{VK_CONTROL, VK_HOME}});
+    EXPECT_TRUE(pumpUntil([&] { return bar.Value == 0; }));
+}
+
+TEST_F(HtmlWindow, InADialogTabLeavesTheLabelBehindItsLastLink) {
+    open("#32770");
+    const HWND next = CreateWindowA("BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 9, 9, form.get(),
+                                    nullptr, nullptr, nullptr);
+    label->DocumentHTML("<A HREF=one>link</A>");
+    window->setFocus();
+    for (const HWND focus : {window->picViewPort(), next}) {
+        MSG tab{window->picViewPort(), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+        EXPECT_TRUE(IsDialogMessageA(form.get(), &tab));
+        letMessagesThrough();
+        EXPECT_EQ(GetFocus(), focus);
+    }
+}
+
+TEST_F(HtmlWindow, ADestroyedWindowIgnoresCallsAndItsTitleWasTheDocuments) {
+    label->DocumentHTML("<TITLE>Help</TITLE>text");
+    char title[4] = "";
+    EXPECT_EQ(GetWindowTextA(window->picViewPort(), title, sizeof title), 3);
+    EXPECT_STREQ(title, "Hel");
+    form.reset();
+    EXPECT_EQ(window->hWnd(), nullptr);
+    label->DocumentHTML(longText());
+    label->BorderStyle(1);
+    window->show(true);
+    window->move({0, 0, 10, 10});
+    window->setToolTipText("text");
+    window->enableLinkTimer(true);
+    EXPECT_EQ(window->sizeInTwips(), Size{});
+}
+
+TEST_F(HtmlWindow, AThousandLabelsLeaveNothingBehindHoweverManyFontsTheyUse) {
+    std::string fonts;
+    for (int size = 0; size < 200; ++size) fonts += "<FONT SIZE=+" + std::to_string(size) + ">f</FONT>";
+    const auto objectsAfter = [&](int rounds, const std::string& text) {
+        for (int round = 0; round < rounds; ++round) {
+            close();
+            open();
+            label->BorderStyle(static_cast<std::int16_t>(round % 2));
+            label->DocumentHTML(text);
+            window->setToolTipText("tip");
+            UpdateWindow(window->picViewPort());
+        }
+        return countGdiObjects();
+    };
+    const int objects = objectsAfter(20, "<A HREF=there>link</A>");
+    EXPECT_LE(objectsAfter(1000, "<A HREF=there>link</A>"), objects);
+    EXPECT_LT(objectsAfter(2, fonts), objects + 40);
+    close();
+    EXPECT_EQ(GetWindow(form.get(), GW_CHILD), nullptr);
+    EXPECT_EQ(toolTip(), nullptr);
+    WNDCLASSA found{};
+    EXPECT_FALSE(GetClassInfoA(GetModuleHandleA(nullptr), "kavrelon.picViewPort", &found));
+}
+
+}  // namespace
+}  // namespace kavrelon
