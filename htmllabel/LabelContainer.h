@@ -30,6 +30,8 @@ class LabelContainer {
     /// All mouse buttons have been let go, or the mouse was taken away: the end of every drag, also of one
     /// that ends over a link.
     virtual void mouseReleased() noexcept {}
+    /// The view port has got the keyboard, or lost it. The control may end meanwhile.
+    virtual void focusChanged(bool /*hasFocus*/) noexcept {}
 };
 
 }  // namespace kavrelon

@@ -18,6 +18,10 @@ const char* runtimeErrorText(RuntimeErrorNumber number) noexcept {
             return "Path/File access error";
         case RuntimeErrorNumber::ObjectNotSet:
             return "Object variable or With block variable not set";
+        case RuntimeErrorNumber::InvalidPropertyValue:
+            return "Invalid property value";
+        case RuntimeErrorNumber::SetNotPermitted:
+            return "Set not permitted";
     }
     return "Unknown error";
 }

@@ -16,6 +16,8 @@ enum class RuntimeErrorNumber : int {
     FileNotFound = 53,
     PathFileAccess = 75,
     ObjectNotSet = 91,
+    InvalidPropertyValue = 380,
+    SetNotPermitted = 387,
 };
 
 /// The standing text of an error ("Subscript out of range", ...). Never null; the text lives for ever.

@@ -76,22 +76,19 @@ class LateBoundParent final : public HostParent {
   private:
     void notify(const wchar_t* name) {
         const CallOut call(parent_);
-        callByName(*call, name, DISPATCH_METHOD, nullptr, nullptr);
+        callByName(*call, name, DISPATCH_METHOD);
     }
 
     void send(const wchar_t* name, const std::string& text) {
         const CallOut call(parent_);
-        Variant argument;
-        argument.bstrVal = toBstr(text).detach();
-        argument.vt = VT_BSTR;
-        callByName(*call, name, DISPATCH_METHOD, &argument, nullptr);
+        callByName(*call, name, DISPATCH_METHOD, Arguments(text));
     }
 
     std::string read(const wchar_t* name) {
         const CallOut call(parent_);
         Variant value;
         // A script's parent may write it as a function as well.
-        callByName(*call, name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, nullptr, &value);
+        callByName(*call, name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {}, &value);
         throwIfFailed(VariantChangeTypeEx(&value, &value, LOCALE_INVARIANT, 0, VT_BSTR));
         return toAnsi(bstrView(value.bstrVal));
     }

@@ -1,22 +1,31 @@
 #include "plugin/com/Registration.h"
 
+#include <comcat.h>
+
+#include "htmllabel/com/LabelParts.h"
 #include "kavrelon.h"
 
 namespace kavrelon {
 namespace {
 
-// The system's marshaler, which works from the type library.
+// The system's marshalers: that which works from the type library, and that of plain automation interfaces.
 constexpr const wchar_t* kTypeLibraryMarshaler = L"{00020424-0000-0000-C000-000000000046}";
+constexpr const wchar_t* kDispatchMarshaler = L"{00020420-0000-0000-C000-000000000046}";
 constexpr const wchar_t* kVersion = L"1.0";
+
+// What form designers show for the control: a bitmap in the library's resources.
+constexpr const wchar_t* kToolboxBitmap = L"101";
 
 struct ClassRow {
     const CLSID& clsid;
     const GUID& library;
     const wchar_t* progId;  // without its version
     const wchar_t* description;
+    bool isControl;
 };
 const ClassRow kClasses[] = {
-    {CLSID_clsTerminal, LIBID_kavrelon, L"kavrelon.clsTerminal", L"Terminal Window"},
+    {CLSID_clsTerminal, LIBID_kavrelon, L"kavrelon.clsTerminal", L"Terminal Window", false},
+    {CLSID_HTMLLabel, LIBID_kavrelon, L"kavrelon.HTMLLabel", L"HTML Label", true},
 };
 
 /// A type library in the file's resources. The host's own contract yields to what the host has registered.
@@ -24,10 +33,11 @@ struct LibraryRow {
     const GUID& library;
     const wchar_t* description;
     int resource;
+    const wchar_t* flags;
 };
 const LibraryRow kLibraries[] = {
-    {LIBID_kavrelon, L"Kavrelon terminal plug-in", 1},
-    {LIBID_quillabor, L"Quillabor plug-in interfaces", 2},
+    {LIBID_kavrelon, L"Kavrelon terminal plug-in", 1, L"2"},  // it has a control
+    {LIBID_quillabor, L"Quillabor plug-in interfaces", 2, L"0"},
 };
 
 struct InterfaceRow {
@@ -35,9 +45,12 @@ struct InterfaceRow {
     const GUID& library;
     const wchar_t* name;
     bool isHosts;
+    const wchar_t* marshaler = kTypeLibraryMarshaler;
 };
 const InterfaceRow kInterfaces[] = {
     {IID_ITerminalCallBack, LIBID_kavrelon, L"ITerminalCallBack", false},
+    {IID_IHTMLLabel, LIBID_kavrelon, L"IHTMLLabel", false},
+    {DIID_DHTMLLabelEvents, LIBID_kavrelon, L"DHTMLLabelEvents", false, kDispatchMarshaler},
     {IID_IClientMain, LIBID_quillabor, L"IClientMain", true},
     {IID_IClientReceive, LIBID_quillabor, L"IClientReceive", true},
     {IID_IClientEscTree, LIBID_quillabor, L"IClientEscTree", true},
@@ -48,6 +61,22 @@ std::wstring braced(const GUID& guid) {
     wchar_t text[39];
     StringFromGUID2(guid, text, 39);
     return text;
+}
+
+/// What tells containers that a class is a control, and how it wants to be treated.
+void addControl(RegistryGroup& group, const std::wstring& path) {
+    const std::wstring key = group.key;
+    const std::wstring categories = key + L"\\Implemented Categories\\";
+    const std::wstring status = std::to_wstring(LabelFace::kMiscStatus);
+    const RegistryValue values[] = {
+        {key + L"\\Control", L"", L""},
+        {key + L"\\MiscStatus", L"", L"0"},
+        {key + L"\\MiscStatus\\1", L"", status},
+        {key + L"\\ToolboxBitmap32", L"", path + L", " + kToolboxBitmap},
+        {categories + braced(CATID_Control), L"", L""},
+        {categories + braced(CATID_Programmable), L"", L""},
+    };
+    group.values.insert(group.values.end(), std::begin(values), std::end(values));
 }
 
 void addClass(std::vector<RegistryGroup>& groups, const ClassRow& row, const std::wstring& path) {
@@ -64,6 +93,7 @@ void addClass(std::vector<RegistryGroup>& groups, const ClassRow& row, const std
                                  {key + L"\\TypeLib", L"", braced(row.library)},
                                  {key + L"\\Version", L"", kVersion},
                                  {key + L"\\Programmable", L"", L""}}});
+    if (row.isControl) addControl(groups.back(), path);
     groups.push_back({.key = versionedProgId,
                       .values = {{versionedProgId, L"", row.description}},
                       .owner = {versionedProgId + L"\\CLSID", L"", id}});
@@ -79,7 +109,7 @@ void addLibrary(std::vector<RegistryGroup>& groups, const LibraryRow& row, const
     groups.push_back({.key = key,
                       .values = {{key, L"", row.description},
                                  {key + L"\\0\\win32", L"", file},
-                                 {key + L"\\FLAGS", L"", L"0"},
+                                 {key + L"\\FLAGS", L"", row.flags},
                                  {key + L"\\HELPDIR", L"", path.substr(0, path.rfind(L'\\'))}}});
 }
 
@@ -88,7 +118,7 @@ void addInterface(std::vector<RegistryGroup>& groups, const InterfaceRow& row) {
     const std::wstring library = braced(row.library);
     groups.push_back({.key = key,
                       .values = {{key, L"", row.name},
-                                 {key + L"\\ProxyStubClsid32", L"", kTypeLibraryMarshaler},
+                                 {key + L"\\ProxyStubClsid32", L"", row.marshaler},
                                  {key + L"\\TypeLib", L"Version", kVersion}},
                       .owner = {key + L"\\TypeLib", L"", library},
                       .yields = row.isHosts});

@@ -6,6 +6,7 @@
 
 #include <new>
 
+#include "htmllabel/com/LabelObject.h"
 #include "plugin/com/Registration.h"
 #include "plugin/com/TerminalObject.h"
 #include "support/com/ClassFactory.h"
@@ -36,17 +37,23 @@ HRESULT guarded(Work&& work) noexcept {
     }
 }
 
+template <class Object>
+HRESULT makeFactory(REFIID iid, void** object) {
+    auto* const factory = new ClassFactory<Object>;
+    const HRESULT found = factory->QueryInterface(iid, object);
+    factory->Release();
+    return found;
+}
+
 }  // namespace
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
-    if (clsid != CLSID_clsTerminal) return CLASS_E_CLASSNOTAVAILABLE;
     return guarded([&] {
-        auto* const factory = new ClassFactory<TerminalObject>;
-        const HRESULT found = factory->QueryInterface(iid, object);
-        factory->Release();
-        return found;
+        if (clsid == CLSID_clsTerminal) return makeFactory<TerminalObject>(iid, object);
+        if (clsid == CLSID_HTMLLabel) return makeFactory<LabelObject>(iid, object);
+        return CLASS_E_CLASSNOTAVAILABLE;
     });
 }
 

@@ -5,6 +5,7 @@
 #include <oleauto.h>
 
 #include <exception>
+#include <type_traits>
 #include <utility>
 
 #include "support/com/ComPtr.h"
@@ -42,17 +43,23 @@ struct ComMember {
 /// 0x800A0000 + its number, exhausted memory E_OUTOFMEMORY, a ComError what it carries, all else E_FAIL.
 HRESULT reportException(const ComMember& member) noexcept;
 
-/// Runs the work of a member that is called from outside. No exception leaves it; a success leaves no error
-/// object behind, neither ours nor one of a call that failed on the way and did not matter.
+/// Runs the work of a member that is called from outside, and gives its result where it has one. No exception
+/// leaves it; a success leaves no error object behind, neither ours nor one of a call that failed on the way
+/// and did not matter.
 template <class Work>
 HRESULT comCall(const ComMember& member, Work&& work) noexcept {
+    HRESULT result = S_OK;
     try {
-        std::forward<Work>(work)();
+        if constexpr (std::is_same_v<std::invoke_result_t<Work>, HRESULT>) {
+            result = std::forward<Work>(work)();
+        } else {
+            std::forward<Work>(work)();
+        }
     } catch (...) {
         return reportException(member);
     }
     SetErrorInfo(0, nullptr);
-    return S_OK;
+    return result;
 }
 
 /// Where a result goes; a caller without a place for it has made an error.

@@ -8,7 +8,35 @@
 
 namespace kavrelon {
 
+/// One of the interfaces of a base that implements several, and those that it extends, as which the object is
+/// found as well.
+template <class Interface, class... Extended>
+struct Face {
+    static bool answersTo(REFIID iid) {
+        return iid == __uuidof(Interface) || ((iid == __uuidof(Extended)) || ...);
+    }
+    using Type = Interface;
+};
+
+/// The interfaces of a base that implements several: the base names it `Faces`.
+template <class... Each>
+struct FaceList {
+    template <class Base>
+    static void* find(Base& base, REFIID iid) {
+        void* found = nullptr;
+        ((found =
+              found == nullptr && Each::answersTo(iid) ? static_cast<typename Each::Type*>(&base) : found),
+         ...);
+        return found;
+    }
+};
+
 namespace detail {
+template <class Base>
+concept HasFaces = requires {
+    typename Base::Faces;
+};
+
 template <class Base>
 struct InterfaceOf {
     using Type = Base;
@@ -24,9 +52,9 @@ struct InterfaceOf<Base> {
 };
 }  // namespace detail
 
-/// IUnknown for a class that implements the given interfaces, each named plainly or as a DualInterface. The
-/// first of them is also the object's IUnknown and, when it is dual, its IDispatch. All dual ones report
-/// errors through error objects.
+/// IUnknown for a class that implements the given interfaces, each named plainly, as a DualInterface, or as a
+/// base that lists its `Faces`. The first of them is also the object's IUnknown and, when it is dual, its
+/// IDispatch. All dual ones report errors through error objects.
 ///
 /// An object starts with one reference, which belongs to whoever made it, and holds the library until it
 /// ends.
@@ -63,13 +91,21 @@ class Implements : public First, public Others..., public ISupportErrorInfo, pri
   private:
     template <class Base>
     static bool isDual(REFIID iid) {
-        return detail::InterfaceOf<Base>::kDual && iid == __uuidof(typename detail::InterfaceOf<Base>::Type);
+        if constexpr (detail::HasFaces<Base>)
+            return false;
+        else
+            return detail::InterfaceOf<Base>::kDual &&
+                   iid == __uuidof(typename detail::InterfaceOf<Base>::Type);
     }
 
     template <class Base>
     void* as(REFIID iid) {
-        using Named = typename detail::InterfaceOf<Base>::Type;
-        return iid == __uuidof(Named) ? static_cast<Named*>(static_cast<Base*>(this)) : nullptr;
+        if constexpr (detail::HasFaces<Base>) {
+            return Base::Faces::find(static_cast<Base&>(*this), iid);
+        } else {
+            using Named = typename detail::InterfaceOf<Base>::Type;
+            return iid == __uuidof(Named) ? static_cast<Named*>(static_cast<Base*>(this)) : nullptr;
+        }
     }
 
     void* find(REFIID iid) {

@@ -31,12 +31,40 @@ class ExceptionDetails : public EXCEPINFO {
 
 }  // namespace
 
-void callByName(IDispatch& object, const wchar_t* name, WORD flags, VARIANT* argument, VARIANT* result) {
+Arguments::~Arguments() {
+    for (VARIANT& argument : reversed_) VariantClear(&argument);
+}
+
+void Arguments::add(std::string_view text) {
+    Bstr string = toBstr(text);
+    addNext(VT_BSTR).bstrVal = string.detach();
+}
+
+void Arguments::add(short value) {
+    addNext(VT_I2).iVal = value;
+}
+
+void Arguments::add(float value) {
+    addNext(VT_R4).fltVal = value;
+}
+
+void Arguments::add(VARIANT* reference) {
+    addNext(VT_VARIANT | VT_BYREF).pvarVal = reference;
+}
+
+// A call takes its arguments last one first.
+VARIANT& Arguments::addNext(VARTYPE type) {
+    VARIANT& argument = *reversed_.insert(reversed_.begin(), VARIANT{});
+    argument.vt = type;
+    return argument;
+}
+
+void callByName(IDispatch& object, const wchar_t* name, WORD flags, Arguments&& arguments, VARIANT* result) {
     DISPID id = DISPID_UNKNOWN;
     LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
     throwIfFailed(object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id));
 
-    DISPPARAMS parameters{argument, nullptr, argument != nullptr ? 1U : 0U, 0};
+    DISPPARAMS parameters = arguments.parameters();
     ExceptionDetails details;
     const HRESULT called =
         object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr);

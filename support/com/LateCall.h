@@ -4,11 +4,43 @@
 
 #include <oleauto.h>
 
+#include <string_view>
+#include <vector>
+
 namespace kavrelon {
 
-/// Calls a member of an automation object by its name, as a script does: a method, with `argument` when there
-/// is one, or with DISPATCH_PROPERTYGET the reading of a property. `result` may be null. Throws a ComError
-/// when the object has no such member or the member fails.
-void callByName(IDispatch& object, const wchar_t* name, WORD flags, VARIANT* argument, VARIANT* result);
+/// The arguments of a late-bound call. Texts are copied; what a reference leads to stays the caller's.
+class Arguments {
+  public:
+    Arguments() = default;
+    /// In the order in which the member declares them.
+    template <class... Values>
+    explicit Arguments(const Values&... values) : Arguments() {
+        (add(values), ...);
+    }
+    Arguments(const Arguments&) = delete;
+    Arguments& operator=(const Arguments&) = delete;
+    ~Arguments();
+
+    void add(std::string_view text);
+    void add(short value);
+    void add(float value);
+    void add(VARIANT* reference);
+
+    DISPPARAMS parameters() noexcept {
+        return {reversed_.data(), nullptr, static_cast<UINT>(reversed_.size()), 0};
+    }
+
+  private:
+    VARIANT& addNext(VARTYPE type);
+
+    std::vector<VARIANT> reversed_;
+};
+
+/// Calls a member of an automation object by its name, as a script does: a method, or with
+/// DISPATCH_PROPERTYGET the reading of a property. `result` may be null. Throws a ComError when the object
+/// has no such member or the member fails.
+void callByName(IDispatch& object, const wchar_t* name, WORD flags, Arguments&& arguments = Arguments(),
+                VARIANT* result = nullptr);
 
 }  // namespace kavrelon

@@ -88,6 +88,13 @@ void dumpFunction(std::ostream& out, ITypeInfo& info, UINT index) {
     info.ReleaseFuncDesc(function);
 }
 
+void dumpFunctions(std::ostream& out, ITypeInfo& info) {
+    TYPEATTR* attributes = nullptr;
+    info.GetTypeAttr(&attributes);
+    for (UINT i = 0; i < attributes->cFuncs; ++i) dumpFunction(out, info, i);
+    info.ReleaseTypeAttr(attributes);
+}
+
 void dumpType(std::ostream& out, ITypeInfo& info) {
     TYPEATTR* attributes = nullptr;
     info.GetTypeAttr(&attributes);
@@ -95,14 +102,10 @@ void dumpType(std::ostream& out, ITypeInfo& info) {
         << guidText(attributes->guid) << " flags " << attributes->wTypeFlags << '\n';
     HREFTYPE reference = 0;
     ComPtr<ITypeInfo> other;
-    if ((attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0 &&
-        SUCCEEDED(info.GetRefTypeOfImplType(UINT(-1), &reference))) {
-        info.GetRefTypeInfo(reference, other.put());
-        TYPEATTR* early = nullptr;
-        other->GetTypeAttr(&early);
-        for (UINT i = 0; i < early->cFuncs; ++i) dumpFunction(out, *other, i);
-        other->ReleaseTypeAttr(early);
-    }
+    const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0 &&
+                        SUCCEEDED(info.GetRefTypeOfImplType(UINT(-1), &reference));
+    if (isDual) info.GetRefTypeInfo(reference, other.put());
+    dumpFunctions(out, isDual ? *other : info);
     for (UINT i = 0; attributes->typekind == TKIND_COCLASS && i < attributes->cImplTypes; ++i) {
         INT flags = 0;
         info.GetImplTypeFlags(i, &flags);

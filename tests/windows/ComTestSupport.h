@@ -43,17 +43,16 @@ class LoadedLibrary {
     }
 
     template <class Interface>
-    ComPtr<Interface> create() const {
+    ComPtr<Interface> create(REFCLSID clsid = CLSID_clsTerminal) const {
         ComPtr<Interface> object;
-        const auto factory = classObject();
+        const auto factory = classObject(clsid);
         if (factory) factory->CreateInstance(nullptr, __uuidof(Interface), object.putVoid());
         return object;
     }
 
-    ComPtr<IClassFactory> classObject() const {
+    ComPtr<IClassFactory> classObject(REFCLSID clsid = CLSID_clsTerminal) const {
         ComPtr<IClassFactory> factory;
-        call<REFCLSID, REFIID, void**>("DllGetClassObject", CLSID_clsTerminal, IID_IClassFactory,
-                                       factory.putVoid());
+        call<REFCLSID, REFIID, void**>("DllGetClassObject", clsid, IID_IClassFactory, factory.putVoid());
         return factory;
     }
 

@@ -200,14 +200,10 @@ TEST(SampleHostParentTest, ServesEarlyAndLateBoundPlugIns) {
     EXPECT_EQ(requests.last, "data \x1A\xE9");
     const auto late = parent.query<IDispatch>();
     ASSERT_TRUE(late);
-    const Bstr text = toBstr("INIT");
-    VARIANT argument{};
-    argument.vt = VT_BSTR;
-    argument.bstrVal = text.get();
-    callByName(*late.get(), L"ParentSendCommand", DISPATCH_METHOD, &argument, nullptr);
+    callByName(*late, L"ParentSendCommand", DISPATCH_METHOD, Arguments("INIT"));
     EXPECT_EQ(requests.last, "command INIT");
     Variant profile;
-    callByName(*late.get(), L"ParentConnectionProfile", DISPATCH_PROPERTYGET, nullptr, &profile);
+    callByName(*late, L"ParentConnectionProfile", DISPATCH_PROPERTYGET, {}, &profile);
     ASSERT_EQ(profile.vt, VT_BSTR);
     EXPECT_EQ(toAnsi(bstrView(profile.bstrVal)), "office");
 

@@ -1,0 +1,176 @@
+#include "htmllabel/com/LabelActivation.h"
+
+#include <ocidl.h>
+
+#include <utility>
+
+#include "support/com/ComCall.h"
+#include "support/com/Module.h"
+
+namespace kavrelon {
+namespace {
+
+/// The modifier keys that are down: 1 Shift, 2 Ctrl, 4 Alt, for the label and for containers alike.
+std::int16_t modifierKeys() {
+    const auto bit = [](int key, int value) { return GetKeyState(key) < 0 ? value : 0; };
+    return static_cast<std::int16_t>(bit(VK_SHIFT, 1) | bit(VK_CONTROL, 2) | bit(VK_MENU, 4));
+}
+
+}  // namespace
+
+LabelActivation::LabelActivation(IOleInPlaceActiveObject& object, const LabelSite& site, LabelEvents& events,
+                                 std::shared_ptr<HTMLLabel> label)
+    : object_(object), site_(site), events_(events), label_(std::move(label)) {}
+
+LabelActivation::~LabelActivation() {
+    closeWindow();
+}
+
+HWND LabelActivation::window() const noexcept {
+    return window_ ? window_->hWnd() : nullptr;
+}
+
+void LabelActivation::activate() {
+    if (!inPlaceSite_) openWindow();
+    if (!window_ || visible_) return;
+    visible_ = true;
+    window_->show(true);
+}
+
+void LabelActivation::openWindow() {
+    const auto site = site_.query<IOleInPlaceSite>();
+    HWND form = nullptr;
+    if (!site || site->CanInPlaceActivate() != S_OK) throw ComError(E_FAIL);
+    throwIfFailed(site->GetWindow(&form));
+    throwIfFailed(site->OnInPlaceActivate());
+    inPlaceSite_ = site;
+    RECT place{};
+    RECT clip{};
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof info;
+    site->GetWindowContext(frame_.put(), document_.put(), &place, &clip, &info);
+    try {
+        window_ = Win32LabelWindow::create(moduleInstance(), form, place, label_, *this);
+        nameWindow();
+        label_->attach(window_.get(), &events_);
+        this->place(place, clip);
+    } catch (...) {
+        deactivate();
+        throw;
+    }
+    if (site_.client() != nullptr) site_.client()->ShowObject();
+}
+
+// Programs that read the screen aloud call the control so, as long as its document has no title.
+void LabelActivation::nameWindow() const {
+    SetWindowTextW(window(), site_.displayName().c_str());
+}
+
+void LabelActivation::closeWindow() noexcept {
+    label_->attach(nullptr, nullptr);
+    visible_ = false;
+    clipped_ = false;
+    if (const auto window = std::exchange(window_, nullptr)) window->close();
+}
+
+void LabelActivation::activateUi() {
+    activate();
+    if (!window_ || uiActive_) return;
+    uiActive_ = true;
+    if (FAILED(inPlaceSite_->OnUIActivate())) {
+        uiActive_ = false;
+        throw ComError(E_FAIL);
+    }
+    if (!uiActive_) return;
+    announceAsActive(&object_);
+    if (frame_) frame_->SetBorderSpace(nullptr);
+    if (window_ && site_.runs() && !hasFocus_) window_->setFocus();
+}
+
+void LabelActivation::deactivateUi() {
+    if (!std::exchange(uiActive_, false)) return;
+    const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
+    announceAsActive(nullptr);
+    site->OnUIDeactivate(FALSE);
+}
+
+void LabelActivation::announceAsActive(IOleInPlaceActiveObject* object) const {
+    const ComPtr<IOleInPlaceUIWindow> frame = frame_.query<IOleInPlaceUIWindow>();
+    const ComPtr<IOleInPlaceUIWindow> document = document_;
+    const wchar_t* const name = object != nullptr ? L"HTML Label" : nullptr;
+    if (document) document->SetActiveObject(object, name);
+    if (frame) frame->SetActiveObject(object, name);
+}
+
+void LabelActivation::deactivate() {
+    deactivateUi();
+    const auto site = std::exchange(inPlaceSite_, {});
+    if (!site) return;
+    if (hasFocus_) focusChanged(false);
+    closeWindow();
+    frame_ = {};
+    document_ = {};
+    site->OnInPlaceDeactivate();
+}
+
+void LabelActivation::hide() {
+    deactivateUi();
+    if (!window_ || !std::exchange(visible_, false)) return;
+    window_->show(false);
+}
+
+void LabelActivation::place(const RECT& place, const RECT& clip) {
+    if (!window_) return;
+    RECT seen{};
+    const bool clipped = IntersectRect(&seen, &place, &clip) != FALSE && !EqualRect(&seen, &place);
+    if (clipped || clipped_) {
+        OffsetRect(&seen, -place.left, -place.top);
+        SetWindowRgn(window_->hWnd(), clipped ? CreateRectRgnIndirect(&seen) : nullptr, TRUE);
+        clipped_ = clipped;
+    }
+    window_->move(place);
+}
+
+void LabelActivation::requestSize(Size size) {
+    if (!window_) return;
+    RECT place{};
+    GetWindowRect(window_->hWnd(), &place);
+    if (place.right - place.left == size.width && place.bottom - place.top == size.height) return;
+    MapWindowPoints(nullptr, GetParent(window_->hWnd()), reinterpret_cast<POINT*>(&place), 2);
+    place.right = place.left + size.width;
+    place.bottom = place.top + size.height;
+    const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
+    site->OnPosRectChange(&place);
+}
+
+bool LabelActivation::takesKey(MSG& message) {
+    if (!window_ || (message.hwnd != window() && !IsChild(window(), message.hwnd))) return false;
+    const std::int16_t modifiers = modifierKeys();
+    const bool isKey = message.message == WM_KEYDOWN && site_.runs();
+    if (isKey && label_->picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), modifiers))
+        return true;
+    const auto controlSite = site_.query<IOleControlSite>();
+    return controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(modifiers)) == S_OK;
+}
+
+void LabelActivation::ambientsChanged() {
+    if (!window_) return;
+    nameWindow();
+    RedrawWindow(window_->hWnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+// A control that the user clicks into has the keyboard without the container's doing.
+void LabelActivation::focusChanged(bool hasFocus) noexcept {
+    if (hasFocus == hasFocus_) return;
+    hasFocus_ = hasFocus;
+    const ComPtr<IUnknown> self(&object_);
+    try {
+        if (hasFocus) activateUi();
+    } catch (...) {
+        // The container does not want it to be the active one; it has the focus all the same.
+    }
+    const auto controlSite = site_.query<IOleControlSite>();
+    if (controlSite) controlSite->OnFocus(hasFocus ? TRUE : FALSE);
+}
+
+}  // namespace kavrelon
