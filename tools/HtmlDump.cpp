@@ -113,4 +113,25 @@ void dumpDocument(std::ostream& out, const HTMLDocument& document) {
     }
 }
 
+void dumpLayout(std::ostream& out, const Layout& layout) {
+    JsonLine line;
+    Fields page(line);
+    line.beginObject();
+    page.number("width", layout.size().width);
+    page.number("height", layout.size().height);
+    line.key("runs").beginArray();
+    for (const TextRun& run : layout.runs()) {
+        line.beginObject();
+        page.number("element", run.element);
+        page.number("x", run.place.left);
+        page.number("y", run.place.top);
+        page.number("width", run.place.width());
+        page.number("height", run.place.height());
+        page.text("text", run.text);
+        line.endObject();
+    }
+    line.endArray().endObject();
+    out << line.text() << '\n';
+}
+
 }  // namespace kavrelon

@@ -4,10 +4,14 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "htmllabel/HTMLDocument.h"
+#include "htmllabel/HeadlessCanvas.h"
+#include "htmllabel/Layout.h"
 #include "tools/HtmlDump.h"
 
 namespace {
@@ -20,14 +24,23 @@ constexpr int kMalformed = 2;
 
 struct Options {
     DocumentDefaults defaults{.EnableAnchors = true};
+    std::optional<int> pageWidth;
     std::string file;
 };
 
-std::optional<float> points(std::string_view text) {
-    float value = 0;
+class NoPictures final : public PictureSource {
+  public:
+    const Picture* picture(std::string_view /*source*/) override { return nullptr; }
+};
+
+/// A number that is not negative, whole where `Number` is.
+template <class Number>
+std::optional<Number> number(std::string_view text) {
+    Number value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     const bool all = error == std::errc() && end == text.data() + text.size();
-    return all && value >= 0 ? std::optional(value) : std::nullopt;
+    const bool fits = value >= 0 && value <= std::numeric_limits<Number>::max();
+    return all && fits ? std::optional(value) : std::nullopt;
 }
 
 /// Nothing when the command line is malformed.
@@ -38,10 +51,13 @@ std::optional<Options> parseOptions(int argc, char** argv) {
         const std::string_view option = argv[next];
         if (option == "--no-anchors") {
             options.defaults.EnableAnchors = false;
-        } else if (option == "--font-size" && next + 2 < argc) {
-            const std::optional<float> size = points(argv[++next]);
-            if (!size) return std::nullopt;
-            options.defaults.DefaultFontSize = *size;
+        } else if (option == "--font-size") {
+            const auto points = number<float>(argv[++next]);
+            if (!points) return std::nullopt;
+            options.defaults.DefaultFontSize = *points;
+        } else if (option == "--layout") {
+            options.pageWidth = number<int>(argv[++next]);
+            if (!options.pageWidth) return std::nullopt;
         } else {
             return std::nullopt;
         }
@@ -49,6 +65,19 @@ std::optional<Options> parseOptions(int argc, char** argv) {
     if (next >= argc) return std::nullopt;
     options.file = argv[next];
     return options;
+}
+
+void dump(const std::string& html, const Options& options) {
+    HTMLDocument document;
+    document.setDocument(html, options.defaults);
+    if (!options.pageWidth) return dumpDocument(std::cout, document);
+    HeadlessCanvas canvas;
+    NoPictures pictures;
+    Layout layout;
+    layout.measure(document, {.DefaultFontSize = options.defaults.DefaultFontSize}, pictures, canvas);
+    layout.place(document, *options.pageWidth);
+    dumpDocument(std::cout, document);
+    dumpLayout(std::cout, layout);
 }
 
 std::string readAll(std::istream& input) {
@@ -74,8 +103,6 @@ int main(int argc, char** argv) {
         }
         html = readAll(file);
     }
-    HTMLDocument document;
-    document.setDocument(html, options->defaults);
-    dumpDocument(std::cout, document);
+    dump(html, *options);
     return 0;
 }

@@ -54,6 +54,34 @@ TEST(Conversions, TextThatIsNoNumberOrTooLarge) {
     }
 }
 
+TEST(Conversions, WiderNumbers) {
+    const struct {
+        std::string text;
+        std::int32_t whole;
+        float single;
+    } cases[] = {{" -2.5 ", -2, -2.5F},
+                 {"2147483647.4", 2147483647, 2147483648.F},
+                 {"-2147483648.5", -2147483647 - 1, -2147483648.F},
+                 {".5", 0, 0.5F},
+                 {"+3.", 3, 3},
+                 {"0." + std::string(60, '0') + "1", 0, 0}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(toInt32(c.text), c.whole) << c.text;
+        EXPECT_EQ(toSingle(c.text), c.single) << c.text;
+    }
+    for (const std::string digits : {"2147483648", "-2147483648.51", "9999999999999999999999"}) {
+        EXPECT_EQ(errorOf([&] { toInt32(digits); }), 6) << digits;
+        EXPECT_NO_THROW(toSingle(digits));
+    }
+    EXPECT_EQ(errorOf([] { toSingle("4" + std::string(38, '0')); }), 6);
+    for (const char* text : {"", "-", ".", "1e3", "inf", "nan", "0x1", "40px"}) {
+        EXPECT_EQ(errorOf([&] { toInt32(text); }), 13) << text;
+        EXPECT_EQ(errorOf([&] { toSingle(text); }), 13) << text;
+        EXPECT_FALSE(isNumeric(text)) << text;
+    }
+    EXPECT_TRUE(isNumeric("4" + std::string(38, '0')));
+}
+
 TEST(Conversions, RoundingAndNarrowing) {
     const struct {
         double value;
