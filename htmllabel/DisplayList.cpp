@@ -7,7 +7,8 @@ namespace {
 
 constexpr std::size_t kItemsInBand = 32;
 constexpr Colour kHighlightColour = 0x80000014;
-constexpr Colour kShadowColour = 0x80000010;
+constexpr Colour kSystemColour = 0x80000000;
+constexpr unsigned kLightest = 0xE0;
 
 bool isEmpty(const Rect& place) {
     return place.left >= place.right || place.top >= place.bottom;
@@ -51,10 +52,10 @@ void drawItem(Canvas& canvas, const DisplayItem& item, std::span<const TextStyle
             drawFrame(canvas, item.place, item.thickness, item.value, item.value);
             break;
         case DrawKind::Raised:
-            drawFrame(canvas, item.place, item.thickness, kHighlightColour, kShadowColour);
+            drawFrame(canvas, item.place, item.thickness, item.value, kShadowColour);
             break;
         case DrawKind::Sunken:
-            drawFrame(canvas, item.place, item.thickness, kShadowColour, kHighlightColour);
+            drawFrame(canvas, item.place, item.thickness, kShadowColour, item.value);
             break;
         case DrawKind::Bullet:
             canvas.drawBullet(item.bullet, item.place, item.value);
@@ -66,6 +67,12 @@ void drawItem(Canvas& canvas, const DisplayItem& item, std::span<const TextStyle
 }
 
 }  // namespace
+
+Colour lightEdgeOn(Colour ground) {
+    const bool isLight = (ground & kSystemColour) == 0 && (ground & 0xFF) >= kLightest &&
+                         (ground >> 8 & 0xFF) >= kLightest && (ground >> 16 & 0xFF) >= kLightest;
+    return isLight ? kButtonFaceColour : kHighlightColour;
+}
 
 void DisplayList::clear(std::size_t marks) {
     frames_.assign(1, {});

@@ -12,6 +12,12 @@
 
 namespace kavrelon {
 
+/// The dark edges of what looks raised or sunken: the system's shadow colour.
+inline constexpr Colour kShadowColour = 0x80000010;
+/// The light edges of what stands on this ground. The system's highlight is white, which cannot be seen on
+/// light colours; there it is the button face.
+Colour lightEdgeOn(Colour ground);
+
 enum class DrawKind : std::uint8_t { Text, Fill, Frame, Raised, Sunken, Bullet, Picture };
 
 /// One thing to be drawn. Nothing is drawn of one whose place is empty.
@@ -22,7 +28,7 @@ struct DisplayItem {
     std::uint32_t mark = kNone;  // the link that it belongs to
     std::uint32_t frame = 0;
     Rect place;               // in its frame
-    std::uint32_t value = 0;  // a text's style, else a colour
+    std::uint32_t value = 0;  // a text's style, of Raised and Sunken the light edges' colour, else the colour
     int thickness = 1;        // of frames
     std::string_view text;
     const Picture* picture = nullptr;

@@ -7,8 +7,6 @@
 namespace kavrelon {
 namespace {
 
-constexpr Colour kHighlightColour = 0x80000014;
-constexpr Colour kShadowColour = 0x80000010;
 constexpr int kRuleHeight = 2;
 
 int alignedOffset(Align align, int room, int width) {
@@ -24,9 +22,10 @@ int extentIn(const Extent& extent, int room) {
 
 }  // namespace
 
-int FlowPlacer::place(int width) {
+int FlowPlacer::place(int width, Colour ground) {
     containers_.assign(1, {});
     in().width = width;
+    in().ground = ground;
     for (const FlowItem& next : flow_.items) item(next);
     return endContainer();
 }
@@ -114,7 +113,7 @@ bool FlowPlacer::floatPicture(const FlowPicture& picture) {
     span = lineSpan();
     if (in().y >= in().floatBottom) in().floatWidth = 0;
     const int left = span.left + span.width - width;
-    setPictureBox(picture, flow_, list_, in().frame, {left, in().y});
+    setPictureBox(picture, flow_, list_, in().frame, {left, in().y}, in().ground);
     in().floatWidth += width;
     in().floatBottom = std::max(in().floatBottom, in().y + picture.outerHeight());
     return true;
@@ -134,9 +133,14 @@ void FlowPlacer::finishLine(std::size_t count) {
     const int baseline = in().y + shape.ascent;
     setMarker(baseline);
     const int left = span.left + alignedOffset(in().block.align, span.width, shape.width);
-    line_.set(count, list_, in().frame, {left, baseline}, in().y);
+    line_.set(count, list_, in().frame, {left, baseline}, in().y, in().ground);
     line_.drop(count);
     advance(shape.ascent + shape.descent);
+}
+
+void FlowPlacer::setMarks() {
+    line_.set(line_.size(), list_, in().frame, {lineSpan().left, in().y}, in().y, in().ground);
+    line_.drop(line_.size());
 }
 
 void FlowPlacer::lineBreak(const TextStyle& style) {
@@ -167,7 +171,7 @@ void FlowPlacer::rule(const FlowRule& rule) {
     item.value = kShadowColour;
     list_.add(item);
     item.place = {left, in().y + 1, left + width, in().y + kRuleHeight};
-    item.value = kHighlightColour;
+    item.value = lightEdgeOn(in().ground);
     list_.add(item);
     advance(kRuleHeight);
 }
@@ -224,7 +228,8 @@ void FlowPlacer::startTable(std::uint32_t index) {
     }
     const int width = tableWidth(table, span.width);
     const int left = span.left + alignedOffset(table.align, span.width, width);
-    tables_.start(index, in().frame, {left, in().y}, width);
+    setMarks();
+    tables_.start(index, in().frame, {left, in().y}, width, in().ground);
 }
 
 void FlowPlacer::endTable() {
@@ -237,6 +242,7 @@ void FlowPlacer::startCell(std::uint32_t index) {
     Container container;
     container.frame = cell.frame;
     container.width = cell.width;
+    container.ground = cell.ground;
     container.block.align = flow_.cells[index].align;
     containers_.push_back(container);
 }
@@ -249,8 +255,7 @@ void FlowPlacer::endCell(std::uint32_t index) {
 
 int FlowPlacer::endContainer() {
     flushMarker();
-    line_.set(line_.size(), list_, in().frame, {0, in().y}, in().y);
-    line_.drop(line_.size());
+    setMarks();
     return std::max(in().y, in().floatBottom);
 }
 

@@ -16,14 +16,15 @@ class FlowPlacer {
     FlowPlacer(const Flow& flow, DisplayList& list)
         : flow_(flow), list_(list), line_(flow), tables_(flow, list) {}
 
-    /// Sets the whole flow into frame 0. The height that it takes.
-    int place(int width);
+    /// Sets the whole flow into frame 0, on this ground. The height that it takes.
+    int place(int width, Colour ground);
 
   private:
     /// A page or cell as far as it is filled. Places are those of its frame.
     struct Container {
         std::uint32_t frame = 0;
         int width = 0;
+        Colour ground = 0;
         int y = 0;
         int gap = 0;        // asked for above what comes next
         bool atTop = true;  // where no gap is wanted
@@ -45,6 +46,8 @@ class FlowPlacer {
     void token(const LineToken& token);
     void finishLine(std::size_t count);
     void finishLine() { finishLine(line_.size()); }
+    /// Settles the marks that no line follows.
+    void setMarks();
     void lineBreak(const TextStyle& style);
     void block(const FlowBlock& block);
     void rule(const FlowRule& rule);

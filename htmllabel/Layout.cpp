@@ -47,7 +47,8 @@ void Layout::place(HTMLDocument& document, int width) {
     state_->background = document.bodyBgColor();
     DisplayList& list = state_->list;
     list.clear(flow.marks.size());
-    const int height = FlowPlacer(flow, list).place(std::max(clampPixels(width) - 2 * margin, 0));
+    const int room = std::max(clampPixels(width) - 2 * margin, 0);
+    const int height = FlowPlacer(flow, list).place(room, state_->background);
     list.resolve({margin, margin});
     const Size extent = list.extent();
     state_->size = {std::max(width, extent.width + margin),

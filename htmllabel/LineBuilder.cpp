@@ -7,8 +7,6 @@
 namespace kavrelon {
 namespace {
 
-constexpr Colour kShadowColour = 0x80000010;
-
 /// How far a picture reaches above the baseline.
 int ascentOf(const FlowPicture& picture) {
     const int height = picture.outerHeight();
@@ -71,7 +69,8 @@ bool LineBuilder::continuesRun(const LineToken& before, const LineToken& token) 
            before.word.data() + before.word.size() + 1 == token.word.data();
 }
 
-void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop) {
+void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop,
+                      Colour ground) {
     Run run;
     int x = start.x;
     const auto endRun = [&](std::size_t next, int nextGap) {
@@ -89,7 +88,7 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
         if (run.end == run.first || run.end != i || !continuesRun(tokens_[i - 1], token)) endRun(i, gap);
         if (token.kind == TokenKind::Picture) {
             const FlowPicture& picture = flow_.pictures[token.index];
-            setPictureBox(picture, flow_, list, frame, {x, start.y - ascentOf(picture)});
+            setPictureBox(picture, flow_, list, frame, {x, start.y - ascentOf(picture)}, ground);
         } else {
             run.end = i + 1;
         }
@@ -128,7 +127,7 @@ void LineBuilder::setRun(const Run& run, DisplayList& list, std::uint32_t frame,
 }
 
 void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
-                   Point corner) {
+                   Point corner, Colour ground) {
     const int around = picture.border;
     DisplayItem item;
     item.element = picture.element;
@@ -154,7 +153,7 @@ void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& li
     }
     item.kind = DrawKind::Sunken;
     item.thickness = 1;
-    item.value = kShadowColour;
+    item.value = lightEdgeOn(ground);
     list.add(item);
     if (picture.alternative.empty()) return;
     const TextStyle& style = flow.styles[picture.style];

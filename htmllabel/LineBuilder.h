@@ -44,8 +44,9 @@ class LineBuilder {
         int descent = 0;
     };
     Shape shape(std::size_t count) const;
-    /// Puts the first `count` tokens into a frame, with the line's left end and baseline at `start`.
-    void set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop);
+    /// Puts the first `count` tokens into a frame, with the line's left end and baseline at `start`. `ground`
+    /// is the colour that they stand on.
+    void set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop, Colour ground);
     /// Takes the first `count` tokens away; the others begin the next line.
     void drop(std::size_t count);
 
@@ -59,7 +60,6 @@ class LineBuilder {
 
     bool continuesRun(const LineToken& before, const LineToken& token) const;
     void setRun(const Run& run, DisplayList& list, std::uint32_t frame, int baseline, int nextGap);
-    void setPicture(const FlowPicture& picture, DisplayList& list, std::uint32_t frame, Point start) const;
 
     const Flow& flow_;
     std::vector<LineToken> tokens_;
@@ -70,6 +70,6 @@ class LineBuilder {
 
 /// A picture, its border or alternative text included, with its outer top left corner at `corner`.
 void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
-                   Point corner);
+                   Point corner, Colour ground);
 
 }  // namespace kavrelon

@@ -27,11 +27,13 @@ std::size_t TablePlacer::addItem(std::uint32_t frame, DrawKind kind, Colour colo
 }
 
 // Backgrounds and borders go before the content that stands on them; their places follow at the table's end.
-void TablePlacer::start(std::uint32_t table, std::uint32_t frame, Point place, int width) {
+void TablePlacer::start(std::uint32_t table, std::uint32_t frame, Point place, int width,
+                        Colour ground) {
     const FlowTable& shape = flow_.tables[table];
-    Open open{table, frame, place, width, edges_.size(), 0, 0};
+    if (shape.hasBackground) ground = shape.background;
+    Open open{table, frame, place, width, ground, edges_.size(), 0, 0};
     if (shape.hasBackground) open.fill = addItem(frame, DrawKind::Fill, shape.background, 0);
-    if (shape.border > 0) open.border = addItem(frame, DrawKind::Raised, 0, shape.border);
+    if (shape.border > 0) open.border = addItem(frame, DrawKind::Raised, lightEdgeOn(ground), shape.border);
     open_.push_back(open);
     setColumnEdges(shape, width);
 }
@@ -55,10 +57,13 @@ TablePlacer::CellFrame TablePlacer::startCell(std::uint32_t cell) {
     Cell& placed = cells_[cell];
     placed.left = edges_[open.firstEdge + shape.column];
     placed.width = edges_[open.firstEdge + shape.column + shape.span] - table.spacing - placed.left;
+    const Colour ground = shape.hasBackground ? shape.background : open.ground;
     if (shape.hasBackground) placed.fill = addItem(open.frame, DrawKind::Fill, shape.background, 0);
-    if (table.border > 0 && !shape.isEmpty) placed.border = addItem(open.frame, DrawKind::Sunken, 0, 1);
+    if (table.border > 0 && !shape.isEmpty) {
+        placed.border = addItem(open.frame, DrawKind::Sunken, lightEdgeOn(ground), 1);
+    }
     placed.frame = list_.addFrame(open.frame);
-    return {placed.frame, std::max(placed.width - 2 * table.inset(), 0)};
+    return {placed.frame, std::max(placed.width - 2 * table.inset(), 0), ground};
 }
 
 int TablePlacer::end() {

@@ -15,14 +15,15 @@ class TablePlacer {
   public:
     TablePlacer(const Flow& flow, DisplayList& list) : flow_(flow), list_(list), cells_(flow.cells.size()) {}
 
-    /// A table of this outer width, its top left corner at `place` of `frame`.
-    void start(std::uint32_t table, std::uint32_t frame, Point place, int width);
+    /// A table of this outer width, its top left corner at `place` of `frame`, on this ground.
+    void start(std::uint32_t table, std::uint32_t frame, Point place, int width, Colour ground);
     /// Ends the innermost table. Its height.
     int end();
 
     struct CellFrame {
         std::uint32_t frame = 0;
         int width = 0;  // of its content
+        Colour ground = 0;
     };
     CellFrame startCell(std::uint32_t cell);
     void endCell(std::uint32_t cell, int contentHeight) { cells_[cell].contentHeight = contentHeight; }
@@ -33,6 +34,7 @@ class TablePlacer {
         std::uint32_t frame = 0;
         Point place;
         int width = 0;
+        Colour ground = 0;  // of its cells
         std::size_t firstEdge = 0;
         std::size_t fill = 0;  // its items in the display list
         std::size_t border = 0;
