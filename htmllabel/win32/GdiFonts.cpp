@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 
 #include "support/Conversions.h"
@@ -19,6 +20,21 @@ int heightInPixels(float points, HDC context) {
     return std::isfinite(height) ? roundHalfToEven(std::clamp(height, 1.0, kTallest)) : 1;
 }
 
+bool hasAnyOf(std::string_view text, std::initializer_list<std::string_view> parts) {
+    return std::ranges::any_of(
+        parts, [text](std::string_view part) { return text.find(part) != std::string_view::npos; });
+}
+
+/// What a face looks like, going by its name: one that the system lacks is then replaced by one of its kind.
+BYTE pitchAndFamily(std::string face) {
+    CharLowerBuffA(face.data(), static_cast<DWORD>(face.size()));
+    if (hasAnyOf(face, {"courier", "mono", "console", "terminal", "fixed", "typewriter"})) {
+        return FIXED_PITCH | FF_MODERN;
+    }
+    const bool serifs = hasAnyOf(face, {"times", "roman", "serif", "georgia", "garamond", "palatino"});
+    return VARIABLE_PITCH | (serifs && !hasAnyOf(face, {"sans"}) ? FF_ROMAN : FF_SWISS);
+}
+
 LOGFONTA describe(const TextFont& font, int height) {
     LOGFONTA result{};
     const auto length = std::min(font.face.size(), sizeof result.lfFaceName - 1);
@@ -29,6 +45,7 @@ LOGFONTA describe(const TextFont& font, int height) {
     result.lfItalic = font.italic;
     result.lfUnderline = font.underline;
     result.lfCharSet = DEFAULT_CHARSET;
+    result.lfPitchAndFamily = pitchAndFamily(font.face);
     return result;
 }
 

@@ -59,7 +59,8 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
         case WM_MBUTTONUP:
             return buttonUp(label, viewPort, kMiddle, wParam, lParam);
         case WM_CAPTURECHANGED:
-            container.mouseReleased();
+            // Taking it again for a second button is no release.
+            if (reinterpret_cast<HWND>(lParam) != viewPort) container.mouseReleased();
             return 0;
         case WM_MOUSEMOVE:
             label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), position(lParam));
