@@ -46,7 +46,8 @@ class LineBuilder {
     Shape shape(std::size_t count) const;
     /// Puts the first `count` tokens into a frame, with the line's left end and baseline at `start`. `ground`
     /// is the colour that they stand on.
-    void set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop, Colour ground);
+    void set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop,
+             Colour ground);
     /// Takes the first `count` tokens away; the others begin the next line.
     void drop(std::size_t count);
 

@@ -27,8 +27,7 @@ std::size_t TablePlacer::addItem(std::uint32_t frame, DrawKind kind, Colour colo
 }
 
 // Backgrounds and borders go before the content that stands on them; their places follow at the table's end.
-void TablePlacer::start(std::uint32_t table, std::uint32_t frame, Point place, int width,
-                        Colour ground) {
+void TablePlacer::start(std::uint32_t table, std::uint32_t frame, Point place, int width, Colour ground) {
     const FlowTable& shape = flow_.tables[table];
     if (shape.hasBackground) ground = shape.background;
     Open open{table, frame, place, width, ground, edges_.size(), 0, 0};
