@@ -5,6 +5,9 @@
 namespace kavrelon {
 namespace {
 
+constexpr float kLeastPoints = 1;
+constexpr float kMostPoints = 200;
+
 char upper(char letter) {
     return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
@@ -35,6 +38,10 @@ bool isHeaderCell(const HTMLElement& cell) {
 int clampPixels(double value, int most) {
     if (!(value > 0)) return 0;
     return value < most ? static_cast<int>(value) : most;
+}
+
+float clampPoints(float points) {
+    return points > kLeastPoints ? std::min(points, kMostPoints) : kLeastPoints;
 }
 
 Extent givenWidth(const HTMLElement& element) {

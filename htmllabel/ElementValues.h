@@ -17,6 +17,9 @@ bool isHeaderCell(const HTMLElement& cell);
 /// A number of a document as pixels: from 0 to `most`.
 int clampPixels(double value, int most = kMostPixels);
 
+/// A size of text that can be drawn: from 1 to 200 points, and 1 for what is no number.
+float clampPoints(float points);
+
 /// WIDTH: up to 1 a fraction, above pixels, below 0 nothing.
 Extent givenWidth(const HTMLElement& element);
 /// WIDTH of tags whose record says 1.0 when nothing is given.

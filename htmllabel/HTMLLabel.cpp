@@ -78,7 +78,6 @@ void HTMLLabel::setDocument(std::string text, StartAt start) {
     parse(*std::exchange(pendingText_, std::nullopt));
     if (window_ != nullptr && window_->containerVisible()) {
         layOut(offset);
-        if (mine != operation_) return;
         repaint();
         if (mine != operation_) return;
     }

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "htmllabel/ElementValues.h"
 #include "htmllabel/HTMLLabel.h"
 
 namespace kavrelon {
@@ -51,8 +52,8 @@ LabelOutline HTMLLabel::outline() const {
 void HTMLLabel::fitParts(Point offset) {
     const Size page = layout_ != nullptr ? layout_->size() : Size{};
     Canvas& canvas = window_->canvas();
-    const int line =
-        canvas.metrics(canvas.font({.face = DefaultFontName(), .points = DefaultFontSize()})).height();
+    const TextFont font{.face = DefaultFontName(), .points = clampPoints(DefaultFontSize())};
+    const int line = canvas.metrics(canvas.font(font)).height();
 
     const int width = placeLabelParts(outline()).viewPort.width();
     hscScroll_ = scrollBarFor(EnableScroll(), page.width, width, line, offset.x);

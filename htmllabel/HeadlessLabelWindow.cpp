@@ -13,10 +13,12 @@ void HeadlessLabelWindow::setScrollBar(ScrollBar bar, const ScrollState& state) 
 
 void HeadlessLabelWindow::repaintViewPort() {
     ++shown_.paints;
-    const Rect& viewPort = shown_.placement.viewPort;
-    if (const auto label = label_.lock()) {
-        label->picViewPort_Paint(canvas_, {viewPort.width(), viewPort.height()});
-    }
+    const auto label = label_.lock();
+    if (label == nullptr) return;
+    canvas_.focus.reset();
+    const Rect viewPort = shown_.placement.viewPort;
+    label->picViewPort_Paint(canvas_, {viewPort.width(), viewPort.height()});
+    shown_.focus = canvas_.focus;
 }
 
 void HeadlessLabelWindow::processMessages() {

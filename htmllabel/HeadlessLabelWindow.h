@@ -35,6 +35,8 @@ class HeadlessLabelWindow final : public LabelWindow {
         std::string toolTipText;
         bool linkTimer = false;
         int paints = 0;
+        /// Where the last paint has drawn the frame of what has the keyboard.
+        std::optional<Rect> focus;
     };
 
     /// Painting goes to this label; null for none.
@@ -66,7 +68,12 @@ class HeadlessLabelWindow final : public LabelWindow {
     void processMessages() override;
 
   private:
-    HeadlessCanvas canvas_;
+    struct ViewPort final : HeadlessCanvas {
+        void drawFocus(const Rect& place) override { focus = place; }
+        std::optional<Rect> focus;
+    };
+
+    ViewPort canvas_;
     std::weak_ptr<HTMLLabel> label_;
     Surroundings surroundings_;
     Shown shown_;

@@ -8,15 +8,9 @@
 namespace kavrelon {
 namespace {
 
-constexpr float kLeastPoints = 1;
-constexpr float kMostPoints = 200;
 constexpr int kMostRise = 1000;
 
 enum FontFlag { kBold = 1, kItalic = 2, kUnderline = 4 };
-
-float clampPoints(float points) {
-    return points > kLeastPoints ? std::min(points, kMostPoints) : kLeastPoints;
-}
 
 }  // namespace
 
