@@ -38,8 +38,10 @@ void GdiCanvas::drawText(FontId font, Colour colour, Point at, std::string_view 
         selected_ = font;
     }
     SetTextColor(target_, toColorRef(colour));
+    // Without them the platform may place smoothed characters by fractions of a pixel, away from what was
+    // measured.
     ExtTextOutA(target_, at.x - origin_.x, at.y - origin_.y, 0, nullptr, text.data(),
-                static_cast<UINT>(text.size()), nullptr);
+                static_cast<UINT>(text.size()), fonts_.advances(font, text));
 }
 
 void GdiCanvas::fill(const Rect& block, Colour colour) {

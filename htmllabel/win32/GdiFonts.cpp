@@ -92,6 +92,13 @@ int GdiFonts::width(FontId font, std::string_view text) {
     return width;
 }
 
+const INT* GdiFonts::advances(FontId font, std::string_view text) {
+    const auto& all = measured(font).advances;
+    textAdvances_.clear();
+    for (const char ch : text) textAdvances_.push_back(all[static_cast<unsigned char>(ch)]);
+    return textAdvances_.data();
+}
+
 HFONT GdiFonts::handle(FontId font) {
     Entry& entry = entries_[font];
     const auto place = std::ranges::find(live_, font);

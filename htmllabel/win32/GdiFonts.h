@@ -28,6 +28,8 @@ class GdiFonts {
     FontMetrics metrics(FontId font);
     /// Pixels from one character's place to the next one's.
     int width(FontId font, std::string_view text);
+    /// The same character by character, for drawing text as it was measured. Good until the next call.
+    const INT* advances(FontId font, std::string_view text);
     /// The platform's font; null when the platform has none. Good until many others have been asked for: one
     /// must not stay selected while others are measured.
     HFONT handle(FontId font);
@@ -53,6 +55,7 @@ class GdiFonts {
     std::vector<Entry> entries_;
     /// The fonts that exist, the one used last at the end.
     std::vector<FontId> live_;
+    std::vector<INT> textAdvances_;
 };
 
 }  // namespace kavrelon
