@@ -163,6 +163,8 @@ constexpr std::array kOptions{
            "--library C:\\terminal\\kavrelon.dll", setText<&HostOptions::libraryFile>},
     Option{"--registered", "", "", "use the terminal that is registered on this machine", "--registered",
            setFlag<&HostOptions::registered>},
+    Option{"--help-viewer", "FILE", "a file name", "show an HTML document in a label instead of a terminal",
+           "--help-viewer help.html", setText<&HostOptions::helpViewerFile>},
     Option{"--help", "", "", "show this text", "--help", setFlag<&HostOptions::help>},
 };
 
@@ -173,10 +175,13 @@ struct Rule {
 };
 
 constexpr std::array kRules{
-    Rule{"--play", "--connect", false},  Rule{"--library", "--registered", false},
-    Rule{"--raw", "--connect", true},    Rule{"--term", "--connect", true},
-    Rule{"--term", "--raw", false},      Rule{"--rate", "--play", true},
-    Rule{"--after", "--snapshot", true},
+    Rule{"--help-viewer", "--play", false},   Rule{"--help-viewer", "--connect", false},
+    Rule{"--help-viewer", "--type", false},   Rule{"--help-viewer", "--size", false},
+    Rule{"--help-viewer", "--ini", false},    Rule{"--help-viewer", "--profile", false},
+    Rule{"--help-viewer", "--log", false},    Rule{"--play", "--connect", false},
+    Rule{"--library", "--registered", false}, Rule{"--raw", "--connect", true},
+    Rule{"--term", "--connect", true},        Rule{"--term", "--raw", false},
+    Rule{"--rate", "--play", true},           Rule{"--after", "--snapshot", true},
 };
 
 const Option& findOption(const std::string& name) {

@@ -38,7 +38,7 @@ struct HostOptions {
     int lines = 0;
     /// --log
     std::optional<std::string> logFile;
-    /// --snapshot, and --after in milliseconds: the host ends once the picture is taken.
+    /// --snapshot, and --after in milliseconds: the program ends once the picture is taken.
     std::optional<std::string> snapshotFile;
     std::uint32_t snapshotAfter = kDefaultSnapshotAfter;
     /// --type: sent once the session is open, as if it had been typed; escapes are resolved.
@@ -47,6 +47,8 @@ struct HostOptions {
     std::optional<std::string> libraryFile;
     /// --registered: create the class through its registration.
     bool registered = false;
+    /// --help-viewer: the document to show instead of a terminal.
+    std::optional<std::string> helpViewerFile;
     /// --help: print the help text and end. Nothing else counts then.
     bool help = false;
 

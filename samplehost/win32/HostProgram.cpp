@@ -42,7 +42,7 @@ std::string readRecording(const std::string& path) {
 
 HostProgram::HostProgram(const HostOptions& options) : options_(options) {
     openLog();
-    terminalClass_ = TerminalClass::open(options_);
+    classes_ = PlugInClasses::open(options_);
     openRemoteSystem();
 }
 
@@ -89,7 +89,7 @@ void HostProgram::openRemoteSystem() {
 
 void HostProgram::openPlugIn() {
     PlugInObserver& observer = *this;
-    plugIn_ = std::make_unique<PlugIn>(terminalClass_->create(), ParentObject::create(*this), observer);
+    plugIn_ = std::make_unique<PlugIn>(classes_->createPlugIn(), ParentObject::create(*this), observer);
     note("plug-in " + plugIn_->identity());
     plugIn_->open();
     if (options_.columns > 0 && !plugIn_->sizeScreen(options_.columns, options_.lines)) {

@@ -13,7 +13,7 @@
 #include "samplehost/SessionLog.h"
 #include "samplehost/win32/ParentObject.h"
 #include "samplehost/win32/PlugIn.h"
-#include "samplehost/win32/TerminalClass.h"
+#include "samplehost/win32/PlugInClasses.h"
 
 namespace kavrelon {
 
@@ -62,7 +62,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     HostOptions options_;
     std::ofstream logFile_;
     std::optional<SessionLog> log_;
-    std::unique_ptr<TerminalClass> terminalClass_;
+    std::unique_ptr<PlugInClasses> classes_;
     std::unique_ptr<RemoteSystem> remote_;
     HANDLE remoteReady_ = nullptr;
     std::unique_ptr<PlugIn> plugIn_;

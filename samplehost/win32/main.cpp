@@ -9,6 +9,7 @@
 
 #include "samplehost/HostOptions.h"
 #include "samplehost/win32/ComFailure.h"
+#include "samplehost/win32/HelpViewer.h"
 #include "samplehost/win32/HostProgram.h"
 
 namespace {
@@ -44,6 +45,7 @@ int main(int argc, char** argv) {
             return 0;
         }
         const Apartment apartment;
+        if (options.helpViewerFile) return HelpViewer(options).run();
         return HostProgram(options).run();
     } catch (const HostOptionsError& error) {
         return complain(error, kBadOptions);

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "samplehost/WebAddress.h"
+
 namespace kavrelon {
 namespace {
 
@@ -82,6 +84,7 @@ TEST(HostOptions, TellsWhatIsWrong) {
         {{"--ini", "a", "--ini", "b"}, "--ini is given twice"},
         {{"--registered", "--library", "k"}, "--library cannot be used with --registered"},
         {{"--term", "x", "--raw", "--connect", "h:1"}, "--term cannot be used with --raw"},
+        {{"--log", "l", "--help-viewer", "f"}, "--help-viewer cannot be used with --log"},
         {{"--raw"}, "--raw makes sense only with --connect"},
         {{"--rate", "1"}, "--rate makes sense only with --play"},
     };
@@ -107,7 +110,17 @@ TEST(HostOptions, HelpShowsExamplesThatWork) {
         EXPECT_EQ(errorOf(arguments), "none") << line;
         ++examples;
     }
-    EXPECT_EQ(examples, 15);
+    EXPECT_EQ(examples, 16);
+}
+
+TEST(WebAddress, IsAllThatADocumentMayOpen) {
+    for (const char* link : {"http://a", "HTTPS://host:8080/x?y=1&z#end"})
+        EXPECT_TRUE(isWebAddress(link)) << link;
+    for (const char* link :
+         {"", "http://", "https:/a", "ftp://a", "file:///c:/a", "calc.exe", "\\\\host\\a", "http://a b",
+          "http://a\" -x", "http://\xE9", " http://a", "javascript:http://a"}) {
+        EXPECT_FALSE(isWebAddress(link)) << link;
+    }
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "samplehost/win32/TerminalClass.h"
+#include "samplehost/win32/PlugInClasses.h"
 
 #include <windows.h>
 
@@ -17,20 +17,18 @@ namespace kavrelon {
 
 namespace {
 
-constexpr wchar_t kProgId[] = L"kavrelon.clsTerminal";
-
-ComPtr<IClientMain> createByName() {
+ComPtr<IUnknown> createByName(const wchar_t* progId, const std::string& text) {
     CLSID id{};
-    check(CLSIDFromProgID(kProgId, &id), "The class kavrelon.clsTerminal was not found");
-    ComPtr<IClientMain> plugIn;
-    check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IClientMain, plugIn.putVoid()),
-          "The class kavrelon.clsTerminal could not be created");
-    return plugIn;
+    check(CLSIDFromProgID(progId, &id), "The class " + text + " was not found");
+    ComPtr<IUnknown> object;
+    check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object.putVoid()),
+          "The class " + text + " could not be created");
+    return object;
 }
 
-class RegisteredClass final : public TerminalClass {
-  public:
-    ComPtr<IClientMain> create() const override { return createByName(); }
+class RegisteredClass final : public PlugInClasses {
+  private:
+    ComPtr<IUnknown> create(const Name& name) const override { return createByName(name.progId, name.text); }
 };
 
 /// Makes an activation context the thread's for as long as it lives.
@@ -52,7 +50,7 @@ class ActiveContext {
 /// The manifest is a resource that this class activates, rather than the one that the system activates for
 /// the whole program: a manifest comes before the registry, which would never be asked otherwise. A host that
 /// wants the manifest in any case makes it the program's own and needs no code.
-class ManifestClass final : public TerminalClass {
+class ManifestClass final : public PlugInClasses {
   public:
     ManifestClass() {
         const std::wstring program = modulePath();
@@ -72,16 +70,16 @@ class ManifestClass final : public TerminalClass {
     ManifestClass(const ManifestClass&) = delete;
     ManifestClass& operator=(const ManifestClass&) = delete;
 
-    ComPtr<IClientMain> create() const override {
+  private:
+    ComPtr<IUnknown> create(const Name& name) const override {
         const ActiveContext active(context_);
-        return createByName();
+        return createByName(name.progId, name.text);
     }
 
-  private:
     HANDLE context_ = INVALID_HANDLE_VALUE;
 };
 
-class ClassInFile final : public TerminalClass {
+class ClassInFile final : public PlugInClasses {
   public:
     explicit ClassInFile(const std::string& path) : path_(path) {
         // With a full path the DLL finds what lies beside it, and no other folder is searched.
@@ -95,7 +93,8 @@ class ClassInFile final : public TerminalClass {
             check(HRESULT_FROM_WIN32(GetLastError()), "The library " + path + " could not be loaded");
     }
 
-    ComPtr<IClientMain> create() const override {
+  private:
+    ComPtr<IUnknown> create(const Name& name) const override {
         // The documented way from a procedure's address to its type.
         using GetClassObject = HRESULT STDAPICALLTYPE(REFCLSID, REFIID, void**);
         const FARPROC entry = GetProcAddress(module_.get(), "DllGetClassObject");
@@ -103,15 +102,14 @@ class ClassInFile final : public TerminalClass {
         auto* const getClassObject = reinterpret_cast<GetClassObject*>(reinterpret_cast<void*>(entry));
 
         ComPtr<IClassFactory> factory;
-        check(getClassObject(CLSID_clsTerminal, IID_IClassFactory, factory.putVoid()),
-              "The library " + path_ + " does not have the terminal's class");
-        ComPtr<IClientMain> plugIn;
-        check(factory->CreateInstance(nullptr, IID_IClientMain, plugIn.putVoid()),
-              "The library " + path_ + " could not create its terminal");
-        return plugIn;
+        check(getClassObject(name.id, IID_IClassFactory, factory.putVoid()),
+              "The library " + path_ + " does not have the class " + name.text);
+        ComPtr<IUnknown> object;
+        check(factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid()),
+              "The library " + path_ + " could not create " + name.text);
+        return object;
     }
 
-  private:
     struct Unload {
         void operator()(HMODULE module) const { FreeLibrary(module); }
     };
@@ -122,19 +120,30 @@ class ClassInFile final : public TerminalClass {
 
 }  // namespace
 
-std::unique_ptr<TerminalClass> TerminalClass::fromManifest() {
+ComPtr<IClientMain> PlugInClasses::createPlugIn() const {
+    auto plugIn =
+        create({L"kavrelon.clsTerminal", CLSID_clsTerminal, "kavrelon.clsTerminal"}).query<IClientMain>();
+    if (!plugIn) throw ComFailure("The class kavrelon.clsTerminal is no plug-in of this host.");
+    return plugIn;
+}
+
+ComPtr<IUnknown> PlugInClasses::createLabel() const {
+    return create({L"kavrelon.HTMLLabel", CLSID_HTMLLabel, "kavrelon.HTMLLabel"});
+}
+
+std::unique_ptr<PlugInClasses> PlugInClasses::fromManifest() {
     return std::make_unique<ManifestClass>();
 }
 
-std::unique_ptr<TerminalClass> TerminalClass::fromRegistry() {
+std::unique_ptr<PlugInClasses> PlugInClasses::fromRegistry() {
     return std::make_unique<RegisteredClass>();
 }
 
-std::unique_ptr<TerminalClass> TerminalClass::fromFile(const std::string& path) {
+std::unique_ptr<PlugInClasses> PlugInClasses::fromFile(const std::string& path) {
     return std::make_unique<ClassInFile>(path);
 }
 
-std::unique_ptr<TerminalClass> TerminalClass::open(const HostOptions& options) {
+std::unique_ptr<PlugInClasses> PlugInClasses::open(const HostOptions& options) {
     if (options.libraryFile) return fromFile(*options.libraryFile);
     return options.registered ? fromRegistry() : fromManifest();
 }

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ocidl.h>
+
+#include <functional>
+
+#include "support/com/ComPtr.h"
+#include "support/com/Implements.h"
+
+namespace kavrelon {
+
+/// The frame around a form, as far as a control needs one: it notes who gets the form's keys first. It is the
+/// form's only one, so it answers for the document's window as well.
+class ControlFrame final : public Implements<IOleInPlaceFrame> {
+  public:
+    explicit ControlFrame(HWND form) : form_(form) {}
+
+    IOleInPlaceActiveObject* activeObject() const { return active_.get(); }
+
+    STDMETHODIMP GetWindow(HWND* window) override;
+    STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+    STDMETHODIMP GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
+    STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
+    STDMETHODIMP SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+    STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR name) override;
+    STDMETHODIMP InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
+    STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
+    STDMETHODIMP RemoveMenus(HMENU) override { return E_NOTIMPL; }
+    STDMETHODIMP SetStatusText(LPCOLESTR) override { return S_OK; }
+    STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+    STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
+
+  private:
+    HWND form_;
+    ComPtr<IOleInPlaceActiveObject> active_;
+};
+
+/// One control's place on a form: what the form tells the control, and is told by it.
+class ControlSite final : public Implements<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
+  public:
+    /// `form` is the window; `parent` the form's object for programs, or null.
+    ControlSite(HWND form, ComPtr<IDispatch> parent);
+
+    ControlFrame& frame() { return *frame_; }
+    /// Where the control is to be, in pixels of the form.
+    RECT place{};
+    /// Whether the form is run rather than designed.
+    bool userMode = true;
+    /// A key that the control leaves to the form; true when the form takes it.
+    std::function<bool(const MSG& message)> onKey;
+    std::function<void(bool hasFocus)> onFocus;
+    /// The control asks for another place.
+    std::function<void(const RECT& wanted)> onPlaceWanted;
+
+    // IOleClientSite
+    STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
+    STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker** moniker) override;
+    STDMETHODIMP GetContainer(IOleContainer** container) override;
+    STDMETHODIMP ShowObject() override { return S_OK; }
+    STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+    STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
+
+    // IOleInPlaceSite
+    STDMETHODIMP GetWindow(HWND* window) override;
+    STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+    STDMETHODIMP CanInPlaceActivate() override { return S_OK; }
+    STDMETHODIMP OnInPlaceActivate() override { return S_OK; }
+    STDMETHODIMP OnUIActivate() override { return S_OK; }
+    STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT position,
+                                  LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
+    STDMETHODIMP Scroll(SIZE) override { return E_NOTIMPL; }
+    STDMETHODIMP OnUIDeactivate(BOOL) override { return S_OK; }
+    STDMETHODIMP OnInPlaceDeactivate() override { return S_OK; }
+    STDMETHODIMP DiscardUndoState() override { return E_NOTIMPL; }
+    STDMETHODIMP DeactivateAndUndo() override { return E_NOTIMPL; }
+    STDMETHODIMP OnPosRectChange(LPCRECT wanted) override;
+
+    // IOleControlSite
+    STDMETHODIMP OnControlInfoChanged() override { return S_OK; }
+    STDMETHODIMP LockInPlaceActive(BOOL) override { return S_OK; }
+    STDMETHODIMP GetExtendedControl(IDispatch** extender) override;
+    STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP TranslateAccelerator(MSG* message, DWORD modifiers) override;
+    STDMETHODIMP OnFocus(BOOL hasFocus) override;
+    STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
+
+    // IDispatch: the ambient properties
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
+    STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
+    STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments,
+                        VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
+
+  private:
+    HWND form_;
+    ComPtr<IDispatch> extender_;
+    ComPtr<ControlFrame> frame_;
+};
+
+}  // namespace kavrelon
