@@ -20,10 +20,13 @@ std::int16_t modifierKeys() {
 
 LabelActivation::LabelActivation(IOleInPlaceActiveObject& object, const LabelSite& site, LabelEvents& events,
                                  std::shared_ptr<HTMLLabel> label)
-    : object_(object), site_(site), events_(events), label_(std::move(label)) {}
+    : object_(object), site_(site), events_(events), label_(std::move(label)) {
+    label_->attach(nullptr, &events_);
+}
 
 LabelActivation::~LabelActivation() {
     closeWindow();
+    label_->attach(nullptr, nullptr);
 }
 
 HWND LabelActivation::window() const noexcept {
@@ -67,7 +70,8 @@ void LabelActivation::nameWindow() const {
 }
 
 void LabelActivation::closeWindow() noexcept {
-    label_->attach(nullptr, nullptr);
+    // What is drawn without a window may show pictures all the same.
+    label_->attach(nullptr, &events_);
     visible_ = false;
     clipped_ = false;
     if (const auto window = std::exchange(window_, nullptr)) window->close();

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <vector>
+
+#include "gdi/GdiHandles.h"
+#include "support/Geometry.h"
+
+namespace kavrelon {
+
+constexpr COLORREF kBlack = 0;
+constexpr COLORREF kWhite = 0xFFFFFF;
+
+/// The drawing objects of this process, counted in the table that it shares with the platform: the platform's
+/// own count is not there everywhere.
+inline int countGdiObjects() {
+    constexpr std::size_t kTableInProcess = 0x94, kEntries = 65536, kEntrySize = 24, kTypeInEntry = 14;
+    const char* process = nullptr;
+    asm("movl %%fs:0x30, %0" : "=r"(process));
+    const char* table = *reinterpret_cast<const char* const*>(process + kTableInProcess);
+    int count = 0;
+    for (std::size_t entry = 0; entry < kEntries; ++entry) {
+        if (table[entry * kEntrySize + kTypeInEntry] != 0) ++count;
+    }
+    return count;
+}
+
+/// What a window's inner area shows.
+class WindowImage {
+  public:
+    explicit WindowImage(HWND window) {
+        RECT inner{};
+        GetClientRect(window, &inner);
+        width_ = inner.right;
+        height_ = inner.bottom;
+        BITMAPINFO format{};
+        format.bmiHeader = {sizeof format.bmiHeader, width_, -height_, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        const OwnedContext memory(CreateCompatibleDC(nullptr));
+        void* bits = nullptr;
+        const Bitmap bitmap(CreateDIBSection(memory.get(), &format, DIB_RGB_COLORS, &bits, nullptr, 0));
+        const Selected selected(memory.get(), bitmap.get());
+        BitBlt(memory.get(), 0, 0, width_, height_, GetDC(window), 0, 0, SRCCOPY);
+        GdiFlush();
+        for (int i = 0; i < width_ * height_; ++i) {
+            const RGBQUAD pixel = static_cast<const RGBQUAD*>(bits)[i];
+            pixels_.push_back(RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue));
+        }
+    }
+
+    int width() const { return width_; }
+    int height() const { return height_; }
+    COLORREF at(int x, int y) const { return pixels_.at(static_cast<std::size_t>(y * width_ + x)); }
+    /// Whether every pixel of a block answers.
+    bool all(const Rect& block, const std::function<bool(COLORREF)>& answers) const {
+        for (int y = block.top; y < block.bottom; ++y) {
+            for (int x = block.left; x < block.right; ++x) {
+                if (!answers(at(x, y))) return false;
+            }
+        }
+        return true;
+    }
+    bool all(const Rect& block, COLORREF colour) const {
+        return all(block, [=](COLORREF pixel) { return pixel == colour; });
+    }
+    bool operator==(const WindowImage& other) const = default;
+
+  private:
+    int width_ = 0;
+    int height_ = 0;
+    std::vector<COLORREF> pixels_;
+};
+
+}  // namespace kavrelon
