@@ -24,8 +24,8 @@ constexpr TagSet kEndParagraphs = {TAG_P,           TAG_DIV,        TAG_END_DIV,
                                    TAG_TBODY,       TAG_TFOOT,      TAG_END_THEAD, TAG_END_TBODY,
                                    TAG_END_TFOOT,   TAG_BODY,       TAG_END_BODY};
 
-/// An index of a piece or a place on the stack of open elements. There are never more than 32767 elements,
-/// those that are added included: each of these has an opener of three characters or more.
+/// An index of a piece or of an opened element. There are never more than 32767 elements, those that are
+/// added included: each of these has an opener of three characters or more.
 using Index = std::int16_t;
 constexpr Index kNone = -1;
 
@@ -34,23 +34,22 @@ Index sizeOf(const Items& items) {
     return static_cast<Index>(items.size());
 }
 
-constexpr std::uint8_t closerOf(std::uint8_t opener) {
-    return static_cast<std::uint8_t>(opener + 1);
-}
-
 /// A closer to add, and the piece that it comes before.
 struct Missing {
     Index before = 0;
     std::uint8_t closer = TAG_END_P;
 };
 
-/// Places on the stack of open elements, `kNone` where none is open.
+/// The open elements that a closer would close.
 struct Innermost {
     Index table = kNone;
-    Index row = kNone;   // of that table
-    Index cell = kNone;  // of that table
+    Index row = kNone;        // of that table
+    Index cell = kNone;       // of that table
+    Index paragraph = kNone;  // of that cell
 };
 
+/// Matches closers with openers of their own kind only, so that closers in the wrong order are no missing
+/// ones.
 class Matcher {
   public:
     Matcher(const std::vector<Piece>& pieces, std::string_view document)
@@ -59,14 +58,19 @@ class Matcher {
     /// In the order of their places; those of one place from the inside out.
     std::vector<Missing> missing() {
         for (Index i = 0; i < sizeOf(pieces_); ++i) take(i);
-        closeAbove(0, documentEnd_);
-        std::ranges::stable_sort(missing_, {}, &Missing::before);
-        return std::move(missing_);
+        std::vector<Missing> found;
+        for (auto element = opened_.rbegin(); element != opened_.rend(); ++element) {
+            if (element->closed || element->code == TAG_TABLE) continue;
+            found.push_back({endOf(*element), static_cast<std::uint8_t>(element->code + 1)});
+        }
+        std::ranges::stable_sort(found, {}, &Missing::before);
+        return found;
     }
 
   private:
-    struct Open {
+    struct Opened {
         std::uint8_t code = TAG_P;
+        bool closed = false;
         Index index = 0;
         /// The first piece that ends it if no closer comes.
         Index ender = kNone;
@@ -74,40 +78,43 @@ class Matcher {
         Innermost outside;
     };
 
+    Opened& at(Index element) { return opened_[static_cast<std::size_t>(element)]; }
+
     void take(Index index) {
         const Piece& piece = pieces_[static_cast<std::size_t>(index)];
         const TagType code = isDocumentEnd(piece) ? TAG_END_BODY : piece.tag();
+        if (code == TAG_END_TABLE && innermost_.table == kNone) return;
         noteEnds(index, code);
         switch (code) {
             case TAG_P:
-                open(index, code);
+                innermost_.paragraph = open(index, code);
                 break;
             case TAG_TABLE:
-                open(index, code);
-                innermost_ = {.table = topOfStack()};
+                innermost_ = {.table = open(index, code)};
                 break;
             case TAG_TR:
-                open(index, code);
-                innermost_.row = topOfStack();
+                innermost_.row = open(index, code);
+                innermost_.paragraph = kNone;
                 break;
             case TAG_TD:
-                open(index, code);
-                innermost_.cell = topOfStack();
+                innermost_.cell = open(index, code);
+                innermost_.paragraph = kNone;
                 break;
             case TAG_END_P:
-                // An open paragraph of this cell is on top: only rows, cells and tables go on top of one.
-                if (paragraphOnTop()) pop();
-                break;
-            case TAG_END_TABLE:
-                close(innermost_.table, index);
+                if (const Opened* p = close(innermost_.paragraph))
+                    innermost_.paragraph = p->outside.paragraph;
                 break;
             case TAG_END_TR:
-                close(innermost_.row, index);
+                if (const Opened* row = close(innermost_.row)) innermost_.row = row->outside.row;
                 break;
             case TAG_END_TD:
-                close(innermost_.cell, index);
+                if (const Opened* cell = close(innermost_.cell)) innermost_.cell = cell->outside.cell;
+                break;
+            case TAG_END_TABLE:
+                innermost_ = close(innermost_.table)->outside;
                 break;
             case TAG_END_BODY:
+                // The end of the document often stands right behind that of the body.
                 if (index != documentEnd_ + 1) documentEnd_ = index;
                 break;
             default:
@@ -120,54 +127,39 @@ class Matcher {
                nameKey(mstrTagID(document_.substr(piece.begin, piece.length))) == nameKey("/HTML");
     }
 
-    Index topOfStack() const { return static_cast<Index>(open_.size() - 1); }
+    Index open(Index index, TagType code) {
+        opened_.push_back({static_cast<std::uint8_t>(code), false, index, kNone, innermost_});
+        return static_cast<Index>(opened_.size() - 1);
+    }
 
-    bool paragraphOnTop() const { return !open_.empty() && open_.back().code == TAG_P; }
+    /// Null when there is none to close.
+    const Opened* close(Index element) {
+        if (element == kNone) return nullptr;
+        at(element).closed = true;
+        return &at(element);
+    }
 
     /// Notes where the innermost paragraph, cell and row end if no closer comes.
     void noteEnds(Index index, TagType code) {
-        const auto note = [&](Index place) {
-            if (place == kNone) return;
-            Open& element = open_[static_cast<std::size_t>(place)];
-            if (element.ender == kNone) element.ender = index;
+        const auto note = [&](Index element) {
+            if (element != kNone && at(element).ender == kNone) at(element).ender = index;
         };
-        if (kEndParagraphs.has(code) && paragraphOnTop()) note(topOfStack());
+        if (kEndParagraphs.has(code)) note(innermost_.paragraph);
         if (kEndCells.has(code)) note(innermost_.cell);
         if (kEndRows.has(code)) note(innermost_.row);
     }
 
-    void open(Index index, TagType code) {
-        open_.push_back({static_cast<std::uint8_t>(code), index, kNone, innermost_});
-    }
-
-    void pop() {
-        innermost_ = open_.back().outside;
-        open_.pop_back();
-    }
-
-    /// A closer at `index` closes the element at `place` of the stack, and with it all that is open in it.
-    void close(Index place, Index index) {
-        if (place == kNone) return;
-        closeAbove(static_cast<std::size_t>(place) + 1, index);
-        pop();
-    }
-
-    void closeAbove(std::size_t depth, Index index) {
-        for (; open_.size() > depth; pop()) {
-            const Open& element = open_.back();
-            if (element.code == TAG_TABLE) continue;
-            const Index end = element.index < index ? index : sizeOf(pieces_);
-            missing_.push_back({element.ender == kNone ? end : element.ender, closerOf(element.code)});
-        }
+    Index endOf(const Opened& element) const {
+        if (element.ender != kNone) return element.ender;
+        return element.index < documentEnd_ ? documentEnd_ : sizeOf(pieces_);
     }
 
     const std::vector<Piece>& pieces_;
     std::string_view document_;
-    std::vector<Open> open_;
+    std::vector<Opened> opened_;
     Innermost innermost_;
     /// Where the body or the document ends; the number of pieces until that is known.
     Index documentEnd_;
-    std::vector<Missing> missing_;
 };
 
 }  // namespace

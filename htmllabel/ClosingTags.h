@@ -9,9 +9,9 @@ namespace kavrelon {
 
 /// Adds the "</P>", "</TR>" and "</TD>" that are missing, each before the first tag that ends its element.
 ///
-/// Openers and closers are matched like brackets within a table cell or what stands outside of tables; rows
-/// and cells belong to the innermost open table. Only openers that stay without a closer get one, so that a
-/// document whose tags are complete is left alone, however it nests them.
+/// Openers and closers of one kind are matched like brackets, within a table or what stands outside of
+/// tables, and paragraphs within a cell. Only openers that stay without a closer get one, so that a document
+/// whose tags are complete is left alone, in whatever order they stand.
 void addClosingTags(std::vector<Piece>& pieces, std::string_view document);
 
 /// The source of a closer that was added.

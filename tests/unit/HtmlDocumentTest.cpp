@@ -274,6 +274,17 @@ TEST(HtmlDocumentTest, BuildsTheTree) {
     EXPECT_EQ(found.strRaw, "b");
 }
 
+/// A text with a bar behind each of its tags and stretches of text.
+std::string barred(const std::string& html) {
+    std::string text;
+    for (const char c : html) {
+        if (c == '<' && !text.empty() && text.back() != '|') text += '|';
+        text += c;
+        if (c == '>') text += '|';
+    }
+    return text;
+}
+
 TEST(HtmlDocumentTest, AddsMissingClosers) {
     // A "*" stands where a closer is missing that a reader puts there.
     const std::string cases[] = {
@@ -288,6 +299,7 @@ TEST(HtmlDocumentTest, AddsMissingClosers) {
         // What lacks nothing is left alone, however it nests.
         "<P>a<UL><LI>b</UL><TABLE><TR><TD>c</TD></TR></TABLE><DIV><P>d</P></DIV></P></P>",
         "<P>a<DIV>b</P>c</DIV></TD></TR></TABLE><B><I>",
+        "<TABLE><TR><TD>a</TR></TD><TR><TD><P>b</TD></P></TR></TABLE>",
     };
     for (const std::string& marked : cases) {
         std::string complete, lacking;
@@ -298,9 +310,7 @@ TEST(HtmlDocumentTest, AddsMissingClosers) {
             if (!missing) lacking += marked[i];
             i = end - 1;
         }
-        const Parsed repaired = Parsed::inBody(lacking);
-        EXPECT_EQ(repaired.pieces(), Parsed::inBody(complete).pieces()) << lacking;
-        EXPECT_EQ(repaired.tree(), Parsed::inBody(complete).tree()) << lacking;
+        EXPECT_EQ(Parsed::inBody(lacking).pieces(), barred(complete)) << lacking;
     }
     EXPECT_EQ(Parsed("<HTML><BODY><P>a</HTML>").tree(), "<HTML>(<BODY>(<P>(a/</P>) </HTML>))");
     EXPECT_EQ(Parsed("<HTML><BODY><P>a").tree(), "<HTML>(<BODY>(<P>(</P>)))");
