@@ -33,6 +33,7 @@ struct TextStyle {
     bool underline = false;
 
     int height() const { return ascent + descent; }
+    bool operator==(const TextStyle&) const = default;
 };
 
 /// A text element: its words, of which an empty one is a gap.

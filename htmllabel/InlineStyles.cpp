@@ -147,9 +147,12 @@ std::uint32_t InlineStyles::current() {
     const int flags = (state.bold || counts_.bold > 0 ? kBold : 0) | (counts_.italic > 0 ? kItalic : 0) |
                       (underline ? kUnderline : 0);
     const ReadyFont& font = readyFont({state.face, state.points, flags});
-    current_ = static_cast<std::uint32_t>(flow_.styles.size());
-    flow_.styles.push_back({font.id, state.colour, font.metrics.ascent, font.metrics.descent,
-                            font.metrics.spaceWidth, state.rise, underline});
+    const TextStyle style{
+        font.id,    state.colour, font.metrics.ascent, font.metrics.descent, font.metrics.spaceWidth,
+        state.rise, underline};
+    // Cells and closed tags mostly come back to the style before.
+    if (flow_.styles.empty() || flow_.styles.back() != style) flow_.styles.push_back(style);
+    current_ = static_cast<std::uint32_t>(flow_.styles.size() - 1);
     return current_;
 }
 

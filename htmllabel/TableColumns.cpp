@@ -71,32 +71,67 @@ void deal(std::size_t count, std::int64_t amount, const Weight& weight, const Gi
     }
 }
 
-/// Widens the columns under a spanning cell, those without a width of their own first.
-void widen(Columns columns, const FlowColumn& wish, int spacing) {
-    int min = wish.min - spacing * (static_cast<int>(columns.size()) - 1);
-    int max = std::max(wish.max, wish.pixels) - spacing * (static_cast<int>(columns.size()) - 1);
-    float fraction = wish.fraction;
-    bool anyAutomatic = false;
-    for (const FlowColumn& column : columns) {
-        min -= column.min;
-        max -= preferred(column);
-        fraction -= column.fraction;
-        anyAutomatic = anyAutomatic || isAutomatic(column);
+/// What columns come to together.
+struct ColumnSum {
+    std::int64_t min = 0;
+    std::int64_t preferred = 0;
+    double fraction = 0;
+    std::int64_t automatic = 0;
+};
+
+/// Sums over any columns that stand side by side, so that a spanning cell which fits already costs nothing,
+/// however many columns it spans.
+class ColumnSums {
+  public:
+    explicit ColumnSums(Columns columns) : before_(columns.size() + 1) { add(columns); }
+
+    /// Sums up anew after the columns have changed.
+    void add(Columns columns) {
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const FlowColumn& column = columns[i];
+            const ColumnSum& sum = before_[i];
+            before_[i + 1] = {sum.min + column.min, sum.preferred + preferred(column),
+                              sum.fraction + static_cast<double>(column.fraction),
+                              sum.automatic + (isAutomatic(column) ? 1 : 0)};
+        }
     }
+    ColumnSum of(std::size_t first, std::size_t count) const {
+        const ColumnSum& from = before_[first];
+        const ColumnSum& to = before_[first + count];
+        return {to.min - from.min, to.preferred - from.preferred, to.fraction - from.fraction,
+                to.automatic - from.automatic};
+    }
+
+  private:
+    std::vector<ColumnSum> before_;
+};
+
+/// Widens the columns under a spanning cell, those without a width of their own first. False when they are
+/// wide enough.
+bool widen(Columns columns, const ColumnSum& sum, const FlowColumn& wish, int spacing) {
+    constexpr double kLeastFraction = 0.0001;
+    const std::int64_t between = std::int64_t{spacing} * (static_cast<std::int64_t>(columns.size()) - 1);
+    const std::int64_t min = wish.min - between - sum.min;
+    const std::int64_t max = std::max(wish.max, wish.pixels) - between - sum.preferred;
+    const bool anyAutomatic = sum.automatic > 0;
+    const double fraction = anyAutomatic ? static_cast<double>(wish.fraction) - sum.fraction : 0;
+    if (min <= 0 && max <= 0 && fraction < kLeastFraction) return false;
     std::vector<int> weights;
     weights.reserve(columns.size());
     for (const FlowColumn& column : columns) {
         weights.push_back(anyAutomatic && !isAutomatic(column) ? 0 : column.max + 1);
     }
     const auto weight = [&](std::size_t i) { return weights[i]; };
-    deal(columns.size(), std::max(min, 0), weight, [&](std::size_t i, int part) { columns[i].min += part; });
-    deal(columns.size(), std::max(max, 0), weight, [&](std::size_t i, int part) { columns[i].max += part; });
-    if (!anyAutomatic || !(fraction > 0)) return;
-    float all = 0;
-    for (const int one : weights) all += static_cast<float>(one);
+    const auto count = columns.size();
+    if (min > 0) deal(count, min, weight, [&](std::size_t i, int part) { columns[i].min += part; });
+    if (max > 0) deal(count, max, weight, [&](std::size_t i, int part) { columns[i].max += part; });
+    if (fraction < kLeastFraction) return true;
+    double all = 0;
+    for (const int one : weights) all += one;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        columns[i].fraction += fraction * static_cast<float>(weights[i]) / all;
+        columns[i].fraction += static_cast<float>(fraction * weights[i] / all);
     }
+    return true;
 }
 
 void widenBySpanningCells(Flow& flow, const FlowTable& table, Columns columns) {
@@ -112,12 +147,15 @@ void widenBySpanningCells(Flow& flow, const FlowTable& table, Columns columns) {
     forEachCell(flow, table, [&](const FlowCell& cell) {
         if (cell.span > 1) spans.push_back({cell.span, cell.column, wishOf(cell, table)});
     });
+    if (spans.empty()) return;
     std::sort(spans.begin(), spans.end());
+    ColumnSums sums(columns);
     for (std::size_t i = 0; i < spans.size(); ++i) {
+        const auto& [count, first, wish] = spans[i];
         if (i + 1 < spans.size() && !(spans[i] < spans[i + 1])) {
-            merge(spans[i + 1].wish, spans[i].wish);
-        } else {
-            widen(columns.subspan(spans[i].first, spans[i].count), spans[i].wish, table.spacing);
+            merge(spans[i + 1].wish, wish);
+        } else if (widen(columns.subspan(first, count), sums.of(first, count), wish, table.spacing)) {
+            sums.add(columns);
         }
     }
 }
