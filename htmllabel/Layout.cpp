@@ -64,8 +64,11 @@ Size Layout::size() const {
 
 void Layout::State::drawPagePicture(Canvas& canvas, const Rect& part) const {
     if (pagePicture == nullptr) return;
-    const Size tile = pagePicture->size();
+    Size tile = pagePicture->size();
     if (tile.width <= 0 || tile.height <= 0) return;
+    // One pixel repeated is the same as one stretched, and that is drawn at once.
+    if (tile.width == 1) tile.width = std::max(part.right, 1);
+    if (tile.height == 1) tile.height = std::max(part.bottom, 1);
     for (int y = part.top - part.top % tile.height; y < part.bottom; y += tile.height) {
         for (int x = part.left - part.left % tile.width; x < part.right; x += tile.width) {
             canvas.drawPicture(*pagePicture, {x, y, x + tile.width, y + tile.height});

@@ -11,8 +11,8 @@ namespace {
 constexpr int kMostBorder = 50;
 constexpr int kMostPadding = 1000;
 constexpr std::int32_t kTop = 3;
-// Wider than any table: the columns are counted once all cells are known.
-constexpr std::uint32_t kWholeRow = kMostPixels;
+// Beyond where the cells of any row start: the columns are counted once all are known.
+constexpr std::uint32_t kWholeRow = 1U << 30;
 
 }  // namespace
 
