@@ -70,6 +70,13 @@ void HeadlessWindow::setPen(const Pen& pen) {
     pen_ = pen;
 }
 
+void HeadlessWindow::drawPicture(const Picture& picture, const Rect&, const Rect& clip) {
+    const char letter = static_cast<const HeadlessPicture&>(picture).letter();
+    forEachCell(clip, [this, letter](int column, int row) {
+        if (ShownCell* cell = cells_.at(column, row)) *cell = {cell->ch, cell->pen, false, letter};
+    });
+}
+
 void HeadlessWindow::invertBlock(const Rect& block) {
     forEachCell(block, [this](int column, int row) {
         if (ShownCell* cell = cells_.at(column, row)) cell->inverted = !cell->inverted;
@@ -226,6 +233,12 @@ std::unique_ptr<HelpWindow> HeadlessPlatform::createHelpWindow(std::weak_ptr<Hel
 const HeadlessWindow* HeadlessPlatform::windowOf(WindowId id) const {
     const auto found = std::ranges::find(windows_, id, &HeadlessWindow::id);
     return found == windows_.end() ? nullptr : *found;
+}
+
+std::shared_ptr<const Picture> HeadlessPlatform::loadPicture(const std::string& path) {
+    picturesLookedFor.push_back(path);
+    const auto found = pictureFiles.find(path);
+    return found == pictureFiles.end() ? nullptr : found->second;
 }
 
 void HeadlessPlatform::processMessages() {

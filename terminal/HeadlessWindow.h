@@ -3,11 +3,14 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "helpbox/HeadlessHelpWindow.h"
+#include "support/Picture.h"
 #include "terminal/Printers.h"
 #include "terminal/TermWindow.h"
 #include "terminal/modShellandWait.h"
@@ -21,7 +24,22 @@ struct ShownCell {
     std::uint8_t ch = ' ';
     Pen pen;
     bool inverted = false;
+    /// The letter of the picture that covers it last drawn, 0 when none does.
+    char picture = 0;
     bool operator==(const ShownCell&) const = default;
+};
+
+/// A picture without pixels.
+class HeadlessPicture final : public Picture {
+  public:
+    HeadlessPicture(char letter, bool opaque) : letter_(letter), opaque_(opaque) {}
+    char letter() const { return letter_; }
+    Size size() const override { return {64, 64}; }
+    bool opaque() const override { return opaque_; }
+
+  private:
+    char letter_;
+    bool opaque_;
 };
 
 /// A grid of shown cells that grows to what is drawn on it, up to the largest screen.
@@ -80,6 +98,7 @@ class HeadlessWindow final : public TermWindow {
 
     void drawText(Point at, std::span<const std::uint8_t> text) override;
     void setPen(const Pen& pen) override;
+    void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) override;
     void invertBlock(const Rect& block) override;
     void clear() override;
     void clearOutsideGrid() override;
@@ -201,6 +220,9 @@ class HeadlessPlatform final : public TermPlatform {
     std::string clipboard;
     /// Another program holds the clipboard and does not let go.
     bool clipboardHeld = false;
+    /// The picture files there are, by path, and all paths that were looked for.
+    std::map<std::string, std::shared_ptr<const HeadlessPicture>> pictureFiles;
+    std::vector<std::string> picturesLookedFor;
     HeadlessLauncher headlessLauncher;
     HeadlessPrinters headlessPrinters;
     /// What the next `processMessages` lets through: window events, in order.
@@ -218,6 +240,7 @@ class HeadlessPlatform final : public TermPlatform {
     ProfileFile& profileFile() override { return profiles_; }
     Launcher& launcher() override { return headlessLauncher; }
     Printers& printers() override { return headlessPrinters; }
+    std::shared_ptr<const Picture> loadPicture(const std::string& path) override;
     void processMessages() override;
 
   private:

@@ -3,12 +3,13 @@
 #include <cstdint>
 
 #include "terminal/GridLayout.h"
+#include "terminal/Pictures.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
 
-/// Puts cells on the window's surface, and into the memory bitmap beside it when that is in use.
-/// Every call draws: whether drawing is wanted at all is the screen's to know.
+/// Puts cells on the window's surface, pictures over them, and both into the memory bitmap beside it when
+/// that is in use. Every call draws: whether drawing is wanted at all is the screen's to know.
 class Painter {
   public:
     void attach(TermSurface* surface) { surface_ = surface; }
@@ -18,7 +19,20 @@ class Painter {
     const GridLayout& grid() const { return grid_; }
 
     bool useMemoryDC() const { return useMemoryDC_; }
-    void useMemoryDC(bool value) { useMemoryDC_ = value; }
+    void useMemoryDC(bool value) {
+        useMemoryDC_ = value;
+        findDuties();
+    }
+
+    const Pictures& pictures() const { return pictures_; }
+    // What the window shows of a change of the pictures is the caller's to draw.
+    void addPicture(std::int16_t number, Pictures::Placed picture);
+    void removePicture(std::int16_t number);
+    void removePictures() noexcept;
+    /// Between the two, pictures are left alone. At the end those over a block of the window are drawn, whose
+    /// cells must all have been drawn.
+    void holdPictures() { picturesHeld_ = true; }
+    void resumePictures(const Rect& block);
 
     /// Draws one character; code 0 shows as a space.
     void drawCell(std::uint8_t ch, int column, int row, const Pen& pen);
@@ -30,12 +44,18 @@ class Painter {
 
   private:
     void use(const Pen& pen);
+    void findDuties() noexcept { onlyCells_ = !useMemoryDC_ && pictures_.empty(); }
+    void drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pen);
 
     TermSurface* surface_ = nullptr;
     GridLayout grid_;
     Pen penInUse_;
     bool penKnown_ = false;
     bool useMemoryDC_ = false;
+    Pictures pictures_;
+    bool picturesHeld_ = false;
+    // Nothing beside the cells needs drawing: one question for each cell instead of several.
+    bool onlyCells_ = true;
 };
 
 }  // namespace kavrelon

@@ -1,29 +1,60 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
-#include <string>
+#include <memory>
+
+#include "support/Geometry.h"
+#include "support/Picture.h"
 
 namespace kavrelon {
 
-/// The pictures that the host has put over the screen, by number.
+class GridLayout;
+class TermSurface;
+
+/// A rectangle of cells as hosts count them: columns and rows from 1, both corners inside. It may reach
+/// outside the screen.
+struct CellRect {
+    int left = 1;
+    int top = 1;
+    int right = 1;
+    int bottom = 1;
+
+    /// The rectangle between two corners in any order.
+    static CellRect between(int column, int row, int oppositeColumn, int oppositeRow);
+    bool holds(int column, int row) const {
+        return column >= left && column <= right && row >= top && row <= bottom;
+    }
+    bool operator==(const CellRect&) const = default;
+};
+
+/// The pictures that the host has put over the screen, by number. Where they overlap, a higher number covers
+/// a lower one. They stay at their cells, whatever becomes of the text below.
 class Pictures {
   public:
-    struct Picture {
-        std::int16_t topX = 0;
-        std::int16_t topY = 0;
-        std::int16_t bottomX = 0;
-        std::int16_t bottomY = 0;
-        std::string name;
+    /// As many as a window shows. Each costs time whenever something below it changes.
+    static constexpr std::size_t kMost = 64;
+
+    struct Placed {
+        CellRect place;
+        std::shared_ptr<const Picture> picture;
     };
 
-    /// A picture takes the place of an older one of its number.
-    void put(std::int16_t number, Picture picture) { pictures_[number] = std::move(picture); }
-    void clear(std::int16_t number) { pictures_.erase(number); }
-    const std::map<std::int16_t, Picture>& all() const { return pictures_; }
+    bool empty() const { return pictures_.empty(); }
+    const std::map<std::int16_t, Placed>& all() const { return pictures_; }
+    /// Adds a picture, unless there are as many as there may be. One of its number must have been removed.
+    void add(std::int16_t number, Placed picture);
+    void remove(std::int16_t number) { pictures_.erase(number); }
+    void removeAll() noexcept { pictures_.clear(); }
+
+    /// Whether nothing of a cell can be seen. Column and row count from 1.
+    bool hide(int column, int row) const;
+    /// Draws what of the pictures lies in a block of the window.
+    void draw(TermSurface& surface, const GridLayout& grid, const Rect& block) const;
 
   private:
-    std::map<std::int16_t, Picture> pictures_;
+    std::map<std::int16_t, Placed> pictures_;
 };
 
 }  // namespace kavrelon

@@ -34,6 +34,7 @@ void Screen::attach(TermWindow& window) {
 void Screen::detach() {
     endRun();
     mark_.forget();
+    painter_.removePictures();
     window_ = nullptr;
     painter_.attach(nullptr);
 }
@@ -129,6 +130,7 @@ void Screen::scrollUp() {
     if (painting()) painter_.scrollImage();
     buffer_.scrollUp(linesPerPage_);
     screenDirty_ = true;
+    if (painting()) followScroll();
 }
 
 bool Screen::beginRun() {
@@ -218,6 +220,7 @@ void Screen::ScreenSize(std::int16_t Width, std::int16_t& Height) {
 void Screen::ClearScreen() {
     SetCursor(0, 0);
     helpBoxes_.closeAll();
+    painter_.removePictures();
     buffer_.blankRows(0, lastLine());
     clearWindow();
     setRendition(Rendition::kNormal);

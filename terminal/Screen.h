@@ -115,6 +115,15 @@ class Screen {
                        bool PaintOnly = false);
     void Redrawscreen(bool PaintOnly = false);
     void paintAll();
+
+    const Pictures& pictures() const { return painter_.pictures(); }
+    /// Shows a picture over a rectangle of cells until it is cleared or the screen is. It takes the place of
+    /// an older one of its number, which goes also when there is no picture (null) to come.
+    void DisplayPicture(std::int16_t number, const CellRect& place, std::shared_ptr<const Picture> picture);
+    /// Removes a picture, if there is one; what was below it shows again.
+    void ClearPicture(std::int16_t number);
+    void clearPictures();
+
     bool SelectionShown() const { return selectionShown_; }
     void SelectionShown(bool value) { selectionShown_ = value; }
 
@@ -193,7 +202,9 @@ class Screen {
     void takeMarkOff();
     void clearWindow();
     void blankOnWindow(int firstRow, int lastRow);
-    void drawCells(bool reversed, int firstColumn, int firstRow, int lastColumn, int lastRow);
+    void drawCells(const CellRect& cells);
+    void redraw(const CellRect& cells);
+    void followScroll();
 
     HelpBoxes& helpBoxes_;
     std::string fontName_;
@@ -222,6 +233,8 @@ class Screen {
     bool writing_ = false;
     bool screenDirty_ = false;
     bool selectionShown_ = false;
+    // The cells that the window shows in reverse, while a selection is shown.
+    CellRect reversed_;
 };
 
 }  // namespace kavrelon

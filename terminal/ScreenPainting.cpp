@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
@@ -6,6 +7,11 @@
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
+namespace {
+
+constexpr CellRect kNoCells{0, 0, 0, 0};
+
+}  // namespace
 
 void Screen::PaintOn(bool value) {
     endRun();
@@ -100,28 +106,77 @@ void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, i
         std::minmax({FromCol < 1 ? 1 : FromCol, ToCol < 1 ? charsPerLine_ : ToCol});
     const auto [firstRow, lastRow] =
         std::minmax({FromRow < 1 ? 1 : FromRow, ToRow < 1 ? linesPerPage_ : ToRow});
-    rendition_.set(Rendition::kReset);
-    if (painting()) drawCells(Selected && selectionShown_, firstColumn, firstRow, lastColumn, lastRow);
+    // The full range of a screen without columns or rows runs from below 1.
+    const CellRect cells{std::max(firstColumn, 1), std::max(firstRow, 1), std::min(lastColumn, kMaxScreen),
+                         std::min(lastRow, kMaxScreen)};
+    reversed_ = Selected ? cells : kNoCells;
+    drawCells(cells);
     rendition_.apply(saved);
     screenDirty_ = true;
     restoreCursor();
 }
 
-void Screen::drawCells(bool reversed, int firstColumn, int firstRow, int lastColumn, int lastRow) {
-    // The full range of a screen without columns or rows runs from below 1.
-    firstColumn = std::max(firstColumn, 1);
-    firstRow = std::max(firstRow, 1);
-    lastColumn = std::min(lastColumn, kMaxScreen);
-    lastRow = std::min(lastRow, kMaxScreen);
-    for (int row = firstRow; row <= lastRow; ++row) {
+void Screen::drawCells(const CellRect& cells) {
+    if (!painting()) return;
+    rendition_.set(Rendition::kReset);
+    painter_.holdPictures();
+    for (int row = cells.top; row <= cells.bottom; ++row) {
         const ScreenLine& line = buffer_.record(row);
-        for (int column = firstColumn; column <= lastColumn; ++column) {
+        for (int column = cells.left; column <= cells.right; ++column) {
             CellAttr attr = line.Attrs(column);
-            if (reversed) attr.Mode = Rendition::kReverse;
+            if (selectionShown_ && reversed_.holds(column, row)) attr.Mode = Rendition::kReverse;
             rendition_.apply(attr);
             painter_.drawCell(line.Chars(column), column - 1, row - 1, rendition_.pen());
         }
     }
+    const Point from = grid().cellOrigin(cells.left - 1, cells.top - 1);
+    const Point to = grid().cellOrigin(cells.right, cells.bottom);
+    painter_.resumePictures({from.x, from.y, to.x, to.y});
+}
+
+void Screen::redraw(const CellRect& cells) {
+    screenDirty_ = true;
+    const CellAttr saved = rendition_.attr();
+    const bool marked = mark_.drawn();
+    HideCursor();
+    drawCells({std::max(cells.left, 1), std::max(cells.top, 1),
+               std::min({cells.right, charsPerLine_, kMaxScreen}),
+               std::min({cells.bottom, linesPerPage_, kMaxScreen})});
+    rendition_.apply(saved);
+    if (marked) ShowCursor();
+}
+
+void Screen::followScroll() {
+    if (selectionShown_) {
+        --reversed_.top;
+        --reversed_.bottom;
+    }
+    // The pictures' images have moved up by a row as well.
+    for (const auto& [number, placed] : pictures().all()) {
+        CellRect cells = placed.place;
+        --cells.top;
+        redraw(cells);
+    }
+}
+
+void Screen::DisplayPicture(std::int16_t number, const CellRect& place,
+                            std::shared_ptr<const Picture> picture) {
+    ClearPicture(number);
+    if (picture == nullptr) return;
+    painter_.addPicture(number, {place, std::move(picture)});
+    redraw(place);
+}
+
+void Screen::ClearPicture(std::int16_t number) {
+    const auto found = pictures().all().find(number);
+    if (found == pictures().all().end()) return;
+    const CellRect place = found->second.place;
+    painter_.removePicture(number);
+    redraw(place);
+}
+
+void Screen::clearPictures() {
+    while (!pictures().empty()) ClearPicture(pictures().all().begin()->first);
 }
 
 void Screen::Redrawscreen(bool PaintOnly) {

@@ -13,6 +13,8 @@
 
 namespace kavrelon {
 
+class Picture;
+
 /// The colours and the font style with which text is drawn.
 struct Pen {
     Colour text = 0;
@@ -36,6 +38,8 @@ class TermSurface {
     virtual void drawText(Point at, std::span<const std::uint8_t> text) = 0;
     /// Colours and style of the text calls that follow; called only when they change.
     virtual void setPen(const Pen& pen) = 0;
+    /// Draws a picture of its own platform scaled to `place`, but only what lies in `clip`.
+    virtual void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) = 0;
     /// Inverts every pixel of the block; a second call restores it.
     virtual void invertBlock(const Rect& block) = 0;
     /// Paints the whole inner area in the window's own background colour, black.
@@ -210,6 +214,8 @@ class TermPlatform : public HelpPlatform, public std::enable_shared_from_this<Te
     virtual ProfileFile& profileFile() = 0;
     virtual Launcher& launcher() = 0;
     virtual Printers& printers() = 0;
+    /// The picture of a file, for the windows of this platform to draw; null when it holds none.
+    virtual std::shared_ptr<const Picture> loadPicture(const std::string& path) = 0;
     /// Lets pending window messages through. Any event may arrive meanwhile, and the host may call in.
     virtual void processMessages() = 0;
 };

@@ -15,6 +15,7 @@ namespace kavrelon {
 frmTerm::frmTerm(TermPlatform& platform)
     : platform_(platform),
       platformKept_(platform.weak_from_this().lock()),
+      pictureFolder_(platform),
       screenWidthCaption_(kWideCaption) {}
 
 frmTerm::~frmTerm() = default;
@@ -41,12 +42,14 @@ void frmTerm::TerminalClose() noexcept {
     sessionClosed_ = true;
     sessionOpen_ = false;
     helpBoxes_.closeAll();
+    carryOn([this] { screen_.clearPictures(); });
     closeDate_ = std::chrono::system_clock::now();
 }
 
 void frmTerm::Logon(bool bLogin) {
     if (bLogin) return;
     helpBoxes_.closeAll();
+    screen_.clearPictures();
     ClearRemote();
 }
 
@@ -67,8 +70,7 @@ void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
         if (command.word == "IMAGE") {
             bProcessed = true;
             const ImageCommand image(command.argument);
-            DisplayPicture(image.number, image.topX, image.topY, image.bottomX, image.bottomY,
-                           std::string(image.name));
+            DisplayPicture(image.number, image.topX, image.topY, image.bottomX, image.bottomY, image.name);
         } else if (command.word == "IMAGECLEAR") {
             bProcessed = true;
             ClearPicture(toInt16(command.argument));
@@ -81,8 +83,9 @@ void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
 }
 
 void frmTerm::DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
-                             std::int16_t BotY, std::string PicName) {
-    pictures_.put(PicNum, {TopX, TopY, BotX, BotY, std::move(PicName)});
+                             std::int16_t BotY, std::string_view PicName) {
+    if (!isLoaded()) return;
+    screen_.DisplayPicture(PicNum, CellRect::between(TopX, TopY, BotX, BotY), loadPicture(PicName));
 }
 
 void frmTerm::ShowTitleBar(bool bState) {

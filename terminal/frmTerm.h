@@ -10,7 +10,7 @@
 #include "terminal/HostMenus.h"
 #include "terminal/ITerminalCallBack.h"
 #include "terminal/Keyboard.h"
-#include "terminal/Pictures.h"
+#include "terminal/PictureFolder.h"
 #include "terminal/Printers.h"
 #include "terminal/Screen.h"
 #include "terminal/Selection.h"
@@ -94,10 +94,16 @@ class frmTerm final : public TermWindowEvents,
                      std::int16_t Height, std::string_view Text);
     void HideHelpBox(std::int16_t Index);
     const HelpBoxes& helpBoxes() const { return helpBoxes_; }
+    /// Shows a picture of the picture folder over the cells between two corners (X: columns, Y: rows, both
+    /// from 1) in any order, above the text. It takes the place of an older one of its number, even when
+    /// there is none of this name: the older would pass for the one that was asked for.
     void DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
-                        std::int16_t BotY, std::string PicName);
-    void ClearPicture(std::int16_t PicNum) { pictures_.clear(PicNum); }
-    const Pictures& pictures() const { return pictures_; }
+                        std::int16_t BotY, std::string_view PicName);
+    void ClearPicture(std::int16_t PicNum) { screen_.ClearPicture(PicNum); }
+    /// The picture of a name that the remote side gave; null when it is refused or there is none.
+    std::shared_ptr<const Picture> loadPicture(std::string_view name) {
+        return pictureFolder_.load(iniFile_, name);
+    }
     void AddKB(std::string sURL, std::string sDesc) { menus_.AddKB(std::move(sURL), std::move(sDesc)); }
     void ClearKB() { menus_.ClearKB(); }
     void AddRemote(std::string CommandLine, std::string Desc);
@@ -165,7 +171,7 @@ class frmTerm final : public TermWindowEvents,
     std::unique_ptr<TermWindow> window_;
     HelpBoxes helpBoxes_;
     HostMenus menus_;
-    Pictures pictures_;
+    PictureFolder pictureFolder_;
     Screen screen_{helpBoxes_};
     Selection selection_{screen_};
     Keyboard keyboard_{*this};

@@ -1,6 +1,8 @@
 #include "terminal/win32/Win32Platform.h"
 
 #include "helpbox/win32/Win32HelpWindow.h"
+#include "gdi/GdiPicture.h"
+#include "support/com/ComText.h"
 #include "support/win32/Messages.h"
 #include "terminal/win32/Win32TermWindow.h"
 
@@ -14,6 +16,10 @@ std::unique_ptr<TermWindow> Win32Platform::createWindow(std::weak_ptr<TermWindow
 
 std::unique_ptr<HelpWindow> Win32Platform::createHelpWindow(std::weak_ptr<HelpWindowEvents> events) {
     return std::make_unique<Win32HelpWindow>(windowClass_.module(), std::move(events));
+}
+
+std::shared_ptr<const Picture> Win32Platform::loadPicture(const std::string& path) {
+    return GdiPicture::load(std::wstring(toBstr(path).view()));
 }
 
 void Win32Platform::processMessages() {

@@ -22,6 +22,7 @@ class Win32Platform final : public TermPlatform {
     ProfileFile& profileFile() override { return profileFile_; }
     Launcher& launcher() override { return launcher_; }
     Printers& printers() override { return printers_; }
+    std::shared_ptr<const Picture> loadPicture(const std::string& path) override;
     /// Stops after a while even if messages keep coming, so that a flood of them cannot hold the host. A
     /// request to quit is left for the host's own message loop.
     void processMessages() override;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "gdi/GdiPicture.h"
+
 namespace kavrelon {
 namespace {
 
@@ -111,6 +113,14 @@ void Win32TermSurface::select(HFONT font) {
     if (font == selected_) return;
     SelectObject(context_, font);
     selected_ = font;
+}
+
+void Win32TermSurface::drawPicture(const Picture& picture, const Rect& place, const Rect& clip) {
+    if (context_ == nullptr || held_ > 0) return;
+    const int before = SaveDC(context_);
+    IntersectClipRect(context_, clip.left, clip.top, clip.right, clip.bottom);
+    static_cast<const GdiPicture&>(picture).draw(context_, toRect(place));
+    RestoreDC(context_, before);
 }
 
 void Win32TermSurface::invertBlock(const Rect& block) {

@@ -34,6 +34,7 @@ class Win32TermSurface {
 
     void drawText(Point at, std::span<const std::uint8_t> text);
     void setPen(const Pen& pen);
+    void drawPicture(const Picture& picture, const Rect& place, const Rect& clip);
     void invertBlock(const Rect& block);
     void clear();
     void clearOutsideGrid();

@@ -32,6 +32,9 @@ class Win32TermWindow final : public TermWindow {
 
     void drawText(Point at, std::span<const std::uint8_t> text) override { surface_.drawText(at, text); }
     void setPen(const Pen& pen) override { surface_.setPen(pen); }
+    void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) override {
+        surface_.drawPicture(picture, place, clip);
+    }
     void invertBlock(const Rect& block) override { surface_.invertBlock(block); }
     void clear() override { surface_.clear(); }
     void clearOutsideGrid() override { surface_.clearOutsideGrid(); }

@@ -226,6 +226,7 @@ class ScalingSurface final : public TermSurface {
 
     void drawText(Point, std::span<const std::uint8_t>) override {}
     void setPen(const Pen&) override {}
+    void drawPicture(const Picture&, const Rect&, const Rect&) override {}
     void invertBlock(const Rect&) override {}
     void clear() override {}
     void clearOutsideGrid() override {}
