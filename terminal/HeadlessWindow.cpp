@@ -72,8 +72,11 @@ void HeadlessWindow::setPen(const Pen& pen) {
 
 void HeadlessWindow::drawPicture(const Picture& picture, const Rect&, const Rect& clip) {
     const char letter = static_cast<const HeadlessPicture&>(picture).letter();
-    forEachCell(clip, [this, letter](int column, int row) {
-        if (ShownCell* cell = cells_.at(column, row)) *cell = {cell->ch, cell->pen, false, letter};
+    forEachCell(clip, [&](int column, int row) {
+        ShownCell* cell = cells_.at(column, row);
+        if (cell == nullptr) return;
+        if (picture.opaque()) *cell = {};
+        cell->picture = letter;
     });
 }
 
@@ -238,7 +241,7 @@ const HeadlessWindow* HeadlessPlatform::windowOf(WindowId id) const {
 std::shared_ptr<const Picture> HeadlessPlatform::loadPicture(const std::string& path) {
     picturesLookedFor.push_back(path);
     const auto found = pictureFiles.find(path);
-    return found == pictureFiles.end() ? nullptr : found->second;
+    return found == pictureFiles.end() ? nullptr : std::make_shared<HeadlessPicture>(found->second);
 }
 
 void HeadlessPlatform::processMessages() {

@@ -221,7 +221,7 @@ class HeadlessPlatform final : public TermPlatform {
     /// Another program holds the clipboard and does not let go.
     bool clipboardHeld = false;
     /// The picture files there are, by path, and all paths that were looked for.
-    std::map<std::string, std::shared_ptr<const HeadlessPicture>> pictureFiles;
+    std::map<std::string, HeadlessPicture> pictureFiles;
     std::vector<std::string> picturesLookedFor;
     HeadlessLauncher headlessLauncher;
     HeadlessPrinters headlessPrinters;

@@ -20,8 +20,8 @@ class PictureFolder {
     /// The platform must outlive the folder.
     explicit PictureFolder(TermPlatform& platform) : platform_(platform) {}
 
-    /// The picture of a name; null when the name is refused, in which case nothing is opened, when there is no
-    /// settings file, and when the file is no picture. A picture that is still shown somewhere is shared.
+    /// The picture of a name; null when the name is refused, in which case nothing is opened, when there is
+    /// no settings file, and when the file is no picture. A picture that is still shown somewhere is shared.
     std::shared_ptr<const Picture> load(std::string_view settingsFile, std::string_view name);
 
   private:

@@ -85,6 +85,8 @@ void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
 void frmTerm::DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
                              std::int16_t BotY, std::string_view PicName) {
     if (!isLoaded()) return;
+    // Before its file is read: once nothing shows it, it is read anew, and may have changed.
+    screen_.ClearPicture(PicNum);
     screen_.DisplayPicture(PicNum, CellRect::between(TopX, TopY, BotX, BotY), loadPicture(PicName));
 }
 
