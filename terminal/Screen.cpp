@@ -127,10 +127,11 @@ void Screen::lineFeed() {
 }
 
 void Screen::scrollUp() {
-    if (painting()) painter_.scrollImage();
+    const bool shown = painting();
+    if (shown) painter_.scrollImage();
     buffer_.scrollUp(linesPerPage_);
     screenDirty_ = true;
-    if (painting()) followScroll();
+    if (shown) followScroll();
 }
 
 bool Screen::beginRun() {

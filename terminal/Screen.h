@@ -204,7 +204,7 @@ class Screen {
     void blankOnWindow(int firstRow, int lastRow);
     void drawCells(const CellRect& cells);
     void redraw(const CellRect& cells);
-    void followScroll();
+    [[gnu::noinline]] void followScroll();
 
     HelpBoxes& helpBoxes_;
     std::string fontName_;

@@ -94,5 +94,109 @@ TEST_F(WindowPicture, FilesThatEndEarlyOrClaimTooMuchAreNone) {
     EXPECT_EQ(GdiPicture::load(L"tests/windows/pictures"), nullptr);
 }
 
+TEST_F(WindowPicture, HeadersOfAbsurdSizesAreRefusedAtOnce) {
+    struct Claim {
+        const wchar_t* format;
+        std::size_t widthAt, heightAt;
+        bool bigEndian;
+    };
+    constexpr std::array<Claim, 5> claims{{{L"bmp", 18, 22, false},
+                                           {L"gif", 6, 8, false},
+                                           {L"png", 18, 22, true},
+                                           {L"ico", 26, 30, false},
+                                           {L"wmf", 10, 12, false}}};
+    for (const Claim& claim : claims) {
+        std::vector<char> bytes = bytesOf(claim.format);
+        for (const std::size_t place : {claim.widthAt, claim.heightAt}) {
+            bytes[place] = claim.bigEndian ? '\xEA' : '\x60';
+            bytes[place + 1] = claim.bigEndian ? '\x60' : '\x6A';
+        }
+        EXPECT_FALSE(isPicture(bytes)) << claim.widthAt;
+    }
+    std::vector<char> padded = bytesOf(L"png");
+    EXPECT_TRUE(isPicture(padded));
+    padded.resize(std::size_t{20} << 20);
+    EXPECT_FALSE(isPicture(padded));
+}
+
+/// A terminal window whose picture folder holds the samples.
+class WindowPictureScreen : public WindowPicture {
+  protected:
+    WindowPictureScreen() {
+        CreateDirectoryA(folder().c_str(), nullptr);
+        for (const std::wstring format : kFormats) {
+            CopyFileA(narrow(sample(format)).c_str(), pathOf(format).c_str(), FALSE);
+        }
+    }
+    ~WindowPictureScreen() override {
+        for (const std::wstring format : kFormats) DeleteFileA(pathOf(format).c_str());
+        RemoveDirectoryA(folder().c_str());
+    }
+    static std::string narrow(const std::wstring& text) { return {text.begin(), text.end()}; }
+    std::string folder() const { return settings.substr(0, settings.rfind('\\') + 1) + "Pictures"; }
+    std::string pathOf(const std::wstring& format) const { return folder() + "\\p." + narrow(format); }
+};
+
+TEST_F(WindowPictureScreen, StaysOverItsCellsWhateverHappensBelow) {
+    for (const bool memory : {false, true}) {
+        for (const char* name : {"p.bmp", "p.png", "p.wmf"}) {
+            SCOPED_TRACE(name);
+            const TestForm form = open();
+            form->screen().UseMemoryDC(memory);
+            const auto quarter = [&](int column, int row) {
+                const Rect cell = form.cell(column, row);
+                return form.picture().at((cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2);
+            };
+            const auto expectPicture = [&] {
+                EXPECT_EQ(quarter(12, 6), RGB(255, 0, 0));
+                EXPECT_EQ(quarter(17, 6), RGB(0, 255, 0));
+                EXPECT_EQ(quarter(12, 9), RGB(0, 0, 255));
+                EXPECT_TRUE(form.isPainted());
+            };
+            for (int row = 0; row < 25; ++row) form.writeAt(0, row, std::string(79, '\xDB'));
+            const WindowImage before = form.picture();
+            form->DisplayPicture(1, 11, 6, 20, 11, name);
+            expectPicture();
+            form.writeAt(5, 6, std::string(30, 'x'));
+            expectPicture();
+            form->ClearPicture(1);
+            form.writeAt(5, 6, std::string(30, '\xDB'));
+            EXPECT_EQ(form.picture(), before);
+
+            form->DisplayPicture(1, 20, 11, 11, 6, name);
+            form.writeAt(0, 24, "\n\n\n");
+            expectPicture();
+            form.setSize({700, 500});
+            expectPicture();
+            form->DisplayPicture(2, -32768, -32768, 32767, 32767, name);
+            EXPECT_TRUE(form.isPainted());
+            form->EraseScreen();
+            EXPECT_EQ(quarter(12, 6), kBlack);
+        }
+    }
+}
+
+TEST_F(WindowPictureScreen, ComesAndGoesWithoutALoss) {
+    const TestForm form = open();
+    const auto round = [&] {
+        for (const std::wstring format : kFormats) {
+            form->DisplayPicture(1, 1, 1, 20, 10, "p." + narrow(format));
+            form->DisplayPicture(2, 1, 1, 2, 2, "missing.png");
+        }
+        form->ClearPicture(1);
+    };
+    const auto handles = [] {
+        DWORD count = 0;
+        GetProcessHandleCount(GetCurrentProcess(), &count);
+        return count;
+    };
+    for (int i = 0; i < 5; ++i) round();
+    const int objects = countGdiObjects();
+    const DWORD before = handles();
+    for (int i = 0; i < 170; ++i) round();
+    EXPECT_EQ(countGdiObjects(), objects);
+    EXPECT_EQ(handles(), before);
+}
+
 }  // namespace
 }  // namespace kavrelon
