@@ -247,8 +247,10 @@ void frmTerm::HelpBoxLink(const std::string& Href) noexcept {
     });
 }
 
-std::shared_ptr<const Picture> frmTerm::HelpBoxPicture(const std::string&) noexcept {
-    return nullptr;
+std::shared_ptr<const Picture> frmTerm::HelpBoxPicture(const std::string& Source) noexcept {
+    std::shared_ptr<const Picture> picture;
+    carryOn([&] { picture = loadPicture(Source); });
+    return picture;
 }
 
 PrinterMenu frmTerm::printerMenu() {
