@@ -1,7 +1,7 @@
 #include "terminal/win32/Win32Platform.h"
 
-#include "helpbox/win32/Win32HelpWindow.h"
 #include "gdi/GdiPicture.h"
+#include "helpbox/win32/Win32HelpWindow.h"
 #include "support/com/ComText.h"
 #include "support/win32/Messages.h"
 #include "terminal/win32/Win32TermWindow.h"

@@ -100,10 +100,8 @@ TEST_F(WindowPicture, HeadersOfAbsurdSizesAreRefusedAtOnce) {
         std::size_t widthAt, heightAt;
         bool bigEndian;
     };
-    constexpr std::array<Claim, 4> claims{{{L"bmp", 18, 22, false},
-                                           {L"gif", 6, 8, false},
-                                           {L"png", 18, 22, true},
-                                           {L"ico", 26, 30, false}}};
+    constexpr std::array<Claim, 4> claims{
+        {{L"bmp", 18, 22, false}, {L"gif", 6, 8, false}, {L"png", 18, 22, true}, {L"ico", 26, 30, false}}};
     for (const Claim& claim : claims) {
         std::vector<char> bytes = bytesOf(claim.format);
         for (const std::size_t place : {claim.widthAt, claim.heightAt}) {
