@@ -19,7 +19,7 @@ namespace {
 using namespace kavrelon;
 
 constexpr const char* kUsage =
-    "usage: htmldump [--no-anchors] [--font-size POINTS] FILE (- is standard input)\n";
+    "usage: htmldump [--no-anchors] [--font-size POINTS] [--layout WIDTH] FILE (- is standard input)\n";
 constexpr int kMalformed = 2;
 
 struct Options {
