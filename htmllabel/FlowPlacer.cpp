@@ -129,7 +129,10 @@ void FlowPlacer::finishLine(std::size_t count) {
     if (line_.isEmpty()) return;
     useGap();
     const Span span = lineSpan();
-    const LineBuilder::Shape shape = line_.shape(count);
+    LineBuilder::Shape shape = line_.shape(count);
+    const TextStyle marker = markerShape();
+    shape.ascent = std::max(shape.ascent, marker.ascent);
+    shape.descent = std::max(shape.descent, marker.descent);
     const int baseline = in().y + shape.ascent;
     setMarker(baseline);
     const int left = span.left + alignedOffset(in().block.align, span.width, shape.width);
@@ -149,8 +152,10 @@ void FlowPlacer::lineBreak(const TextStyle& style) {
         return;
     }
     useGap();
-    setMarker(in().y + style.ascent);
-    advance(style.height());
+    const TextStyle marker = markerShape();
+    const int ascent = std::max(style.ascent, marker.ascent);
+    setMarker(in().y + ascent);
+    advance(ascent + std::max(style.descent, marker.descent));
 }
 
 void FlowPlacer::block(const FlowBlock& block) {
@@ -160,9 +165,9 @@ void FlowPlacer::block(const FlowBlock& block) {
 }
 
 void FlowPlacer::rule(const FlowRule& rule) {
+    flushMarker();
     useGap();
     const Span span = lineSpan();
-    setMarker(in().y);
     const int width = extentIn(rule.width, span.width);
     const int left = span.left + alignedOffset(rule.align, span.width, width);
     DisplayItem item;
@@ -179,7 +184,12 @@ void FlowPlacer::rule(const FlowRule& rule) {
 // An item without a line of its own gets one for its marker.
 void FlowPlacer::flushMarker() {
     finishLine();
-    if (in().marker != kNone) lineBreak(flow_.styles[flow_.markers[in().marker].style]);
+    if (in().marker != kNone) lineBreak(markerShape());
+}
+
+TextStyle FlowPlacer::markerShape() const {
+    const std::uint32_t marker = containers_.back().marker;
+    return marker == kNone ? TextStyle() : flow_.styles[flow_.markers[marker].style];
 }
 
 void FlowPlacer::startMarker(std::uint32_t index) {
@@ -220,7 +230,7 @@ void FlowPlacer::setMarker(int baseline) {
 void FlowPlacer::startTable(std::uint32_t index) {
     const FlowTable& table = flow_.tables[index];
     useGap();
-    setMarker(in().y + (table.rowCount > 0 ? flow_.styles.front().ascent : 0));
+    if (table.rowCount > 0) setMarker(in().y + markerShape().ascent);
     Span span = lineSpan();
     if (table.min > span.width && in().y < in().floatBottom) {
         in().y = in().floatBottom;

@@ -54,6 +54,8 @@ class FlowPlacer {
     void startMarker(std::uint32_t index);
     void flushMarker();
     void setMarker(int baseline);
+    /// The style of the marker that waits for its line; without one it takes no room.
+    TextStyle markerShape() const;
     void startTable(std::uint32_t index);
     void endTable();
     void startCell(std::uint32_t index);
