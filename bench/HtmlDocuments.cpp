@@ -104,6 +104,8 @@ constexpr HtmlDocumentKind kKinds[]{
     {"bytes", "all bytes that are no letters", allBytes},
     {"unclosed", "rows, cells and paragraphs without closers",
      [](std::size_t length) { return between("<TABLE>", "<TR><TD><P>x", "", length); }},
+    {"paragraphs", "a paragraph for every letter",
+     [](std::size_t length) { return repeated("<P>x", length); }},
     {"stray-closers", "closers without openers",
      [](std::size_t length) { return repeated("x</TD></P></TR></B>", length); }},
     {"lists", "lists in lists", [](std::size_t length) { return repeated("<UL><LI>x", length); }},

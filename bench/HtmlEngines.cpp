@@ -3,32 +3,10 @@
 #include <algorithm>
 #include <memory>
 
-#include "htmllabel/HTMLDocument.h"
-#include "htmllabel/HeadlessCanvas.h"
-#include "htmllabel/Layout.h"
+#include "bench/Label.h"
 
 namespace kavrelon::bench {
 namespace {
-
-class NoPictures final : public PictureSource {
-  public:
-    const Picture* picture(std::string_view) override { return nullptr; }
-};
-
-/// Our engine, all that a label has for a document.
-struct Label {
-    void parse(std::string_view html) { document.setDocument(html, {}); }
-    void layOut(int width) {
-        layout.measure(document, {}, pictures, canvas);
-        layout.place(document, width);
-    }
-    void draw() { layout.draw(canvas, {{}, {}, layout.size().width, layout.size().height}); }
-
-    NoPictures pictures;
-    HeadlessCanvas canvas;
-    HTMLDocument document;
-    Layout layout;
-};
 
 std::function<void()> prepareParse(const std::string& html) {
     return [&html] { HTMLDocument().setDocument(html, {}); };

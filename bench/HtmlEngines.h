@@ -7,9 +7,6 @@
 
 namespace kavrelon::bench {
 
-/// What documents are laid out in, in pixels.
-inline constexpr int kPageWidth = 600;
-
 /// A step of an engine's work on a document.
 struct HtmlStep {
     const char* name;

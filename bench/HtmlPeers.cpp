@@ -6,6 +6,7 @@
 #include <map>
 
 #include "bench/HtmlEngines.h"
+#include "bench/Label.h"
 
 namespace kavrelon::bench {
 namespace {

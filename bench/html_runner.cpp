@@ -1,5 +1,5 @@
 // Does a step of an HTML engine's work on a document as often as it is told and prints the document's length,
-// for instruction counts and memory: the difference between two runs is what the step costs.
+// for instruction counts: the difference between two runs is what the step costs.
 
 #include <charconv>
 #include <cstdio>
@@ -22,8 +22,7 @@ int number(std::string_view text) {
 
 int usage() {
     std::fputs(
-        "usage: html_runner STEP DOCUMENT LENGTH COUNT\n       html_runner print DOCUMENT LENGTH\n"
-        "       html_runner documents\nsteps:\n",
+        "usage: html_runner STEP DOCUMENT LENGTH COUNT\n       html_runner print DOCUMENT LENGTH\nsteps:\n",
         stderr);
     for (const HtmlStep& step : htmlSteps())
         std::fprintf(stderr, "  %-14s %s\n", step.name, step.description);
@@ -36,10 +35,6 @@ int usage() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 2 && argv[1] == std::string_view("documents")) {
-        for (const HtmlDocumentKind& kind : htmlDocumentKinds()) std::puts(kind.name);
-        return 0;
-    }
     if (argc < 4) return usage();
     const HtmlDocumentKind* const kind = findHtmlDocumentKind(argv[2]);
     const int length = number(argv[3]);

@@ -24,27 +24,21 @@ def speeds(program, *options):
     }
 
 
-def under_valgrind(tool, figure, command):
-    """The figure that a tool of valgrind's prints about a run, and the number that the run itself prints."""
+def counted(command):
+    """Instructions of a run, and the number that it prints."""
     # Symbols are bound at the start, so that a first call costs no more than a later one.
     run = subprocess.run(
-        ["valgrind", f"--tool={tool}", f"--{tool}-out-file=/dev/null", *command],
+        ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *command],
         env={**os.environ, "LD_BIND_NOW": "1"},
         check=True,
         capture_output=True,
         text=True,
     )
-    return int(re.search(figure, run.stderr).group(1).replace(",", "")), int(run.stdout)
+    return int(re.search(r"Collected : (\d+)", run.stderr).group(1)), int(run.stdout)
 
 
 def instructions(command):
     """Instructions of a run whose last argument says how often it works: once, without setting up. And the
     number that it prints."""
-    figure = r"Collected : (\d+)"
-    total, length = under_valgrind("callgrind", figure, [*command, "1"])
-    return total - under_valgrind("callgrind", figure, [*command, "0"])[0], length
-
-
-def most_memory(command):
-    """The bytes of the heap that a run held when it held most."""
-    return under_valgrind("dhat", r"At t-gmax: +([\d,]+) bytes", command)[0]
+    total, length = counted([*command, "1"])
+    return total - counted([*command, "0"])[0], length

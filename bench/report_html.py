@@ -1,4 +1,5 @@
-"""Runs html_bench and html_runner (in the folder given) and prints their figures as one table."""
+"""Runs html_bench and html_runner (in the first folder given) and html_memory (a Windows program, in the second)
+and prints their figures as one table."""
 
 import concurrent.futures
 import functools
@@ -14,15 +15,18 @@ LEAST_RATIOS = {"gumbo": 5, "litehtml": 20}
 # And on every document: what eight times the length may cost, and the heap that the longest may take.
 SHORT, LONG = 4000, 32000
 MOST_GROWTH = 9
-MOST_MEMORY = 6e6
+MOST_MEGABYTES = 6
 
 
 class Report:
-    """Figures of the programs in a folder, and what was missed."""
+    """Figures of the programs, and what was missed."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, windows_folder):
         self.runner = os.path.join(folder, "html_runner")
         self.speed = measure.speeds(os.path.join(folder, "html_bench"), "--benchmark_min_time=0.02")
+        command = ["scripts/wine-run", os.path.join(windows_folder, "html_memory.exe"), str(LONG)]
+        listing = subprocess.run(command, check=True, capture_output=True, text=True).stdout
+        self.memory = {name: int(taken) for name, taken in map(str.split, listing.splitlines())}
         self.missed = []
 
     @functools.cache
@@ -32,10 +36,6 @@ class Report:
     def a_byte(self, step, document, length):
         count, characters = self.instructions(step, document, length)
         return count / characters
-
-    @functools.cache
-    def memory(self, document):
-        return measure.most_memory([self.runner, "all", document, str(LONG), "1"])
 
     def ratio(self, peer, document, length):
         """How many times the peer's speed ours is, in doing what the peer does; none where it has none."""
@@ -63,8 +63,8 @@ class Report:
             short, long = (self.instructions(step, name, length)[0] for length in (SHORT, LONG))
             self.hold(long <= MOST_GROWTH * short, name, f"{step} takes {long / short:.1f} times the work")
             figures += [self.a_byte(step, name, SHORT), self.a_byte(step, name, LONG), long / short]
-        megabytes = self.memory(name) / 1e6
-        self.hold(megabytes <= MOST_MEMORY / 1e6, name, f"takes {megabytes:.1f} megabytes")
+        megabytes = self.memory[name] / 1e6
+        self.hold(megabytes <= MOST_MEGABYTES, name, f"takes {megabytes:.1f} megabytes")
         ratios = [self.ratio(peer, name, 2000) for peer in LEAST_RATIOS]
         return (
             f"{name:14}"
@@ -74,12 +74,11 @@ class Report:
         )
 
 
-def main(folder):
-    report = Report(folder)
-    names = subprocess.run([report.runner, "documents"], check=True, capture_output=True, text=True).stdout.split()
+def main(folder, windows_folder):
+    report = Report(folder, windows_folder)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         help_rows = list(pool.map(report.help_row, (2000, LONG)))
-        rows = list(pool.map(report.document_row, names))
+        rows = list(pool.map(report.document_row, report.memory))
 
     print("help text        instructions a byte                               times the speed of")
     print("characters parse    layout     width     gumbo  litehtml     gumbo  litehtml")
@@ -93,4 +92,4 @@ def main(folder):
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1]))
+    sys.exit(main(*sys.argv[1:]))

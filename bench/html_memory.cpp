@@ -1,0 +1,66 @@
+// Prints for each document how many bytes of the heap the label holds when it holds most, while it parses the
+// document, lays it out and draws it.
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include "bench/HtmlDocuments.h"
+#include "bench/Label.h"
+
+namespace {
+
+std::size_t held = 0;
+std::size_t mostHeld = 0;
+
+/// Stands before each block, as large as keeps the block aligned.
+constexpr std::size_t kHeader = alignof(std::max_align_t);
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    auto* const header = static_cast<std::size_t*>(std::malloc(size + kHeader));
+    if (header == nullptr) throw std::bad_alloc();
+    *header = size;
+    held += size;
+    mostHeld = std::max(mostHeld, held);
+    return reinterpret_cast<std::byte*>(header) + kHeader;
+}
+
+void operator delete(void* block) noexcept {
+    if (block == nullptr) return;
+    void* const header = static_cast<std::byte*>(block) - kHeader;
+    held -= *static_cast<std::size_t*>(header);
+    std::free(header);
+}
+
+void operator delete(void* block, std::size_t) noexcept {
+    operator delete(block);
+}
+
+int main(int argc, char** argv) {
+    using namespace kavrelon::bench;
+    std::size_t length = 0;
+    const std::string_view given = argc == 2 ? argv[1] : "";
+    std::from_chars(given.data(), given.data() + given.size(), length);
+    if (length < 200) {
+        std::fputs("usage: html_memory LENGTH\n", stderr);
+        return 2;
+    }
+    for (const HtmlDocumentKind& kind : htmlDocumentKinds()) {
+        const std::string html = kind.make(length);
+        const std::size_t before = held;
+        mostHeld = held;
+        Label label;
+        label.parse(html);
+        label.layOut(kPageWidth);
+        label.draw();
+        std::printf("%s %zu\n", kind.name, mostHeld - before);
+    }
+}
