@@ -79,16 +79,18 @@ void LabelActivation::closeWindow() noexcept {
 
 void LabelActivation::activateUi() {
     activate();
-    if (!window_ || uiActive_) return;
-    uiActive_ = true;
-    if (FAILED(inPlaceSite_->OnUIActivate())) {
-        uiActive_ = false;
-        throw ComError(E_FAIL);
-    }
+    if (window_ && !std::exchange(uiActive_, true)) beginUi();
+    if (window_ && uiActive_ && site_.runs() && !hasFocus_) window_->setFocus();
+}
+
+void LabelActivation::beginUi() {
+    const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
+    const HRESULT allowed = site->OnUIActivate();
+    if (FAILED(allowed)) uiActive_ = false;
+    throwIfFailed(allowed);
     if (!uiActive_) return;
     announceAsActive(&object_);
-    if (frame_) frame_->SetBorderSpace(nullptr);
-    if (window_ && site_.runs() && !hasFocus_) window_->setFocus();
+    if (const ComPtr<IOleInPlaceFrame> frame = frame_) frame->SetBorderSpace(nullptr);
 }
 
 void LabelActivation::deactivateUi() {
@@ -99,7 +101,7 @@ void LabelActivation::deactivateUi() {
 }
 
 void LabelActivation::announceAsActive(IOleInPlaceActiveObject* object) const {
-    const ComPtr<IOleInPlaceUIWindow> frame = frame_.query<IOleInPlaceUIWindow>();
+    const ComPtr<IOleInPlaceFrame> frame = frame_;
     const ComPtr<IOleInPlaceUIWindow> document = document_;
     const wchar_t* const name = object != nullptr ? L"HTML Label" : nullptr;
     if (document) document->SetActiveObject(object, name);

@@ -66,6 +66,7 @@ class LabelActivation final : private LabelContainer {
     void openWindow();
     void nameWindow() const;
     void closeWindow() noexcept;
+    void beginUi();
     void announceAsActive(IOleInPlaceActiveObject* object) const;
 
     IOleInPlaceActiveObject& object_;

@@ -13,7 +13,7 @@ namespace kavrelon {
 
 /// The frame around a form, as far as a control needs one: it notes who gets the form's keys first. It is the
 /// form's only one, so it answers for the document's window as well.
-class ControlFrame final : public Implements<IOleInPlaceFrame> {
+class ControlFrame final : public Implements<Extending<IOleInPlaceFrame, IOleInPlaceUIWindow, IOleWindow>> {
   public:
     explicit ControlFrame(HWND form) : form_(form) {}
 
@@ -38,7 +38,8 @@ class ControlFrame final : public Implements<IOleInPlaceFrame> {
 };
 
 /// One control's place on a form: what the form tells the control, and is told by it.
-class ControlSite final : public Implements<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
+class ControlSite final
+    : public Implements<IOleClientSite, Extending<IOleInPlaceSite, IOleWindow>, IOleControlSite, IDispatch> {
   public:
     /// `form` is the window; `parent` the form's object for programs, or null.
     ControlSite(HWND form, ComPtr<IDispatch> parent);

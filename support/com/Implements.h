@@ -31,6 +31,13 @@ struct FaceList {
     }
 };
 
+/// An interface in a class's list that is found as those that it extends as well.
+template <class Interface, class... Extended>
+class Extending : public Interface {
+  public:
+    using Faces = FaceList<Face<Interface, Extended...>>;
+};
+
 namespace detail {
 template <class Base>
 concept HasFaces = requires {

@@ -1,0 +1,156 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <optional>
+
+#include "samplehost/win32/DispatchObject.h"
+#include "samplehost/win32/HostedControl.h"
+#include "support/com/Variant.h"
+#include "tests/windows/ComTestSupport.h"
+#include "tests/windows/WindowImage.h"
+
+namespace kavrelon {
+
+inline std::string textOf(VARIANT& value) {
+    Variant text;
+    VariantChangeTypeEx(&text, &value, LOCALE_INVARIANT, 0, VT_BSTR);
+    return toAnsi(bstrView(text.bstrVal));
+}
+
+/// A container's saved properties, all as texts, and its log of bad ones.
+class TextBag final : public Implements<IPropertyBag, IErrorLog> {
+  public:
+    std::map<std::wstring, std::string> saved;
+    std::string written;
+    std::string complaints;
+
+    STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
+        if (saved.count(name) == 0) return E_INVALIDARG;
+        value->bstrVal = toBstr(saved[name]).detach();
+        value->vt = VT_BSTR;
+        return S_OK;
+    }
+    STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
+        written += toAnsi(name) + '=' + textOf(*value) + ' ';
+        return S_OK;
+    }
+    STDMETHODIMP AddError(LPCOLESTR name, EXCEPINFO*) override {
+        complaints += toAnsi(name) + ' ';
+        return S_OK;
+    }
+};
+
+template <class Object, class... Arguments>
+ComPtr<Object> make(Arguments&&... arguments) {
+    ComPtr<Object> object;
+    *object.put() = new Object(std::forward<Arguments>(arguments)...);
+    return object;
+}
+
+/// A form with a label on it, made by a library that nothing else in this process has loaded: what is left of
+/// the label shows when the library is asked whether it can go.
+class ComControl : public testing::Test {
+  protected:
+    ComControl() {
+        CoInitialize(nullptr);
+        EXPECT_TRUE(CopyFileW(libraryPath().c_str(), copy_.c_str(), FALSE));
+        library.emplace(copy_);
+        form = CreateWindowA("STATIC", "", WS_POPUP | WS_VISIBLE, 20, 20, 500, 400, nullptr, nullptr, nullptr,
+                             nullptr);
+    }
+    ~ComControl() override {
+        close();
+        DestroyWindow(form);
+        EXPECT_EQ(library->call("DllCanUnloadNow"), S_OK) << "something of the label is left";
+        library.reset();
+        EXPECT_TRUE(DeleteFileW(copy_.c_str())) << "the library stays loaded";
+        CoUninitialize();
+    }
+
+    template <class Interface = ::IHTMLLabel>
+    ComPtr<Interface> create() const {
+        return library->create<Interface>(CLSID_HTMLLabel);
+    }
+    /// Puts a label on the form, whose object has these members.
+    void open(RECT place = {0, 0, 300, 200}, std::vector<std::wstring> members = {L"WindowState", L"Show"}) {
+        close();
+        const auto object = [this](const char* who, std::vector<std::wstring> names) {
+            const auto handler = [this, who](DISPID id, DISPPARAMS& arguments, VARIANT*) {
+                return note(who, id, arguments);
+            };
+            return make<DispatchObject>(handler, std::move(names));
+        };
+        control.emplace(create<IUnknown>(), form, object("form", std::move(members)).get());
+        label = control->query<::IHTMLLabel>();
+        control->connect(*object("event", {}));
+        label->put_EnableAnchors(VARIANT_TRUE);
+        label->put_EnableScroll(VARIANT_TRUE);
+        control->show(place);
+        heard.clear();
+    }
+    void close() {
+        label = {};
+        control.reset();
+    }
+    void setDocument(const char* text) { EXPECT_EQ(label->put_DocumentHTML(toBstr(text).get()), S_OK); }
+
+    static HWND viewPort(HWND outer) {
+        return FindWindowExA(outer, nullptr, "kavrelon.picViewPort", nullptr);
+    }
+    HWND viewPort() const { return viewPort(control->window()); }
+    static WindowImage imageOf(HWND window) {
+        UpdateWindow(window);
+        return WindowImage(window);
+    }
+    static void click(HWND window, Point at) {
+        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
+            SendMessageA(window, message, 0, MAKELPARAM(at.x, at.y));
+        }
+    }
+    /// Runs the form's message loop for a time.
+    void pump(DWORD milliseconds) {
+        const DWORD start = GetTickCount();
+        do {
+            MSG message{};
+            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+                if (!control || !control->translate(message)) DispatchMessageA(&message);
+            }
+        } while (GetTickCount() - start < milliseconds);
+    }
+    void press(WPARAM key) {
+        PostMessageA(viewPort(), WM_KEYDOWN, key, 0);
+        pump(0);
+    }
+    std::string taken() { return std::exchange(heard, {}); }
+
+    std::optional<LoadedLibrary> library;
+    HWND form = nullptr;
+    std::optional<HostedControl> control;
+    ComPtr<::IHTMLLabel> label;
+    std::string heard;
+    std::function<void(DISPID)> onEvent = [](DISPID) {};
+    ComPtr<IDispatch> picture;
+
+  private:
+    HRESULT note(const char* who, DISPID id, DISPPARAMS& arguments) {
+        heard += std::string(who) + ' ' + std::to_string(id);
+        for (UINT i = arguments.cArgs; i-- > 0;) {
+            VARIANT& argument = arguments.rgvarg[i];
+            if (argument.vt != (VT_VARIANT | VT_BYREF)) {
+                heard += ' ' + textOf(argument);
+            } else if (picture) {
+                V_VT(argument.pvarVal) = VT_DISPATCH;
+                V_DISPATCH(argument.pvarVal) = ComPtr<IDispatch>(picture).detach();
+            }
+        }
+        heard += "; ";
+        onEvent(id);
+        return S_OK;
+    }
+
+    const std::wstring copy_ = libraryPath() + L".control.dll";
+};
+
+}  // namespace kavrelon
