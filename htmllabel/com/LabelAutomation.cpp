@@ -159,4 +159,21 @@ STDMETHODIMP LabelAutomation::put_DefaultSpacing(short Value) {
     return put("DefaultSpacing", kDefaultSpacing, [=](HTMLLabel& label) { label.DefaultSpacing(Value); });
 }
 
+// Late-bound programs know colours as signed numbers, system colours being negative; scripts know no others.
+STDMETHODIMP LabelAutomation::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
+    VARIANT colour{};
+    DISPPARAMS given = parameters != nullptr ? *parameters : DISPPARAMS{};
+    if (id == DISPID_BACKCOLOR && given.cArgs == 1 && given.rgvarg[0].vt == VT_I4) {
+        colour = given.rgvarg[0];
+        colour.vt = VT_UI4;
+        given.rgvarg = &colour;
+        parameters = &given;
+    }
+    const HRESULT invoked =
+        DualInterface::Invoke(id, iid, locale, flags, parameters, result, exception, badArgument);
+    if (SUCCEEDED(invoked) && result != nullptr && result->vt == VT_UI4) result->vt = VT_I4;
+    return invoked;
+}
+
 }  // namespace kavrelon

@@ -36,6 +36,10 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
     STDMETHODIMP get_DefaultSpacing(short* Value) override;
     STDMETHODIMP put_DefaultSpacing(short Value) override;
 
+    // IDispatch
+    STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                        VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
+
   private:
     template <class Value, class Read>
     HRESULT get(const char* property, Value* value, Read&& read);

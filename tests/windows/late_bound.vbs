@@ -1,8 +1,8 @@
-' The plug-in as a script sees it: created by name, every member found by its name.
+' The plug-in and the label as a script sees them: created by name, every member found by its name.
 ' Prints "as expected" at its end; not so when anything differs, or when an error ends it early.
 Option Explicit
 
-Dim plugIn, table, row, patterns, fileVersion, failures
+Dim plugIn, label, table, row, patterns, fileVersion, failures
 failures = 0
 
 Sub Expect(what, actual, wanted)
@@ -53,4 +53,22 @@ Expect "no number", Err.Number, 13
 On Error GoTo 0
 
 plugIn.DestroyClass
+
+' The label, without a form.
+Set label = CreateObject("kavrelon.HTMLLabel")
+Expect "label", label.Version & " " & label.DefaultFontName & " " & label.BorderStyle, "0.3.0 Arial 0"
+label.BackColor = &H8000000F
+Expect "system colour", label.BackColor, -2147483633
+label.BackColor = &HFF
+label.EnableAnchors = True
+label.DefaultFontSize = 12.5
+label.DocumentHTML = "<title>Help</title><body>text"
+Expect "set", label.BackColor & " " & label.EnableAnchors & " " & label.DefaultFontSize, "255 True 12.5"
+Expect "title", label.DocumentTitle, "Help"
+On Error Resume Next
+label.Appearance = 2
+Expect "no choice", Err.Number & " " & Err.Description & " <" & Err.Source & ">", _
+    "380 Invalid property value (Appearance) <kavrelon.HTMLLabel>"
+On Error GoTo 0
+
 If failures = 0 Then WScript.Echo "as expected"
