@@ -165,7 +165,8 @@ TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
         {"<H2>a<I>b</I></H2>c", "a:16b b:16bi c:10 "},
         {"<A HREF=x>a<FONT COLOR=red>b</FONT></A><A NAME=y>c</A>", "a:10u#ff0000 b:10u#0000ff c:10 "},
         {"<TABLE><TR><TH>a<TD><B>b<TD>c</B></TABLE>d", "a:10b b:10b c:10 d:10 "},
-        {"<I><TABLE><B><TD>a</I></TD></TABLE>b</I>c", "a:10i b:10i c:10 "},
+        {"<I><TABLE><B><TD>a</I>b</TD></TABLE>c</I>d", "a:10i b:10i c:10i d:10 "},
+        {"<BIG><TABLE><TD><SMALL>a</BIG>b<TD>c</TABLE>d", "a:10 b:10 c:11 d:11 "},
         {"<FONT SIZE=9999>a<FONT SIZE=-9999>b", "a:200 b:1 "},
     };
     for (const Case& c : cases) EXPECT_EQ(drawn(c.html).texts, c.expected) << c.html;
@@ -225,6 +226,7 @@ TEST_F(HtmlLayoutTest, LinksAndJumpTargets) {
         {"a <A HREF=x>bbb ccc</A> d", "4,4-34,34 ", 42},
         {"a<P><A NAME=x></A><P>b<I ID=y>c</I>", "4,34-4,34 10,34-10,34 "},
         {"aaa <A HREF=x>bbb</A>", "4,19-22,34 ", 30},
+        {"aaa <A NAME=x></A>b<B>cccc</B>", "4,19-4,19 ", 38},
         {"<A HREF=x><IMG SRC=p></A>", "6,6-46,26 "},
         {"<TABLE><TD HEIGHT=60 VALIGN=BOTTOM><A HREF=x>a<A HREF=y>b</A>c</A></TABLE>",
          "8,49-26,64 14,49-20,64 "},
