@@ -106,6 +106,7 @@ class HeadlessWindow final : public TermWindow {
     void scrollGrid() override;
     void setFont(const FontChoice& font) override { font_ = font; }
     void setFontSize(double points) override { fontSize_ = points; }
+    std::string fontName() const override { return font_.name; }
     double fontSize() const override { return fontSize_; }
     double pointsPerPixel() const override { return 0.75; }
     Size measureCell() override { return kCell; }

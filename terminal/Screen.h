@@ -207,7 +207,6 @@ class Screen {
     [[gnu::noinline]] void followScroll();
 
     HelpBoxes& helpBoxes_;
-    std::string fontName_;
     TermWindow* window_ = nullptr;
     ScreenBuffer buffer_;
     Rendition rendition_;

@@ -41,9 +41,7 @@ void Screen::ScreenFontSize(std::int16_t points) {
 }
 
 void Screen::setFont(const FontChoice& font) {
-    if (window_ == nullptr) return;
-    fontName_ = font.name;
-    window_->setFont(font);
+    if (window_ != nullptr) window_->setFont(font);
 }
 
 void Screen::term_setfontsize(bool mayResizeWindow) {
@@ -87,7 +85,7 @@ HelpGrid Screen::helpGrid() const {
             narrowToInt16(inner.y + grid().top()),
             grid().cellWidth(),
             grid().cellHeight(),
-            fontName_,
+            window_->fontName(),
             ScreenFontSize()};
 }
 

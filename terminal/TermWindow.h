@@ -97,6 +97,8 @@ class TermWindow : public TermSurface {
     virtual WindowId id() const = 0;
     /// Where the inner area begins, in pixels from the corner of the whole window.
     virtual Point innerCorner() const = 0;
+    /// The face that text is drawn in: the one chosen, or what stands in for it where it is missing.
+    virtual std::string fontName() const = 0;
     /// Shows the window, modeless, in the state last set.
     virtual void show() = 0;
     virtual WindowState state() const = 0;

@@ -13,7 +13,7 @@ class SnapshotError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// The topmost visible window of this thread, or null.
+/// The topmost visible window of this thread, or the one that it belongs to; null when there is none.
 HWND topWindowOfThread();
 
 /// Writes the window as it is seen, frame and menu included, to a PNG file. Throws SnapshotError.

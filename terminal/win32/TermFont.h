@@ -69,6 +69,7 @@ class TermFont {
 
     void choose(const FontChoice& choice);
     void setPoints(double points);
+    const std::string& name() const { return face_.name; }
     double points() const { return points_; }
     double pointsPerPixel() const;
     /// The cell that the font needs, at least 1 x 1.

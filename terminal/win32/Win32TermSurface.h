@@ -43,6 +43,7 @@ class Win32TermSurface {
 
     void setFont(const FontChoice& font);
     void setFontSize(double points) { font_.setPoints(points); }
+    std::string fontName() const { return font_.name(); }
     double fontSize() const { return font_.points(); }
     double pointsPerPixel() const { return font_.pointsPerPixel(); }
     Size measureCell() { return font_.cell(); }

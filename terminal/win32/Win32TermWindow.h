@@ -42,6 +42,7 @@ class Win32TermWindow final : public TermWindow {
     void scrollGrid() override { surface_.scrollGrid(); }
     void setFont(const FontChoice& font) override { surface_.setFont(font); }
     void setFontSize(double points) override { surface_.setFontSize(points); }
+    std::string fontName() const override { return surface_.fontName(); }
     double fontSize() const override { return surface_.fontSize(); }
     double pointsPerPixel() const override { return surface_.pointsPerPixel(); }
     Size measureCell() override { return surface_.measureCell(); }
