@@ -21,16 +21,6 @@ LRESULT CALLBACK flood(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-/// The memory that is this process's own.
-std::size_t committedBytes() {
-    std::size_t sum = 0;
-    MEMORY_BASIC_INFORMATION region{};
-    for (char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0; at += region.RegionSize) {
-        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) sum += region.RegionSize;
-    }
-    return sum;
-}
-
 class WindowLife : public WindowTest {
   protected:
     /// Lets messages through until the condition holds; false when it does not within the time.

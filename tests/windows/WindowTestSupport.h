@@ -15,6 +15,16 @@
 
 namespace kavrelon {
 
+/// The memory that is this process's own.
+inline std::size_t committedBytes() {
+    std::size_t sum = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    for (char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0; at += region.RegionSize) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) sum += region.RegionSize;
+    }
+    return sum;
+}
+
 inline int countTerminalWindows() {
     int count = 0;
     HWND window = nullptr;

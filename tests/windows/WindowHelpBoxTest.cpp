@@ -1,0 +1,159 @@
+#include "WindowInputSupport.h"
+#include "helpbox/win32/Win32HelpWindow.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr const char* kPage =
+    "<html><body bgcolor=\"#0000FF\"><a href=\"http://localhost/\">a link that is clicked</a></body></html>";
+
+Rect rectangleOf(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+            static_cast<int>(place.bottom)};
+}
+
+Rect shifted(const Rect& block, int right, int down) {
+    return {block.left + right, block.top + down, block.right + right, block.bottom + down};
+}
+
+int countTopWindows() {
+    int count = 0;
+    const auto add = [](HWND, LPARAM sum) -> BOOL WINAPI {
+        ++*reinterpret_cast<int*>(sum);
+        return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), add, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+class WindowHelpBox : public WindowInput {
+  protected:
+    /// Shows a box at row 5, column 11 and gives its window.
+    HWND show(std::string_view text) {
+        (*form)->ShowHelpBox(1, 5, 11, 20, 6, text);
+        pump();
+        return FindWindowA(Win32HelpWindow::kClassName, nullptr);
+    }
+    /// Moves the mouse to a place in pixels of the desktop.
+    void moveOnDesktop(POINT place) {
+        ScreenToClient(form->window(), &place);
+        moveTo(static_cast<int>(place.x), static_cast<int>(place.y));
+    }
+    /// Whether the terminal has the keyboard and what is typed reaches the host.
+    bool isTypedThrough() {
+        return GetForegroundWindow() == form->window() && GetFocus() == form->window() &&
+               sentBy({{'A'}}) == "a";
+    }
+};
+
+TEST_F(WindowHelpBox, ItCoversItsCellsAndLeavesTheKeyboardAlone) {
+    const HWND box = show("text");
+    ASSERT_TRUE(IsWindowVisible(box));
+    EXPECT_EQ(GetWindow(box, GW_OWNER), form->window());
+    EXPECT_TRUE(isTypedThrough());
+
+    // Half a cell to the left and above the cell in column 11 counted from 1, in row 5 counted from 0.
+    const Rect cell = form->cell(10, 5);
+    POINT corner{cell.left, cell.top};
+    ClientToScreen(form->window(), &corner);
+    const Rect place = rectangleOf(box);
+    EXPECT_NEAR(place.left, corner.x - cell.width() / 2.0, 0.5);
+    EXPECT_NEAR(place.top, corner.y - cell.height() / 2.0, 0.5);
+    EXPECT_EQ(place.width(), 23 * cell.width());
+    EXPECT_EQ(place.height(), 7 * cell.height() + 7);
+
+    // The whole of it inside its thin border is the page.
+    const WindowImage shown(show(kPage));
+    EXPECT_EQ(shown.width(), 23 * cell.width() - 2);
+    EXPECT_TRUE(shown.all({0, shown.height() / 2, shown.width(), shown.height()}, RGB(0, 0, 255)));
+}
+
+TEST_F(WindowHelpBox, TheMouseDragsItAndGoesOnToTheTerminalsKeyboard) {
+    const HWND box = show("text");
+    const Rect start = rectangleOf(box);
+    POINT mouse{start.left + 30, start.top + 40};
+    moveOnDesktop(mouse);
+    click(MOUSEEVENTF_LEFTDOWN);
+    pump();
+    for (int step = 0; step < 3; ++step) {
+        mouse = {mouse.x + 20, mouse.y + 10};
+        moveOnDesktop(mouse);
+    }
+    EXPECT_EQ(rectangleOf(box), start);
+    click(MOUSEEVENTF_LEFTUP);
+    pump();
+    EXPECT_EQ(rectangleOf(box), shifted(start, 60, 30));
+    EXPECT_TRUE(isTypedThrough());
+
+    // It goes on with the terminal's window from there.
+    const Rect terminal = rectangleOf(form->window());
+    SetWindowPos(form->window(), nullptr, terminal.left + 7, terminal.top + 9, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER);
+    EXPECT_EQ(rectangleOf(box), shifted(start, 67, 39));
+    // And back to its cells when they have another size.
+    form->setSize({700, 500});
+    EXPECT_EQ(rectangleOf(box).width(), 23 * form->cell(0, 0).width());
+}
+
+TEST_F(WindowHelpBox, ItsMenuClosesIt) {
+    for (const char* text : {"text", kPage}) {
+        const HWND box = show(text);
+        const Rect place = rectangleOf(box);
+        // On the text, which is a link in the page, whose right click may not be taken for a left one.
+        moveOnDesktop({place.left + 20, place.top + 12});
+        press({{VK_RBUTTON}});
+        tryUntilDone([] {
+            if (inMenu()) press({{'C'}});
+            return inMenu();
+        });
+        EXPECT_TRUE(pumpUntil([&] { return !IsWindow(box); })) << text;
+        EXPECT_EQ((*form)->helpBoxes().openSlots(), std::vector<int>{});
+        EXPECT_TRUE(isTypedThrough());
+    }
+}
+
+TEST_F(WindowHelpBox, ItIsHiddenAndGoneWithTheTerminal) {
+    const HWND box = show("text");
+    const std::vector<std::pair<std::function<void()>, std::function<void()>>> ways{
+        {[&] { (*form)->setWindowState(WindowState::Minimised); },
+         [&] { (*form)->setWindowState(WindowState::Normal); }},
+        {[&] { ShowWindow(form->window(), SW_HIDE); }, [&] { ShowWindow(form->window(), SW_SHOW); }},
+    };
+    const Rect place = rectangleOf(box);
+    for (const auto& [hide, back] : ways) {
+        hide();
+        pump();
+        EXPECT_FALSE(IsWindowVisible(box));
+        back();
+        pump();
+        EXPECT_TRUE(IsWindowVisible(box));
+        EXPECT_EQ(rectangleOf(box), place);
+    }
+    DestroyWindow(form->window());
+    EXPECT_FALSE(IsWindow(box));
+    EXPECT_EQ((*form)->helpBoxes().openSlots(), std::vector<int>{});
+}
+
+TEST_F(WindowHelpBox, ManyBoxesLeaveNothingBehind) {
+    const auto rounds = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            (*form)->ShowHelpBox(static_cast<std::int16_t>(i % 3), 5, 11, 20, 6, i % 2 == 0 ? "text" : kPage);
+            if (i % 7 == 0) (*form)->HideHelpBox(static_cast<std::int16_t>(i % 3));
+            if (i % 50 == 0) platform.processMessages();
+        }
+        (*form)->EraseScreen();
+    };
+    rounds(200);
+    const int windows = countTopWindows();
+    const int objects = countGdiObjects();
+    const std::size_t memory = committedBytes();
+    rounds(1500);
+    EXPECT_EQ(countTopWindows(), windows);
+    EXPECT_EQ(countGdiObjects(), objects);
+    EXPECT_LT(committedBytes(), memory + 256 * 1024);
+}
+
+}  // namespace
+}  // namespace kavrelon
