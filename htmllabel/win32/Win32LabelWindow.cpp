@@ -273,26 +273,32 @@ void Win32LabelWindow::paintViewPort(HTMLLabel& label) {
         paintAgain_ = true;
         return;
     }
+    painting_ = true;
     {
         const PaintContext screen(viewPort);
-        RECT inner{};
-        GetClientRect(viewPort, &inner);
-        // Drawn out of sight and copied in one go, nothing flickers. Only what the view port shows is drawn:
-        // a bitmap of a whole long document would not fit into a 32-bit process.
-        picHTML_.Width(inner.right);
-        picHTML_.Height(inner.bottom);
-        painting_ = true;
-        {
-            const GdiCanvas::Target target(canvas_, picHTML_.hDc());
-            label.picViewPort_Paint(canvas_, {static_cast<int>(inner.right), static_cast<int>(inner.bottom)});
-        }
-        painting_ = false;
-        const RECT& due = screen.due();
-        picHTML_.Draw(screen.get(), due.left, due.top, due.right - due.left, due.bottom - due.top, due.left,
-                      due.top);
+        paintDue(label, screen.get(), screen.due());
     }
+    painting_ = false;
     if (std::exchange(paintAgain_, false) && viewPort_ != nullptr)
         InvalidateRect(viewPort_.get(), nullptr, FALSE);
+}
+
+void Win32LabelWindow::paintDue(HTMLLabel& label, HDC screen, const RECT& due) {
+    RECT inner{};
+    GetClientRect(viewPort_.get(), &inner);
+    const LONG width = due.right - due.left;
+    const LONG height = due.bottom - due.top;
+    if (width <= 0 || height <= 0) return;
+    // Drawn out of sight and copied in one go, nothing flickers. Only what is seen is drawn: a bitmap of a
+    // whole long document would not fit into a 32-bit process.
+    picHTML_.Width(width);
+    picHTML_.Height(height);
+    {
+        const GdiCanvas::Target target(canvas_, picHTML_.hDc());
+        SetViewportOrgEx(picHTML_.hDc(), static_cast<int>(-due.left), static_cast<int>(-due.top), nullptr);
+        label.picViewPort_Paint(canvas_, {static_cast<int>(inner.right), static_cast<int>(inner.bottom)});
+    }
+    picHTML_.Draw(screen, 0, 0, width, height, due.left, due.top);
 }
 
 void Win32LabelWindow::move(const RECT& place) {

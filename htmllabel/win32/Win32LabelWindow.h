@@ -102,6 +102,7 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     Answer onTitle(const HTMLLabel& label, const Message& message) const;
     void eraseOuter(HDC context) const;
     void paintViewPort(HTMLLabel& label);
+    void paintDue(HTMLLabel& label, HDC screen, const RECT& due);
     void updateOrigin();
     void detach() noexcept;
 
