@@ -127,11 +127,12 @@ void Screen::lineFeed() {
 }
 
 void Screen::scrollUp() {
-    const bool shown = painting();
-    if (shown) painter_.scrollImage();
-    buffer_.scrollUp(linesPerPage_);
     screenDirty_ = true;
-    if (shown) followScroll();
+    if (painting()) {
+        scrollOnWindow();
+    } else {
+        buffer_.scrollUp(linesPerPage_);
+    }
 }
 
 bool Screen::beginRun() {

@@ -204,7 +204,8 @@ class Screen {
     void blankOnWindow(int firstRow, int lastRow);
     void drawCells(const CellRect& cells);
     void redraw(const CellRect& cells);
-    [[gnu::noinline]] void followScroll();
+    // Kept out of the scroll that a burst without painting consists of.
+    [[gnu::noinline]] void scrollOnWindow();
 
     HelpBoxes& helpBoxes_;
     TermWindow* window_ = nullptr;

@@ -144,7 +144,9 @@ void Screen::redraw(const CellRect& cells) {
     if (marked) ShowCursor();
 }
 
-void Screen::followScroll() {
+void Screen::scrollOnWindow() {
+    painter_.scrollImage();
+    buffer_.scrollUp(linesPerPage_);
     if (selectionShown_) {
         --reversed_.top;
         --reversed_.bottom;
