@@ -53,8 +53,9 @@ class Layout {
     /// Measures the document's words, pictures and tables with this canvas's fonts.
     void measure(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
                  Canvas& canvas);
-    /// Lays the measured document out on a page `width` pixels wide and records the hit box of each A in the
-    /// document. What is wider than the page makes the page wider.
+    /// Lays the measured document out on a page `width` pixels wide and records in the document where each A
+    /// and each element with a name stands; without a piece of text or picture of its own, that is an empty
+    /// box. What is wider than the page makes the page wider.
     void place(HTMLDocument& document, int width);
 
     /// The laid-out page: at least as wide as was asked for, as high as its content.
