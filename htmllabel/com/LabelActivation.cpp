@@ -54,7 +54,7 @@ void LabelActivation::openWindow() {
     site->GetWindowContext(frame_.put(), document_.put(), &place, &clip, &info);
     try {
         window_ = Win32LabelWindow::create(moduleInstance(), form, place, label_, *this);
-        nameWindow();
+        ambientsChanged();
         label_->attach(window_.get(), &events_);
         this->place(place, clip);
     } catch (...) {
@@ -64,9 +64,13 @@ void LabelActivation::openWindow() {
     if (site_.client() != nullptr) site_.client()->ShowObject();
 }
 
-// Programs that read the screen aloud call the control so, as long as its document has no title.
-void LabelActivation::nameWindow() const {
+void LabelActivation::ambientsChanged() const {
+    if (!window_) return;
+    // Programs that read the screen aloud call the control so, as long as its document has no title.
     SetWindowTextW(window(), site_.displayName().c_str());
+    // While the form is designed the designer has the mouse.
+    EnableWindow(window(), site_.runs() ? TRUE : FALSE);
+    RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 void LabelActivation::closeWindow() noexcept {
@@ -157,12 +161,6 @@ bool LabelActivation::takesKey(MSG& message) {
         return true;
     const auto controlSite = site_.query<IOleControlSite>();
     return controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(modifiers)) == S_OK;
-}
-
-void LabelActivation::ambientsChanged() {
-    if (!window_) return;
-    nameWindow();
-    RedrawWindow(window_->hWnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 // A control that the user clicks into has the keyboard without the container's doing.

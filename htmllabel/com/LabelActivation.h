@@ -50,7 +50,7 @@ class LabelActivation final : private LabelContainer {
     /// Offers a key to the label, and then to the container. False when neither takes it.
     bool takesKey(MSG& message);
     /// The container has changed what it tells of itself.
-    void ambientsChanged();
+    void ambientsChanged() const;
 
   private:
     bool visible() const noexcept override { return visible_; }
@@ -58,13 +58,12 @@ class LabelActivation final : private LabelContainer {
     std::optional<int> parentWindowState() const noexcept override { return site_.formWindowState(); }
     void callParent(const std::string& procedure,
                     const std::vector<std::string>& arguments) noexcept override {
-        site_.callForm(procedure, arguments);
+        if (site_.runs()) site_.callForm(procedure, arguments);
     }
     bool takesFocus() const noexcept override { return site_.runs(); }
     void focusChanged(bool hasFocus) noexcept override;
 
     void openWindow();
-    void nameWindow() const;
     void closeWindow() noexcept;
     void beginUi();
     void announceAsActive(IOleInPlaceActiveObject* object) const;

@@ -171,14 +171,17 @@ Win32LabelWindow::Answer Win32LabelWindow::handle(const Message& message) {
     return message.window == outer_.get() ? onOuter(*label, message) : onViewPort(*label, message);
 }
 
+// The title is what programs that read the screen aloud call the control. Without one it is the window's own
+// text.
 Win32LabelWindow::Answer Win32LabelWindow::onTitle(const HTMLLabel& label, const Message& message) const {
+    if (message.id != WM_GETTEXT && message.id != WM_GETTEXTLENGTH) return std::nullopt;
+    const std::string title = label.DocumentTitle();
+    if (title == "Unknown") return std::nullopt;
     switch (message.id) {
-        // The title is what programs that read the screen aloud call the control.
         case WM_GETTEXTLENGTH:
-            return static_cast<LRESULT>(label.DocumentTitle().size());
+            return static_cast<LRESULT>(title.size());
         case WM_GETTEXT: {
             if (message.wParam == 0) return 0;
-            const std::string title = label.DocumentTitle();
             const std::size_t length = std::min<std::size_t>(title.size(), message.wParam - 1);
             auto* out = reinterpret_cast<char*>(message.lParam);
             std::memcpy(out, title.data(), length);

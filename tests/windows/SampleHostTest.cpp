@@ -66,6 +66,7 @@ TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
         {"--colour", 2, "--colour"},
         {"--connect " + refused, 1, "There is no connection to " + refused + ": it was refused."},
         {"--play " + missing, 1, missing + " could not be read."},
+        {"--help-viewer " + missing, 1, missing + " could not be read."},
         {"--library " + missing, 1, missing + " could not be loaded"},
         {"--library " + HostRun::besideThisProgram("samplehost.exe"), 1, "has no COM classes."},
         {"--log " + missing + "\\x.log", 1, "could not be written."},
@@ -92,6 +93,23 @@ TEST_F(SampleHostTest, ShowsTheDemoWhereverTheLibraryComesFrom) {
         std::filesystem::remove(folder.file("host.png"));
     }
     EXPECT_THAT(folder.read("host.ini"), HasSubstr("FontStyle=1"));
+}
+
+TEST_F(SampleHostTest, ShowsADocumentWithThePicturesBesideIt) {
+    const auto picture = [](const char* pixel) {
+        return std::string("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0", 30) +
+               std::string(24, '\0') + std::string(pixel, 3) + '\0';
+    };
+    folder.write("beside.bmp", picture("\x40\x80\xC0"));
+    folder.write("elsewhere.bmp", picture("\x20\x40\x60"));
+    folder.write("help.html", "<IMG SRC=beside.bmp WIDTH=50 HEIGHT=50><IMG SRC='" +
+                                  folder.file("elsewhere.bmp") +
+                                  "' WIDTH=50 HEIGHT=50><FONT COLOR=#A0B0C0 SIZE=7>text");
+    const HostRun host(snapshot(700) + "--help-viewer \"" + folder.file("help.html") + '"');
+    EXPECT_EQ(host.exitStatus(), 0);
+    const auto colours = coloursOf(folder.file("host.png"));
+    EXPECT_THAT(colours, IsSupersetOf({0xC08040U, 0xA0B0C0U}));
+    EXPECT_EQ(colours.count(0x604020U), 0U) << "a picture with a path is shown";
 }
 
 TEST_F(SampleHostTest, GoesOnBehindWhatThePlugInRefuses) {
