@@ -16,10 +16,19 @@ class ContentWidths {
         line_ += width;
     }
     /// An empty line, which is content as well.
-    void emptyLine() { isEmpty_ = false; }
+    void emptyLine() {
+        isEmpty_ = false;
+        marker_ = 0;
+    }
+    /// What stands before the next line that is not empty: in its indent, or instead of it.
+    void marker(int width) {
+        isEmpty_ = false;
+        marker_ = width;
+    }
     void endLine() {
         endUnit();
-        max_ = std::max(max_, line_ + indent_);
+        max_ = std::max(max_, line_ + std::max(indent_, marker_));
+        if (line_ > 0) marker_ = 0;
         line_ = 0;
     }
     /// A table, between lines.
@@ -36,9 +45,9 @@ class ContentWidths {
     bool isEmpty() const { return isEmpty_; }
 
   private:
-    // Indents give way to what cannot be broken, up to half of the width.
+    // Indents give way to what cannot be broken, up to half of the width; markers do not.
     void endUnit() {
-        min_ = std::max(min_, std::min(2 * unit_, unit_ + indent_));
+        min_ = std::max({min_, std::min(2 * unit_, unit_ + indent_), unit_ + marker_});
         unit_ = 0;
     }
 
@@ -47,6 +56,7 @@ class ContentWidths {
     int unit_ = 0;  // between two places where a line may end
     int line_ = 0;
     int indent_ = 0;
+    int marker_ = 0;
     bool isEmpty_ = true;
 };
 

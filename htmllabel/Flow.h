@@ -83,8 +83,11 @@ struct FlowMarker {
     std::string_view number;
     Bullet bullet = Bullet::Disc;
     int width = 0;
+    int gap = 0;  // the least between it and the text
     std::uint32_t style = 0;
     std::int16_t element = 0;
+
+    int outerWidth() const { return width + gap; }
 };
 
 struct FlowColumn {

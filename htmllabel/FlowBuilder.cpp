@@ -285,6 +285,7 @@ void FlowBuilder::listItem(const HTMLElement& element) {
     marker.style = styles_.current();
     marker.element = element.intIndex;
     const TextStyle& style = styles_.currentStyle();
+    marker.gap = style.spaceWidth + 2;
     if (list.isNumbered) {
         marker.number = numberText(list.next++, flow_.store);
         marker.width = canvas_.textWidth(style.font, marker.number);

@@ -75,9 +75,21 @@ FlowPlacer::Span FlowPlacer::lineSpan() const {
     const int most = std::min(both, in.width / 2);
     int left = both > 0 ? static_cast<int>(std::int64_t{most} * in.block.left / both) : 0;
     const int right = both > 0 ? most - left : 0;
-    if (in.marker != kNone) left = std::max(left, in.firstLeft);
-    const int beside = in.y + (in.atTop ? 0 : in.gap) < in.floatBottom ? in.floatWidth : 0;
-    return {left, std::max(in.width - left - right - beside, 0)};
+    if (in.marker != kNone) left = std::max(left, flow_.markers[in.marker].outerWidth());
+    int end = in.width - right;
+    if (isBesideFloat()) end = std::min(end, in.floatLeft);
+    return {left, std::max(end - left, 0)};
+}
+
+bool FlowPlacer::isBesideFloat() const {
+    const Container& in = containers_.back();
+    return in.y + (in.atTop ? 0 : in.gap) < in.floatBottom;
+}
+
+void FlowPlacer::clearFloat() {
+    in().y = in().floatBottom;
+    in().gap = 0;
+    in().atTop = false;
 }
 
 void FlowPlacer::useGap() {
@@ -111,25 +123,25 @@ bool FlowPlacer::floatPicture(const FlowPicture& picture) {
     if (line_.shape(line_.size()).width + width > span.width) finishLine();
     useGap();
     span = lineSpan();
-    if (in().y >= in().floatBottom) in().floatWidth = 0;
-    const int left = span.left + span.width - width;
-    setPictureBox(picture, flow_, list_, in().frame, {left, in().y}, in().ground);
-    in().floatWidth += width;
+    in().floatLeft = span.left + span.width - width;
+    setPictureBox(picture, flow_, list_, in().frame, {in().floatLeft, in().y}, in().ground);
     in().floatBottom = std::max(in().floatBottom, in().y + picture.outerHeight());
     return true;
 }
 
 void FlowPlacer::token(const LineToken& token) {
     if (line_.mustEndBefore(token, lineSpan().width)) finishLine(line_.endBefore(token));
+    if (line_.isEmpty() && isBesideFloat() && token.width > lineSpan().width) clearFloat();
     line_.add(token);
 }
 
 // Marks alone stay for the next line.
 void FlowPlacer::finishLine(std::size_t count) {
     if (line_.isEmpty()) return;
+    LineBuilder::Shape shape = line_.shape(count);
+    if (isBesideFloat() && shape.width > lineSpan().width) clearFloat();
     useGap();
     const Span span = lineSpan();
-    LineBuilder::Shape shape = line_.shape(count);
     const TextStyle marker = markerShape();
     shape.ascent = std::max(shape.ascent, marker.ascent);
     shape.descent = std::max(shape.descent, marker.descent);
@@ -195,9 +207,6 @@ TextStyle FlowPlacer::markerShape() const {
 void FlowPlacer::startMarker(std::uint32_t index) {
     flushMarker();
     if (index == kNone) return;
-    const FlowMarker& marker = flow_.markers[index];
-    const int gap = flow_.styles[marker.style].spaceWidth + 2;
-    in().firstLeft = marker.width + gap;
     in().marker = index;
 }
 
@@ -205,8 +214,9 @@ void FlowPlacer::setMarker(int baseline) {
     if (in().marker == kNone) return;
     const FlowMarker& marker = flow_.markers[in().marker];
     const TextStyle& style = flow_.styles[marker.style];
-    const int left = lineSpan().left - in().firstLeft;
+    const int left = lineSpan().left - marker.outerWidth();
     in().marker = kNone;
+    in().markerBottom = baseline + style.descent;
     DisplayItem item;
     item.frame = in().frame;
     item.element = marker.element;
@@ -229,13 +239,10 @@ void FlowPlacer::setMarker(int baseline) {
 
 void FlowPlacer::startTable(std::uint32_t index) {
     const FlowTable& table = flow_.tables[index];
+    if (isBesideFloat() && table.min > lineSpan().width) clearFloat();
     useGap();
+    const Span span = lineSpan();
     if (table.rowCount > 0) setMarker(in().y + markerShape().ascent);
-    Span span = lineSpan();
-    if (table.min > span.width && in().y < in().floatBottom) {
-        in().y = in().floatBottom;
-        span = lineSpan();
-    }
     const int width = tableWidth(table, span.width);
     const int left = span.left + alignedOffset(table.align, span.width, width);
     setMarks();
@@ -243,7 +250,8 @@ void FlowPlacer::startTable(std::uint32_t index) {
 }
 
 void FlowPlacer::endTable() {
-    const int height = tables_.end();
+    // A table can be lower than the marker beside it.
+    const int height = std::max(tables_.end(), in().markerBottom - in().y);
     if (height > 0) advance(height);
 }
 

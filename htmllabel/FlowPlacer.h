@@ -30,9 +30,9 @@ class FlowPlacer {
         bool atTop = true;  // where no gap is wanted
         FlowBlock block;
         std::uint32_t marker = kNone;  // of an item whose first line is not set yet
-        int firstLeft = 0;             // where a first line beside a wide marker begins
-        int floatWidth = 0;            // what stands at the right edge,
-        int floatBottom = 0;           // down to here
+        int markerBottom = 0;          // of the last one
+        int floatLeft = 0;             // where pictures at the right edge begin
+        int floatBottom = 0;           // and end
     };
     struct Span {
         int left = 0;
@@ -64,6 +64,9 @@ class FlowPlacer {
 
     Container& in() { return containers_.back(); }
     Span lineSpan() const;
+    bool isBesideFloat() const;
+    /// Goes on below the pictures at the right edge.
+    void clearFloat();
     void useGap();
     void advance(int height);
 

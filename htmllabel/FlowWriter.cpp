@@ -120,7 +120,7 @@ void FlowWriter::rule(const FlowRule& rule, int gap) {
 void FlowWriter::marker(const FlowMarker& marker) {
     boundary(0);
     item(FlowKind::Marker, flow_.markers, marker);
-    widths().emptyLine();
+    widths().marker(marker.outerWidth());
 }
 
 void FlowWriter::endItem() {

@@ -147,6 +147,8 @@ TEST_F(HtmlLayoutTest, BlocksAndIndents) {
         {"<HEAD><TITLE>t</TITLE>u</HEAD><SCRIPT>s</SCRIPT><STYLE>v</STYLE><FORM>a</FORM>b", "4,4 a|4,19 b"},
         {"<UL><LI>aaaa bbbb<LI><P>c</P><OL><LI><LI>d</OL></UL>e",
          "34,4 aaaa|34,19 bbbb|34,49 c|15,79 1.|15,94 2.|35,94 d|4,113 e", 70},
+        {"<OL><LI><TABLE CELLPADDING=0><TD></TABLE></OL>a", "14,4 1.|4,23 a"},
+        {"<TABLE CELLPADDING=0 CELLSPACING=0><TD><OL><LI><P>a</OL><TD>b</TABLE>", "4,4 1.|24,4 a|30,4 b", 1},
     };
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
     EXPECT_EQ(drawn("<UL><LI>a<UL><LI>b<UL><LI>c</UL></UL><LI></UL>d").bullets, "0@26 1@56 2@86 0@26 ");
@@ -247,6 +249,10 @@ TEST_F(HtmlLayoutTest, PicturesTheirFramesAndTheTextBesideThem) {
     for (const Case& c : cases) EXPECT_EQ(drawn(c.html, c.width).fills, c.expected) << c.html;
     EXPECT_EQ(runs("<IMG SRC=q WIDTH=40 HEIGHT=30 ALT=abcdefgh>"), "9,9 abcde");
     EXPECT_EQ(runs("<IMG SRC=p ALIGN=RIGHT>aaa bbb ccc<P>ddd eee", 110), "4,4 aaa bbb|4,19 ccc|4,49 ddd eee");
+    EXPECT_EQ(runs("a <IMG SRC=p ALIGN=RIGHT>bbbbbbbbbbbb c", 110), "4,4 a|4,28 bbbbbbbbbbbb c");
+    EXPECT_EQ(
+        runs("<BLOCKQUOTE><IMG SRC=p ALIGN=RIGHT WIDTH=40 HEIGHT=80>a</BLOCKQUOTE>bbbbbbbbbb ccccccccccc"),
+        "34,4 a|4,34 bbbbbbbbbb|4,49 ccccccccccc");
 }
 
 TEST_F(HtmlLayoutTest, WidthsChangeWithoutMeasuringAndPartsAreDrawnAlone) {
