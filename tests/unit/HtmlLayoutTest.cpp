@@ -197,6 +197,13 @@ TEST_F(HtmlLayoutTest, ColumnsOfTables) {
         {"<TABLE ALIGN=CENTER CELLPADDING=0 "
          "CELLSPACING=0><TD>ab</TABLE><CENTER><TABLE><TD>c</TABLE></CENTER>",
          "98,4 ab|101,27 c"},
+        {"<TABLE CELLPADDING=0 CELLSPACING=0><TR><TD COLSPAN=2>aaaaaaaa<TD>x<TR><TD "
+         "COLSPAN=3>bbbbbbbbbbbb<TR>"
+         "<TD>c<TD>d<TD>e</TABLE>",
+         "4,4 aaaaaaaa|67,4 x|4,19 bbbbbbbbbbbb|4,34 c|35,34 d|67,34 e"},
+        {"<TABLE CELLPADDING=0 CELLSPACING=0 WIDTH=\"100%\"><TR><TD COLSPAN=2 WIDTH=\"60%\">a<TD>b<TR>"
+         "<TD>c<TD>d<TD>e</TABLE>",
+         "4,4 a|124,4 b|4,19 c|64,19 d|124,19 e"},
         {"<TABLE></TABLE>a", "4,4 a"},
     };
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
