@@ -103,6 +103,21 @@ TerminalWriter& TerminalWriter::closeScreen() {
     return privateSequence("CS");
 }
 
+TerminalWriter& TerminalWriter::helpBox(int number, const CellBox& place, std::string_view text) {
+    // Boxes count their columns from 1, and are three cells wider than they are told.
+    constexpr int kExtraColumns = 3;
+    constexpr int kMargins = 1;
+    const std::string box = std::to_string(number);
+    const std::string cells =
+        std::to_string(originRow_ + place.row) + ',' + std::to_string(originColumn_ + place.column + 1) +
+        ',' + std::to_string(place.columns + kMargins - kExtraColumns) + ',' + std::to_string(place.rows);
+    return this->text("\x1FHELPBOX " + box + ' ' + cells + ' ').text(text).text("\x1F");
+}
+
+TerminalWriter& TerminalWriter::hideHelpBox(int number) {
+    return text("\x1FHELPBOX " + std::to_string(number) + " HIDE\x1F");
+}
+
 TerminalWriter& TerminalWriter::logOn(std::string_view user) {
     return privateSequence("L1 " + std::string(user));
 }

@@ -62,6 +62,11 @@ class TerminalWriter {
     TerminalWriter& newScreen();
     /// Takes the top screen away; the one below is as it was.
     TerminalWriter& closeScreen();
+    /// Lays a help box over the screen, in place of the one with this number (0 to 50). The text is plain,
+    /// with
+    /// "^" for a line break, or HTML that begins with "<html>".
+    TerminalWriter& helpBox(int number, const CellBox& place, std::string_view text);
+    TerminalWriter& hideHelpBox(int number);
     TerminalWriter& logOn(std::string_view user);
     TerminalWriter& logOff();
     /// Adds an entry to the Knowledge Base menu: a web address, without a comma.

@@ -36,7 +36,7 @@ constexpr int kEntryColumn = kFrameColumn + 3;
 constexpr int kEntryColumns = kFrameColumns - 6;
 // Beside the highlight: in it the block would show as a hole.
 constexpr int kCursorColumn = kEntryColumn - 2;
-constexpr int kSummaryRow = 20;
+constexpr int kSummaryRow = 21;
 constexpr int kRuleRow = 22;
 constexpr int kFootRow = 23;
 constexpr int kMargin = 2;

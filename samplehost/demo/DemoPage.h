@@ -16,6 +16,7 @@ inline constexpr char kDown = 10;
 inline constexpr char kEnter = 13;
 inline constexpr char kEscape = 27;
 inline constexpr char kBackspace = 8;
+inline constexpr char kDelete = 4;
 }  // namespace demokey
 
 /// The screen that pages are laid out for; larger ones show them in the middle.

@@ -10,6 +10,7 @@ std::vector<std::unique_ptr<DemoPage>> makeDemoPages() {
     pages.push_back(makeScrollPage());
     pages.push_back(makeWidthPage());
     pages.push_back(makeSecondScreenPage());
+    pages.push_back(makeHelpBoxPage());
     return pages;
 }
 

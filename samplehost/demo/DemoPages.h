@@ -13,6 +13,7 @@ std::unique_ptr<DemoPage> makeFormPage();
 std::unique_ptr<DemoPage> makeScrollPage();
 std::unique_ptr<DemoPage> makeWidthPage();
 std::unique_ptr<DemoPage> makeSecondScreenPage();
+std::unique_ptr<DemoPage> makeHelpBoxPage();
 
 /// All pages in the order of the menu.
 std::vector<std::unique_ptr<DemoPage>> makeDemoPages();

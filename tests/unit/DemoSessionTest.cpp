@@ -92,7 +92,7 @@ TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
     } pages[] = {
         {"", "Log off", 1},       {"1", "underline", 0},           {"2", "frames", 3},
         {"3", "Quantity", 1},     {"4", "Night run", 0},           {"5", "80 columns", 0},
-        {"6", "first screen", 1}, {"6\r", "Any key closes it", 1},
+        {"6", "first screen", 1}, {"6\r", "Any key closes it", 1}, {"7\r\r\rhello", "typed: hello", 0},
     };
     for (const auto& [keys, shows, frames] : pages) {
         SCOPED_TRACE(keys);
@@ -106,12 +106,12 @@ TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
 
 TEST_F(DemoTest, WalksThroughAllPagesUntilTheFirstKey) {
     std::vector<int> visited{-1};
-    for (int second = 0; second < 240 && (visited.size() < 9 || demo.currentPage() >= 0); ++second) {
+    for (int second = 0; second < 240 && (visited.size() < 10 || demo.currentPage() >= 0); ++second) {
         pass(milliseconds{1000});
         const int page = demo.currentPage();
         if (page >= 0 && page != visited.back()) visited.push_back(page);
     }
-    EXPECT_THAT(visited, ElementsAre(-1, 0, 1, 2, 3, 4, 5, 0, 1));
+    EXPECT_THAT(visited, ElementsAre(-1, 0, 1, 2, 3, 4, 5, 6, 0, 1));
     EXPECT_EQ(platform.openWindows(), 1U);
     EXPECT_EQ(screen().CharsPerLine(), 80);
     EXPECT_EQ(faults, 0);
@@ -128,11 +128,15 @@ TEST(DemoSessionTest, KeysSteer) {
         std::string_view keys;
         int page, highlighted;
     } ways[] = {
-        {"\n\n", -1, 2},                                                                 // down
-        {"\x1A", -1, 6},                                                                 // up, over the top
-        {"\n\n\n\n\n\n\n", -1, 0}, {"\n\r", 1, 1},    {"4", 3, 3}, {"4\x06\x06", 5, 5},  // right
-        {"1\x15", 5, 5},                                                                 // left, around
-        {"5\x1B", -1, 4},          {"9x\x05", -1, 0},
+        {"\n\n", -1, 2},  // down
+        {"\x1A", -1, 7},  // up, over the top
+        {"\n\n\n\n\n\n\n\n", -1, 0},
+        {"\n\r", 1, 1},
+        {"4", 3, 3},
+        {"4\x06\x06", 5, 5},  // right
+        {"1\x15", 6, 6},      // left, around
+        {"5\x1B", -1, 4},
+        {"9x\x05", -1, 0},
     };
     for (const auto& [keys, page, highlighted] : ways) {
         SCOPED_TRACE(testing::PrintToString(keys));
@@ -151,7 +155,7 @@ TEST_F(DemoTest, MenuTellsWhatFunctionKeysSendUntilLoggedOff) {
     EXPECT_EQ(demo.currentPage(), -1);
     expectShown("Received /MSG1<13>");
     EXPECT_FALSE(demo.ending());
-    press("7");
+    press("8");
     ASSERT_TRUE(demo.ending());
     EXPECT_FALSE(demo.ending()->failed);
     press("1");
