@@ -35,6 +35,15 @@ unsigned hiddenBetween(TagType code) {
     }
 }
 
+/// The last tag that ends a HEAD; -1 when there is none.
+int lastHeadEnd(const HTMLDocument& document) {
+    const auto elements = document.elements();
+    const auto found = std::find_if(elements.rbegin(), elements.rend(), [](const HTMLElement& element) {
+        return element.lngTagType == TAG_END_HEAD || element.lngTagType == TAG_BODY;
+    });
+    return found == elements.rend() ? -1 : found->intIndex;
+}
+
 TagType openerOf(TagType closer) {
     return static_cast<TagType>(closer - 1);
 }
@@ -59,12 +68,13 @@ FlowBuilder::FlowBuilder(const HTMLDocument& document, const LayoutDefaults& def
       writer_(flow, canvas),
       spacing_(clampPixels(defaults.DefaultSpacing, kMostSpacing)),
       lineHeight_(styles_.currentStyle().height()),
-      tables_(flow, writer_, styles_, spacing_) {}
+      tables_(flow, writer_, styles_, spacing_),
+      lastHeadEnd_(lastHeadEnd(document)) {}
 
 void FlowBuilder::build() {
     for (const HTMLElement& element : document_.elements()) {
         if (element.blnIsTag) {
-            if (!hide(element.lngTagType)) tag(element);
+            if (!hide(element)) tag(element);
         } else if (hidden_ == 0) {
             if (tables_.awaitsCell()) tables_.openImpliedCell();
             writer_.text(element, styles_.current(), styles_.mark());
@@ -73,8 +83,11 @@ void FlowBuilder::build() {
     tables_.closeAll();
 }
 
-bool FlowBuilder::hide(TagType code) {
+bool FlowBuilder::hide(const HTMLElement& element) {
+    const TagType code = element.lngTagType;
     if (code == TAG_BODY) hidden_ &= ~(kHead | kTitle);
+    // A HEAD that nothing ends would hide the whole page.
+    if (code == TAG_HEAD && element.intIndex > lastHeadEnd_) return true;
     if (const unsigned what = hiddenBetween(code)) {
         const bool opens = code % 2 == 0;
         hidden_ = opens ? hidden_ | what : hidden_ & ~what;

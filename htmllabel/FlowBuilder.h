@@ -28,7 +28,8 @@ class FlowBuilder {
         int next = 1;
     };
 
-    bool hide(TagType code);
+    /// Whether this tag, or what it stands in, is not to be drawn.
+    bool hide(const HTMLElement& element);
     void tag(const HTMLElement& element);
     void inlineTag(const HTMLElement& element);
     void blockTag(const HTMLElement& element);
@@ -53,6 +54,7 @@ class FlowBuilder {
     int lineHeight_;  // of the default font
     TableWriter tables_;
     std::vector<List> lists_;
+    int lastHeadEnd_;
     unsigned hidden_ = 0;
 };
 

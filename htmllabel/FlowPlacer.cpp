@@ -170,8 +170,9 @@ void FlowPlacer::lineBreak(const TextStyle& style) {
     advance(ascent + std::max(style.descent, marker.descent));
 }
 
+// A mark right before a block, which can be the block's own, is a place in the block.
 void FlowPlacer::block(const FlowBlock& block) {
-    finishLine();
+    finishLine(line_.contentSize());
     in().gap = std::max(in().gap, block.gap);
     in().block = block;
 }

@@ -36,6 +36,8 @@ class LineBuilder {
     /// The number of tokens that stay on the line when it ends to make room for this one.
     std::size_t endBefore(const LineToken& token) const { return token.gap >= 0 ? contentEnd_ : break_; }
     std::size_t size() const { return tokens_.size(); }
+    /// The number of tokens without the marks at the end.
+    std::size_t contentSize() const { return contentEnd_; }
     void add(LineToken token);
 
     struct Shape {
