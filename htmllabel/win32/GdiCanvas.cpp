@@ -47,8 +47,9 @@ void GdiCanvas::drawText(FontId font, Colour colour, Point at, std::string_view 
 void GdiCanvas::fill(const Rect& block, Colour colour) {
     if (target_ == nullptr) return;
     const RECT place = onTarget(block);
-    SetDCBrushColor(target_, toColorRef(colour));
-    FillRect(target_, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    // The ground of a text without characters: metafiles keep its colour, unlike that of a context's own brush.
+    SetBkColor(target_, toColorRef(colour));
+    ExtTextOutA(target_, 0, 0, ETO_OPAQUE, &place, "", 0, nullptr);
 }
 
 void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {

@@ -218,7 +218,7 @@ TEST_F(ComControl, MayBeUnloadedOrGivenAnotherDocumentByItsHandlers) {
 
 TEST_F(ComControl, DrawsItselfWithoutAWindow) {
     label = create();
-    label->put_DocumentHTML(toBstr("<BODY BGCOLOR=#FFFFFF><FONT SIZE=7 COLOR=#FF0000>text text").get());
+    label->put_DocumentHTML(toBstr("<BODY BGCOLOR=#00FF00><FONT SIZE=7 COLOR=#FF0000>text text").get());
     const RECTL bounds{50, 60, 450, 300};
     const RECTL window{0, 0, 500, 400};
     const HDC screen = GetDC(form);
@@ -237,6 +237,7 @@ TEST_F(ComControl, DrawsItselfWithoutAWindow) {
         }
         const WindowImage image(form);
         EXPECT_FALSE(image.all({50, 60, 450, 300}, [](COLORREF pixel) { return pixel != 0xFF; })) << metafile;
+        EXPECT_EQ(image.at(440, 290), RGB(0, 0xFF, 0)) << metafile;
         EXPECT_TRUE(image.all({0, 0, 500, 60}, kBlack) && image.all({450, 0, 500, 400}, kBlack)) << metafile;
     }
     ReleaseDC(form, screen);
