@@ -46,7 +46,7 @@ class HelpWindow {
     /// Whether the user can see another window: it is neither hidden nor minimised.
     virtual bool isShown(WindowId window) const = 0;
 
-    /// The mouse, in pixels of the desktop.
+    /// Where the mouse was in the event being handled, in pixels of the desktop.
     virtual Point cursor() const = 0;
     /// Whether one of these mouse buttons (bit 1 left, 2 right, 4 middle) is down in the event being handled.
     virtual bool isHeld(std::int16_t buttons) const = 0;

@@ -178,9 +178,8 @@ bool Win32HelpWindow::isShown(WindowId window) const {
 }
 
 Point Win32HelpWindow::cursor() const {
-    POINT mouse{};
-    GetCursorPos(&mouse);
-    return {static_cast<int>(mouse.x), static_cast<int>(mouse.y)};
+    const DWORD place = GetMessagePos();
+    return {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
 }
 
 bool Win32HelpWindow::isHeld(std::int16_t buttons) const {
