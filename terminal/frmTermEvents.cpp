@@ -242,8 +242,7 @@ void frmTerm::reportStart(const std::string& command, long result) {
 void frmTerm::HelpBoxLink(const std::string& Href) noexcept {
     carryOn([&] {
         if (!isLoaded() || !isWebAddress(Href)) return;
-        const std::string address = Href;
-        reportStart(address, platform_.launcher().shellExecute(address, {}, {}, kShowNormal));
+        reportStart(Href, platform_.launcher().shellExecute(Href, {}, {}, kShowNormal));
     });
 }
 
