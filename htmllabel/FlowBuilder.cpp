@@ -6,6 +6,7 @@
 
 #include "htmllabel/ElementValues.h"
 #include "htmllabel/PictureBox.h"
+#include "htmllabel/TagTable.h"
 
 namespace kavrelon {
 namespace {
@@ -35,7 +36,13 @@ unsigned hiddenBetween(TagType code) {
     }
 }
 
-/// The last tag that ends a HEAD; -1 when there is none.
+/// A "<" of a script or title makes one tag of all up to the next ">": its closer counts, and not that tag.
+TagType lastTag(const HTMLElement& element) {
+    const std::size_t begin = element.strRaw.rfind('<');
+    return begin == 0 ? element.lngTagType : tagType(element.strRaw.substr(begin));
+}
+
+/// The last tag that ends a HEAD, which without one would hide the whole page; -1 when there is none.
 int lastHeadEnd(const HTMLDocument& document) {
     const auto elements = document.elements();
     const auto found = std::find_if(elements.rbegin(), elements.rend(), [](const HTMLElement& element) {
@@ -84,16 +91,17 @@ void FlowBuilder::build() {
 }
 
 bool FlowBuilder::hide(const HTMLElement& element) {
-    const TagType code = element.lngTagType;
+    const TagType code = hidden_ == 0 ? element.lngTagType : lastTag(element);
     if (code == TAG_BODY) hidden_ &= ~(kHead | kTitle);
-    // A HEAD that nothing ends would hide the whole page.
-    if (code == TAG_HEAD && element.intIndex > lastHeadEnd_) return true;
-    if (const unsigned what = hiddenBetween(code)) {
-        const bool opens = code % 2 == 0;
-        hidden_ = opens ? hidden_ | what : hidden_ & ~what;
-        return true;
+    const unsigned what = hiddenBetween(code);
+    if (what == 0) return hidden_ != 0;
+    const bool opens = code % 2 == 0;
+    if (!opens) {
+        hidden_ &= ~what;
+    } else if ((hidden_ & (kScript | kStyle)) == 0 && (what != kHead || element.intIndex < lastHeadEnd_)) {
+        hidden_ |= what;
     }
-    return hidden_ != 0;
+    return true;
 }
 
 // Closers that were added later do not stand in the document's text.

@@ -145,7 +145,7 @@ TEST_F(HtmlLayoutTest, BlocksAndIndents) {
         {"<BLOCKQUOTE>aaaa bbbb<BLOCKQUOTE>c</BLOCKQUOTE></BLOCKQUOTE>d",
          "29,4 aaaa|29,19 bbbb|29,49 c|4,79 d", 108},
         {"<HEAD><TITLE>t</TITLE>u</HEAD><SCRIPT>s</SCRIPT><STYLE>v</STYLE><FORM>a</FORM>b", "4,4 a|4,19 b"},
-        {"<HEAD><TITLE>t</TITLE>a", "4,4 a"},
+        {"<HEAD><TITLE>1 < 2</TITLE><SCRIPT>if (a<b) write('<STYLE>');</SCRIPT>a", "4,4 a"},
         {"<UL><LI>aaaa bbbb<LI><P>c</P><OL><LI><LI>d</OL></UL>e",
          "34,4 aaaa|34,19 bbbb|34,49 c|15,79 1.|15,94 2.|35,94 d|4,113 e", 70},
         {"<OL><LI><TABLE CELLPADDING=0><TD></TABLE></OL>a", "14,4 1.|4,23 a"},
