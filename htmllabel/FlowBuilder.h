@@ -41,7 +41,7 @@ class FlowBuilder {
     void openList(const HTMLElement& element);
     void closeList(TagType code);
     void listItem(const HTMLElement& element);
-    int listGap() { return writer_.blocks().top().list == kNone ? spacing_ : 0; }
+    int listGap() { return writer_.blocks().top().list == kNone ? lineHeight_ : 0; }
     bool standsAfterSpace(std::string_view raw) const;
 
     const HTMLDocument& document_;

@@ -18,7 +18,7 @@ struct LayoutDefaults {
     bool UnderlineLinks = true;
     /// The page's margin on all sides, in pixels.
     std::int16_t DefaultPadding = 4;
-    /// The space above and below rules, tables and lists, in pixels.
+    /// The space above and below rules and tables, in pixels.
     std::int16_t DefaultSpacing = 4;
 };
 

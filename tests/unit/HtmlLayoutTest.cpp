@@ -147,8 +147,8 @@ TEST_F(HtmlLayoutTest, BlocksAndIndents) {
         {"<HEAD><TITLE>t</TITLE>u</HEAD><SCRIPT>s</SCRIPT><STYLE>v</STYLE><FORM>a</FORM>b", "4,4 a|4,19 b"},
         {"<HEAD><TITLE>1 < 2</TITLE><SCRIPT>if (a<b) write('<STYLE>');</SCRIPT>a", "4,4 a"},
         {"<UL><LI>aaaa bbbb<LI><P>c</P><OL><LI><LI>d</OL></UL>e",
-         "34,4 aaaa|34,19 bbbb|34,49 c|15,79 1.|15,94 2.|35,94 d|4,113 e", 70},
-        {"<OL><LI><TABLE CELLPADDING=0><TD></TABLE></OL>a", "14,4 1.|4,23 a"},
+         "34,4 aaaa|34,19 bbbb|34,49 c|15,79 1.|15,94 2.|35,94 d|4,124 e", 70},
+        {"<OL><LI><TABLE CELLPADDING=0><TD></TABLE></OL>a", "14,4 1.|4,34 a"},
         {"<TABLE CELLPADDING=0 CELLSPACING=0><TD><OL><LI><P>a</OL><TD>b</TABLE>", "4,4 1.|24,4 a|30,4 b", 1},
     };
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
