@@ -47,7 +47,7 @@ void GdiCanvas::drawText(FontId font, Colour colour, Point at, std::string_view 
 void GdiCanvas::fill(const Rect& block, Colour colour) {
     if (target_ == nullptr) return;
     const RECT place = onTarget(block);
-    // The ground of a text without characters: metafiles keep its colour, unlike that of a context's own brush.
+    // The ground of a text without characters: unlike a context's own brush, metafiles keep its colour.
     SetBkColor(target_, toColorRef(colour));
     ExtTextOutA(target_, 0, 0, ETO_OPAQUE, &place, "", 0, nullptr);
 }
