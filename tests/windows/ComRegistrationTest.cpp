@@ -83,6 +83,8 @@ TEST_F(ComRegistration, LeavesNoKeyBehind) {
         EXPECT_GT(registered.size(), before.size() + 40);
         EXPECT_THAT(registered, Contains(L"Software\\Classes\\CLSID\\{A7BCDDB2-BEA6-4E0E-B87C-B075A17D255F}\\"
                                          L"InprocServer32!ThreadingModel=Apartment"));
+        EXPECT_THAT(registered, Contains(L"Software\\Classes\\CLSID\\{AE36169C-DD18-4E16-A859-349946B6F5E6}\\"
+                                         L"MiscStatus\\1!=131473"));
         EXPECT_THAT(registered, Contains(std::wstring(kInterfaceKey) + L"!=ITerminalCallBack"));
         EXPECT_EQ(install(TRUE, command), S_OK);
         EXPECT_EQ(classes(hive), registered) << "registering twice is registering once";
