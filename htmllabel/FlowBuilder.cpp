@@ -252,7 +252,7 @@ void FlowBuilder::tableTag(const HTMLElement& element) {
 void FlowBuilder::anchor(const HTMLElement& element) {
     if (tables_.awaitsCell() && !element.strHref.empty()) tables_.openImpliedCell();
     const std::uint32_t mark = writer_.mark(element.intIndex);
-    if (!tables_.awaitsCell()) styles_.open(element, mark);
+    if (!tables_.awaitsCell()) styles_.openAnchor(element, mark);
 }
 
 void FlowBuilder::picture(const HTMLElement& element) {

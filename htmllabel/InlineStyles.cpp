@@ -62,16 +62,7 @@ InlineStyles::State InlineStyles::shifted(bool up) {
     return state;
 }
 
-InlineStyles::State InlineStyles::linkState(const HTMLElement& tag, std::uint32_t mark) const {
-    State state = tags_.top();
-    state.mark = mark;
-    if (tag.strHref.empty()) return state;
-    state.colour = document_.linkColor();
-    state.underline = state.underline || defaults_.UnderlineLinks;
-    return state;
-}
-
-void InlineStyles::open(const HTMLElement& tag, std::uint32_t mark) {
+void InlineStyles::open(const HTMLElement& tag) {
     if (int* count = counter(counts_, tag.lngTagType)) {
         ++*count;
         current_ = kNone;
@@ -95,9 +86,6 @@ void InlineStyles::open(const HTMLElement& tag, std::uint32_t mark) {
         case TAG_SUP:
             state = shifted(tag.lngTagType == TAG_SUP);
             break;
-        case TAG_A:
-            state = linkState(tag, mark);
-            break;
         case TAG_TD:
             state.bold = state.bold || isHeaderCell(tag);
             break;
@@ -105,6 +93,22 @@ void InlineStyles::open(const HTMLElement& tag, std::uint32_t mark) {
             return;
     }
     tags_.open(tag.lngTagType, state);
+    current_ = kNone;
+}
+
+// Without this, the box of a link that is not closed would take the clicks on all later ones.
+void InlineStyles::openAnchor(const HTMLElement& tag, std::uint32_t mark) {
+    const bool isLink = !tag.strHref.empty();
+    while (isLink && tags_.top().isLink && tags_.close(TAG_A)) {
+    }
+    State state = tags_.top();
+    state.mark = mark;
+    if (isLink) {
+        state.isLink = true;
+        state.colour = document_.linkColor();
+        state.underline = state.underline || defaults_.UnderlineLinks;
+    }
+    tags_.open(TAG_A, state);
     current_ = kNone;
 }
 

@@ -18,8 +18,10 @@ class InlineStyles {
   public:
     InlineStyles(const HTMLDocument& document, const LayoutDefaults& defaults, Canvas& canvas, Flow& flow);
 
-    /// Takes the opener of an inline tag, a heading or, in its own scope, a cell. `mark` is an A's.
-    void open(const HTMLElement& tag, std::uint32_t mark = kNone);
+    /// Takes the opener of an inline tag, a heading or, in its own scope, a cell.
+    void open(const HTMLElement& tag);
+    /// Takes an A and its mark. A link ends the one that it stands in.
+    void openAnchor(const HTMLElement& tag, std::uint32_t mark);
     /// Takes the opener's code.
     void close(TagType code);
 
@@ -42,6 +44,7 @@ class InlineStyles {
         std::uint32_t mark = kNone;
         bool bold = false;
         bool underline = false;
+        bool isLink = false;
     };
     struct Counts {
         int bold = 0;
@@ -63,7 +66,6 @@ class InlineStyles {
     };
 
     static int* counter(Counts& counts, TagType code);
-    State linkState(const HTMLElement& tag, std::uint32_t mark) const;
     State fontState(const HTMLElement& tag) const;
     State shifted(bool up);
     const ReadyFont& readyFont(const FontKey& key);

@@ -167,6 +167,8 @@ TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
         {"<BIG>a<BIG>b</SMALL>c</BIG></BIG>d", "a:11 b:12 c:12 d:10 "},
         {"<H2>a<I>b</I></H2>c", "a:16b b:16bi c:10 "},
         {"<A HREF=x>a<FONT COLOR=red>b</FONT></A><A NAME=y>c</A>", "a:10u#ff0000 b:10u#0000ff c:10 "},
+        {"<A NAME=x><BIG>a<A HREF=y>b<A NAME=z></A>c<A HREF=w>d</A>e",
+         "a:11 b:11u#ff0000 c:11u#ff0000 d:11u#ff0000 e:11 "},
         {"<TABLE><TR><TH>a<TD><B>b<TD>c</B></TABLE>d", "a:10b b:10b c:10 d:10 "},
         {"<I><TABLE><B><TD>a</I>b</TD></TABLE>c</I>d", "a:10i b:10i c:10i d:10 "},
         {"<BIG><TABLE><TD><SMALL>a</BIG>b<TD>c</TABLE>d", "a:10 b:10 c:11 d:11 "},
@@ -240,7 +242,7 @@ TEST_F(HtmlLayoutTest, LinksAndJumpTargets) {
         {"aaa <A NAME=x></A>b<B>cccc</B>", "4,19-4,19 ", 38},
         {"<A HREF=x><IMG SRC=p></A>", "6,6-46,26 "},
         {"<TABLE><TD HEIGHT=60 VALIGN=BOTTOM><A HREF=x>a<A HREF=y>b</A>c</A></TABLE>",
-         "8,49-26,64 14,49-20,64 "},
+         "8,49-14,64 14,49-20,64 "},
         {"<TABLE><TD><A HREF=x>a<TD>b</TABLE>c", "8,8-14,23 "},
         {"<TABLE HEIGHT=40 ID=t><TR ID=r><TD>a</TABLE><A NAME=e>", "4,4-4,4 8,8-8,8 4,44-4,44 "},
     };
