@@ -5,6 +5,7 @@
 #include <shlwapi.h>
 #include <wincodec.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <new>
 #include <optional>
@@ -78,7 +79,6 @@ PixelBitmap decoded(const PictureOutline& outline, IStream& stream) {
     ComPtr<IWICBitmapDecoder> decoder;
     ComPtr<IWICBitmapFrameDecode> frame;
     ComPtr<IWICBitmapSource> source;
-    Size size;
     if (FAILED(CoCreateInstance(decoderOf(outline.format), nullptr, CLSCTX_INPROC_SERVER,
                                 __uuidof(IWICBitmapDecoder), decoder.putVoid())) ||
         FAILED(decoder->Initialize(&stream, WICDecodeMetadataCacheOnDemand)) ||
@@ -89,12 +89,17 @@ PixelBitmap decoded(const PictureOutline& outline, IStream& stream) {
     UINT width = 0;
     UINT height = 0;
     if (FAILED(source->GetSize(&width, &height))) return {};
-    size = {static_cast<int>(width), static_cast<int>(height)};
-    if (!withinPictureLimits(size)) return {};
-    PixelBitmap bitmap(size);
+    const Size image{static_cast<int>(width), static_cast<int>(height)};
+    if (!withinPictureLimits(image)) return {};
+    const Size whole = outline.around(image);
+    if (!withinPictureLimits(whole)) return {};
+    PixelBitmap bitmap(whole);
     if (!bitmap) return {};
-    const std::span<Pixel> pixels = bitmap.pixels();
-    if (FAILED(source->CopyPixels(nullptr, width * sizeof(Pixel), static_cast<UINT>(pixels.size_bytes()),
+    const auto row = static_cast<std::size_t>(whole.width);
+    const std::span<Pixel> pixels = bitmap.pixels().subspan(static_cast<std::size_t>(outline.at.y) * row +
+                                                            static_cast<std::size_t>(outline.at.x));
+    if (FAILED(source->CopyPixels(nullptr, static_cast<UINT>(row * sizeof(Pixel)),
+                                  static_cast<UINT>(pixels.size_bytes()),
                                   reinterpret_cast<BYTE*>(pixels.data())))) {
         return {};
     }
@@ -121,6 +126,8 @@ GdiPicture::GdiPicture(PixelBitmap pixels)
 GdiPicture::GdiPicture(ComPtr<IPicture> object, Size size) : object_(std::move(object)), size_(size) {}
 
 std::shared_ptr<GdiPicture> GdiPicture::load(const std::wstring& path) {
+    // What stands behind such a character would not count, and the rest may name something else.
+    if (path.find(L'\0') != std::wstring::npos) return nullptr;
     try {
         FileBytes file = contentOf(path);
         const std::optional<PictureOutline> outline = outlineOf(file);
@@ -153,12 +160,12 @@ std::shared_ptr<GdiPicture> GdiPicture::from(IPicture* picture) {
 
 void GdiPicture::draw(HDC target, const RECT& place) const noexcept {
     if (place.right <= place.left || place.bottom <= place.top) return;
-    if (object_) {
+    const PixelBitmap& pixels =
+        scaledTo({static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top)});
+    if (pixels) {
+        pixels.draw(target, place, opaque_);
+    } else if (object_) {
         drawObject(target, place);
-    } else {
-        const Size wanted{static_cast<int>(place.right - place.left),
-                          static_cast<int>(place.bottom - place.top)};
-        scaledTo(wanted).draw(target, place, opaque_);
     }
 }
 
@@ -173,15 +180,35 @@ void GdiPicture::drawObject(HDC target, const RECT& place) const noexcept {
     RestoreDC(target, before);
 }
 
+// Drawing an object can take long. How much it lets through shows where it is drawn on black and on white.
+bool GdiPicture::renderTo(PixelBitmap& pixels) const {
+    PixelBitmap onWhite(pixels.size());
+    if (!onWhite) return false;
+    std::ranges::fill(onWhite.pixels(), ~Pixel{0});
+    for (const PixelBitmap* ground : {&pixels, &onWhite}) {
+        if (!ground->paint([&](HDC context) {
+                drawObject(context, {0, 0, pixels.size().width, pixels.size().height});
+            })) {
+            return false;
+        }
+    }
+    std::ranges::transform(pixels.pixels(), onWhite.pixels(), pixels.pixels().begin(), seenOnBlackAndWhite);
+    return true;
+}
+
 const PixelBitmap& GdiPicture::scaledTo(Size wanted) const noexcept {
     // A place far larger than any window is stretched to as it is drawn, most of it being clipped away.
-    if (wanted == size_ || !withinPictureLimits(wanted)) return pixels_;
+    if ((pixels_ && wanted == size_) || !withinPictureLimits(wanted)) return pixels_;
     if (scaled_ && scaled_.size() == wanted) return scaled_;
     try {
         scaled_ = PixelBitmap();
         PixelBitmap scaled(wanted);
         if (!scaled) return pixels_;
-        scalePixels(pixels_.pixels(), size_, scaled.pixels(), wanted);
+        if (object_) {
+            if (!renderTo(scaled)) return pixels_;
+        } else {
+            scalePixels(pixels_.pixels(), size_, scaled.pixels(), wanted);
+        }
         scaled_ = std::move(scaled);
         return scaled_;
     } catch (const std::bad_alloc&) {

@@ -35,6 +35,8 @@ class GdiPicture final : public Picture {
     GdiPicture(ComPtr<IPicture> object, Size size);
 
     void drawObject(HDC target, const RECT& place) const noexcept;
+    bool renderTo(PixelBitmap& pixels) const;
+    /// Empty for an object that could not be made pixels of.
     const PixelBitmap& scaledTo(Size wanted) const noexcept;
 
     // One of the two is there.

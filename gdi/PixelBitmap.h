@@ -19,6 +19,16 @@ class PixelBitmap {
     explicit operator bool() const { return bitmap_ != nullptr; }
     Size size() const { return size_; }
     std::span<Pixel> pixels() const;
+    /// Has `draw` draw on it, in a context of its own. False when there is none.
+    template <class Draw>
+    bool paint(Draw draw) const {
+        const OwnedContext context(CreateCompatibleDC(nullptr));
+        const Selected selected(context.get(), bitmap_.get());
+        if (!selected) return false;
+        draw(context.get());
+        GdiFlush();
+        return true;
+    }
     /// Draws it stretched to `place`; `opaque` says that it needs no blending.
     void draw(HDC target, const RECT& place, bool opaque) const noexcept;
 

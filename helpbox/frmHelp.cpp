@@ -169,6 +169,7 @@ void frmHelp::mnuRightClickClose_Click() noexcept {
 
 void frmHelp::HyperlinkClick(const std::string& Href) noexcept {
     const auto keep = shared_from_this();
+    if (!isLoaded()) return;
     // The label follows a link at the release of any button, also at the end of a drag.
     if (pressed_ == kRightButton) return window_->popUpRightClickMenu();
     if (pressed_ == kLeftButton && !dragged_ && owner_ != nullptr) owner_->HelpBoxLink(Href);

@@ -87,13 +87,17 @@ std::size_t colourTable(std::uint8_t flags) {
 Outline gifOutline(const Bytes& file) {
     constexpr std::uint8_t extension = 0x21;
     constexpr std::uint8_t image = 0x2C;
-    if (!withinPictureLimits(sizeOf(file.little16(6), file.little16(8)))) return std::nullopt;
     std::size_t place = 13 + colourTable(file.at(10));
     while (file.at(place) == extension) place = behindBlocks(file, place + 2);
     if (file.at(place) != image) return std::nullopt;
     const Size size = sizeOf(file.little16(place + 5), file.little16(place + 7));
     const std::size_t end = behindBlocks(file, place + 11 + colourTable(file.at(place + 9)));
-    return file.holds(end) ? checked(PictureFormat::Gif, size, end) : std::nullopt;
+    if (!file.holds(end)) return std::nullopt;
+    Outline outline = checked(PictureFormat::Gif, size, end);
+    if (!outline) return std::nullopt;
+    outline->at = {static_cast<int>(file.little16(place + 1)), static_cast<int>(file.little16(place + 3))};
+    outline->canvas = sizeOf(file.little16(6), file.little16(8));
+    return withinPictureLimits(outline->around(size)) ? outline : std::nullopt;
 }
 
 Outline jpegOutline(const Bytes& file) {
@@ -143,6 +147,11 @@ Size iconImageSize(const Bytes& image) {
     return sizeOf(image.little32(4), image.little32(8) / 2);
 }
 
+std::uint32_t iconImageBits(const Bytes& image) {
+    constexpr std::uint32_t all = 32;
+    return image.says(kPngSignature) ? all : image.little16(14);
+}
+
 Outline icoOutline(const Bytes& file) {
     constexpr std::size_t header = 6;
     constexpr std::size_t entry = 16;
@@ -150,15 +159,20 @@ Outline icoOutline(const Bytes& file) {
     const std::uint32_t count = file.little16(4);
     if (count > mostImages) return std::nullopt;
     Outline largest;
+    std::uint32_t bits = 0;
     for (std::uint32_t index = 0; index < count; ++index) {
         const std::size_t place = header + index * entry;
         const std::uint32_t length = file.little32(place + 8);
         const std::uint32_t start = file.little32(place + 12);
         if (!file.holds(std::uint64_t{start} + length)) return std::nullopt;
-        Outline image = checked(PictureFormat::Ico, iconImageSize(file.from(start, length)), file.size());
+        const Bytes content = file.from(start, length);
+        Outline image = checked(PictureFormat::Ico, iconImageSize(content), file.size());
         if (!image) return std::nullopt;
         image->frame = index;
-        if (!largest || image->size.width > largest->size.width) largest = image;
+        const bool deeper = largest && image->size == largest->size && iconImageBits(content) > bits;
+        if (largest && image->size.width <= largest->size.width && !deeper) continue;
+        largest = image;
+        bits = iconImageBits(content);
     }
     return largest;
 }

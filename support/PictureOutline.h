@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,10 +17,18 @@ struct PictureOutline {
     PictureFormat format;
     /// Pixels; of a metafile, those that it covers at 96 dots an inch.
     Size size;
-    /// The image that counts, of the several that an icon holds: the largest.
+    /// The image that counts, of the several that an icon holds: the largest, of the most colours.
     std::uint32_t frame = 0;
     /// Bytes of the file that belong to the picture; of an animation, to its first image.
     std::size_t length = 0;
+    /// Where the image lies on its canvas, and how large that is; only animations tell.
+    Point at{};
+    Size canvas{};
+
+    /// The canvas, grown to hold an image of this size at its place.
+    Size around(Size image) const noexcept {
+        return {std::max(canvas.width, at.x + image.width), std::max(canvas.height, at.y + image.height)};
+    }
 };
 
 /// The largest file and picture that are looked at. They keep a picture's memory below 64 MB, whatever its

@@ -49,6 +49,16 @@ bool allOpaque(std::span<const Pixel> pixels) noexcept {
     return std::ranges::all_of(pixels, [](Pixel pixel) { return pixel >> 24U == 0xFFU; });
 }
 
+Pixel seenOnBlackAndWhite(Pixel onBlack, Pixel onWhite) noexcept {
+    const auto channel = [](Pixel pixel, int shift) { return pixel >> shift & 0xFFU; };
+    const Pixel black = channel(onBlack, 8);
+    // What turns the ground around, which no opacity looks like, counts as opaque.
+    const Pixel opacity = 0xFFU - (std::max(channel(onWhite, 8), black) - black);
+    Pixel result = opacity << 24U;
+    for (const int shift : {0, 8, 16}) result |= std::min(channel(onBlack, shift), opacity) << shift;
+    return result;
+}
+
 void scalePixels(std::span<const Pixel> source, Size from, std::span<Pixel> target, Size to) {
     const auto fromWidth = static_cast<std::size_t>(from.width);
     const auto fromHeight = static_cast<std::size_t>(from.height);

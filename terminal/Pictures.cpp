@@ -18,6 +18,16 @@ void Pictures::add(std::int16_t number, Placed picture) {
     if (pictures_.size() < kMost) pictures_.emplace(number, std::move(picture));
 }
 
+CellRect Pictures::extent() const {
+    CellRect all = pictures_.begin()->second.place;
+    for (const auto& [number, placed] : pictures_) {
+        const CellRect& place = placed.place;
+        all = {std::min(all.left, place.left), std::min(all.top, place.top), std::max(all.right, place.right),
+               std::max(all.bottom, place.bottom)};
+    }
+    return all;
+}
+
 bool Pictures::hide(int column, int row) const {
     return std::ranges::any_of(pictures_, [&](const auto& entry) {
         return entry.second.place.holds(column, row) && entry.second.picture->opaque();

@@ -48,6 +48,8 @@ class Pictures {
     void remove(std::int16_t number) { pictures_.erase(number); }
     void removeAll() noexcept { pictures_.clear(); }
 
+    /// The smallest rectangle that holds all of them. There must be one.
+    CellRect extent() const;
     /// Whether nothing of a cell can be seen. Column and row count from 1.
     bool hide(int column, int row) const;
     /// Draws what of the pictures lies in a block of the window.

@@ -151,12 +151,11 @@ void Screen::scrollOnWindow() {
         --reversed_.top;
         --reversed_.bottom;
     }
+    if (pictures().empty()) return;
     // The pictures' images have moved up by a row as well.
-    for (const auto& [number, placed] : pictures().all()) {
-        CellRect cells = placed.place;
-        --cells.top;
-        redraw(cells);
-    }
+    CellRect cells = pictures().extent();
+    --cells.top;
+    redraw(cells);
 }
 
 void Screen::DisplayPicture(std::int16_t number, const CellRect& place,
