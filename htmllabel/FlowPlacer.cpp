@@ -209,13 +209,14 @@ void FlowPlacer::startMarker(std::uint32_t index) {
     flushMarker();
     if (index == kNone) return;
     in().marker = index;
+    in().markerRight = lineSpan().left;
 }
 
 void FlowPlacer::setMarker(int baseline) {
     if (in().marker == kNone) return;
     const FlowMarker& marker = flow_.markers[in().marker];
     const TextStyle& style = flow_.styles[marker.style];
-    const int left = lineSpan().left - marker.outerWidth();
+    const int left = in().markerRight - marker.outerWidth();
     in().marker = kNone;
     in().markerBottom = baseline + style.descent;
     DisplayItem item;

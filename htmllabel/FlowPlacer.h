@@ -30,6 +30,7 @@ class FlowPlacer {
         bool atTop = true;  // where no gap is wanted
         FlowBlock block;
         std::uint32_t marker = kNone;  // of an item whose first line is not set yet
+        int markerRight = 0;           // where the text of its list begins
         int markerBottom = 0;          // of the last one
         int floatLeft = 0;             // where pictures at the right edge begin
         int floatBottom = 0;           // and end

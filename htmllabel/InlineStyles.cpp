@@ -99,7 +99,8 @@ void InlineStyles::open(const HTMLElement& tag) {
 // Without this, the box of a link that is not closed would take the clicks on all later ones.
 void InlineStyles::openAnchor(const HTMLElement& tag, std::uint32_t mark) {
     const bool isLink = !tag.strHref.empty();
-    while (isLink && tags_.top().isLink && tags_.close(TAG_A)) {
+    while (isLink && tags_.top().isLink) {
+        if (!tags_.close(TAG_A)) break;
     }
     State state = tags_.top();
     state.mark = mark;

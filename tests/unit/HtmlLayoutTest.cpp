@@ -148,6 +148,7 @@ TEST_F(HtmlLayoutTest, BlocksAndIndents) {
         {"<HEAD><TITLE>1 < 2</TITLE><SCRIPT>if (a<b) write('<STYLE>');</SCRIPT>a", "4,4 a"},
         {"<UL><LI>aaaa bbbb<LI><P>c</P><OL><LI><LI>d</OL></UL>e",
          "34,4 aaaa|34,19 bbbb|34,49 c|15,79 1.|15,94 2.|35,94 d|4,124 e", 70},
+        {"<OL><LI><BLOCKQUOTE>a</BLOCKQUOTE></OL>", "14,4 1.|64,4 a"},
         {"<OL><LI><TABLE CELLPADDING=0><TD></TABLE></OL>a", "14,4 1.|4,34 a"},
         {"<TABLE CELLPADDING=0 CELLSPACING=0><TD><OL><LI><P>a</OL><TD>b</TABLE>", "4,4 1.|24,4 a|30,4 b", 1},
     };
