@@ -71,6 +71,8 @@ void frmTerm::Form_Close() noexcept {
 void frmTerm::cursor_timer_Timer() noexcept {
     if (!termActive_) return;
     carryOn([this] { screen_.blinkCursor(); });
+    // A platform may bring the window to the front without telling it, and leave its boxes behind.
+    helpBoxes_.parentChanged();
 }
 
 void frmTerm::tmrBeep_Timer() noexcept {

@@ -63,6 +63,28 @@ Rect rectangleOfWindow(HWND window) {
             static_cast<int>(place.bottom)};
 }
 
+/// Whether a window stands above its owner. Not every platform takes it along when the owner comes to the
+/// front.
+bool standsAboveOwner(HWND window) {
+    const HWND owner = GetWindow(window, GW_OWNER);
+    HWND below = window;
+    while (below != nullptr && below != owner) below = GetWindow(below, GW_HWNDNEXT);
+    return below == owner;
+}
+
+/// Puts a window on top of those that have its owner; what stands above them, other programs' windows for
+/// one, stays there.
+void putAboveOwner(HWND window, UINT flags) {
+    const HWND owner = GetWindow(window, GW_OWNER);
+    HWND above = GetWindow(owner, GW_HWNDPREV);
+    while (above != nullptr && (above == window || GetWindow(above, GW_OWNER) == owner))
+        above = GetWindow(above, GW_HWNDPREV);
+    // Right behind a topmost window it would become one itself.
+    if (above != nullptr && (GetWindowLongA(above, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0) above = HWND_TOP;
+    SetWindowPos(window, above, 0, 0, 0, 0,
+                 flags | SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
 }  // namespace
 
 Win32HelpWindow::Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvents> events)
@@ -118,6 +140,7 @@ std::optional<LRESULT> Win32HelpWindow::handle(HWND window, UINT message, WPARAM
             return 0;
         case WM_MOUSEACTIVATE:
             SetActiveWindow(GetWindow(window, GW_OWNER));
+            putAboveOwner(window, 0);
             return MA_NOACTIVATE;
         case WM_ERASEBKGND:
             // The label covers every pixel.
@@ -155,8 +178,12 @@ void Win32HelpWindow::setOwner(WindowId owner) {
 }
 
 void Win32HelpWindow::setVisible(bool visible) {
-    if (window_ == nullptr || (IsWindowVisible(window_.get()) != FALSE) == visible) return;
-    ShowWindow(window_.get(), visible ? SW_SHOWNOACTIVATE : SW_HIDE);
+    if (window_ == nullptr) return;
+    if (!visible) {
+        ShowWindow(window_.get(), SW_HIDE);
+    } else if (!IsWindowVisible(window_.get()) || !standsAboveOwner(window_.get())) {
+        putAboveOwner(window_.get(), SWP_SHOWWINDOW);
+    }
 }
 
 void Win32HelpWindow::Move(double left, double top, double width, double height) {

@@ -102,6 +102,13 @@ TEST_F(WindowHelpBox, ItIsHiddenAndGoneWithTheTerminal) {
         EXPECT_TRUE(IsWindowVisible(box));
         EXPECT_EQ(rectangleOf(box), place);
     }
+    // Left behind when the terminal comes to the front, it is soon above it again.
+    SetWindowPos(box, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    EXPECT_TRUE(pumpUntil([&] {
+        HWND below = box;
+        while (below != nullptr && below != form->window()) below = GetWindow(below, GW_HWNDNEXT);
+        return below != nullptr;
+    }));
     DestroyWindow(form->window());
     EXPECT_FALSE(IsWindow(box));
     EXPECT_EQ((*form)->helpBoxes().openSlots(), std::vector<int>{});
