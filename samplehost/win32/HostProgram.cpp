@@ -72,6 +72,8 @@ void HostProgram::openLog() {
 void HostProgram::openRemoteSystem() {
     switch (options_.source) {
         case HostOptions::Source::Demo:
+            // Only the program's own folder is written to, not one that the user has named.
+            if (!options_.iniFile) storeDemoPicture(defaultSettingsFile());
             remote_ = std::make_unique<DemoSession>();
             break;
         case HostOptions::Source::Play:

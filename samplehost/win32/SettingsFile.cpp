@@ -5,11 +5,18 @@
 #include <shlobj.h>
 
 #include <array>
+#include <fstream>
 #include <stdexcept>
 
+#include "samplehost/win32/Resources.h"
 #include "samplehost/win32/SystemMessage.h"
 
 namespace kavrelon {
+namespace {
+
+constexpr WORD kRawData = 10;  // RT_RCDATA, whose macro is a text of either width
+
+}  // namespace
 
 std::string fullPath(const std::string& path) {
     std::array<char, MAX_PATH> full{};
@@ -30,6 +37,18 @@ std::string defaultSettingsFile() {
                                  " could not be created: " + systemMessage(GetLastError()) + '.');
     }
     return own + "\\settings.ini";
+}
+
+void storeDemoPicture(const std::string& settingsFile) {
+    const HRSRC resource = FindResourceA(nullptr, MAKEINTRESOURCEA(kDemoPicture), MAKEINTRESOURCEA(kRawData));
+    if (resource == nullptr) return;
+    const auto* bytes = static_cast<const char*>(LockResource(LoadResource(nullptr, resource)));
+    const std::string folder = settingsFile.substr(0, settingsFile.find_last_of("\\/") + 1) + "Pictures";
+    CreateDirectoryA(folder.c_str(), nullptr);
+    const std::string path = folder + "\\harbour.png";
+    if (bytes == nullptr || GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES) return;
+    std::ofstream(path, std::ios::binary)
+        .write(bytes, static_cast<std::streamsize>(SizeofResource(nullptr, resource)));
 }
 
 }  // namespace kavrelon

@@ -11,4 +11,9 @@ std::string fullPath(const std::string& path);
 /// something is first stored in it.
 std::string defaultSettingsFile();
 
+/// Puts the picture of the demo session where the plug-in looks for pictures: into the folder "Pictures"
+/// beside a settings file. A file of its name stays as it is. What fails leaves the session without its
+/// picture.
+void storeDemoPicture(const std::string& settingsFile);
+
 }  // namespace kavrelon
