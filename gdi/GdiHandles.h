@@ -17,8 +17,10 @@ struct DestroyMenuHandle {
     void operator()(HMENU menu) const noexcept { DestroyMenu(menu); }
 };
 
-/// Owners of platform handles. A font, region or bitmap must not be selected anywhere when it is let go.
+/// Owners of platform handles. What is drawn with must not be selected anywhere when it is let go.
 using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+using GdiPen = std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject>;
+using GdiBrush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DeleteGdiObject>;
 using Region = std::unique_ptr<std::remove_pointer_t<HRGN>, DeleteGdiObject>;
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;
 using OwnedContext = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteContext>;

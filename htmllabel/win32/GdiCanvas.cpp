@@ -56,10 +56,11 @@ void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {
     if (shape == Bullet::Square) return fill(place, colour);
     if (target_ == nullptr) return;
     const RECT block = onTarget(place);
-    SetDCPenColor(target_, toColorRef(colour));
-    SetDCBrushColor(target_, toColorRef(colour));
-    SelectObject(target_, GetStockObject(DC_PEN));
-    SelectObject(target_, GetStockObject(shape == Bullet::Disc ? DC_BRUSH : NULL_BRUSH));
+    // Objects of its own: metafiles do not keep the colours of a context's own pen and brush.
+    const GdiPen pen(CreatePen(PS_SOLID, 0, toColorRef(colour)));
+    const GdiBrush brush(CreateSolidBrush(toColorRef(colour)));
+    const Selected outline(target_, pen.get());
+    const Selected inside(target_, shape == Bullet::Disc ? brush.get() : GetStockObject(NULL_BRUSH));
     Ellipse(target_, block.left, block.top, block.right, block.bottom);
 }
 
