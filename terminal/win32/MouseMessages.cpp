@@ -10,9 +10,21 @@ Point position(LPARAM lParam) {
     return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
 }
 
+// Platforms give the wheel to the window with the keyboard, which the windows in front of the terminal leave
+// to it: one of these that the mouse stands over has the wheel from here.
+LRESULT handWheelOn(HWND window, WPARAM wParam, LPARAM lParam) {
+    const Point mouse = position(lParam);
+    const HWND under = WindowFromPoint({mouse.x, mouse.y});
+    if (GetWindow(GetAncestor(under, GA_ROOT), GW_OWNER) == window) {
+        SendMessageA(under, WM_MOUSEWHEEL, wParam, lParam);
+    }
+    return 0;
+}
+
 }  // namespace
 
-std::optional<LRESULT> handleMouse(TermWindowEvents& events, HWND window, UINT message, LPARAM lParam) {
+std::optional<LRESULT> handleMouse(TermWindowEvents& events, HWND window, UINT message, WPARAM wParam,
+                                   LPARAM lParam) {
     switch (message) {
         case WM_LBUTTONDOWN:
             SetCapture(window);
@@ -31,6 +43,8 @@ std::optional<LRESULT> handleMouse(TermWindowEvents& events, HWND window, UINT m
         case WM_RBUTTONUP:
             events.Form_MouseUp(MouseButton::Right, position(lParam));
             return 0;
+        case WM_MOUSEWHEEL:
+            return handWheelOn(window, wParam, lParam);
         case WM_CONTEXTMENU:
             // From the menu key; the mouse has its menu from the button's release.
             if (lParam != -1) return std::nullopt;

@@ -102,7 +102,10 @@ Win32TermWindow::Answer Win32TermWindow::handle(const Message& message) {
     }
     if (const Answer answer = onDrawing(*events, message)) return answer;
     if (const Answer answer = onCommand(*events, message)) return answer;
-    if (const Answer answer = handleMouse(*events, message.window, message.id, message.lParam)) return answer;
+    if (const Answer answer =
+            handleMouse(*events, message.window, message.id, message.wParam, message.lParam)) {
+        return answer;
+    }
     if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam, message.lParam);
     return onSession(*events, message);
 }
