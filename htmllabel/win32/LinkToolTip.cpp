@@ -47,6 +47,10 @@ void LinkToolTip::send(UINT message, HWND over, const std::string& text) const {
     SendMessageA(window_.get(), message, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
+void LinkToolTip::hide() const {
+    if (window_ != nullptr) SendMessageA(window_.get(), TTM_POP, 0, 0);
+}
+
 void LinkToolTip::show(HINSTANCE module, HWND over, const std::string& text) {
     if (over == nullptr || text == text_) return;
     if (window_ == nullptr && !create(module, over)) return;

@@ -13,6 +13,8 @@ class LinkToolTip {
   public:
     /// What the mouse must rest on; the text is one of the ANSI code page, empty for no tooltip.
     void show(HINSTANCE module, HWND over, const std::string& text);
+    /// Takes the bubble away until the mouse moves again: what it told of is no longer under the mouse.
+    void hide() const;
     void destroy() { window_.reset(); }
 
   private:

@@ -380,6 +380,7 @@ void Win32LabelWindow::place(const LabelPlacement& placement) {
 
 void Win32LabelWindow::setScrollBar(ScrollBar bar, const ScrollState& state) {
     (bar == ScrollBar::Vertical ? vscScroll_ : hscScroll_).show(state);
+    toolTip_.hide();
     updateOrigin();
 }
 
