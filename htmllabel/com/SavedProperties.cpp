@@ -4,7 +4,7 @@
 
 #include <cmath>
 #include <cstring>
-#include <limits>
+#include <utility>
 
 #include "support/com/ComCall.h"
 #include "support/com/ComText.h"
@@ -42,6 +42,17 @@ bool canBeMeant(const HTMLLabelProperties& properties) {
            std::isfinite(properties.DefaultFontSize) && properties.DefaultFontSize >= 1 &&
            properties.DefaultFontSize <= kLargestFont && properties.DefaultFontName.size() <= kLongestName &&
            properties.DefaultPadding >= 0 && properties.DefaultSpacing >= 0;
+}
+
+/// The set with defaults for what cannot be meant: programs may set anything, but what is saved is read
+/// again.
+HTMLLabelProperties readable(const HTMLLabelProperties& properties) {
+    HTMLLabelProperties result = HTMLLabelProperties::whenNotSaved();
+    visit(result, properties, [&](const wchar_t*, auto& value, const auto& wanted) {
+        auto byDefault = std::exchange(value, wanted);
+        if (!canBeMeant(result)) value = std::move(byDefault);
+    });
+    return result;
 }
 
 // How each type of property stands in a variant. Colours are signed there, as containers know them.
@@ -190,8 +201,8 @@ void saveProperties(const HTMLLabelProperties& properties, IPropertyBag& bag, bo
 
 std::string encodeProperties(const HTMLLabelProperties& properties) {
     std::string body;
-    visit(properties, properties,
-          [&](const wchar_t*, const auto& value, const auto&) { append(body, value); });
+    const HTMLLabelProperties saved = readable(properties);
+    visit(saved, saved, [&](const wchar_t*, const auto& value, const auto&) { append(body, value); });
     std::string bytes;
     append(bytes, Header{kSignature, kVersion, static_cast<std::uint32_t>(body.size())});
     return bytes + body;

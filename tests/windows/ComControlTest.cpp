@@ -91,6 +91,12 @@ TEST_F(ComControl, IsSavedInStreamsAndStoragesAndRefusesDamagedOnes) {
         EXPECT_EQ(name.view(), wanted);
     };
     expect(S_OK, L"Times");
+    // Programs may set what no saved set may hold; what was saved is read again all the same.
+    label->put_DefaultPadding(-1);
+    label->put_DefaultFontName(Bstr(std::wstring(70000, L'x')).get());
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    EXPECT_EQ(saving->Save(stream.get(), TRUE), S_OK);
+    expect(S_OK, L"MS Sans Serif");
     ULARGE_INTEGER size{};
     saving->GetSizeMax(&size);
     while (size.QuadPart-- > 0) {
