@@ -27,6 +27,9 @@ class LabelContainer {
     virtual bool takesFocus() const noexcept { return true; }
     /// Whether the label may let window messages through while it takes a document.
     virtual bool letsMessagesThrough() const noexcept { return true; }
+    /// Whether the key message under way came to the label before it came to its window, and was left to the
+    /// container, which had no use for it either.
+    virtual bool keyWasRefused() noexcept { return false; }
     /// All mouse buttons have been let go, or the mouse was taken away: the end of every drag, also of one
     /// that ends over a link.
     virtual void mouseReleased() noexcept {}

@@ -160,7 +160,10 @@ bool LabelActivation::takesKey(MSG& message) {
     if (isKey && label_->picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), modifiers))
         return true;
     const auto controlSite = site_.query<IOleControlSite>();
-    return controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(modifiers)) == S_OK;
+    const bool taken =
+        controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(modifiers)) == S_OK;
+    if (isKey && !taken) refusedKey_ = static_cast<LONG>(message.time);
+    return taken;
 }
 
 // A control that the user clicks into has the keyboard without the container's doing.

@@ -61,6 +61,7 @@ class LabelActivation final : private LabelContainer {
         if (site_.runs()) site_.callForm(procedure, arguments);
     }
     bool takesFocus() const noexcept override { return site_.runs(); }
+    bool keyWasRefused() noexcept override { return refusedKey_ == GetMessageTime(); }
     void focusChanged(bool hasFocus) noexcept override;
 
     void openWindow();
@@ -82,6 +83,8 @@ class LabelActivation final : private LabelContainer {
     bool uiActive_ = false;
     bool hasFocus_ = false;
     bool clipped_ = false;
+    /// When the last key came that neither label nor container took.
+    std::optional<LONG> refusedKey_;
 };
 
 }  // namespace kavrelon

@@ -75,7 +75,8 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
     }
 }
 
-std::optional<LRESULT> handleKeys(HTMLLabel& label, HWND viewPort, UINT message, WPARAM wParam) {
+std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
+                                  WPARAM wParam) {
     switch (message) {
         case WM_GETDLGCODE:
             return DLGC_WANTARROWS | DLGC_WANTTAB;
@@ -83,9 +84,13 @@ std::optional<LRESULT> handleKeys(HTMLLabel& label, HWND viewPort, UINT message,
             const std::int16_t shift = shiftState();
             // An event may destroy the view port.
             const HWND form = GetAncestor(viewPort, GA_ROOT);
-            if (label.picViewPort_KeyDown(static_cast<std::int16_t>(wParam), shift)) return 0;
+            // A Tab that was refused has left the last link already: it does not start again at the first.
+            if (!container.keyWasRefused() &&
+                label.picViewPort_KeyDown(static_cast<std::int16_t>(wParam), shift)) {
+                return 0;
+            }
             // A dialog that was asked to keep its hands off Tab has to be told where to go with it.
-            if (wParam == VK_TAB) PostMessageA(form, WM_NEXTDLGCTL, (shift & 1) != 0 ? TRUE : FALSE, FALSE);
+            if (wParam == VK_TAB && (shift & ~1) == 0) PostMessageA(form, WM_NEXTDLGCTL, shift, FALSE);
             return std::nullopt;
         }
         case WM_SETFOCUS:

@@ -15,6 +15,7 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
                                    WPARAM wParam, LPARAM lParam);
 
 /// The same for the keyboard. What the label does not take goes on.
-std::optional<LRESULT> handleKeys(HTMLLabel& label, HWND viewPort, UINT message, WPARAM wParam);
+std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
+                                  WPARAM wParam);
 
 }  // namespace kavrelon

@@ -255,7 +255,7 @@ Win32LabelWindow::Answer Win32LabelWindow::onViewPort(HTMLLabel& label, const Me
             handleMouse(label, *container_, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    const Answer answer = handleKeys(label, message.window, message.id, message.wParam);
+    const Answer answer = handleKeys(label, *container_, message.window, message.id, message.wParam);
     const bool focus = message.id == WM_SETFOCUS || message.id == WM_KILLFOCUS;
     if (focus && container_ != nullptr) container_->focusChanged(message.id == WM_SETFOCUS);
     return answer;

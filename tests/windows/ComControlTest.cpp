@@ -181,6 +181,11 @@ TEST_F(ComControl, SharesTheKeyboardWithItsForm) {
     EXPECT_GT(GetScrollPos(FindWindowExA(control->window(), nullptr, "SCROLLBAR", nullptr), SB_CTL), 50);
     for (const WPARAM key : {VK_UP, VK_DOWN, VK_TAB, VK_TAB, VK_TAB, VK_LEFT}) press(key);
     EXPECT_EQ(heardByForm, "in 9 37 ") << "two links of the label's, then the form's turn";
+    control->site().onKey = nullptr;
+    for (const WPARAM key : {VK_TAB, VK_TAB, VK_TAB, VK_RETURN}) press(key);
+    pump(200);
+    EXPECT_EQ(heard.find("one"), std::string::npos)
+        << "a Tab that nobody wants starts again at the first link";
     SetFocus(form);
 
     HostedControl other(create<IUnknown>(), form);
