@@ -4,6 +4,7 @@
 
 #include "support/RuntimeError.h"
 #include "support/com/ComText.h"
+#include "support/com/Variant.h"
 
 namespace kavrelon {
 namespace {
@@ -162,10 +163,10 @@ STDMETHODIMP LabelAutomation::put_DefaultSpacing(short Value) {
 // Late-bound programs know colours as signed numbers, system colours being negative; scripts know no others.
 STDMETHODIMP LabelAutomation::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
-    VARIANT colour{};
+    Variant colour;
     DISPPARAMS given = parameters != nullptr ? *parameters : DISPPARAMS{};
-    if (id == DISPID_BACKCOLOR && given.cArgs == 1 && given.rgvarg[0].vt == VT_I4) {
-        colour = given.rgvarg[0];
+    if (id == DISPID_BACKCOLOR && given.cArgs == 1 &&
+        SUCCEEDED(VariantChangeType(&colour, given.rgvarg, 0, VT_I4))) {
         colour.vt = VT_UI4;
         given.rgvarg = &colour;
         parameters = &given;

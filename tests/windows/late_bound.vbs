@@ -59,6 +59,8 @@ Set label = CreateObject("kavrelon.HTMLLabel")
 Expect "label", label.Version & " " & label.DefaultFontName & " " & label.BorderStyle, "0.3.0 Arial 0"
 label.BackColor = &H8000000F
 Expect "system colour", label.BackColor, -2147483633
+label.BackColor = CDbl(-2147483643)
+Expect "system colour as another type", label.BackColor, -2147483643
 label.BackColor = &HFF
 label.EnableAnchors = True
 label.DefaultFontSize = 12.5
