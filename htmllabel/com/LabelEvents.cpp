@@ -14,8 +14,9 @@ constexpr DISPID kLoadImage = 2;
 
 /// The picture in a handler's answer; null when it is something else. A handler may have left a reference of
 /// its own.
-ComPtr<IPicture> pictureIn(const VARIANT& answer) {
-    if (answer.vt == (VT_VARIANT | VT_BYREF)) return pictureIn(*answer.pvarVal);
+ComPtr<IPicture> pictureIn(const VARIANT& given) {
+    // One reference only: one that leads on to another, or back to itself, is none that automation knows.
+    const VARIANT& answer = given.vt == (VT_VARIANT | VT_BYREF) ? *given.pvarVal : given;
     IUnknown* object = nullptr;
     if (answer.vt == VT_DISPATCH || answer.vt == VT_UNKNOWN) object = answer.punkVal;
     if (answer.vt == (VT_DISPATCH | VT_BYREF) || answer.vt == (VT_UNKNOWN | VT_BYREF)) {
