@@ -61,7 +61,7 @@ void LabelActivation::openWindow() {
         deactivate();
         throw;
     }
-    if (site_.client() != nullptr) site_.client()->ShowObject();
+    if (const ComPtr<IOleClientSite> client(site_.client()); client) client->ShowObject();
 }
 
 void LabelActivation::ambientsChanged() const {

@@ -310,6 +310,7 @@ void Win32LabelWindow::move(const RECT& place) {
 
 void Win32LabelWindow::show(bool visible) {
     if (outer_ == nullptr) return;
+    const auto alive = shared_from_this();  // the resize asks the container, which may close the window
     if (const auto label = label_.lock(); label != nullptr && visible) label->UserControl_Resize();
     ShowWindow(outer_.get(), visible ? SW_SHOWNA : SW_HIDE);
 }

@@ -83,7 +83,11 @@ class Implements : public First, public Others..., public ISupportErrorInfo, pri
 
     STDMETHODIMP_(ULONG) Release() override {
         const LONG left = InterlockedDecrement(&references_);
-        if (left == 0) delete this;
+        if (left == 0) {
+            // What the object lets go of as it ends may call it once more: that must not end it twice.
+            references_ = 1;
+            delete this;
+        }
         return static_cast<ULONG>(left);
     }
 
