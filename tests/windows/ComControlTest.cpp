@@ -208,16 +208,21 @@ TEST_F(ComControl, MayBeUnloadedOrGivenAnotherDocumentByItsHandlers) {
             setDocument("<TITLE>another</TITLE>one");
         },
     };
-    for (const DISPID event :
-         {kHyperlinkClick, kLoadImage, DISPID{DISPID_MOUSEDOWN}, DISPID{DISPID_MOUSEUP}}) {
+    constexpr DISPID kFormsShow = kHyperlinkClick;
+    for (const auto& [event, link] : {std::pair{kHyperlinkClick, "there"},
+                                      {kFormsShow, "VB:Show"},
+                                      {kLoadImage, ""},
+                                      {DISPID{DISPID_MOUSEDOWN}, ""},
+                                      {DISPID{DISPID_MOUSEUP}, ""}}) {
         for (const std::function<void()>& action : actions) {
             open();
             int calls = 0;
-            onEvent = [&](DISPID id) {
-                if (id == event && calls++ == 0) action();
+            onEvent = [&, awaited = event](DISPID id) {
+                if (id == awaited && calls++ == 0) action();
             };
             const HWND target = viewPort();
-            const auto text = toBstr("<A HREF=there>link</A><BR><IMG SRC=a.bmp><IMG SRC=b.bmp>");
+            const auto text =
+                toBstr(std::string("<A HREF=") + link + ">link</A><BR><IMG SRC=a.bmp><IMG SRC=b.bmp>");
             label->put_DocumentHTML(text.get());
             click(target, {12, 12});
             pump(event == kHyperlinkClick ? 200 : 0);
@@ -229,11 +234,13 @@ TEST_F(ComControl, MayBeUnloadedOrGivenAnotherDocumentByItsHandlers) {
 
 TEST_F(ComControl, DrawsItselfWithoutAWindow) {
     label = create();
-    label->put_DocumentHTML(toBstr("<BODY BGCOLOR=#00FF00><FONT SIZE=7 COLOR=#FF0000>text text").get());
     const RECTL bounds{50, 60, 450, 300};
     const RECTL window{0, 0, 500, 400};
     const HDC screen = GetDC(form);
-    for (const bool metafile : {false, true}) {
+    for (const auto& [metafile, content] :
+         {std::pair{false, "text text"}, {true, "text text"}, {true, "<UL><LI></UL>"}}) {
+        const std::string body = "<BODY BGCOLOR=#00FF00><FONT SIZE=7 COLOR=#FF0000>";
+        label->put_DocumentHTML(toBstr(body + content).get());
         PatBlt(screen, 0, 0, 500, 400, BLACKNESS);
         const HDC target = metafile ? CreateMetaFileW(nullptr) : screen;
         EXPECT_EQ(label.query<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, target,
