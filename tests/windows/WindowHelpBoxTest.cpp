@@ -73,6 +73,17 @@ TEST_F(WindowHelpBox, TheMouseDragsItAndGoesOnToTheTerminalsKeyboard) {
     EXPECT_EQ(rectangleOf(box).left, start.left + 67);
 }
 
+TEST_F(WindowHelpBox, TheTerminalHandsTheWheelOnToIt) {
+    std::string page = "<html><body>";
+    for (int line = 0; line < 60; ++line) page += "line " + std::to_string(line) + "<br>";
+    const HWND box = show(page);
+    const WindowImage before(box);
+    const Rect place = rectangleOf(box);
+    SendMessageA(form->window(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA),
+                 MAKELPARAM(place.left + 30, place.top + 30));
+    EXPECT_NE(WindowImage(box), before);
+}
+
 TEST_F(WindowHelpBox, ItsMenuClosesIt) {
     for (const char* text : {"text", kPage}) {
         const HWND box = show(text);
