@@ -189,7 +189,8 @@ HTMLLabelProperties loadProperties(IPropertyBag& bag, IErrorLog* log) {
 }
 
 void saveProperties(const HTMLLabelProperties& properties, IPropertyBag& bag, bool all) {
-    visit(properties, HTMLLabelProperties::whenNotSaved(),
+    const HTMLLabelProperties saved = readable(properties);
+    visit(saved, HTMLLabelProperties::whenNotSaved(),
           [&](const wchar_t* name, const auto& value, const auto& byDefault) {
               if (!all && value == byDefault) return;
               Variant entry;
