@@ -135,10 +135,17 @@ TEST_F(WindowHelpBox, ManyBoxesLeaveNothingBehind) {
         (*form)->EraseScreen();
     };
     rounds(200);
+    const auto handles = [] {
+        DWORD count = 0;
+        GetProcessHandleCount(GetCurrentProcess(), &count);
+        return count;
+    };
     const int objects = countGdiObjects();
+    const DWORD handlesBefore = handles();
     const std::size_t memory = committedBytes();
-    rounds(1000);
+    rounds(10'000);
     EXPECT_EQ(countGdiObjects(), objects);
+    EXPECT_EQ(handles(), handlesBefore);
     EXPECT_LT(committedBytes(), memory + 256 * 1024);
 }
 
