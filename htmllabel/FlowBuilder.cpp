@@ -257,7 +257,9 @@ void FlowBuilder::anchor(const HTMLElement& element) {
 
 void FlowBuilder::picture(const HTMLElement& element) {
     if (tables_.awaitsCell()) tables_.openImpliedCell();
-    FlowPicture box = pictureBox(element, pictures_.picture(element.strSrc), styles_.currentStyle(), canvas_);
+    HTMLElement image = element;
+    image.strAlt = writer_.drawable(element.strAlt);
+    FlowPicture box = pictureBox(image, pictures_.picture(image.strSrc), styles_.currentStyle(), canvas_);
     box.style = styles_.current();
     box.mark = styles_.mark();
     writer_.picture(box);

@@ -41,6 +41,12 @@ int FlowWriter::takeGap(bool space, int spaceWidth) {
     return gap;
 }
 
+std::string_view FlowWriter::drawable(std::string_view text) {
+    if (text.find(kHardSpace) == std::string_view::npos) return text;
+    char* const begin = std::pmr::polymorphic_allocator<>(&flow_.store).allocate_object<char>(text.size());
+    return {begin, static_cast<std::size_t>(copyDrawable(text, begin) - begin)};
+}
+
 // Hard spaces are drawn as spaces, but never end a line: the words stay whole and only their text is another.
 std::span<const std::string_view> FlowWriter::drawable(std::span<const std::string_view> words) {
     const std::string_view text = wholeText(words);

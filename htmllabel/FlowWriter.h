@@ -27,6 +27,8 @@ class FlowWriter {
 
     void text(const HTMLElement& element, std::uint32_t style, std::uint32_t mark);
     void picture(FlowPicture picture);
+    /// A text with its hard spaces as spaces. It lives as long as the flow.
+    std::string_view drawable(std::string_view text);
     void lineBreak(std::uint32_t style);
     /// White space stands before a tag: the next word does not hang on the one before.
     void spaceBeforeTag() { spaceBefore_ = true; }
