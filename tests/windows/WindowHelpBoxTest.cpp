@@ -143,7 +143,7 @@ TEST_F(WindowHelpBox, ManyBoxesLeaveNothingBehind) {
     const int objects = countGdiObjects();
     const DWORD handlesBefore = handles();
     const std::size_t memory = committedBytes();
-    rounds(1'000);
+    rounds(500);
     EXPECT_EQ(countGdiObjects(), objects);
     EXPECT_EQ(handles(), handlesBefore);
     EXPECT_LT(committedBytes(), memory + 256 * 1024);
