@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "bench/Label.h"
+#include "headless/LabelEngine.h"
 
 namespace kavrelon::bench {
 namespace {
@@ -13,7 +13,7 @@ std::function<void()> prepareParse(const std::string& html) {
 }
 
 std::function<void()> prepareLayout(const std::string& html) {
-    const auto label = std::make_shared<Label>();
+    const auto label = std::make_shared<LabelEngine>();
     label->parse(html);
     return [label] {
         label->layOut(kPageWidth);
@@ -22,7 +22,7 @@ std::function<void()> prepareLayout(const std::string& html) {
 }
 
 std::function<void()> prepareWidth(const std::string& html) {
-    const auto label = std::make_shared<Label>();
+    const auto label = std::make_shared<LabelEngine>();
     label->parse(html);
     label->layOut(kPageWidth);
     return [label, width = kPageWidth]() mutable {
@@ -33,7 +33,7 @@ std::function<void()> prepareWidth(const std::string& html) {
 
 std::function<void()> prepareAll(const std::string& html) {
     return [&html] {
-        Label label;
+        LabelEngine label;
         label.parse(html);
         label.layOut(kPageWidth);
         label.draw();

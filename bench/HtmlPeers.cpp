@@ -6,7 +6,7 @@
 #include <map>
 
 #include "bench/HtmlEngines.h"
-#include "bench/Label.h"
+#include "headless/LabelEngine.h"
 
 namespace kavrelon::bench {
 namespace {

@@ -2,12 +2,12 @@
 #include <vector>
 
 #include "bench/Engines.h"
+#include "headless/HeadlessWindow.h"
+#include "headless/TerminalSink.h"
+#include "headless/TextProfileFile.h"
 #include "plugin/clsTerminal.h"
-#include "samplehost/EscapeRecognizer.h"
-#include "samplehost/EscapeTree.h"
-#include "samplehost/TerminalSink.h"
-#include "terminal/HeadlessWindow.h"
-#include "terminal/TextProfileFile.h"
+#include "recognizer/EscapeRecognizer.h"
+#include "recognizer/EscapeTree.h"
 
 namespace kavrelon::bench {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "bench/HtmlDocuments.h"
 #include "bench/HtmlEngines.h"
+#include "headless/HtmlDocuments.h"
 
 namespace kavrelon::bench {
 namespace {

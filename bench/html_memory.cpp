@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "bench/HtmlDocuments.h"
-#include "bench/Label.h"
+#include "headless/HtmlDocuments.h"
+#include "headless/LabelEngine.h"
 
 namespace {
 
@@ -45,7 +45,7 @@ void operator delete(void* block, std::size_t) noexcept {
 }
 
 int main(int argc, char** argv) {
-    using namespace kavrelon::bench;
+    using namespace kavrelon;
     std::size_t length = 0;
     const std::string_view given = argc == 2 ? argv[1] : "";
     std::from_chars(given.data(), given.data() + given.size(), length);
@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
         const std::string html = kind.make(length);
         const std::size_t before = held;
         mostHeld = held;
-        Label label;
+        LabelEngine label;
         label.parse(html);
         label.layOut(kPageWidth);
         label.draw();

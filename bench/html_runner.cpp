@@ -6,11 +6,12 @@
 #include <string>
 #include <string_view>
 
-#include "bench/HtmlDocuments.h"
 #include "bench/HtmlEngines.h"
+#include "headless/HtmlDocuments.h"
 
 namespace {
 
+using namespace kavrelon;
 using namespace kavrelon::bench;
 
 /// The number that a whole text spells, -1 when it spells none.

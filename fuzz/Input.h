@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "plugin/EscapeTable.h"
-#include "samplehost/EscapeTree.h"
+#include "recognizer/EscapeTree.h"
 
 namespace kavrelon::fuzz {
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "fuzz/Input.h"
-#include "htmllabel/HTMLDocument.h"
-#include "htmllabel/HeadlessCanvas.h"
-#include "htmllabel/Layout.h"
+#include "headless/HeadlessCanvas.h"
+#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/layout/Layout.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Whatever the blocks that a stream comes in, the recogniser finds the same, and loses no byte.
 
 #include "fuzz/Input.h"
-#include "samplehost/EscapeRecognizer.h"
+#include "recognizer/EscapeRecognizer.h"
 
 namespace {
 

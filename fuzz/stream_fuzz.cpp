@@ -2,11 +2,11 @@
 // it.
 
 #include "fuzz/Input.h"
+#include "headless/HeadlessWindow.h"
+#include "headless/TerminalSink.h"
+#include "headless/TextProfileFile.h"
 #include "plugin/clsTerminal.h"
-#include "samplehost/EscapeRecognizer.h"
-#include "samplehost/TerminalSink.h"
-#include "terminal/HeadlessWindow.h"
-#include "terminal/TextProfileFile.h"
+#include "recognizer/EscapeRecognizer.h"
 
 namespace {
 

@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "htmllabel/HTMLDocument.h"
 #include "htmllabel/HTMLLabelProperties.h"
 #include "htmllabel/LabelPictures.h"
 #include "htmllabel/LabelWindow.h"
-#include "htmllabel/Layout.h"
+#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/layout/Layout.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "htmllabel/HTMLDocument.h"
+#include "htmllabel/document/HTMLDocument.h"
 
 namespace kavrelon {
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "htmllabel/ElementValues.h"
 #include "htmllabel/HTMLLabel.h"
+#include "htmllabel/layout/ElementValues.h"
 
 namespace kavrelon {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "htmllabel/Layout.h"
+#include "htmllabel/layout/Layout.h"
 
 namespace kavrelon {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "htmllabel/Canvas.h"
 #include "htmllabel/LabelPlacement.h"
+#include "htmllabel/layout/Canvas.h"
 #include "support/Geometry.h"
 
 namespace kavrelon {

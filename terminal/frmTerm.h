@@ -12,9 +12,9 @@
 #include "terminal/Keyboard.h"
 #include "terminal/PictureFolder.h"
 #include "terminal/Printers.h"
-#include "terminal/Screen.h"
-#include "terminal/Selection.h"
 #include "terminal/TermWindow.h"
+#include "terminal/screen/Screen.h"
+#include "terminal/screen/Selection.h"
 
 namespace kavrelon {
 

@@ -2,8 +2,8 @@
 
 #include <iosfwd>
 
-#include "htmllabel/HTMLDocument.h"
-#include "htmllabel/Layout.h"
+#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/layout/Layout.h"
 
 namespace kavrelon {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "terminal/HeadlessWindow.h"
+#include "headless/HeadlessWindow.h"
 #include "terminal/frmTerm.h"
 #include "tools/JsonLine.h"
 

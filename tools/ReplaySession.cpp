@@ -5,7 +5,7 @@
 #include <ostream>
 #include <vector>
 
-#include "samplehost/EscapeTree.h"
+#include "recognizer/EscapeTree.h"
 #include "tools/JsonLine.h"
 #include "tools/ReplayDump.h"
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "headless/HeadlessWindow.h"
+#include "headless/TerminalSink.h"
+#include "headless/TextProfileFile.h"
 #include "plugin/clsTerminal.h"
-#include "samplehost/EscapeRecognizer.h"
-#include "samplehost/TerminalSink.h"
-#include "terminal/HeadlessWindow.h"
-#include "terminal/TextProfileFile.h"
+#include "recognizer/EscapeRecognizer.h"
 #include "tools/ReplayScript.h"
 
 namespace kavrelon {

@@ -9,9 +9,9 @@
 #include <string>
 #include <string_view>
 
-#include "htmllabel/HTMLDocument.h"
-#include "htmllabel/HeadlessCanvas.h"
-#include "htmllabel/Layout.h"
+#include "headless/HeadlessCanvas.h"
+#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/layout/Layout.h"
 #include "tools/HtmlDump.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "gdi/GdiHandles.h"
-#include "htmllabel/Canvas.h"
+#include "htmllabel/layout/Canvas.h"
 #include "htmllabel/win32/GdiFonts.h"
 
 namespace kavrelon {

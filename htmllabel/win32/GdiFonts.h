@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "gdi/GdiHandles.h"
-#include "htmllabel/Canvas.h"
+#include "htmllabel/layout/Canvas.h"
 
 namespace kavrelon {
 

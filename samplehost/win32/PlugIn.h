@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "quillabor.h"
-#include "samplehost/EscapeRecognizer.h"
-#include "samplehost/EscapeSink.h"
-#include "samplehost/EscapeTree.h"
+#include "recognizer/EscapeRecognizer.h"
+#include "recognizer/EscapeSink.h"
+#include "recognizer/EscapeTree.h"
 #include "samplehost/win32/ParentObject.h"
 #include "support/com/ComPtr.h"
 

@@ -8,8 +8,8 @@
 
 #include "gdi/GdiHandles.h"
 #include "gdi/pcMemDC.h"
-#include "terminal/ScreenLine.h"
 #include "terminal/TermWindow.h"
+#include "terminal/screen/ScreenLine.h"
 #include "terminal/win32/TermFont.h"
 
 namespace kavrelon {

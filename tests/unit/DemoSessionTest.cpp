@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include "headless/TerminalSink.h"
 #include "plugin/EscapeTable.h"
-#include "samplehost/EscapeRecognizer.h"
+#include "recognizer/EscapeRecognizer.h"
 #include "samplehost/PlaySession.h"
-#include "samplehost/TerminalSink.h"
 #include "tests/unit/Session.h"
 
 namespace kavrelon {

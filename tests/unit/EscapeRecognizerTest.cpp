@@ -1,4 +1,4 @@
-#include "samplehost/EscapeRecognizer.h"
+#include "recognizer/EscapeRecognizer.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "plugin/EscapeTable.h"
-#include "samplehost/EscapeTree.h"
+#include "recognizer/EscapeTree.h"
 
 namespace kavrelon {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "htmllabel/HTMLDocument.h"
+#include "htmllabel/document/HTMLDocument.h"
 
 namespace kavrelon {
 namespace {

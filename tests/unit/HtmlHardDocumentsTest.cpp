@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "bench/HtmlDocuments.h"
-#include "bench/Label.h"
+#include "headless/HtmlDocuments.h"
+#include "headless/LabelEngine.h"
 
 namespace kavrelon {
 namespace {
@@ -18,9 +18,9 @@ struct Outcome {
 };
 
 Outcome outcomeOf(const std::string& html) {
-    bench::Label label;
+    LabelEngine label;
     label.parse(html);
-    label.layOut(bench::kPageWidth);
+    label.layOut(kPageWidth);
     label.draw();
     Outcome outcome{label.document.count(), 0, label.layout.size().width, ""};
     for (const TextRun& run : label.layout.runs()) {
@@ -82,12 +82,12 @@ TEST(HtmlHardDocumentsTest, KeepWhatTheyHold) {
     };
     for (const auto& [name, elements, drawn, mostWidth, last] : cases) {
         SCOPED_TRACE(name);
-        const auto* const kind = bench::findHtmlDocumentKind(name);
+        const auto* const kind = findHtmlDocumentKind(name);
         ASSERT_NE(kind, nullptr);
         const Outcome outcome = outcomeOnSmallStack(kind->make(kLength));
         EXPECT_EQ(outcome.elements, elements);
         EXPECT_EQ(outcome.drawn, drawn);
-        EXPECT_GE(outcome.width, bench::kPageWidth);
+        EXPECT_GE(outcome.width, kPageWidth);
         EXPECT_LE(outcome.width, mostWidth);
         if (last != nullptr) {
             EXPECT_EQ(outcome.last, last);

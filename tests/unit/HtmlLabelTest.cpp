@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "headless/HeadlessLabelWindow.h"
 #include "htmllabel/FormCall.h"
 #include "htmllabel/HTMLLabel.h"
-#include "htmllabel/HeadlessLabelWindow.h"
 
 namespace kavrelon {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "htmllabel/HTMLDocument.h"
-#include "htmllabel/HeadlessCanvas.h"
-#include "htmllabel/Layout.h"
+#include "headless/HeadlessCanvas.h"
+#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/layout/Layout.h"
 
 namespace kavrelon {
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "terminal/GridLayout.h"
+#include "terminal/screen/GridLayout.h"
 #include "tests/unit/Session.h"
 
 namespace kavrelon {

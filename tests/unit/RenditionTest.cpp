@@ -1,4 +1,4 @@
-#include "terminal/Rendition.h"
+#include "terminal/screen/Rendition.h"
 
 #include <gtest/gtest.h>
 

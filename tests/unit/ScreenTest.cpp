@@ -1,4 +1,4 @@
-#include "terminal/Screen.h"
+#include "terminal/screen/Screen.h"
 
 #include <gtest/gtest.h>
 

@@ -11,9 +11,9 @@
 #include <string_view>
 #include <vector>
 
+#include "headless/HeadlessWindow.h"
+#include "headless/TextProfileFile.h"
 #include "plugin/clsTerminal.h"
-#include "terminal/HeadlessWindow.h"
-#include "terminal/TextProfileFile.h"
 
 namespace kavrelon {
 

@@ -14,9 +14,9 @@
 
 #include "gdi/GdiHandles.h"
 #include "gdi/GdiPicture.h"
-#include "htmllabel/HTMLDocument.h"
 #include "htmllabel/LabelPictures.h"
-#include "htmllabel/Layout.h"
+#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/layout/Layout.h"
 #include "htmllabel/win32/GdiCanvas.h"
 
 namespace kavrelon {

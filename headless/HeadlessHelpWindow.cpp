@@ -1,0 +1,42 @@
+#include "headless/HeadlessHelpWindow.h"
+
+#include <algorithm>
+
+#include "support/Conversions.h"
+
+namespace kavrelon {
+
+HeadlessHelpWindow::HeadlessHelpWindow(HeadlessDesktop& desktop, std::weak_ptr<HelpWindowEvents> events)
+    : desktop_(desktop), events_(std::move(events)) {
+    desktop_.helpWindows.push_back(this);
+}
+
+HeadlessHelpWindow::~HeadlessHelpWindow() {
+    std::erase(desktop_.helpWindows, this);
+}
+
+HeadlessHelpWindow* windowOf(const HeadlessDesktop& desktop, const HelpWindowEvents& box) {
+    const auto found = std::ranges::find_if(desktop.helpWindows, [&box](const HeadlessHelpWindow* window) {
+        return window->events().get() == &box;
+    });
+    return found == desktop.helpWindows.end() ? nullptr : *found;
+}
+
+void HeadlessHelpWindow::Move(double left, double top, double width, double height) {
+    const auto pixels = [](double twips) { return roundHalfToEven(twips / kTwipsPerPixel); };
+    const Size before{rectangle_.width(), rectangle_.height()};
+    rectangle_ = {pixels(left), pixels(top), pixels(left) + pixels(width), pixels(top) + pixels(height)};
+    const auto target = events();
+    if (target && before != Size{rectangle_.width(), rectangle_.height()}) target->Form_Resize();
+}
+
+void HeadlessHelpWindow::drawFocusRectangle(const Rect& block) {
+    const auto drawn = std::find(outlines_.begin(), outlines_.end(), block);
+    if (drawn == outlines_.end()) {
+        outlines_.push_back(block);
+    } else {
+        outlines_.erase(drawn);
+    }
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "headless/HeadlessCanvas.h"
+#include "htmllabel/HTMLLabel.h"
+#include "htmllabel/LabelWindow.h"
+
+namespace kavrelon {
+
+/// A label's window in memory, on a screen of 96 pixels an inch whose scroll bars are 16 pixels thick. It
+/// stands in for the platform's window in tests and measurements: what is around it can be set, and it keeps
+/// what the label makes of it.
+class HeadlessLabelWindow final : public LabelWindow {
+  public:
+    static constexpr double kTwipsPerPixel = 15;
+
+    /// What is around the window.
+    struct Surroundings {
+        Size twips{3000, 1500};
+        bool visible = true;
+        bool userMode = true;
+        std::optional<int> windowState = 0;
+    };
+    /// What the label has made of the window.
+    struct Shown {
+        LabelSurface surface;
+        LabelPlacement placement;
+        ScrollState vscScroll;
+        ScrollState hscScroll;
+        MousePointer pointer = MousePointer::Default;
+        std::string toolTipText;
+        bool linkTimer = false;
+        int paints = 0;
+        /// Where the last paint has drawn the frame of what has the keyboard.
+        std::optional<Rect> focus;
+    };
+
+    /// Painting goes to this label; null for none.
+    void paintFor(const std::shared_ptr<HTMLLabel>& label) { label_ = label; }
+    Surroundings& surroundings() { return surroundings_; }
+    const Shown& shown() const { return shown_; }
+    /// What happens while the label lets messages through, and in the containing form's procedures.
+    void onMessages(std::function<void()> handler) { onMessages_ = std::move(handler); }
+    void onCall(std::function<void(const std::string&, const std::vector<std::string>&)> handler) {
+        onCall_ = std::move(handler);
+    }
+
+    Canvas& canvas() override { return canvas_; }
+    Size sizeInTwips() const override { return surroundings_.twips; }
+    double twipsPerPixelX() const override { return kTwipsPerPixel; }
+    double twipsPerPixelY() const override { return kTwipsPerPixel; }
+    Size scrollBarThickness() const override { return {16, 16}; }
+    bool containerVisible() const override { return surroundings_.visible; }
+    bool userMode() const override { return surroundings_.userMode; }
+    std::optional<int> parentWindowState() const override { return surroundings_.windowState; }
+    void callParent(const std::string& procedure, const std::vector<std::string>& arguments) override;
+    void setSurface(const LabelSurface& surface) override { shown_.surface = surface; }
+    void place(const LabelPlacement& placement) override { shown_.placement = placement; }
+    void setScrollBar(ScrollBar bar, const ScrollState& state) override;
+    void setMousePointer(MousePointer pointer) override { shown_.pointer = pointer; }
+    void setToolTipText(const std::string& text) override { shown_.toolTipText = text; }
+    void enableLinkTimer(bool on) override { shown_.linkTimer = on; }
+    void repaintViewPort() override;
+    void processMessages() override;
+
+  private:
+    struct ViewPort final : HeadlessCanvas {
+        void drawFocus(const Rect& place) override { focus = place; }
+        std::optional<Rect> focus;
+    };
+
+    ViewPort canvas_;
+    std::weak_ptr<HTMLLabel> label_;
+    Surroundings surroundings_;
+    Shown shown_;
+    std::function<void()> onMessages_;
+    std::function<void(const std::string&, const std::vector<std::string>&)> onCall_;
+};
+
+}  // namespace kavrelon

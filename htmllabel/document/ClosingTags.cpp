@@ -1,0 +1,194 @@
+#include "htmllabel/document/ClosingTags.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "htmllabel/document/NameKey.h"
+#include "htmllabel/document/TagTable.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr TagSet kEndCells = {TAG_TD,    TAG_TR,    TAG_END_TR,    TAG_END_TABLE, TAG_THEAD, TAG_END_THEAD,
+                              TAG_TBODY, TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,  TAG_END_BODY};
+constexpr TagSet kEndRows = {TAG_TR,    TAG_END_TABLE, TAG_THEAD,     TAG_END_THEAD, TAG_TBODY,
+                             TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,      TAG_END_BODY};
+constexpr TagSet kEndParagraphs = {TAG_P,           TAG_DIV,        TAG_END_DIV,   TAG_HEADING,
+                                   TAG_END_HEADING, TAG_UL,         TAG_END_UL,    TAG_OL,
+                                   TAG_END_OL,      TAG_LI,         TAG_HR,        TAG_TABLE,
+                                   TAG_END_TABLE,   TAG_BLOCKQUOTE, TAG_CENTER,    TAG_END_BLOCKQUOTE,
+                                   TAG_END_CENTER,  TAG_FORM,       TAG_END_FORM,  TAG_TD,
+                                   TAG_END_TD,      TAG_TR,         TAG_END_TR,    TAG_THEAD,
+                                   TAG_TBODY,       TAG_TFOOT,      TAG_END_THEAD, TAG_END_TBODY,
+                                   TAG_END_TFOOT,   TAG_BODY,       TAG_END_BODY};
+
+/// An index of a piece or of an opened element. There are never more than 32767 elements, those that are
+/// added included: each of these has an opener of three characters or more.
+using Index = std::int16_t;
+constexpr Index kNone = -1;
+
+template <class Items>
+Index sizeOf(const Items& items) {
+    return static_cast<Index>(items.size());
+}
+
+/// A closer to add, and the piece that it comes before.
+struct Missing {
+    Index before = 0;
+    std::uint8_t closer = TAG_END_P;
+};
+
+/// The open elements that a closer would close.
+struct Innermost {
+    Index table = kNone;
+    Index row = kNone;        // of that table
+    Index cell = kNone;       // of that table
+    Index paragraph = kNone;  // of that cell
+};
+
+/// Matches closers with openers of their own kind only, so that closers in the wrong order are no missing
+/// ones.
+class Matcher {
+  public:
+    Matcher(const std::vector<Piece>& pieces, std::string_view document)
+        : pieces_(pieces), document_(document), documentEnd_(sizeOf(pieces)) {}
+
+    /// In the order of their places; those of one place from the inside out.
+    std::vector<Missing> missing() {
+        for (Index i = 0; i < sizeOf(pieces_); ++i) take(i);
+        std::vector<Missing> found;
+        for (auto element = opened_.rbegin(); element != opened_.rend(); ++element) {
+            if (element->closed || element->code == TAG_TABLE) continue;
+            found.push_back({endOf(*element), static_cast<std::uint8_t>(element->code + 1)});
+        }
+        std::ranges::stable_sort(found, {}, &Missing::before);
+        return found;
+    }
+
+  private:
+    struct Opened {
+        std::uint8_t code = TAG_P;
+        bool closed = false;
+        Index index = 0;
+        /// The first piece that ends it if no closer comes.
+        Index ender = kNone;
+        /// As it was before this one.
+        Innermost outside;
+    };
+
+    Opened& at(Index element) { return opened_[static_cast<std::size_t>(element)]; }
+
+    void take(Index index) {
+        const Piece& piece = pieces_[static_cast<std::size_t>(index)];
+        const TagType code = isDocumentEnd(piece) ? TAG_END_BODY : piece.tag();
+        if (code == TAG_END_TABLE && innermost_.table == kNone) return;
+        noteEnds(index, code);
+        switch (code) {
+            case TAG_P:
+                innermost_.paragraph = open(index, code);
+                break;
+            case TAG_TABLE:
+                innermost_ = {.table = open(index, code)};
+                break;
+            case TAG_TR:
+                innermost_.row = open(index, code);
+                innermost_.paragraph = kNone;
+                break;
+            case TAG_TD:
+                innermost_.cell = open(index, code);
+                innermost_.paragraph = kNone;
+                break;
+            case TAG_END_P:
+                if (const Opened* p = close(innermost_.paragraph))
+                    innermost_.paragraph = p->outside.paragraph;
+                break;
+            case TAG_END_TR:
+                if (const Opened* row = close(innermost_.row)) innermost_.row = row->outside.row;
+                break;
+            case TAG_END_TD:
+                if (const Opened* cell = close(innermost_.cell)) innermost_.cell = cell->outside.cell;
+                break;
+            case TAG_END_TABLE:
+                innermost_ = close(innermost_.table)->outside;
+                break;
+            case TAG_END_BODY:
+                // The end of the document often stands right behind that of the body.
+                if (index != documentEnd_ + 1) documentEnd_ = index;
+                break;
+            default:
+                break;
+        }
+    }
+
+    bool isDocumentEnd(const Piece& piece) const {
+        return piece.code == TAG_UNKNOWN &&
+               nameKey(mstrTagID(document_.substr(piece.begin, piece.length))) == nameKey("/HTML");
+    }
+
+    Index open(Index index, TagType code) {
+        opened_.push_back({static_cast<std::uint8_t>(code), false, index, kNone, innermost_});
+        return static_cast<Index>(opened_.size() - 1);
+    }
+
+    /// Null when there is none to close.
+    const Opened* close(Index element) {
+        if (element == kNone) return nullptr;
+        at(element).closed = true;
+        return &at(element);
+    }
+
+    /// Notes where the innermost paragraph, cell and row end if no closer comes.
+    void noteEnds(Index index, TagType code) {
+        const auto note = [&](Index element) {
+            if (element != kNone && at(element).ender == kNone) at(element).ender = index;
+        };
+        if (kEndParagraphs.has(code)) note(innermost_.paragraph);
+        if (kEndCells.has(code)) note(innermost_.cell);
+        if (kEndRows.has(code)) note(innermost_.row);
+    }
+
+    Index endOf(const Opened& element) const {
+        if (element.ender != kNone) return element.ender;
+        return element.index < documentEnd_ ? documentEnd_ : sizeOf(pieces_);
+    }
+
+    const std::vector<Piece>& pieces_;
+    std::string_view document_;
+    std::vector<Opened> opened_;
+    Innermost innermost_;
+    /// Where the body or the document ends; the number of pieces until that is known.
+    Index documentEnd_;
+};
+
+}  // namespace
+
+void addClosingTags(std::vector<Piece>& pieces, std::string_view document) {
+    const std::vector<Missing> missing = Matcher(pieces, document).missing();
+    if (missing.empty()) return;
+    std::vector<Piece> complete;
+    complete.reserve(pieces.size() + missing.size());
+    auto rest = pieces.begin();
+    for (const Missing& tag : missing) {
+        const auto before = pieces.begin() + tag.before;
+        complete.insert(complete.end(), rest, before);
+        complete.push_back({.code = tag.closer});
+        rest = before;
+    }
+    complete.insert(complete.end(), rest, pieces.end());
+    pieces = std::move(complete);
+}
+
+std::string_view addedCloser(TagType code) {
+    switch (code) {
+        case TAG_END_P:
+            return "</P>";
+        case TAG_END_TR:
+            return "</TR>";
+        default:
+            return "</TD>";
+    }
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstdint>
+#include <memory_resource>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "htmllabel/document/HTMLElement.h"
+
+namespace kavrelon {
+
+struct Piece;
+
+/// The system's button-face colour: bit 31 says that the rest is the number of a system colour.
+inline constexpr Colour kButtonFaceColour = 0x8000000F;
+
+/// What a document takes from the control that shows it.
+struct DocumentDefaults {
+    std::string DefaultFontName = "Arial";
+    float DefaultFontSize = 10;  // points
+    Colour BackColor = kButtonFaceColour;
+    bool EnableAnchors = false;
+};
+
+/// What a document says of its page as a whole.
+struct DocumentPage {
+    /// The last BODY or NOFRAMES element; 0 when there is none.
+    std::int16_t mintBodyIndex = 0;
+    Colour mlngBodyBgColor = kButtonFaceColour;
+    Colour mlngTextColor = 0;
+    Colour mlngLinkColor = 0xFF0000;
+    /// The page's picture.
+    std::string mstrBackground;
+};
+
+/// A parsed document: a flat array of element records in document order, linked into a tree by index, and the
+/// colours and picture of its page.
+///
+/// A document is never refused. A step that meets an error ends there and keeps what it had; text beyond
+/// 32767 characters is cut off. Positions and counts are 16-bit.
+class HTMLDocument {
+  public:
+    HTMLDocument() = default;
+    HTMLDocument(const HTMLDocument&) = delete;
+    HTMLDocument& operator=(const HTMLDocument&) = delete;
+
+    /// Replaces the document by this text: normalises it, cuts it into elements, classifies them, adds
+    /// missing closing tags, lists the links and builds the tree. A page picture of before stays when the
+    /// text names none.
+    void setDocument(std::string_view html, const DocumentDefaults& defaults);
+
+    /// The normalised text.
+    const std::string& text() const { return mstrDocument; }
+    /// The title's text, decoded; "Unknown" when there is none.
+    std::string title() const;
+    std::span<const HTMLElement> elements() const { return mudtElements; }
+    std::int16_t count() const { return static_cast<std::int16_t>(mudtElements.size()); }
+    std::int16_t bodyIndex() const { return page_.mintBodyIndex; }
+    Colour bodyBgColor() const { return page_.mlngBodyBgColor; }
+    /// Changes the page's background without parsing again.
+    void setBodyBgColor(Colour colour) { page_.mlngBodyBgColor = colour; }
+    Colour textColor() const { return page_.mlngTextColor; }
+    Colour linkColor() const { return page_.mlngLinkColor; }
+    const std::string& background() const { return page_.mstrBackground; }
+    /// The indices of the A elements in document order; none when anchors are off.
+    std::span<const std::int16_t> links() const { return mintLinks; }
+
+    /// Records where element `index` was drawn.
+    void setHitBox(std::int16_t index, const Rect& box);
+
+    // The tree. Each gives false, and leaves the result alone, when there is no such element.
+
+    /// False for the root's children too.
+    bool mblnGetParent(const HTMLElement& element, HTMLElement& parent) const;
+    /// The nearest element above that has this code.
+    bool mblnFindAncestor(const HTMLElement& element, TagType code, HTMLElement& ancestor) const;
+    bool mblnGetFirstChild(const HTMLElement& element, HTMLElement& child) const;
+    bool mblnGetNextSibling(const HTMLElement& element, HTMLElement& sibling) const;
+
+  private:
+    void addElements(const std::vector<Piece>& pieces);
+    void mClassifyAllElements(const DocumentDefaults& defaults);
+    void mBuildLinkList(bool enableAnchors);
+
+    std::string mstrDocument;
+    std::vector<HTMLElement> mudtElements;
+    DocumentPage page_;
+    std::vector<std::int16_t> mintLinks;
+    /// What the records view besides the document's text: decoded texts and lists of words.
+    std::pmr::monotonic_buffer_resource texts_;
+    std::vector<std::int16_t> children_;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,131 @@
+#include "htmllabel/document/Normalise.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace kavrelon {
+namespace {
+
+struct Entity {
+    std::string_view name;
+    std::string_view reference;
+};
+
+constexpr Entity kEntities[] = {
+    {"&lt;", "&#060;"},     {"&gt;", "&#062;"},     {"&quot;", "&#034;"},   {"&copy;", "&#169;"},
+    {"&deg;", "&#176;"},    {"&amp;", "&#038;"},    {"&middot;", "&#183;"}, {"&agrave;", "&#224;"},
+    {"&aacute;", "&#225;"}, {"&egrave;", "&#232;"}, {"&eacute;", "&#233;"}, {"&euml;", "&#235;"},
+};
+
+enum class ByteClass : std::uint8_t { Plain, Space, OtherWhite, Ampersand };
+
+constexpr std::array<ByteClass, 256> kByteClass = [] {
+    std::array<ByteClass, 256> classes{};
+    classes[' '] = ByteClass::Space;
+    classes['\t'] = classes['\n'] = classes['\r'] = ByteClass::OtherWhite;
+    classes['&'] = ByteClass::Ampersand;
+    return classes;
+}();
+
+ByteClass classOf(char c) {
+    return kByteClass[static_cast<unsigned char>(c)];
+}
+
+bool isWhite(char c) {
+    return classOf(c) == ByteClass::Space || classOf(c) == ByteClass::OtherWhite;
+}
+
+constexpr char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+/// Whether `html` holds `tag`, which is upper-case and begins with "<", in any case.
+bool containsTag(std::string_view html, std::string_view tag) {
+    for (auto at = html.find('<'); at != std::string_view::npos; at = html.find('<', at + 1)) {
+        const std::string_view here = html.substr(at, tag.size());
+        if (std::ranges::equal(here, tag, {}, upper)) return true;
+    }
+    return false;
+}
+
+/// Copies a text while it replaces entities and white space. One pass gives what replacing them one after the
+/// other gives: a reference that took an entity's place begins with "&#" and so can be no part of another
+/// entity, and halving the pairs of a run three times leaves an eighth of it.
+class Copier {
+  public:
+    Copier(std::string_view html, std::string& out) : html_(html), out_(out) {}
+
+    void run() {
+        std::size_t at = 0;
+        while ((at = nextSpecial(at)) < html_.size()) {
+            out_.append(html_, copied_, at - copied_);
+            at += isWhite(html_[at]) ? replaceWhite(at) : replaceEntity(at);
+            copied_ = at;
+        }
+        out_.append(html_, copied_, html_.size() - copied_);
+    }
+
+  private:
+    /// The first place from `at` on that is not to be copied as it stands. A space between two words is.
+    std::size_t nextSpecial(std::size_t at) const {
+        for (;; ++at) {
+            while (at < html_.size() && classOf(html_[at]) == ByteClass::Plain) ++at;
+            if (at == html_.size()) return at;
+            const bool stands =
+                classOf(html_[at]) == ByteClass::Ampersand ? entityAt(at) == nullptr : isSingleSpace(at);
+            if (!stands) return at;
+        }
+    }
+
+    bool isSingleSpace(std::size_t at) const {
+        return html_[at] == ' ' && (at + 1 == html_.size() || !isWhite(html_[at + 1]));
+    }
+
+    const Entity* entityAt(std::size_t at) const {
+        const std::string_view rest = html_.substr(at);
+        const auto* found =
+            std::ranges::find_if(kEntities, [&](const Entity& e) { return rest.starts_with(e.name); });
+        return found == std::end(kEntities) ? nullptr : found;
+    }
+
+    // Each appends what takes the place of what stands at `at` and gives the length of that.
+
+    std::size_t replaceWhite(std::size_t at) {
+        constexpr std::size_t kRunForOneSpace = 8;
+        std::size_t end = at;
+        while (end < html_.size() && isWhite(html_[end])) ++end;
+        const std::size_t length = end - at;
+        out_.append((length + kRunForOneSpace - 1) / kRunForOneSpace, ' ');
+        return length;
+    }
+
+    std::size_t replaceEntity(std::size_t at) {
+        const Entity* entity = entityAt(at);
+        out_ += entity->reference;
+        return entity->name.size();
+    }
+
+    std::string_view html_;
+    std::string& out_;
+    std::size_t copied_ = 0;
+};
+
+}  // namespace
+
+std::string normalise(std::string_view html) {
+    // A BODY tag with attributes counts, an HTML tag with attributes does not.
+    const bool hasBody = containsTag(html, "<BODY");
+    const bool hasHtml = containsTag(html, "<HTML>");
+    constexpr std::size_t kRoomToGrow = 64;
+    std::string document;
+    document.reserve(html.size() + kRoomToGrow);
+    if (!hasHtml) document += "<HTML>";
+    if (!hasBody) document += "<BODY>";
+    Copier(html, document).run();
+    if (!hasBody) document += "</BODY>";
+    if (!hasHtml) document += "</HTML>";
+    return document;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "htmllabel/document/TagType.h"
+
+namespace kavrelon {
+
+/// One element of a document, as it is cut out of the text. There is one for each element of a document while
+/// it is parsed, so it is small.
+struct Piece {
+    std::uint16_t begin = 0;   // in the document's text
+    std::uint16_t length = 0;  // 0 for a closer that is not in the text
+    std::uint8_t code = TAG_TEXT;
+    /// Of text: the tag before it was written directly after a character that is not a space.
+    bool noSpaceBefore = false;
+
+    TagType tag() const { return static_cast<TagType>(code); }
+};
+
+/// Cuts a normalised text into tags, comments and the text between them. Text of spaces only, before the
+/// first tag or after the last makes no element. Ends at what it cannot cut: a comment without an end, a
+/// place beyond 32767.
+std::vector<Piece> mTokenizeDocument(std::string_view document);
+
+}  // namespace kavrelon

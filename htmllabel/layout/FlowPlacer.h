@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "htmllabel/layout/DisplayList.h"
+#include "htmllabel/layout/Flow.h"
+#include "htmllabel/layout/LineBuilder.h"
+#include "htmllabel/layout/TablePlacer.h"
+
+namespace kavrelon {
+
+/// Sets a flow at one width: walks its items once, with the open cells on a stack.
+class FlowPlacer {
+  public:
+    FlowPlacer(const Flow& flow, DisplayList& list)
+        : flow_(flow), list_(list), line_(flow), tables_(flow, list) {}
+
+    /// Sets the whole flow into frame 0, on this ground. The height that it takes.
+    int place(int width, Colour ground);
+
+  private:
+    /// A page or cell as far as it is filled. Places are those of its frame.
+    struct Container {
+        std::uint32_t frame = 0;
+        int width = 0;
+        Colour ground = 0;
+        int y = 0;
+        int gap = 0;        // asked for above what comes next
+        bool atTop = true;  // where no gap is wanted
+        FlowBlock block;
+        std::uint32_t marker = kNone;  // of an item whose first line is not set yet
+        int markerRight = 0;           // where the text of its list begins
+        int markerBottom = 0;          // of the last one
+        int floatLeft = 0;             // where pictures at the right edge begin
+        int floatBottom = 0;           // and end
+    };
+    struct Span {
+        int left = 0;
+        int width = 0;
+    };
+
+    void item(const FlowItem& item);
+    void text(const FlowText& text);
+    void picture(std::uint32_t index);
+    bool floatPicture(const FlowPicture& picture);
+    void token(const LineToken& token);
+    void finishLine(std::size_t count);
+    void finishLine() { finishLine(line_.size()); }
+    /// Settles the marks that no line follows.
+    void setMarks();
+    void lineBreak(const TextStyle& style);
+    void block(const FlowBlock& block);
+    void rule(const FlowRule& rule);
+    void startMarker(std::uint32_t index);
+    void flushMarker();
+    void setMarker(int baseline);
+    /// The style of the marker that waits for its line; without one it takes no room.
+    TextStyle markerShape() const;
+    void startTable(std::uint32_t index);
+    void endTable();
+    void startCell(std::uint32_t index);
+    void endCell(std::uint32_t index);
+    int endContainer();
+
+    Container& in() { return containers_.back(); }
+    Span lineSpan() const;
+    bool isBesideFloat() const;
+    /// Goes on below the pictures at the right edge.
+    void clearFloat();
+    void useGap();
+    void advance(int height);
+
+    const Flow& flow_;
+    DisplayList& list_;
+    LineBuilder line_;
+    TablePlacer tables_;
+    std::vector<Container> containers_;
+};
+
+}  // namespace kavrelon

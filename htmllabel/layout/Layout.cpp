@@ -1,0 +1,89 @@
+#include "htmllabel/layout/Layout.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "htmllabel/layout/DisplayList.h"
+#include "htmllabel/layout/ElementValues.h"
+#include "htmllabel/layout/Flow.h"
+#include "htmllabel/layout/FlowBuilder.h"
+#include "htmllabel/layout/FlowPlacer.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr int kMostMargin = 1000;
+
+}  // namespace
+
+struct Layout::State {
+    std::optional<Flow> flow;
+    DisplayList list;
+    Size size;
+    int margin = 0;
+    Colour background = kButtonFaceColour;
+    const Picture* pagePicture = nullptr;
+
+    void drawPagePicture(Canvas& canvas, const Rect& part) const;
+};
+
+Layout::Layout() : state_(std::make_unique<State>()) {}
+Layout::~Layout() = default;
+
+void Layout::measure(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
+                     Canvas& canvas) {
+    state_->list.clear(0);
+    state_->size = {};
+    state_->margin = clampPixels(defaults.DefaultPadding, kMostMargin);
+    state_->pagePicture = document.background().empty() ? nullptr : pictures.picture(document.background());
+    state_->flow.emplace();
+    FlowBuilder(document, defaults, pictures, canvas, *state_->flow).build();
+}
+
+void Layout::place(HTMLDocument& document, int width) {
+    if (!state_->flow) return;
+    const Flow& flow = *state_->flow;
+    const int margin = state_->margin;
+    state_->background = document.bodyBgColor();
+    DisplayList& list = state_->list;
+    list.clear(flow.marks.size());
+    const int room = std::max(clampPixels(width) - 2 * margin, 0);
+    const int height = FlowPlacer(flow, list).place(room, state_->background);
+    list.resolve({margin, margin});
+    const Size extent = list.extent();
+    state_->size = {std::max(width, extent.width + margin),
+                    std::max(height + margin, extent.height) + margin};
+    for (std::size_t i = 0; i < flow.marks.size(); ++i) {
+        document.setHitBox(flow.marks[i], list.markPlace(static_cast<std::uint32_t>(i)));
+    }
+}
+
+Size Layout::size() const {
+    return state_->size;
+}
+
+void Layout::State::drawPagePicture(Canvas& canvas, const Rect& part) const {
+    if (pagePicture == nullptr) return;
+    Size tile = pagePicture->size();
+    if (tile.width <= 0 || tile.height <= 0) return;
+    // One pixel repeated is the same as one stretched, and that is drawn at once.
+    if (tile.width == 1) tile.width = std::max(part.right, 1);
+    if (tile.height == 1) tile.height = std::max(part.bottom, 1);
+    for (int y = part.top - part.top % tile.height; y < part.bottom; y += tile.height) {
+        for (int x = part.left - part.left % tile.width; x < part.right; x += tile.width) {
+            canvas.drawPicture(*pagePicture, {x, y, x + tile.width, y + tile.height});
+        }
+    }
+}
+
+void Layout::draw(Canvas& canvas, const Rect& part) const {
+    canvas.fill(part, state_->background);
+    state_->drawPagePicture(canvas, part);
+    if (state_->flow) state_->list.draw(canvas, state_->flow->styles, part);
+}
+
+std::vector<TextRun> Layout::runs() const {
+    return state_->list.runs();
+}
+
+}  // namespace kavrelon

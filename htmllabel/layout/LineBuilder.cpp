@@ -1,0 +1,170 @@
+#include "htmllabel/layout/LineBuilder.h"
+
+#include <algorithm>
+
+#include "htmllabel/layout/PictureBox.h"
+
+namespace kavrelon {
+namespace {
+
+/// How far a picture reaches above the baseline.
+int ascentOf(const FlowPicture& picture) {
+    const int height = picture.outerHeight();
+    return picture.middle ? (height + 1) / 2 : height - picture.spaceY;
+}
+
+}  // namespace
+
+void LineBuilder::add(LineToken token) {
+    if (token.kind == TokenKind::Mark) {
+        tokens_.push_back(token);
+        return;
+    }
+    if (isEmpty()) {
+        token.gap = 0;
+    } else if (token.gap >= 0) {
+        // Marks go with what follows them.
+        break_ = contentEnd_;
+    }
+    tokens_.push_back(token);
+    width_ += std::max(token.gap, 0) + token.width;
+    contentEnd_ = tokens_.size();
+}
+
+LineBuilder::Shape LineBuilder::shape(std::size_t count) const {
+    Shape shape;
+    for (std::size_t i = 0; i < count; ++i) {
+        const LineToken& token = tokens_[i];
+        if (token.kind == TokenKind::Mark) continue;
+        shape.width += std::max(token.gap, 0) + token.width;
+        if (token.kind == TokenKind::Word) {
+            const TextStyle& style = flow_.styles[flow_.texts[token.index].style];
+            shape.ascent = std::max(shape.ascent, style.ascent + style.rise);
+            shape.descent = std::max(shape.descent, style.descent - style.rise);
+        } else {
+            const FlowPicture& picture = flow_.pictures[token.index];
+            shape.ascent = std::max(shape.ascent, ascentOf(picture));
+            shape.descent = std::max(shape.descent, picture.outerHeight() - ascentOf(picture));
+        }
+    }
+    return shape;
+}
+
+void LineBuilder::drop(std::size_t count) {
+    tokens_.erase(tokens_.begin(), tokens_.begin() + static_cast<std::ptrdiff_t>(count));
+    width_ = 0;
+    break_ = 0;
+    contentEnd_ = 0;
+    for (std::size_t i = 0; i < tokens_.size(); ++i) {
+        if (tokens_[i].kind == TokenKind::Mark) continue;
+        if (contentEnd_ == 0) tokens_[i].gap = 0;
+        width_ += std::max(tokens_[i].gap, 0) + tokens_[i].width;
+        contentEnd_ = i + 1;
+    }
+}
+
+/// Words one space apart in the same text are drawn in one go.
+bool LineBuilder::continuesRun(const LineToken& before, const LineToken& token) const {
+    return before.kind == TokenKind::Word && token.kind == TokenKind::Word && before.index == token.index &&
+           before.word.data() + before.word.size() + 1 == token.word.data();
+}
+
+void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop,
+                      Colour ground) {
+    Run run;
+    int x = start.x;
+    const auto endRun = [&](std::size_t next, int nextGap) {
+        if (run.end > run.first) setRun(run, list, frame, start.y, nextGap);
+        run = {next, next, x, x};
+    };
+    for (std::size_t i = 0; i < count; ++i) {
+        const LineToken& token = tokens_[i];
+        if (token.kind == TokenKind::Mark) {
+            list.setMark(token.index, frame, {x, lineTop});
+            continue;
+        }
+        const int gap = std::max(token.gap, 0);
+        x += gap;
+        if (run.end == run.first || run.end != i || !continuesRun(tokens_[i - 1], token)) endRun(i, gap);
+        if (token.kind == TokenKind::Picture) {
+            const FlowPicture& picture = flow_.pictures[token.index];
+            setPictureBox(picture, flow_, list, frame, {x, start.y - ascentOf(picture)}, ground);
+        } else {
+            run.end = i + 1;
+        }
+        x += token.width;
+        run.right = x;
+    }
+    endRun(count, 0);
+}
+
+// An underline goes on below the space at the edge of its text.
+void LineBuilder::setRun(const Run& run, DisplayList& list, std::uint32_t frame, int baseline, int nextGap) {
+    const LineToken& first = tokens_[run.first];
+    const LineToken& last = tokens_[run.end - 1];
+    const FlowText& text = flow_.texts[first.index];
+    const TextStyle& style = flow_.styles[text.style];
+    const char* const begin = first.word.data();
+    const char* end = last.word.data() + last.word.size();
+    int right = run.right;
+    if (style.underline && nextGap == style.spaceWidth) {
+        const std::string_view lastWord = text.words[text.count - 1];
+        if (lastWord.empty() && lastWord.data() == end + 1) {
+            ++end;
+            right += nextGap;
+        }
+    }
+    const int top = baseline - style.rise - style.ascent;
+    DisplayItem item;
+    item.kind = DrawKind::Text;
+    item.element = text.element;
+    item.mark = text.mark;
+    item.frame = frame;
+    item.place = {run.left, top, right, top + style.height()};
+    item.value = text.style;
+    item.text = {begin, static_cast<std::size_t>(end - begin)};
+    list.add(item);
+}
+
+void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
+                   Point corner, Colour ground) {
+    const int around = picture.border;
+    DisplayItem item;
+    item.element = picture.element;
+    item.mark = picture.mark;
+    item.frame = frame;
+    item.place.left = corner.x + picture.spaceX;
+    item.place.top = corner.y + picture.spaceY;
+    item.place.right = item.place.left + picture.size.width + 2 * around;
+    item.place.bottom = item.place.top + picture.size.height + 2 * around;
+    if (around > 0) {
+        item.kind = DrawKind::Frame;
+        item.thickness = around;
+        item.value = flow.styles[picture.style].colour;
+        list.add(item);
+    }
+    Rect& place = item.place;
+    place = {place.left + around, place.top + around, place.right - around, place.bottom - around};
+    if (picture.picture != nullptr) {
+        item.kind = DrawKind::Picture;
+        item.picture = picture.picture;
+        list.add(item);
+        return;
+    }
+    item.kind = DrawKind::Sunken;
+    item.thickness = 1;
+    item.value = lightEdgeOn(ground);
+    list.add(item);
+    if (picture.alternative.empty()) return;
+    const TextStyle& style = flow.styles[picture.style];
+    item.kind = DrawKind::Text;
+    item.value = picture.style;
+    item.text = picture.alternative;
+    place.left += kAlternativeMargin;
+    place.top += std::min(kAlternativeMargin, (place.height() - style.height()) / 2);
+    place.right -= kAlternativeMargin;
+    place.bottom = place.top + style.height();
+    list.add(item);
+}
+
+}  // namespace kavrelon

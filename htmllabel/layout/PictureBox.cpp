@@ -1,0 +1,74 @@
+#include "htmllabel/layout/PictureBox.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "htmllabel/layout/ElementValues.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr int kMostSpace = 1000;
+constexpr int kMostBorder = 50;
+constexpr Size kUnknownSize{24, 24};
+
+int inProportion(int given, int own, int ownOther) {
+    if (own <= 0) return ownOther;
+    return clampPixels(static_cast<double>(given) * ownOther / own);
+}
+
+Size scaled(Size natural, int width, int height) {
+    natural = {std::min(std::max(natural.width, 0), kMostPixels),
+               std::min(std::max(natural.height, 0), kMostPixels)};
+    if (width > 0 && height > 0) return {width, height};
+    if (width > 0) return {width, inProportion(width, natural.width, natural.height)};
+    if (height > 0) return {inProportion(height, natural.height, natural.width), height};
+    return natural;
+}
+
+/// As much of a line of text as fits.
+std::string_view cutToWidth(std::string_view text, int room, FontId font, Canvas& canvas) {
+    std::size_t fits = 0;
+    std::size_t beyond = text.size() + 1;
+    while (fits + 1 < beyond) {
+        const std::size_t middle = fits + (beyond - fits) / 2;
+        (canvas.textWidth(font, text.substr(0, middle)) <= room ? fits : beyond) = middle;
+    }
+    return text.substr(0, fits);
+}
+
+void showAlternative(FlowPicture& box, std::string_view text, int width, int height, const TextStyle& style,
+                     Canvas& canvas) {
+    const int around = 2 * kAlternativeMargin;
+    Size own = kUnknownSize;
+    if (!text.empty()) {
+        own = {clampPixels(canvas.textWidth(style.font, text) + around), style.height() + around};
+    }
+    box.size = {width > 0 ? width : own.width, height > 0 ? height : own.height};
+    if (box.size.height < style.height()) return;
+    box.alternative = cutToWidth(text, box.size.width - around, style.font, canvas);
+}
+
+}  // namespace
+
+FlowPicture pictureBox(const HTMLElement& image, const Picture* picture, const TextStyle& style,
+                       Canvas& canvas) {
+    const int width = clampPixels(image.lngImgWidth);
+    const int height = clampPixels(image.lngImgHeight);
+    FlowPicture box;
+    box.picture = picture;
+    box.spaceX = clampPixels(image.intHSpace, kMostSpace);
+    box.spaceY = clampPixels(image.intVSpace, kMostSpace);
+    box.border = clampPixels(image.intBorder, kMostBorder);
+    box.middle = image.blnAlignCenter;
+    box.floats = image.blnAlignRight;
+    box.element = image.intIndex;
+    if (picture != nullptr) {
+        box.size = scaled(picture->size(), width, height);
+    } else {
+        showAlternative(box, image.strAlt, width, height, style, canvas);
+    }
+    return box;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,131 @@
+#include "htmllabel/layout/TableWriter.h"
+
+#include <algorithm>
+
+#include "htmllabel/layout/ElementValues.h"
+#include "htmllabel/layout/TableColumns.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr int kMostBorder = 50;
+constexpr int kMostPadding = 1000;
+constexpr std::int32_t kTop = 3;
+// Beyond where the cells of any row start: the columns are counted once all are known.
+constexpr std::uint32_t kWholeRow = 1U << 30;
+
+}  // namespace
+
+void TableWriter::openTable(const HTMLElement& tag) {
+    if (awaitsCell()) openImpliedCell();
+    const auto index = static_cast<std::uint32_t>(flow_.tables.size());
+    FlowTable table;
+    table.width = givenWidthOrNone(tag);
+    table.height = givenHeight(tag);
+    table.border = clampPixels(tag.intBorder, kMostBorder);
+    table.padding = clampPixels(tag.intCellPadding, kMostPadding);
+    table.spacing = clampPixels(tag.intCellSpacing, kMostPadding);
+    table.background = tag.lngBgColor;
+    table.hasBackground = tag.blnHasBgColor;
+    table.align = givenAlign(tag, writer_.blocks().top().align);
+    flow_.tables.push_back(table);
+    writer_.openTable(index, gap_);
+    styles_.enterScope();
+    open_.emplace_back().table = index;
+}
+
+void TableWriter::closeTable() {
+    if (open_.empty()) return;
+    closeCell();
+    const std::uint32_t table = open_.back().table;
+    open_.pop_back();
+    styles_.leaveScope();
+    measureColumns(flow_, flow_.tables[table]);
+    writer_.closeTable(table, gap_);
+}
+
+void TableWriter::closeAll() {
+    while (!open_.empty()) closeTable();
+}
+
+void TableWriter::beginRow(const Row& row) {
+    OpenTable& open = open_.back();
+    open.inRow = true;
+    open.rowHasCells = false;
+    open.nextColumn = 0;
+    open.row = row;
+}
+
+void TableWriter::openRow(const HTMLElement& tag) {
+    if (open_.empty()) return;
+    closeRow();
+    beginRow(
+        {givenAlign(tag, Align::Left), tag.lngBgColor, tag.blnHasBgColor, tag.lngVAlign, givenHeight(tag)});
+}
+
+void TableWriter::closeRow() {
+    if (open_.empty()) return;
+    closeCell();
+    open_.back().inRow = false;
+}
+
+void TableWriter::openCell(const HTMLElement& tag) {
+    if (open_.empty()) return;
+    closeCell();
+    if (!open_.back().inRow) beginRow({});
+    const Row& row = open_.back().row;
+    FlowCell cell;
+    cell.span = static_cast<std::uint32_t>(std::max<int>(tag.intColSpan, 1));
+    cell.width = givenWidthOrNone(tag);
+    cell.height = std::max(givenHeight(tag), row.height);
+    cell.hasBackground = tag.blnHasBgColor || row.hasBackground;
+    cell.background = tag.blnHasBgColor ? tag.lngBgColor : row.background;
+    const bool centred = row.align == Align::Left && isHeaderCell(tag);
+    cell.align = givenAlign(tag, centred ? Align::Center : row.align);
+    cell.verticalAlign = tag.lngVAlign;
+    if (tag.lngVAlign == kTop && row.verticalAlign > kTop && !givesAttribute(tag.strRaw, "VALIGN")) {
+        cell.verticalAlign = row.verticalAlign;
+    }
+    beginCell(cell);
+    styles_.open(tag);
+}
+
+void TableWriter::openImpliedCell() {
+    FlowCell cell;
+    if (!open_.back().inRow) {
+        beginRow({});
+        cell.span = kWholeRow;
+    }
+    beginCell(cell);
+    // The row was for this cell alone.
+    if (cell.span == kWholeRow) open_.back().inRow = false;
+}
+
+void TableWriter::beginCell(FlowCell cell) {
+    OpenTable& open = open_.back();
+    FlowTable& table = flow_.tables[open.table];
+    if (!open.rowHasCells) ++table.rowCount;
+    open.rowHasCells = true;
+    cell.row = table.rowCount - 1;
+    cell.column = open.nextColumn;
+    open.nextColumn += cell.span;
+    open.cell = static_cast<std::uint32_t>(flow_.cells.size());
+    if (table.firstCell == kNone) {
+        table.firstCell = open.cell;
+    } else {
+        flow_.cells[table.lastCell].next = open.cell;
+    }
+    table.lastCell = open.cell;
+    flow_.cells.push_back(cell);
+    writer_.openCell(open.cell, cell.align);
+    styles_.enterScope();
+}
+
+void TableWriter::closeCell() {
+    if (open_.empty() || open_.back().cell == kNone) return;
+    styles_.leaveScope();
+    writer_.closeCell(open_.back().cell);
+    open_.back().cell = kNone;
+}
+
+}  // namespace kavrelon

@@ -1,0 +1,19 @@
+#include "terminal/screen/CursorMark.h"
+
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+
+void CursorMark::show(TermSurface& surface, const Rect& block) {
+    if (drawn_) return;
+    block_ = block;
+    surface.invertBlock(block_);
+    drawn_ = true;
+}
+
+void CursorMark::takeOff(TermSurface* surface) {
+    if (surface != nullptr) surface->invertBlock(block_);
+    drawn_ = false;
+}
+
+}  // namespace kavrelon

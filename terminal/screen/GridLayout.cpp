@@ -1,0 +1,62 @@
+#include "terminal/screen/GridLayout.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+namespace {
+
+/// Font heights in pixels between which a fitting one is looked for. Smaller ones cannot be read.
+constexpr int kSmallestFont = 6;
+constexpr int kLargestFont = 200;
+
+}  // namespace
+
+Rect GridLayout::cellBlock(int column, int row, int columns) const {
+    const Point from = cellOrigin(column, row);
+    const Point to = cellOrigin(column + columns, row + 1);
+    return {from.x, from.y, to.x, to.y};
+}
+
+CellPlace GridLayout::cellAt(Point pixel, int columns, int lines) const {
+    const auto nearest = [](int distance, float size, int count) {
+        const double cell = std::floor(static_cast<double>(distance) / std::max(size, 1.0F)) + 1;
+        return static_cast<int>(std::clamp<double>(cell, 1, std::max(count, 1)));
+    };
+    return {nearest(pixel.x - left_, cellWidth_, columns), nearest(pixel.y - top_, cellHeight_, lines)};
+}
+
+void GridLayout::fitFont(TermSurface& surface, int columns, int lines) const {
+    const Size inner = surface.innerSize();
+    const double pixel = surface.pointsPerPixel();
+    const auto fits = [&](int height) {
+        surface.setFontSize(height * pixel);
+        const Size cell = surface.measureCell();
+        return cell.width * columns <= inner.width && cell.height * lines <= inner.height;
+    };
+    int fitting = kSmallestFont;
+    int tooLarge = kLargestFont + 1;
+    while (tooLarge - fitting > 1) {
+        const int middle = (fitting + tooLarge) / 2;
+        (fits(middle) ? fitting : tooLarge) = middle;
+    }
+    surface.setFontSize(fitting * pixel);
+}
+
+void GridLayout::layOut(TermSurface& surface, int columns, int lines, bool fitFontToWindow) {
+    columns = std::max(columns, 0);
+    lines = std::max(lines, 0);
+    const Size inner = surface.innerSize();
+    if (fitFontToWindow && inner.width > 0 && inner.height > 0) fitFont(surface, columns, lines);
+
+    const Size cell = surface.measureCell();
+    cellWidth_ = static_cast<float>(cell.width);
+    cellHeight_ = static_cast<float>(cell.height);
+    left_ = std::max((inner.width - columns * cell.width) / 2, 0);
+    top_ = std::max((inner.height - lines * cell.height) / 2, 0);
+    surface.setGrid({left_, top_, left_ + columns * cell.width, top_ + lines * cell.height}, cell);
+}
+
+}  // namespace kavrelon

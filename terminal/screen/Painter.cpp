@@ -1,0 +1,98 @@
+#include "terminal/screen/Painter.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "terminal/screen/ScreenLine.h"
+
+namespace kavrelon {
+namespace {
+
+constexpr auto kSpaces = [] {
+    std::array<std::uint8_t, kMaxScreen> spaces{};
+    spaces.fill(' ');
+    return spaces;
+}();
+
+}  // namespace
+
+void Painter::use(const Pen& pen) {
+    if (penKnown_ && pen == penInUse_) return;
+    surface_->setPen(pen);
+    penInUse_ = pen;
+    penKnown_ = true;
+}
+
+void Painter::drawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
+    if (!onlyCells_) {
+        drawWithDuties(ch, column, row, pen);
+        return;
+    }
+    use(pen);
+    const std::uint8_t shown = ch == 0 ? std::uint8_t{' '} : ch;
+    surface_->drawText(grid_.cellOrigin(column, row), {&shown, 1});
+}
+
+void Painter::drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pen) {
+    if (pictures_.hide(column + 1, row + 1)) return;
+    use(pen);
+    const std::uint8_t shown = ch == 0 ? std::uint8_t{' '} : ch;
+    const Rect block = grid_.cellBlock(column, row);
+    surface_->drawText({block.left, block.top}, {&shown, 1});
+    if (!picturesHeld_) pictures_.draw(*surface_, grid_, block);
+    if (useMemoryDC_) surface_->keepBlock(block);
+}
+
+void Painter::addPicture(std::int16_t number, Pictures::Placed picture) {
+    pictures_.add(number, std::move(picture));
+    findDuties();
+}
+
+void Painter::removePicture(std::int16_t number) {
+    pictures_.remove(number);
+    findDuties();
+}
+
+void Painter::removePictures() noexcept {
+    pictures_.removeAll();
+    findDuties();
+}
+
+void Painter::resumePictures(const Rect& block) {
+    picturesHeld_ = false;
+    if (pictures_.empty()) return;
+    pictures_.draw(*surface_, grid_, block);
+    if (useMemoryDC_) surface_->keepBlock(block);
+}
+
+void Painter::drawBlanks(int column, int row, int count, const Pen& pen) {
+    count = std::min(count, kMaxScreen);
+    if (count < 1) return;
+    if (!pictures_.empty()) {
+        for (int end = column + count; column < end; ++column) drawWithDuties(' ', column, row, pen);
+        return;
+    }
+    use(pen);
+    surface_->drawText(grid_.cellOrigin(column, row), {kSpaces.data(), static_cast<std::size_t>(count)});
+    if (useMemoryDC_) surface_->keepBlock(grid_.cellBlock(column, row, count));
+}
+
+void Painter::clearWindow() {
+    if (useMemoryDC_) {
+        surface_->clearMemory();
+    } else {
+        surface_->clear();
+    }
+}
+
+void Painter::scrollImage() {
+    if (useMemoryDC_) {
+        surface_->scrollMemory();
+        surface_->showMemory();
+    } else {
+        surface_->scrollGrid();
+    }
+}
+
+}  // namespace kavrelon

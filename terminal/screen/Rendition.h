@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+
+#include "support/Geometry.h"
+#include "terminal/TermWindow.h"
+#include "terminal/screen/ScreenLine.h"
+
+namespace kavrelon {
+
+/// `from` moved by `fraction` of the way to `to`, each component rounded half to even.
+Colour blendColour(Colour from, Colour to, double fraction);
+
+/// The attribute with which characters are written: the codes last set, and the pen that they ask for.
+///
+/// A few of its rules surprise and are meant: normal draws dimmer than bold, blink is italic, any foreground
+/// colour selects bold, and a reset keeps the background.
+class Rendition {
+  public:
+    /// Codes of `set`.
+    enum Code : std::uint8_t {
+        kNormal = 0,
+        kBold = 1,
+        kDim = 2,
+        kUnderline = 4,
+        kBlink = 5,
+        kReverse = 7,
+        kHidden = 8,
+        kForeground = 30,
+        kBackground = 40,
+        kReset = 48,
+    };
+
+    /// Carries out one rendition code; codes without a meaning change nothing.
+    void set(std::uint8_t code);
+
+    /// Makes the current attribute the one to which a reset returns, and which erasing stamps.
+    void keepAsDefault() { defaultAttr_ = stamp_.Attr; }
+
+    /// Sets the codes that differ, foreground, background and rendition in this order.
+    void apply(CellAttr attr);
+
+    CellAttr attr() const { return stamp_.Attr; }
+    CellAttr defaultAttr() const { return defaultAttr_; }
+    /// A cell of character 0 in the current attribute.
+    const Cell& stamp() const { return stamp_; }
+    Colour foreColour() const { return foreColour_; }
+    Colour backColour() const { return backColour_; }
+    /// The pen of the current attribute.
+    const Pen& pen() {
+        if (penStale_) choosePen();
+        return pen_;
+    }
+
+  private:
+    void reset();
+    void choosePen();
+
+    Cell stamp_;
+    CellAttr defaultAttr_;
+    Colour foreColour_ = 0;
+    Colour backColour_ = 0;
+    // Worked out when something is drawn: most changes of attribute come in bursts, or while painting is off.
+    Pen pen_;
+    bool penStale_ = true;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,240 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "terminal/HelpBoxes.h"
+#include "terminal/screen/CursorMark.h"
+#include "terminal/screen/Painter.h"
+#include "terminal/screen/Rendition.h"
+#include "terminal/screen/ScreenBuffer.h"
+
+namespace kavrelon {
+
+class TermWindow;
+
+/// The character screen: the buffer, the cursor and every operation that changes them, each mirrored on the
+/// window at once while painting is on.
+///
+/// Columns and rows are 0-based. The cursor's column ranges to `CharsPerLine` inclusive: the column behind
+/// the last shown one is where it waits for the character that makes it wrap. Operations fail only where they
+/// would store outside the buffer (SubscriptOutOfRange); what was stored before stays.
+class Screen {
+  public:
+    static constexpr std::int16_t kDefaultColumns = 80;
+    static constexpr std::int16_t kDefaultLines = 25;
+
+    /// Erasing closes boxes of `helpBoxes`, which must outlive the screen.
+    explicit Screen(HelpBoxes& helpBoxes) : helpBoxes_(helpBoxes) {}
+
+    /// Takes the window to draw on. Without one the buffer still works, and received bytes are dropped.
+    void attach(TermWindow& window);
+    void detach();
+    /// Lays the grid out and blanks the screen in the default attribute; later calls do nothing.
+    void InitScreen();
+
+    // Output
+
+    /// Writes one byte at the cursor.
+    void WriteTerm(std::uint8_t Ch) {
+        if (!isPrinted(Ch)) {
+            control(Ch);
+        } else if (cursorX_ < runEnd_) {
+            storeInRun(Ch);
+        } else {
+            print(Ch);
+        }
+    }
+    /// Brackets a burst of changes: the cursor mark is off the window in between.
+    void DataReceiveStart();
+    void DataReceiveEnd();
+
+    /// Carries out the rendition code that is the first character's code; an empty text raises
+    /// InvalidProcedureCall.
+    void term_setattr(std::string_view Ch);
+    void setRendition(std::uint8_t code);
+    void ResetScreenDefaults() { term_setattr("0"); }
+
+    // Cursor and size
+
+    std::int16_t CursorX() const { return static_cast<std::int16_t>(cursorX_); }
+    /// Values out of range are clamped.
+    void CursorX(int value);
+    std::int16_t CursorY() const { return static_cast<std::int16_t>(cursorY_); }
+    void CursorY(int value);
+    void SetCursor(int Col, int Row);
+    std::int16_t CharsPerLine() const { return static_cast<std::int16_t>(charsPerLine_); }
+    /// Stores the number of columns, whatever it is; draws nothing.
+    void CharsPerLine(std::int16_t value);
+    std::int16_t LinesPerPage() const { return static_cast<std::int16_t>(linesPerPage_); }
+    void LinesPerPage(std::int16_t value);
+    bool AutoWrap() const { return autoWrap_; }
+    void AutoWrap(bool value);
+    /// Sets the size and draws the screen anew; the buffer keeps its contents. Sizes below 1 mean the
+    /// default, sizes above 1024 mean 1024; the height that was used is left in `Height`.
+    void ScreenSize(std::int16_t Width, std::int16_t& Height);
+
+    // Erasing
+
+    void ClearScreen();
+    void ClearLine();
+    void ClearEndOfLine();
+    void ClearStartOfLine();
+    void ClearEndOfScreen();
+    void ClearBeginOfScreen();
+
+    // Painting
+
+    bool PaintOn() const { return paintOn_; }
+    void PaintOn(bool value);
+    bool UseMemoryDC() const { return painter_.useMemoryDC(); }
+    void UseMemoryDC(bool value);
+    bool AutoSize() const { return autoSize_; }
+    void AutoSize(bool value);
+    /// The font's size in points, rounded.
+    std::int16_t ScreenFontSize() const;
+    /// Sets it and draws the screen anew; ignored while `AutoSize` is on. Raises InvalidProcedureCall
+    /// below 1.
+    void ScreenFontSize(std::int16_t points);
+    void setFont(const FontChoice& font);
+    /// Lays the grid out in the window; with `AutoSize` the font follows the window, without it a window that
+    /// is neither maximised nor minimised is asked to fit the grid when `mayResizeWindow`.
+    void term_setfontsize(bool mayResizeWindow = false);
+    /// Clears the window, lays the grid out and draws everything from the buffer.
+    void drawAnew();
+    /// The window's inner area has changed: lays the grid out, and draws everything if anything was written.
+    void windowResized();
+    /// Draws the cells between two corners, 1-based; a bound below 1 means the full range. With `PaintOnly`
+    /// the memory bitmap is shown instead when there is one.
+    void RepaintScreen(bool Selected = false, int FromCol = 0, int FromRow = 0, int ToCol = 0, int ToRow = 0,
+                       bool PaintOnly = false);
+    void Redrawscreen(bool PaintOnly = false);
+    void paintAll();
+
+    const Pictures& pictures() const { return painter_.pictures(); }
+    /// Shows a picture over a rectangle of cells until it is cleared or the screen is. It takes the place of
+    /// an older one of its number, which goes also when there is no picture (null) to come.
+    void DisplayPicture(std::int16_t number, const CellRect& place, std::shared_ptr<const Picture> picture);
+    /// Removes a picture, if there is one; what was below it shows again.
+    void ClearPicture(std::int16_t number);
+    void clearPictures();
+
+    bool SelectionShown() const { return selectionShown_; }
+    void SelectionShown(bool value) { selectionShown_ = value; }
+
+    /// The cell under a pixel of the window, or the nearest one.
+    CellPlace cellAt(Point pixel) const;
+    /// The place itself, or the nearest one on the screen.
+    CellPlace nearestCell(CellPlace place) const;
+    /// The text between two corners, in any order. A line break stands before each row but the first and the
+    /// last. Empty cells count as spaces, and hold spaces afterwards.
+    std::string GetScreenText(CellPlace corner, CellPlace opposite);
+    /// What the screen shows, row by row, empty cells as spaces.
+    std::vector<std::string> lines() const;
+
+    void ShowCursor();
+    void HideCursor() {
+        if (mark_.drawn()) takeMarkOff();
+    }
+    /// One tick of the blink.
+    void blinkCursor();
+    /// Puts back a mark that a repaint took off and has not put back.
+    void restoreCursor();
+
+    bool ScreenDirty() const { return screenDirty_; }
+    bool cursorDrawn() const { return mark_.drawn(); }
+    const ScreenBuffer& buffer() const { return buffer_; }
+    const Rendition& rendition() const { return rendition_; }
+    const GridLayout& grid() const { return painter_.grid(); }
+    /// What help boxes go by.
+    HelpGrid helpGrid() const;
+
+  private:
+    static constexpr int kTabStops = 21;
+
+    static constexpr bool isPrinted(std::uint8_t ch) { return kPrinted[ch]; }
+    static constexpr auto kPrinted = [] {
+        std::array<bool, 256> printed{};
+        printed.fill(true);
+        for (const int control : {0, 7, 8, 9, 10, 11, 12, 13, 17}) {
+            printed[static_cast<std::size_t>(control)] = false;
+        }
+        return printed;
+    }();
+
+    bool painting() const { return paintOn_ && painter_.surface() != nullptr; }
+    int lastLine() const { return linesPerPage_ - 1; }
+    int rightMargin() const { return charsPerLine_; }
+    int column() const { return static_cast<int>(cursorX_); }
+
+    void storeInRun(std::uint8_t ch) {
+        Cell& cell = run_.line->Cells[static_cast<std::size_t>(cursorX_ + 1)];
+        cell = rendition_.stamp();
+        cell.Char = ch;
+        ++cursorX_;
+        writing_ = false;
+    }
+    // Kept out of the loops that feed bytes: inlined there, they would crowd out the common case.
+    [[gnu::noinline]] void control(std::uint8_t ch);
+    [[gnu::noinline]] void print(std::uint8_t ch);
+    void backspace();
+    void tabulate();
+    void lineFeed();
+    void scrollUp();
+    bool beginRun();
+    void endRun() {
+        noteRun();
+        runEnd_ = 0;
+    }
+    /// Tells the buffer how far the run has been written; due before the cursor leaves its end. The cursor of
+    /// a screen wider than can be stored may stand behind the row.
+    void noteRun() {
+        if (runEnd_ == 0 || *run_.extent > cursorX_) return;
+        *run_.extent = static_cast<int>(std::min(cursorX_, runEnd_) + 1);
+    }
+    void moveRunToCursorRow();
+    void sizeChanged();
+    void takeMarkOff();
+    void clearWindow();
+    void blankOnWindow(int firstRow, int lastRow);
+    void drawCells(const CellRect& cells);
+    void redraw(const CellRect& cells);
+    // Kept out of the scroll that a burst without painting consists of.
+    [[gnu::noinline]] void scrollOnWindow();
+
+    HelpBoxes& helpBoxes_;
+    TermWindow* window_ = nullptr;
+    ScreenBuffer buffer_;
+    Rendition rendition_;
+    Painter painter_;
+    CursorMark mark_;
+
+    // The cursor's row, open for characters that need nothing but storing: painting is off, the mark is not
+    // drawn, the row is in memory. Whatever changes one of these closes it (runEnd_ becomes 0).
+    ScreenBuffer::RowInPlace run_{};
+    std::ptrdiff_t runEnd_ = 0;
+
+    // As wide as an address, because it is the index of every character's store.
+    std::ptrdiff_t cursorX_ = 0;
+    int cursorY_ = 0;
+    int charsPerLine_ = 0;
+    int linesPerPage_ = 0;
+    // No operation sets a stop: with all of them 0 a tab returns to column 0.
+    std::array<std::int16_t, kTabStops> tabStops_{};
+    bool initialised_ = false;
+    bool autoWrap_ = true;
+    bool paintOn_ = true;
+    bool autoSize_ = true;
+    bool writing_ = false;
+    bool screenDirty_ = false;
+    bool selectionShown_ = false;
+    // The cells that the window shows in reverse, while a selection is shown.
+    CellRect reversed_;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "terminal/screen/GridLayout.h"
+
+namespace kavrelon {
+
+class Screen;
+
+/// The rectangle of cells that the user marks with the mouse. Always a rectangle, never a run of lines.
+///
+/// It is highlighted by painting its cells in reverse, and only there: output goes on beneath it, and what is
+/// copied is what the cells hold by then.
+class Selection {
+  public:
+    explicit Selection(Screen& screen) : screen_(screen) {}
+
+    /// The left button went down: an old highlight goes, and both corners are the cell under the mouse.
+    void begin(Point mouse);
+    /// The mouse has moved with the left button held.
+    void extend(Point mouse);
+    /// The text of the marked cells.
+    std::string text() const;
+    /// Takes the highlight off.
+    void drop();
+
+  private:
+    bool singleCell() const { return start_ == end_; }
+    void repaint(bool selected);
+
+    Screen& screen_;
+    CellPlace start_;
+    CellPlace end_;
+};
+
+}  // namespace kavrelon
