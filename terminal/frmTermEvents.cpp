@@ -4,6 +4,7 @@
 
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
+#include "support/WebAddress.h"
 #include "terminal/IniFile.h"
 #include "terminal/PrinterType.h"
 #include "terminal/Settings.h"
@@ -23,17 +24,6 @@ constexpr int kComplaintMilliseconds = 100;
 
 /// The platform's number for a normal, active window.
 constexpr int kShowNormal = 1;
-
-/// Whether a text from the remote side is an address of the web, and can be taken for nothing else.
-bool isWebAddress(std::string_view text) {
-    const auto begins = [text](std::string_view scheme) {
-        return text.size() > scheme.size() &&
-               std::equal(scheme.begin(), scheme.end(), text.begin(),
-                          [](char expected, char ch) { return expected == (ch | 0x20) || expected == ch; });
-    };
-    const auto isPlain = [](char ch) { return ch > ' ' && ch < '\x7F' && ch != '"'; };
-    return (begins("http://") || begins("https://")) && std::ranges::all_of(text, isPlain);
-}
 
 }  // namespace
 
@@ -243,7 +233,7 @@ void frmTerm::reportStart(const std::string& command, long result) {
 
 void frmTerm::HelpBoxLink(const std::string& Href) noexcept {
     carryOn([&] {
-        if (!isLoaded() || !isWebAddress(Href)) return;
+        if (!isLoaded() || webAddressOf(Href) != WebAddress::Page) return;
         reportStart(Href, platform_.launcher().shellExecute(Href, {}, {}, kShowNormal));
     });
 }

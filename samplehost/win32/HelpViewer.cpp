@@ -9,10 +9,10 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "samplehost/WebAddress.h"
 #include "samplehost/win32/ComFailure.h"
 #include "samplehost/win32/Snapshot.h"
 #include "support/PictureName.h"
+#include "support/WebAddress.h"
 #include "support/com/ComText.h"
 #include "support/com/Module.h"
 
@@ -180,7 +180,7 @@ HRESULT HelpViewer::onEvent(DISPID event, DISPPARAMS& arguments) {
 
 // The document may come from anywhere; what its links open is only ever a page in the user's browser.
 void HelpViewer::follow(const std::string& link) {
-    if (isWebAddress(link)) {
+    if (webAddressOf(link) == WebAddress::Page) {
         ShellExecuteA(window_, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     } else {
         MessageBeep(MB_OK);

@@ -1,4 +1,5 @@
 #include "support/Conversions.h"
+#include "support/WebAddress.h"
 
 #include <gtest/gtest.h>
 
@@ -91,6 +92,18 @@ TEST(Conversions, RoundingAndNarrowing) {
     for (const auto& c : cases) EXPECT_EQ(roundHalfToEven(c.value), c.rounded) << c.value;
     EXPECT_EQ(narrowToInt16(-32768), -32768);
     for (const int value : {32768, -32769, 65536}) EXPECT_EQ(errorOf([=] { narrowToInt16(value); }), 6);
+}
+
+TEST(WebAddress, IsAllThatMayBeOpenedAsOne) {
+    for (const char* page : {"http://a", "HTTPS://host:8080/x?y=1&z#end"})
+        EXPECT_EQ(webAddressOf(page), WebAddress::Page) << page;
+    for (const char* other : {"ftp://a", "MailTo:a@b"})
+        EXPECT_EQ(webAddressOf(other), WebAddress::Other) << other;
+    for (const char* none : {"", "http://", "mailto:", "https:/a", "ftp:a", "file:///c:/a", "calc.exe",
+                             "\\\\host\\a", "http://a b", "http://a\" -x", "http://a'b", "http://a\\b",
+                             "http://\xE9", " http://a", "javascript:http://a"}) {
+        EXPECT_EQ(webAddressOf(none), WebAddress::None) << none;
+    }
 }
 
 }  // namespace

@@ -159,7 +159,7 @@ TEST_F(HelpBoxTest, OnlyWebAddressesAreOpened) {
         release(address);
     };
     for (const char* address : {"calc.exe", "file://a", "http:/a", "http://", "http://a b", "https://a\"b",
-                                "javascript:http://a", "#a"}) {
+                                "http://a'b", "http://a\\b", "ftp://a", "javascript:http://a", "#a"}) {
         click(address);
     }
     EXPECT_EQ(opened(), 0U);

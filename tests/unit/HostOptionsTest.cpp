@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "samplehost/WebAddress.h"
-
 namespace kavrelon {
 namespace {
 
@@ -111,16 +109,6 @@ TEST(HostOptions, HelpShowsExamplesThatWork) {
         ++examples;
     }
     EXPECT_EQ(examples, 16);
-}
-
-TEST(WebAddress, IsAllThatADocumentMayOpen) {
-    for (const char* link : {"http://a", "HTTPS://host:8080/x?y=1&z#end"})
-        EXPECT_TRUE(isWebAddress(link)) << link;
-    for (const char* link :
-         {"", "http://", "https:/a", "ftp://a", "file:///c:/a", "calc.exe", "\\\\host\\a", "http://a b",
-          "http://a\" -x", "http://\xE9", " http://a", "javascript:http://a"}) {
-        EXPECT_FALSE(isWebAddress(link)) << link;
-    }
 }
 
 }  // namespace

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string_view>
+
+namespace kavrelon {
+
+// The letters, digits and spaces of protocols and file formats: ASCII alone, whatever the user's locale says.
+
+constexpr bool isAsciiDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+constexpr char asciiUpper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+}
+
+/// Whether a text is `upperCase` in any mix of cases.
+constexpr bool equalsInUpperCase(std::string_view text, std::string_view upperCase) {
+    if (text.size() != upperCase.size()) return false;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (asciiUpper(text[at]) != upperCase[at]) return false;
+    }
+    return true;
+}
+
+/// The text without the spaces (character 32 alone) at both ends.
+constexpr std::string_view trimSpaces(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+}
+
+}  // namespace kavrelon
