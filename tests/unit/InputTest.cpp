@@ -12,10 +12,9 @@ namespace kavrelon {
 namespace {
 
 using namespace std::string_literals;
+using namespace rows;
 using Texts = std::vector<std::string>;
 
-constexpr int kSizeScreen = 35, kNewScreen = 36, kCloseScreen = 37, kAddKnowledgeBase = 41,
-              kClearKnowledgeBase = 42, kAddRemote = 43;
 constexpr std::int16_t kCtrl = 17;
 
 class InputTest : public ConnectedTest {
@@ -201,7 +200,7 @@ TEST(LauncherTest, OnlySomeFailuresGetASecondAttempt) {
 
 TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     HeadlessLauncher& launcher = platform.headlessLauncher;
-    sequence(kAddKnowledgeBase, {"http://localhost/a", "A"});
+    sequence(kAddKB, {"http://localhost/a", "A"});
     sequence(kAddRemote, {"\"C:\\My Tools\\t.exe\"  /x", "Tool"});
     EXPECT_TRUE(window().remoteMenuEnabled());
     EXPECT_TRUE(launcher.shellStarts.empty()) << "nothing starts without the user's choice";
@@ -216,7 +215,7 @@ TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     EXPECT_EQ(window().failures(),
               Texts{"Unable to start Program: \"C:\\My Tools\\t.exe\"  /x\nError: result 5"});
     // The items of a cleared knowledge base stay on the menu; choosing one says what is the matter.
-    sequence(kClearKnowledgeBase);
+    sequence(kClearKB);
     for (const auto item : std::initializer_list<std::int16_t>{1, -1, 32767})
         form().mnKnowledgeBaseLink_Click(item);
     form().mnuRemoteConnection_Click(7);
