@@ -25,6 +25,7 @@ namespace kavrelon {
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
                       private HelpBoxOwner,
+                      private ScreenObserver,
                       private KeyTarget {
   public:
     /// Creates the form and loads it: the platform's window exists, hidden, and the screen is set up.
@@ -154,12 +155,19 @@ class frmTerm final : public TermWindowEvents,
     bool copySelection() override;
     std::string textToPaste() override;
 
+    // What the screen tells.
+    void screenErased() noexcept override { helpBoxes_.closeAll(); }
+    void rowsErased(int firstRow) noexcept override { helpBoxes_.closeFrom(firstRow); }
+    void gridMoved() override { helpBoxes_.follow(helpGrid()); }
+    void bellReceived() override { window_->enableTimer(TermTimer::Beep, true); }
+
     // What help boxes ask for.
     void HelpBoxClosed(const frmHelp& box) noexcept override { helpBoxes_.forget(box); }
     void HelpBoxLink(const std::string& Href) noexcept override;
     std::shared_ptr<const Picture> HelpBoxPicture(const std::string& Source) noexcept override;
 
     ITerminalCallBack& callback() const;
+    HelpGrid helpGrid() const;
     void selectFont(std::int16_t index);
     void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
     void reportStart(const std::string& command, long result);
@@ -172,7 +180,7 @@ class frmTerm final : public TermWindowEvents,
     HelpBoxes helpBoxes_;
     HostMenus menus_;
     PictureFolder pictureFolder_;
-    Screen screen_{helpBoxes_};
+    Screen screen_{*this};
     Selection selection_{screen_};
     Keyboard keyboard_{*this};
     ITerminalCallBack* callback_ = nullptr;
