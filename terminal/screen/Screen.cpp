@@ -57,7 +57,7 @@ void Screen::control(std::uint8_t ch) {
     if (window_ == nullptr) return;
     switch (ch) {
         case 7:  // BEL
-            window_->enableTimer(TermTimer::Beep, true);
+            window_->enableTimer(TermTimer::tmrBeep, true);
             return;
         case 8:  // BS
             backspace();
