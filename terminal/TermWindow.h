@@ -15,7 +15,7 @@ namespace kavrelon {
 /// The states of a window, with their public numbers.
 enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2 };
 
-enum class TermTimer { Cursor, Beep };
+enum class TermTimer { cursor_timer, tmrBeep };
 
 /// What a terminal window declares for its title bar.
 struct TitleBarSettings {
@@ -103,7 +103,7 @@ class TermWindowEvents {
     /// 0, nothing else is to come of the key: no character, no menu, no default action.
     virtual void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept = 0;
     /// A character was typed, in the ANSI code page.
-    virtual void Form_KeyPress(std::int16_t character) noexcept = 0;
+    virtual void Form_KeyPress(std::int16_t KeyAscii) noexcept = 0;
     virtual void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept = 0;
     virtual void Form_LostFocus() noexcept = 0;
     virtual void Form_MouseDown(MouseButton button, Point mouse) noexcept = 0;
