@@ -11,7 +11,7 @@
 #include "samplehost/win32/ComFailure.h"
 #include "samplehost/win32/Resources.h"
 #include "support/com/ComText.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 
