@@ -102,7 +102,7 @@ TEST_F(TerminalTest, AttributeWalk) {
             SCOPED_TRACE(testing::PrintToString(c.fields));
             sequence(31, {"37", "40", "1"});
             EXPECT_EQ(errorOf([&] { sequence(row, c.fields, c.lowerBound); }), c.error);
-            EXPECT_EQ(screen().rendition().attr(), c.attr);
+            EXPECT_EQ(screen().rendition().CurAttr(), c.attr);
         }
     }
 }
