@@ -128,7 +128,7 @@ void frmTerm::Form_LostFocus() noexcept {
     keyboard_.loseFocus();
 }
 
-ITerminalCallBack& frmTerm::callback() const {
+TermOwner& frmTerm::callback() const {
     if (callback_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
     return *callback_;
 }
