@@ -116,9 +116,9 @@ class frmTerm final : public TermWindowEvents,
     void Form_Activate() noexcept override;
     void Form_Deactivate() noexcept override;
     void Form_Close() noexcept override;
-    void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept override;
+    void Form_KeyDown(KeyStroke& key) noexcept override;
     void Form_KeyPress(std::int16_t KeyAscii) noexcept override;
-    void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept override;
+    void Form_KeyUp(std::int16_t keyCode) noexcept override;
     void Form_LostFocus() noexcept override;
     void Form_MouseDown(MouseButton button, Point mouse) noexcept override;
     void Form_MouseMove(bool leftHeld, Point mouse) noexcept override;
