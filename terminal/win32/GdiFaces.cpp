@@ -1,4 +1,4 @@
-#include "terminal/win32/FontFace.h"
+#include "terminal/win32/GdiFaces.h"
 
 #include <algorithm>
 #include <array>
