@@ -65,7 +65,7 @@ void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {
 }
 
 void GdiCanvas::drawPicture(const Picture& picture, const Rect& place) {
-    const auto* const own = dynamic_cast<const GdiPicture*>(&picture);
+    const GdiPicture* const own = GdiPicture::of(picture);
     if (target_ != nullptr && own != nullptr) own->draw(target_, onTarget(place));
 }
 

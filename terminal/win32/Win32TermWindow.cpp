@@ -106,7 +106,7 @@ Win32TermWindow::Answer Win32TermWindow::handle(const Message& message) {
             handleMouse(*events, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam, message.lParam);
+    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam);
     return onSession(*events, message);
 }
 

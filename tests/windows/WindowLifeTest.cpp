@@ -5,7 +5,7 @@ namespace kavrelon {
 namespace {
 
 /// Counts how often a window tells that it closes.
-class CloseCounter final : public ITerminalCallBack {
+class CloseCounter final : public TermOwner {
   public:
     int closed = 0;
     void WindowHasClosed() override { ++closed; }
