@@ -7,33 +7,13 @@
 #include <string_view>
 #include <vector>
 
+#include "htmllabel/document/DocumentDefaults.h"
 #include "htmllabel/document/HTMLElement.h"
+#include "htmllabel/document/PageValues.h"
 
 namespace kavrelon {
 
 struct Piece;
-
-/// The system's button-face colour: bit 31 says that the rest is the number of a system colour.
-inline constexpr Colour kButtonFaceColour = 0x8000000F;
-
-/// What a document takes from the control that shows it.
-struct DocumentDefaults {
-    std::string DefaultFontName = "Arial";
-    float DefaultFontSize = 10;  // points
-    Colour BackColor = kButtonFaceColour;
-    bool EnableAnchors = false;
-};
-
-/// What a document says of its page as a whole.
-struct DocumentPage {
-    /// The last BODY or NOFRAMES element; 0 when there is none.
-    std::int16_t mintBodyIndex = 0;
-    Colour mlngBodyBgColor = kButtonFaceColour;
-    Colour mlngTextColor = 0;
-    Colour mlngLinkColor = 0xFF0000;
-    /// The page's picture.
-    std::string mstrBackground;
-};
 
 /// A parsed document: a flat array of element records in document order, linked into a tree by index, and the
 /// colours and picture of its page.
@@ -86,7 +66,7 @@ class HTMLDocument {
 
     std::string mstrDocument;
     std::vector<HTMLElement> mudtElements;
-    DocumentPage page_;
+    PageValues page_;
     std::vector<std::int16_t> mintLinks;
     /// What the records view besides the document's text: decoded texts and lists of words.
     std::pmr::monotonic_buffer_resource texts_;
