@@ -4,8 +4,8 @@
 
 namespace kavrelon {
 
-// A colour can also stand for one of the system's own, which the user chooses: bit 31 is set then, and the low
-// byte is the system's number for it.
+// A colour can also stand for one of the system's own, which the user chooses: bit 31 is set then, and the
+// low byte is the system's number for it.
 
 /// The system colour of this number (0 to 255), as the platform counts them.
 constexpr Colour systemColour(unsigned number) {

@@ -33,8 +33,8 @@ class Attributes {
     PageValues& page_;
     std::pmr::memory_resource& texts_;
     // The tag being read: entry i of both is its i-th attribute.
-    std::vector<std::string_view> mstrAttrNames;
-    std::vector<std::string_view> mstrAttrValues;
+    std::vector<std::string_view> mstrAttrNames_;
+    std::vector<std::string_view> mstrAttrValues_;
 };
 
 }  // namespace kavrelon
