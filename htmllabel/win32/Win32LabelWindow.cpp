@@ -7,6 +7,7 @@
 
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/ViewPortMessages.h"
+#include "support/SystemColours.h"
 #include "support/win32/Messages.h"
 #include "support/win32/Module.h"
 
