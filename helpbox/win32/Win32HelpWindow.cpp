@@ -1,14 +1,12 @@
 #include "helpbox/win32/Win32HelpWindow.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 #include "gdi/GdiHandles.h"
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/Conversions.h"
-#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {
@@ -22,22 +20,10 @@ constexpr double kFarthest = 32767;
 
 int classHolders = 0;
 
-WNDCLASSEXA describe(HINSTANCE module, WNDPROC procedure) {
-    WNDCLASSEXA result{};
-    result.cbSize = sizeof result;
-    result.lpfnWndProc = procedure;
-    result.hInstance = module;
-    result.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
-    result.lpszClassName = Win32HelpWindow::kClassName;
-    return result;
-}
-
 WindowHandle create(const SharedWindowClass& windowClass) {
-    WindowHandle window(CreateWindowExA(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, windowClass.name(), kTitle,
-                                        WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
-                                        windowClass.module(), nullptr));
-    if (window == nullptr) throw std::bad_alloc();
-    return window;
+    return takeOver(CreateWindowExA(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, windowClass.name(), kTitle,
+                                    WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
+                                    windowClass.module(), nullptr));
 }
 
 /// Twips of one pixel of the desktop, across or down.
@@ -89,58 +75,38 @@ void putAboveOwner(HWND window, UINT flags) {
 
 Win32HelpWindow::Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvents> events)
     : events_(std::move(events)),
-      class_(describe(module, procedure), classHolders),
+      class_(windowClass(module, kClassName, 0), classHolders),
       window_(create(class_)),
       twipsPerPixelX_(twipsPerPixel(LOGPIXELSX)),
       twipsPerPixelY_(twipsPerPixel(LOGPIXELSY)) {
-    // From here on messages arrive; those of the creation went to the platform's own procedure.
-    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    listenTo(window_.get());
 }
 
 Win32HelpWindow::~Win32HelpWindow() {
     if (label_ != nullptr) label_->close();
-    if (window_ != nullptr) SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+    if (window_ != nullptr) stopListeningTo(window_.get());
 }
 
-void Win32HelpWindow::detach() {
-    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+void Win32HelpWindow::windowDestroyed() {
     static_cast<void>(window_.release());
+    if (const auto events = events_.lock()) events->Form_Unload();
 }
 
-LRESULT CALLBACK Win32HelpWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                            LPARAM lParam) noexcept {
-    // The host may let go of everything while an event runs.
-    const ModuleLock inUse;
-    try {
-        if (auto* self = reinterpret_cast<Win32HelpWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA))) {
-            if (const auto answer = self->handle(window, message, wParam)) return *answer;
-        }
-    } catch (...) {
-        // What an event could not do is undone work, not a reason to take the host down.
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
-}
-
-// After an event, which may have destroyed it, nothing touches the object.
-std::optional<LRESULT> Win32HelpWindow::handle(HWND window, UINT message, WPARAM wParam) {
+WindowAnswer Win32HelpWindow::handle(const WindowMessage& message) {
     const std::shared_ptr<HelpWindowEvents> events = events_.lock();
-    switch (message) {
-        case WM_NCDESTROY:
-            detach();
-            if (events != nullptr) events->Form_Unload();
-            return std::nullopt;
+    switch (message.id) {
         case WM_SIZE:
             if (events != nullptr) events->Form_Resize();
             return 0;
         case WM_COMMAND:
-            if (LOWORD(wParam) == kClose && events != nullptr) events->mnuRightClickClose_Click();
+            if (LOWORD(message.wParam) == kClose && events != nullptr) events->mnuRightClickClose_Click();
             return 0;
         case WM_CLOSE:
             if (events != nullptr) events->mnuRightClickClose_Click();
             return 0;
         case WM_MOUSEACTIVATE:
-            SetActiveWindow(GetWindow(window, GW_OWNER));
-            putAboveOwner(window, 0);
+            SetActiveWindow(GetWindow(message.window, GW_OWNER));
+            putAboveOwner(message.window, 0);
             return MA_NOACTIVATE;
         case WM_ERASEBKGND:
             // The label covers every pixel.

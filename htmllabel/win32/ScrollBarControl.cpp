@@ -1,15 +1,13 @@
 #include "htmllabel/win32/ScrollBarControl.h"
 
 #include <algorithm>
-#include <new>
 
 namespace kavrelon {
 
 void ScrollBarControl::create(HINSTANCE module, HWND parent) {
     const DWORD direction = kind_ == ScrollBar::Vertical ? SBS_VERT : SBS_HORZ;
-    window_.reset(CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | direction, 0, 0, 0, 0, parent, nullptr,
-                                  module, nullptr));
-    if (window_ == nullptr) throw std::bad_alloc();
+    window_ = takeOver(CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | direction, 0, 0, 0, 0, parent, nullptr,
+                                       module, nullptr));
 }
 
 void ScrollBarControl::place(const Rect& place) {

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <utility>
 
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/ViewPortMessages.h"
 #include "support/win32/Messages.h"
-#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {
@@ -26,17 +24,6 @@ constexpr double kTwipsPerInch = 1440;
 constexpr WORD kArrowCursor = 32512;
 constexpr WORD kHourglassCursor = 32514;
 constexpr WORD kHandCursor = 32649;
-
-WNDCLASSEXA describe(HINSTANCE module, const char* name, WNDPROC procedure, UINT style) {
-    WNDCLASSEXA result{};
-    result.cbSize = sizeof result;
-    result.style = style;
-    result.lpfnWndProc = procedure;
-    result.hInstance = module;
-    result.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(kArrowCursor));
-    result.lpszClassName = name;
-    return result;
-}
 
 WORD cursorNumber(MousePointer pointer) {
     switch (pointer) {
@@ -89,17 +76,15 @@ std::shared_ptr<Win32LabelWindow> Win32LabelWindow::create(HINSTANCE module, HWN
                                                            LabelContainer& container) {
     std::shared_ptr<Win32LabelWindow> window(
         new Win32LabelWindow(module, parent, place, std::move(label), container));
-    // From here on messages arrive; those of the creation went to the platform's own procedure.
-    for (const HWND part : {window->outer_.get(), window->viewPort_.get()}) {
-        SetWindowLongPtrA(part, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window.get()));
-    }
+    window->listenTo(window->outer_.get());
+    window->listenTo(window->viewPort_.get());
     return window;
 }
 
 Win32LabelWindow::Win32LabelWindow(HINSTANCE module, HWND parent, const RECT& place,
                                    std::weak_ptr<HTMLLabel> label, LabelContainer& container)
-    : outerClass_(describe(module, kOuterClass, procedure, CS_HREDRAW | CS_VREDRAW), outerClassHolders),
-      viewPortClass_(describe(module, kViewPortClass, procedure, 0), viewPortClassHolders),
+    : outerClass_(windowClass(module, kOuterClass, CS_HREDRAW | CS_VREDRAW), outerClassHolders),
+      viewPortClass_(windowClass(module, kViewPortClass, 0), viewPortClassHolders),
       label_(std::move(label)),
       container_(&container),
       outer_(createWindow(outerClass_, parent, WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place)),
@@ -118,16 +103,15 @@ Win32LabelWindow::~Win32LabelWindow() {
 
 WindowHandle Win32LabelWindow::createWindow(const SharedWindowClass& windowClass, HWND parent, DWORD style,
                                             const RECT& place) {
-    WindowHandle window(CreateWindowExA(
-        0, windowClass.name(), "", WS_CHILD | style, static_cast<int>(place.left),
-        static_cast<int>(place.top), static_cast<int>(place.right - place.left),
-        static_cast<int>(place.bottom - place.top), parent, nullptr, windowClass.module(), nullptr));
-    if (window == nullptr) throw std::bad_alloc();
-    return window;
+    return takeOver(CreateWindowExA(0, windowClass.name(), "", WS_CHILD | style, static_cast<int>(place.left),
+                                    static_cast<int>(place.top), static_cast<int>(place.right - place.left),
+                                    static_cast<int>(place.bottom - place.top), parent, nullptr,
+                                    windowClass.module(), nullptr));
 }
 
 void Win32LabelWindow::detach() noexcept {
-    for (const HWND part : {outer_.get(), viewPort_.get()}) SetWindowLongPtrA(part, GWLP_USERDATA, 0);
+    stopListeningTo(outer_.get());
+    stopListeningTo(viewPort_.get());
     label_.reset();
     container_ = nullptr;
     // A window of its own on the desktop, which nobody takes along.
@@ -143,23 +127,13 @@ void Win32LabelWindow::close() noexcept {
     outer_.reset();
 }
 
-LRESULT CALLBACK Win32LabelWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                             LPARAM lParam) noexcept {
-    // The host may let go of everything while an event runs.
-    const ModuleLock inUse;
-    try {
-        if (auto* self = reinterpret_cast<Win32LabelWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA))) {
-            if (const auto alive = self->weak_from_this().lock()) {
-                if (const Answer answer = alive->handle({window, message, wParam, lParam})) return *answer;
-            }
-        }
-    } catch (...) {
-        // What an event could not do is undone work, not a reason to take the host down.
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
+// Only the view port can go by itself: the outer window lets go of all its parts before they are destroyed.
+void Win32LabelWindow::windowDestroyed() {
+    static_cast<void>(viewPort_.release());
 }
 
-Win32LabelWindow::Answer Win32LabelWindow::handle(const Message& message) {
+WindowAnswer Win32LabelWindow::handle(const WindowMessage& message) {
+    const auto alive = shared_from_this();
     if (message.id == WM_DESTROY && message.window == outer_.get()) {
         detach();
         static_cast<void>(outer_.release());
@@ -167,13 +141,13 @@ Win32LabelWindow::Answer Win32LabelWindow::handle(const Message& message) {
     }
     const std::shared_ptr<HTMLLabel> label = label_.lock();
     if (label == nullptr) return std::nullopt;
-    if (const Answer answer = onTitle(*label, message)) return answer;
+    if (const WindowAnswer answer = onTitle(*label, message)) return answer;
     return message.window == outer_.get() ? onOuter(*label, message) : onViewPort(*label, message);
 }
 
 // The title is what programs that read the screen aloud call the control. Without one it is the window's own
 // text.
-Win32LabelWindow::Answer Win32LabelWindow::onTitle(const HTMLLabel& label, const Message& message) const {
+WindowAnswer Win32LabelWindow::onTitle(const HTMLLabel& label, const WindowMessage& message) {
     if (message.id != WM_GETTEXT && message.id != WM_GETTEXTLENGTH) return std::nullopt;
     const std::string title = label.DocumentTitle();
     if (title == "Unknown") return std::nullopt;
@@ -193,7 +167,7 @@ Win32LabelWindow::Answer Win32LabelWindow::onTitle(const HTMLLabel& label, const
     }
 }
 
-Win32LabelWindow::Answer Win32LabelWindow::onOuter(HTMLLabel& label, const Message& message) {
+WindowAnswer Win32LabelWindow::onOuter(HTMLLabel& label, const WindowMessage& message) {
     switch (message.id) {
         case WM_ERASEBKGND:
             eraseOuter(reinterpret_cast<HDC>(message.wParam));
@@ -223,7 +197,7 @@ Win32LabelWindow::Answer Win32LabelWindow::onOuter(HTMLLabel& label, const Messa
     }
 }
 
-LRESULT Win32LabelWindow::onScroll(HTMLLabel& label, const Message& message) {
+LRESULT Win32LabelWindow::onScroll(HTMLLabel& label, const WindowMessage& message) {
     ScrollBarControl& bar = message.id == WM_VSCROLL ? vscScroll_ : hscScroll_;
     const std::optional<int> value = bar.scrolled(message.wParam);
     if (!value) return 0;
@@ -236,7 +210,7 @@ LRESULT Win32LabelWindow::onScroll(HTMLLabel& label, const Message& message) {
     return 0;
 }
 
-Win32LabelWindow::Answer Win32LabelWindow::onViewPort(HTMLLabel& label, const Message& message) {
+WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage& message) {
     switch (message.id) {
         case WM_ERASEBKGND:
             // Painting covers every pixel; erasing before it would only flicker.
@@ -251,11 +225,11 @@ Win32LabelWindow::Answer Win32LabelWindow::onViewPort(HTMLLabel& label, const Me
         default:
             break;
     }
-    if (const Answer answer =
+    if (const WindowAnswer answer =
             handleMouse(label, *container_, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    const Answer answer = handleKeys(label, *container_, message.window, message.id, message.wParam);
+    const WindowAnswer answer = handleKeys(label, *container_, message.window, message.id, message.wParam);
     const bool focus = message.id == WM_SETFOCUS || message.id == WM_KILLFOCUS;
     if (focus && container_ != nullptr) container_->focusChanged(message.id == WM_SETFOCUS);
     return answer;
