@@ -9,7 +9,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/Snapshot.h"
 #include "support/PictureName.h"
 #include "support/WebAddress.h"
