@@ -27,7 +27,7 @@ class HTMLLabelEvents {
     /// The picture of this source; null when the container has none. Asked once for each source of a
     /// document.
     virtual std::shared_ptr<const Picture> LoadImage(const std::string& Source) noexcept = 0;
-    // Button: bit 1 left, 2 right, 4 middle. Shift: bit 1 Shift, 2 Ctrl, 4 Alt. Places in twips.
+    // Button and Shift are bits, of `buttons` and of `shifts`: those of public events. Places are in twips.
     virtual void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
     virtual void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
     virtual void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;

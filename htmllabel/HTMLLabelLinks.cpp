@@ -1,16 +1,14 @@
+#include "htmllabel/HTMLLabel.h"
+
 #include <algorithm>
 #include <utility>
 
 #include "htmllabel/FormCall.h"
-#include "htmllabel/HTMLLabel.h"
+#include "support/Keys.h"
 
 namespace kavrelon {
 
 namespace {
-
-constexpr std::int16_t kShiftShift = 1;
-constexpr std::int16_t kKeyTab = 9;
-constexpr std::int16_t kKeyEnter = 13;
 
 // Whether a link leads somewhere and has a place to be seen at.
 bool isReachable(const HTMLElement& link) {
@@ -103,8 +101,8 @@ bool HTMLLabel::picViewPort_KeyDown(std::int16_t KeyCode, std::int16_t Shift) no
 
 bool HTMLLabel::linkKey(std::int16_t KeyCode, std::int16_t Shift) {
     if (!EnableAnchors()) return false;
-    if (KeyCode == kKeyTab && (Shift | kShiftShift) == kShiftShift) return walkLinks(Shift == 0 ? 1 : -1);
-    if (KeyCode != kKeyEnter || Shift != 0 || !linkInFocus_) return false;
+    if (KeyCode == keys::kTab && (Shift & ~shifts::kShift) == 0) return walkLinks(Shift == 0 ? 1 : -1);
+    if (KeyCode != keys::kEnter || Shift != 0 || !linkInFocus_) return false;
     follow(link(*linkInFocus_));
     return true;
 }

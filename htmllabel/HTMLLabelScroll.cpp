@@ -1,8 +1,10 @@
+#include "htmllabel/HTMLLabel.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "htmllabel/HTMLLabel.h"
 #include "htmllabel/layout/ElementValues.h"
+#include "support/Keys.h"
 
 namespace kavrelon {
 
@@ -10,13 +12,6 @@ namespace {
 
 constexpr int kMinimised = 1;
 constexpr int kLinesPerNotch = 3;
-constexpr std::int16_t kShiftCtrl = 2;
-constexpr std::int16_t kKeyPageUp = 33;
-constexpr std::int16_t kKeyPageDown = 34;
-constexpr std::int16_t kKeyEnd = 35;
-constexpr std::int16_t kKeyHome = 36;
-constexpr std::int16_t kKeyUp = 38;
-constexpr std::int16_t kKeyDown = 40;
 
 // A bar for a page of `extent` pixels of which the view port shows `shown`, from `offset` on.
 ScrollState scrollBarFor(bool enabled, int extent, int shown, int line, int offset) {
@@ -133,26 +128,26 @@ bool HTMLLabel::picViewPort_MouseWheel(double notches) noexcept {
 bool HTMLLabel::scrollByKey(std::int16_t KeyCode, std::int16_t Shift) {
     if (!EnableScroll()) return false;
     const ScrollState& bar = vscScroll_;
-    const bool ctrl = (Shift & kShiftCtrl) != 0;
+    const bool ctrl = (Shift & shifts::kCtrl) != 0;
     int value = 0;
     switch (KeyCode) {
-        case kKeyUp:
+        case keys::kUp:
             value = bar.Value - bar.SmallChange;
             break;
-        case kKeyDown:
+        case keys::kDown:
             value = bar.Value + bar.SmallChange;
             break;
-        case kKeyPageUp:
+        case keys::kPageUp:
             value = std::max(bar.Value - bar.LargeChange, bar.Min);
             break;
-        case kKeyPageDown:
+        case keys::kPageDown:
             value = std::min(bar.Value + bar.LargeChange, bar.Max);
             break;
-        case kKeyHome:
+        case keys::kHome:
             if (!ctrl) return false;
             value = bar.Min;
             break;
-        case kKeyEnd:
+        case keys::kEnd:
             if (!ctrl) return false;
             value = bar.Max;
             break;

@@ -7,6 +7,8 @@
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/Conversions.h"
+#include "support/Keys.h"
+#include "support/win32/KeyState.h"
 
 namespace kavrelon {
 namespace {
@@ -175,9 +177,10 @@ Point Win32HelpWindow::cursor() const {
     return {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
 }
 
-bool Win32HelpWindow::isHeld(std::int16_t buttons) const {
-    const auto held = [buttons](int bit, int key) { return (buttons & bit) != 0 && GetKeyState(key) < 0; };
-    return held(1, VK_LBUTTON) || held(2, VK_RBUTTON) || held(4, VK_MBUTTON);
+bool Win32HelpWindow::isHeld(std::int16_t wanted) const {
+    const auto held = [wanted](int button, int key) { return (wanted & button) != 0 && isDown(key); };
+    return held(buttons::kLeft, VK_LBUTTON) || held(buttons::kRight, VK_RBUTTON) ||
+           held(buttons::kMiddle, VK_MBUTTON);
 }
 
 void Win32HelpWindow::drawFocusRectangle(const Rect& block) {

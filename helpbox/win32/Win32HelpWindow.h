@@ -44,7 +44,7 @@ class Win32HelpWindow final : public HelpWindow, private LabelContainer, private
     Rect rectangleOf(WindowId window) const override;
     bool isShown(WindowId window) const override;
     Point cursor() const override;
-    bool isHeld(std::int16_t buttons) const override;
+    bool isHeld(std::int16_t wanted) const override;
     void drawFocusRectangle(const Rect& block) override;
     void popUpRightClickMenu() override;
 

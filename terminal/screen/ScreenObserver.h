@@ -10,7 +10,8 @@ class ScreenObserver {
 
     /// The whole screen is being erased: the cursor is home, and the cells are about to be blanked.
     virtual void screenErased() noexcept = 0;
-    /// The screen from row `firstRow` (0-based) down is being erased: its cells are blank, the window not yet.
+    /// The screen from row `firstRow` (0-based) down is being erased: its cells are blank, the window not
+    /// yet.
     virtual void rowsErased(int firstRow) noexcept = 0;
     /// The grid of cells may have taken another place, cell size or font, and is drawn there.
     virtual void gridMoved() = 0;
