@@ -17,7 +17,7 @@ bool isReachable(const HTMLElement& link) {
 
 }  // namespace
 
-void HTMLLabel::raise(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
+void HTMLLabel::fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
     if (window_ == nullptr || events_ == nullptr) return;
     (events_->*event)(Button, Shift, static_cast<float>(mouse.x * window_->twipsPerPixelX()),
                       static_cast<float>(mouse.y * window_->twipsPerPixelY()));
@@ -36,14 +36,14 @@ const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
 }
 
 void HTMLLabel::picViewPort_MouseDown(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
-    handle([=, this] { raise(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
+    handle([=, this] { fire(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
 }
 
 // While anchors are on, the way of the pointer beside the links reaches the container as `MouseUp`.
 void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
     handle([=, this] {
         if (window_ == nullptr) return;
-        if (!EnableAnchors()) return raise(&HTMLLabelEvents::MouseMove, Button, Shift, mouse);
+        if (!EnableAnchors()) return fire(&HTMLLabelEvents::MouseMove, Button, Shift, mouse);
         if (const HTMLElement* link = linkAt(mouse)) {
             window_->setMousePointer(MousePointer::Custom);
             if (!EnableTooltips()) return;
@@ -52,7 +52,7 @@ void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, P
         }
         window_->setMousePointer(MousePointer::Arrow);
         window_->setToolTipText({});
-        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+        fire(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
     });
 }
 
@@ -60,7 +60,7 @@ void HTMLLabel::picViewPort_MouseUp(std::int16_t Button, std::int16_t Shift, Poi
     handle([=, this] {
         const HTMLElement* link = EnableAnchors() ? linkAt(mouse) : nullptr;
         if (link != nullptr) return follow(*link);
-        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+        fire(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
     });
 }
 
@@ -75,7 +75,7 @@ void HTMLLabel::follow(const HTMLElement& link) {
 void HTMLLabel::jumpTo(std::string_view name) {
     const auto elements = document_.elements();
     const auto target = std::ranges::find(elements, name, &HTMLElement::strName);
-    if (target != elements.end()) scrollTo(ScrollBar::Vertical, std::min(target->lngTop, vscScroll_.Max));
+    if (target != elements.end()) scrollTo(ScrollBar::vscScroll, std::min(target->lngTop, vscScroll_.Max));
 }
 
 void HTMLLabel::tmrHyperlinkClick_Timer() noexcept {

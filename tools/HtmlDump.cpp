@@ -44,7 +44,7 @@ class Fields {
 
 void dumpPage(Fields& fields, const HTMLDocument& document) {
     fields.text("document", document.text());
-    fields.text("title", document.title());
+    fields.text("title", document.title().value_or("Unknown"));
     fields.number("count", document.count());
     fields.number("bodyIndex", document.bodyIndex());
     fields.colour("bodyBgColor", document.bodyBgColor());

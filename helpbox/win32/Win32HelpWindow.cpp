@@ -15,7 +15,7 @@ namespace {
 
 /// What the window is called by programs that read the screen aloud.
 constexpr const char* kTitle = "Help";
-constexpr WORD kClose = 1;
+constexpr WORD mnuRightClickClose = 1;
 constexpr int kTwipsPerInch = 1440;
 /// The platform keeps places and sizes in 16 bits here and there.
 constexpr double kFarthest = 32767;
@@ -101,10 +101,11 @@ WindowAnswer Win32HelpWindow::handle(const WindowMessage& message) {
             if (events != nullptr) events->Form_Resize();
             return 0;
         case WM_COMMAND:
-            if (LOWORD(message.wParam) == kClose && events != nullptr) events->mnuRightClickClose_Click();
+            if (LOWORD(message.wParam) == mnuRightClickClose && events != nullptr)
+                events->mnuRightClicmnuRightClickClose_Click();
             return 0;
         case WM_CLOSE:
-            if (events != nullptr) events->mnuRightClickClose_Click();
+            if (events != nullptr) events->mnuRightClicmnuRightClickClose_Click();
             return 0;
         case WM_MOUSEACTIVATE:
             SetActiveWindow(GetWindow(message.window, GW_OWNER));
@@ -194,7 +195,7 @@ void Win32HelpWindow::drawFocusRectangle(const Rect& block) {
 void Win32HelpWindow::popUpRightClickMenu() {
     if (window_ == nullptr) return;
     const Menu mnuRightClick(CreatePopupMenu());
-    AppendMenuA(mnuRightClick.get(), MF_STRING, kClose, "&Close");
+    AppendMenuA(mnuRightClick.get(), MF_STRING, mnuRightClickClose, "&Close");
     const Point mouse = cursor();
     TrackPopupMenu(mnuRightClick.get(), TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window_.get(), nullptr);
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory_resource>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -53,8 +54,8 @@ class HTMLDocument {
 
     /// The normalised text.
     const std::string& text() const { return mstrDocument; }
-    /// The title's text, decoded; "Unknown" when there is none.
-    std::string title() const;
+    /// The title's text, decoded; nothing when there is no title.
+    std::optional<std::string> title() const;
     std::span<const HTMLElement> elements() const { return mudtElements; }
     std::int16_t count() const { return static_cast<std::int16_t>(mudtElements.size()); }
     std::int16_t bodyIndex() const { return page_.mintBodyIndex; }

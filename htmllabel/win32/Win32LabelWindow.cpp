@@ -77,7 +77,7 @@ std::shared_ptr<Win32LabelWindow> Win32LabelWindow::create(HINSTANCE module, HWN
     std::shared_ptr<Win32LabelWindow> window(
         new Win32LabelWindow(module, parent, place, std::move(label), container));
     window->listenTo(window->outer_.get());
-    window->listenTo(window->viewPort_.get());
+    window->listenTo(window->picViewPort_.get());
     return window;
 }
 
@@ -88,9 +88,9 @@ Win32LabelWindow::Win32LabelWindow(HINSTANCE module, HWND parent, const RECT& pl
       label_(std::move(label)),
       container_(&container),
       outer_(createWindow(outerClass_, parent, WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place)),
-      viewPort_(createWindow(viewPortClass_, outer_.get(), WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, {})),
-      vscScroll_(ScrollBar::Vertical),
-      hscScroll_(ScrollBar::Horizontal) {
+      picViewPort_(createWindow(viewPortClass_, outer_.get(), WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, {})),
+      vscScroll_(ScrollBar::vscScroll),
+      hscScroll_(ScrollBar::hscScroll) {
     vscScroll_.create(module, outer_.get());
     hscScroll_.create(module, outer_.get());
     // Not compatible with this window but with the desktop, which stays as long as the surface.
@@ -111,14 +111,14 @@ WindowHandle Win32LabelWindow::createWindow(const SharedWindowClass& windowClass
 
 void Win32LabelWindow::detach() noexcept {
     stopListeningTo(outer_.get());
-    stopListeningTo(viewPort_.get());
+    stopListeningTo(picViewPort_.get());
     label_.reset();
     container_ = nullptr;
     // A window of its own on the desktop, which nobody takes along.
     toolTip_.destroy();
     vscScroll_.forget();
     hscScroll_.forget();
-    static_cast<void>(viewPort_.release());
+    static_cast<void>(picViewPort_.release());
 }
 
 void Win32LabelWindow::close() noexcept {
@@ -129,7 +129,7 @@ void Win32LabelWindow::close() noexcept {
 
 // Only the view port can go by itself: the outer window lets go of all its parts before they are destroyed.
 void Win32LabelWindow::windowDestroyed() {
-    static_cast<void>(viewPort_.release());
+    static_cast<void>(picViewPort_.release());
 }
 
 WindowAnswer Win32LabelWindow::handle(const WindowMessage& message) {
@@ -149,22 +149,15 @@ WindowAnswer Win32LabelWindow::handle(const WindowMessage& message) {
 // text.
 WindowAnswer Win32LabelWindow::onTitle(const HTMLLabel& label, const WindowMessage& message) {
     if (message.id != WM_GETTEXT && message.id != WM_GETTEXTLENGTH) return std::nullopt;
-    const std::string title = label.DocumentTitle();
-    if (title == "Unknown") return std::nullopt;
-    switch (message.id) {
-        case WM_GETTEXTLENGTH:
-            return static_cast<LRESULT>(title.size());
-        case WM_GETTEXT: {
-            if (message.wParam == 0) return 0;
-            const std::size_t length = std::min<std::size_t>(title.size(), message.wParam - 1);
-            auto* out = reinterpret_cast<char*>(message.lParam);
-            std::memcpy(out, title.data(), length);
-            out[length] = '\0';
-            return static_cast<LRESULT>(length);
-        }
-        default:
-            return std::nullopt;
-    }
+    const std::optional<std::string> title = label.document().title();
+    if (!title) return std::nullopt;
+    if (message.id == WM_GETTEXTLENGTH) return static_cast<LRESULT>(title->size());
+    if (message.wParam == 0) return 0;
+    const std::size_t length = std::min<std::size_t>(title->size(), message.wParam - 1);
+    auto* out = reinterpret_cast<char*>(message.lParam);
+    std::memcpy(out, title->data(), length);
+    out[length] = '\0';
+    return static_cast<LRESULT>(length);
 }
 
 WindowAnswer Win32LabelWindow::onOuter(HTMLLabel& label, const WindowMessage& message) {
@@ -187,10 +180,10 @@ WindowAnswer Win32LabelWindow::onOuter(HTMLLabel& label, const WindowMessage& me
             return onScroll(label, message);
         case WM_MOUSEWHEEL:
             // From the scroll bars, which do not want it.
-            return handleMouse(label, *container_, viewPort_.get(), message.id, message.wParam,
+            return handleMouse(label, *container_, picViewPort_.get(), message.id, message.wParam,
                                message.lParam);
         case WM_TIMER:
-            if (linkTimer_) label.tmrHyperlinkClick_Timer();
+            if (tmrHyperlinkClick_) label.tmrHyperlinkClick_Timer();
             return 0;
         default:
             return std::nullopt;
@@ -239,11 +232,11 @@ void Win32LabelWindow::eraseOuter(HDC context) const {
     RECT inner{};
     GetClientRect(outer_.get(), &inner);
     fillBlock(context, inner, look_.BackColor);
-    if (placement_.cornerVisible) fillBlock(context, toRect(placement_.shpCorner), kButtonFaceColour);
+    if (placement_.shpCornerVisible) fillBlock(context, toRect(placement_.shpCorner), kButtonFaceColour);
 }
 
 void Win32LabelWindow::paintViewPort(HTMLLabel& label) {
-    const HWND viewPort = viewPort_.get();
+    const HWND viewPort = picViewPort_.get();
     if (painting_) {
         // An event of the painting under way let this one through: it waits for its turn.
         ValidateRect(viewPort, nullptr);
@@ -256,13 +249,13 @@ void Win32LabelWindow::paintViewPort(HTMLLabel& label) {
         paintDue(label, screen.get(), screen.due());
     }
     painting_ = false;
-    if (std::exchange(paintAgain_, false) && viewPort_ != nullptr)
-        InvalidateRect(viewPort_.get(), nullptr, FALSE);
+    if (std::exchange(paintAgain_, false) && picViewPort_ != nullptr)
+        InvalidateRect(picViewPort_.get(), nullptr, FALSE);
 }
 
 void Win32LabelWindow::paintDue(HTMLLabel& label, HDC screen, const RECT& due) {
     RECT inner{};
-    GetClientRect(viewPort_.get(), &inner);
+    GetClientRect(picViewPort_.get(), &inner);
     const LONG width = due.right - due.left;
     const LONG height = due.bottom - due.top;
     if (width <= 0 || height <= 0) return;
@@ -290,7 +283,7 @@ void Win32LabelWindow::show(bool visible) {
 }
 
 void Win32LabelWindow::setFocus() {
-    if (viewPort_ != nullptr) SetFocus(viewPort_.get());
+    if (picViewPort_ != nullptr) SetFocus(picViewPort_.get());
 }
 
 Size Win32LabelWindow::sizeInTwips() const {
@@ -347,14 +340,14 @@ void Win32LabelWindow::setSurface(const LabelSurface& surface) {
 void Win32LabelWindow::place(const LabelPlacement& placement) {
     if (outer_ == nullptr) return;
     placement_ = placement;
-    moveWindow(viewPort_.get(), toRect(placement.viewPort));
+    moveWindow(picViewPort_.get(), toRect(placement.picViewPort));
     vscScroll_.place(placement.vscScroll);
     hscScroll_.place(placement.hscScroll);
     InvalidateRect(outer_.get(), nullptr, TRUE);
 }
 
 void Win32LabelWindow::setScrollBar(ScrollBar bar, const ScrollState& state) {
-    (bar == ScrollBar::Vertical ? vscScroll_ : hscScroll_).show(state);
+    (bar == ScrollBar::vscScroll ? vscScroll_ : hscScroll_).show(state);
     toolTip_.hide();
     updateOrigin();
 }
@@ -364,20 +357,20 @@ void Win32LabelWindow::updateOrigin() {
 }
 
 void Win32LabelWindow::setMousePointer(MousePointer pointer) {
-    if (std::exchange(pointer_, pointer) == pointer || viewPort_ == nullptr) return;
+    if (std::exchange(pointer_, pointer) == pointer || picViewPort_ == nullptr) return;
     // The platform asks for the pointer before it tells of the move that changes it.
     POINT mouse{};
-    if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == viewPort_.get()) {
+    if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == picViewPort_.get()) {
         SetCursor(LoadCursorA(nullptr, MAKEINTRESOURCEA(cursorNumber(pointer))));
     }
 }
 
 void Win32LabelWindow::setToolTipText(const std::string& text) {
-    toolTip_.show(outerClass_.module(), viewPort_.get(), text);
+    toolTip_.show(outerClass_.module(), picViewPort_.get(), text);
 }
 
 void Win32LabelWindow::enableLinkTimer(bool on) {
-    if (outer_ == nullptr || std::exchange(linkTimer_, on) == on) return;
+    if (outer_ == nullptr || std::exchange(tmrHyperlinkClick_, on) == on) return;
     if (on) {
         SetTimer(outer_.get(), kLinkTimer, kLinkTimerMilliseconds, nullptr);
     } else {
@@ -386,9 +379,9 @@ void Win32LabelWindow::enableLinkTimer(bool on) {
 }
 
 void Win32LabelWindow::repaintViewPort() {
-    if (viewPort_ == nullptr) return;
-    InvalidateRect(viewPort_.get(), nullptr, FALSE);
-    UpdateWindow(viewPort_.get());
+    if (picViewPort_ == nullptr) return;
+    InvalidateRect(picViewPort_.get(), nullptr, FALSE);
+    UpdateWindow(picViewPort_.get());
 }
 
 void Win32LabelWindow::processMessages() {

@@ -53,7 +53,7 @@ class Win32LabelWindow final : public LabelWindow,
     /// The outer window, and the view port in it, which has the focus when the label has it. Null once
     /// closed.
     HWND hWnd() const { return outer_.get(); }
-    HWND picViewPort() const { return viewPort_.get(); }
+    HWND picViewPort() const { return picViewPort_.get(); }
 
     /// Moves and sizes the window, in pixels of the parent's inner area.
     void move(const RECT& place);
@@ -110,7 +110,7 @@ class Win32LabelWindow final : public LabelWindow,
     bool painting_ = false;
     bool paintAgain_ = false;
     WindowHandle outer_;
-    WindowHandle viewPort_;
+    WindowHandle picViewPort_;
     ScrollBarControl vscScroll_;
     ScrollBarControl hscScroll_;
     LinkToolTip toolTip_;
@@ -118,7 +118,7 @@ class Win32LabelWindow final : public LabelWindow,
     LabelPlacement placement_;
     Size sizeTold_;
     MousePointer pointer_ = MousePointer::Default;
-    bool linkTimer_ = false;
+    bool tmrHyperlinkClick_ = false;
 };
 
 }  // namespace kavrelon
