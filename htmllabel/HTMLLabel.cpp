@@ -149,11 +149,11 @@ LayoutDefaults HTMLLabel::layoutDefaults() const {
 // The pass after the parser: pictures, layout, scroll bars. `offset` is the place of the document to show. A
 // control that has no extent yet is not laid out to it: resizing would never put that right.
 void HTMLLabel::layOut(Point offset) {
-    if (placement_.viewPort.width() == 0 || placement_.viewPort.height() == 0) return;
+    if (placement_.picViewPort.width() == 0 || placement_.picViewPort.height() == 0) return;
     if (!loadPictures() || window_ == nullptr) return;
     auto layout = std::make_unique<Layout>();
     layout->measure(document_, layoutDefaults(), pictures_, window_->canvas());
-    layoutWidth_ = placeLabelParts(outline()).viewPort.width();
+    layoutWidth_ = placeLabelParts(outline()).picViewPort.width();
     layout->place(document_, layoutWidth_);
     layout_ = std::move(layout);
     fitParts(offset);

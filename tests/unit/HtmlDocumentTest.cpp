@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -244,11 +245,11 @@ TEST(HtmlDocumentTest, DecodesTextAndDividesItIntoWords) {
 }
 
 TEST(HtmlDocumentTest, FindsTheTitle) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"", "Unknown"},
+    const std::pair<std::string, std::optional<std::string>> cases[] = {
+        {"", std::nullopt},
         {"<TITLE>Help &amp; you</TITLE><TITLE>x</TITLE>", "Help & you"},
         {"<TITLE><B>x</B></TITLE>", ""},
-        {"<HTML><BODY><TITLE>", "Unknown"},
+        {"<HTML><BODY><TITLE>", std::nullopt},
     };
     for (const auto& [html, title] : cases) EXPECT_EQ(Parsed(html)->title(), title) << html;
 }
