@@ -271,7 +271,8 @@ TEST(FunctionKeys, Translation) {
                                                          {"^ 7x", "x"},
                                                          {"^^27x", "7x"},
                                                          {"^00", "\0"s}};
-    for (const auto& [text, translated] : cases) EXPECT_EQ(FunctionKeys::translate(text), translated) << text;
+    for (const auto& [text, translated] : cases)
+        EXPECT_EQ(FunctionKeys::TranslateKeyString(text), translated) << text;
 }
 
 TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
