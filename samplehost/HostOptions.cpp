@@ -8,6 +8,8 @@
 #include <sstream>
 #include <string_view>
 
+#include "support/AsciiText.h"
+
 namespace kavrelon {
 namespace {
 
@@ -64,10 +66,8 @@ bool setSize(HostOptions& options, const std::string& value) {
 
 bool setSnapshot(HostOptions& options, const std::string& value) {
     options.snapshotFile = value;
-    std::string ending = value.substr(value.size() - std::min<std::size_t>(value.size(), 4));
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return ending == ".png";
+    const std::size_t stem = value.size() - std::min<std::size_t>(value.size(), 4);
+    return equalsInUpperCase(std::string_view(value).substr(stem), ".PNG");
 }
 
 bool setAfter(HostOptions& options, const std::string& value) {
