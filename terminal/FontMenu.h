@@ -1,16 +1,13 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
+#include <cstddef>
+
+#include "terminal/screen/FontChoice.h"
 
 namespace kavrelon {
 
-/// A font as the font menu names it. `charset` is the platform's number: 255 OEM, 1 default.
-struct FontChoice {
-    const char* name;
-    std::uint8_t charset;
-};
-
+/// An entry of the font menu: its caption and its font.
 struct FontMenuEntry {
     const char* caption;
     FontChoice font;

@@ -44,12 +44,12 @@ std::int16_t functionKeyBase(std::int16_t shift) {
 
 void Keyboard::keyDown(std::int16_t& keyCode, std::int16_t shift) {
     const std::string text = textOf(keyCode, shift);
-    if (!text.empty() && inputOn_) target_.sendText(text);
+    if (!text.empty() && InputOn_) target_.sendText(text);
 }
 
 std::string Keyboard::textOf(std::int16_t& keyCode, std::int16_t shift) {
     if (keyCode == kCtrlKey) {
-        ctrlDown_ = true;
+        CtrlDown_ = true;
         return {};
     }
     const auto* control = std::find_if(kControlKeys.begin(), kControlKeys.end(),
@@ -60,7 +60,7 @@ std::string Keyboard::textOf(std::int16_t& keyCode, std::int16_t shift) {
         keyCode = 0;
         return target_.functionKeyText(static_cast<std::int16_t>(number));
     }
-    if (!ctrlDown_) return {};
+    if (!CtrlDown_) return {};
     if (keyCode == kPauseKey) target_.sendBreak();
     return keyCode >= kControlOffset ? textWithCtrl(keyCode) : std::string();
 }
@@ -76,19 +76,19 @@ std::string Keyboard::textWithCtrl(std::int16_t& keyCode) {
 }
 
 void Keyboard::keyPress(std::int16_t character) {
-    if (!inputOn_) return;
-    if (ctrlDown_) {
+    if (!InputOn_) return;
+    if (CtrlDown_) {
         const bool swallowed = character == 'Q' || character == 'q' || character < kControlOffset;
         character = static_cast<std::int16_t>(swallowed ? 0 : character - kControlOffset);
     }
     if (character == 0) return;
     std::string text{static_cast<char>(character)};
-    if (text == "\r" && crToCrLf_) text += '\n';
+    if (text == "\r" && CRtoCRLF_) text += '\n';
     target_.sendText(text);
 }
 
 void Keyboard::keyUp(std::int16_t keyCode) {
-    if (keyCode == kCtrlKey) ctrlDown_ = false;
+    if (keyCode == kCtrlKey) CtrlDown_ = false;
 }
 
 }  // namespace kavrelon

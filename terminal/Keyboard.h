@@ -36,23 +36,23 @@ class Keyboard {
     void keyPress(std::int16_t character);
     void keyUp(std::int16_t keyCode);
     /// The window has lost the focus: the Ctrl key's release will not arrive.
-    void loseFocus() { ctrlDown_ = false; }
+    void loseFocus() { CtrlDown_ = false; }
 
-    bool CtrlDown() const { return ctrlDown_; }
-    bool InputOn() const { return inputOn_; }
-    void InputOn(bool value) { inputOn_ = value; }
-    bool CRtoCRLF() const { return crToCrLf_; }
+    bool CtrlDown() const { return CtrlDown_; }
+    bool InputOn() const { return InputOn_; }
+    void InputOn(bool value) { InputOn_ = value; }
+    bool CRtoCRLF() const { return CRtoCRLF_; }
     /// A typed carriage return is sent as CR LF.
-    void CRtoCRLF(bool value) { crToCrLf_ = value; }
+    void CRtoCRLF(bool value) { CRtoCRLF_ = value; }
 
   private:
     std::string textOf(std::int16_t& keyCode, std::int16_t shift);
     std::string textWithCtrl(std::int16_t& keyCode);
 
     KeyTarget& target_;
-    bool ctrlDown_ = false;
-    bool inputOn_ = true;
-    bool crToCrLf_ = false;
+    bool CtrlDown_ = false;
+    bool InputOn_ = true;
+    bool CRtoCRLF_ = false;
 };
 
 }  // namespace kavrelon

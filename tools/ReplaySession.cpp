@@ -215,8 +215,8 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
         {"tick",
          {1,
           [](ReplaySession& session, Operands& operands) {
-              session.shownWindow().tick(operands.choice("cursor", "beep") ? TermTimer::Cursor
-                                                                           : TermTimer::Beep);
+              session.shownWindow().tick(operands.choice("cursor", "beep") ? TermTimer::cursor_timer
+                                                                           : TermTimer::tmrBeep);
           }}},
         {"state",
          {0, [](ReplaySession& session,

@@ -10,7 +10,7 @@
 #include "kavrelon.h"
 #include "samplehost/com/ComFailure.h"
 #include "support/com/ComText.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 

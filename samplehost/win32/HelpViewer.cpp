@@ -14,7 +14,7 @@
 #include "support/PictureName.h"
 #include "support/WebAddress.h"
 #include "support/com/ComText.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {

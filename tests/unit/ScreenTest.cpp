@@ -51,7 +51,7 @@ TEST_F(ScreenTest, ErasingClosesHelpBoxes) {
         }
         screen().SetCursor(0, 5);
         sequence(erase);
-        EXPECT_EQ(form().helpBoxes().openSlots(), open);
+        EXPECT_EQ(form().HelpBoxes().openSlots(), open);
     }
 }
 

@@ -93,7 +93,7 @@ class Session {
                                                 EscapeArguments(views, lowerBound));
     }
     void setSize(std::int16_t columns, std::int16_t lines) const { screen().ScreenSize(columns, lines); }
-    void blink() const { window().tick(TermTimer::Cursor); }
+    void blink() const { window().tick(TermTimer::cursor_timer); }
 
     Point cursor() const { return {screen().CursorX(), screen().CursorY()}; }
     /// A stored cell; the attribute and the shown cell likewise, 0-based.

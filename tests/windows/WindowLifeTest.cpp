@@ -73,7 +73,7 @@ TEST_F(WindowLife, AWindowDestroyedFromOutsideIgnoresCalls) {
     window->keepBlock({0, 0, 10, 10});
     window->setFont(fontMenuEntry(2).font);
     window->setFontSize(20);
-    window->enableTimer(TermTimer::Cursor, true);
+    window->enableTimer(TermTimer::cursor_timer, true);
     window->setState(WindowState::Maximised);
     window->requestInnerSize({100, 100});
     window->checkFontEntry(2);
