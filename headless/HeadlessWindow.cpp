@@ -17,7 +17,7 @@ HeadlessWindow::~HeadlessWindow() {
 void HeadlessWindow::tick(TermTimer timer) {
     const auto target = events();
     if (!target || !timerEnabled(timer)) return;
-    if (timer == TermTimer::Cursor) {
+    if (timer == TermTimer::cursor_timer) {
         target->cursor_timer_Timer();
     } else {
         target->tmrBeep_Timer();

@@ -10,7 +10,7 @@
 #include "plugin/EscapeTable.h"
 #include "plugin/FunctionKeys.h"
 #include "plugin/HostParent.h"
-#include "terminal/ITerminalCallBack.h"
+#include "terminal/TermOwner.h"
 #include "terminal/frmTerm.h"
 
 namespace kavrelon {
@@ -23,7 +23,7 @@ namespace kavrelon {
 /// raise ObjectNotSet before initialisation and after destruction. All text is single-byte. Everything runs
 /// on the thread that created the object. Received bytes and sequences never make the plug-in send anything
 /// but the "INIT" command after a logon.
-class clsTerminal final : public ITerminalCallBack {
+class clsTerminal final : public TermOwner {
   public:
     static constexpr int kUpperWindow = 100;
 

@@ -32,7 +32,8 @@ void setRendition(Screen& screen, std::string_view part) {
     }
     const std::int16_t code = toInt16(part);
     if (code < 0 || code > 255) raise(RuntimeErrorNumber::InvalidProcedureCall);
-    screen.setRendition(static_cast<std::uint8_t>(code));
+    const char Ch = static_cast<char>(code);
+    screen.term_setattr({&Ch, 1});
 }
 
 void setAttributes(Screen& screen, const EscapeArguments& args) {

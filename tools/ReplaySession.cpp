@@ -150,15 +150,16 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
         {"key",
          {2,
           [](ReplaySession& session, Operands& operands) {
-              std::int16_t code = operands.number();
-              session.form().Form_KeyDown(code, operands.number());
+              const std::int16_t code = operands.number();
+              KeyStroke key{.keyCode = code, .Shift = operands.number()};
+              session.form().Form_KeyDown(key);
           }}},
         {"press",
          {1, [](ReplaySession& session,
                 Operands& operands) { session.form().Form_KeyPress(operands.number()); }}},
         {"keyup",
-         {1, [](ReplaySession& session,
-                Operands& operands) { session.form().Form_KeyUp(operands.number(), 0); }}},
+         {1,
+          [](ReplaySession& session, Operands& operands) { session.form().Form_KeyUp(operands.number()); }}},
         {"mouse", {4, [](ReplaySession& session, Operands& operands) { session.moveMouse(operands); }}},
         {"copy", {0, [](ReplaySession& session, Operands&) { session.form().mnuRightClickCopy_Click(); }}},
         {"paste", {0, [](ReplaySession& session, Operands&) { session.form().mnuRightClickPaste_Click(); }}},
@@ -175,7 +176,8 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
         {"tick",
          {1,
           [](ReplaySession& session, Operands& operands) {
-              session.window().tick(operands.choice("cursor", "beep") ? TermTimer::Cursor : TermTimer::Beep);
+              session.window().tick(operands.choice("cursor", "beep") ? TermTimer::cursor_timer
+                                                                      : TermTimer::tmrBeep);
           }}},
         {"state",
          {0, [](ReplaySession& session,

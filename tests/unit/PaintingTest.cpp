@@ -131,7 +131,7 @@ TEST_F(PaintingTest, CursorBlinksOnItsCell) {
     form().Form_Activate();
     for (const bool on : {false, true}) {
         form().TurnOnOffCursor(on);
-        EXPECT_EQ(window().timerEnabled(TermTimer::Cursor), on);
+        EXPECT_EQ(window().timerEnabled(TermTimer::cursor_timer), on);
         EXPECT_EQ(marks(), (Marks{{80, 5}}));
     }
     blink();
@@ -248,6 +248,7 @@ class ScalingSurface final : public TermSurface {
         return {(height + 1) / 2, height};
     }
     Size innerSize() const override { return inner; }
+    void requestInnerSize(Size) override {}
     void keepBlock(const Rect&) override {}
     void scrollMemory() override {}
     void showMemory() override {}

@@ -37,7 +37,7 @@ int errorOf(Call&& call) {
 class Session : public HeadlessSession {
   public:
     void setSize(std::int16_t columns, std::int16_t lines) const { screen().ScreenSize(columns, lines); }
-    void blink() const { window().tick(TermTimer::Cursor); }
+    void blink() const { window().tick(TermTimer::cursor_timer); }
 
     Point cursor() const { return {screen().CursorX(), screen().CursorY()}; }
     /// The stored attribute and the shown cell, 0-based.

@@ -74,7 +74,7 @@ TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
             << c.row << ' ' << testing::PrintToString(c.fields);
     }
     EXPECT_EQ(cursor(), (Point{7, 12}));
-    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
+    EXPECT_EQ(form().HelpBoxes().openSlots(), std::vector<int>{});
     EXPECT_EQ(form().hostMenus().knowledgeBase().size() + form().hostMenus().remote().size(), 2U);
 }
 
@@ -100,7 +100,7 @@ TEST_F(TerminalTest, AttributeWalk) {
             SCOPED_TRACE(testing::PrintToString(c.fields));
             sequence(kSetAttributes, {"37", "40", "1"});
             EXPECT_EQ(errorOf([&] { sequence(row, c.fields, c.lowerBound); }), c.error);
-            EXPECT_EQ(screen().rendition().attr(), c.attr);
+            EXPECT_EQ(screen().rendition().CurAttr(), c.attr);
         }
     }
 }
@@ -108,13 +108,13 @@ TEST_F(TerminalTest, AttributeWalk) {
 TEST_F(TerminalTest, HelpBoxSequences) {
     sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "replaced"});
     sequence(kShowHelpBox, {"3", "5", "6", "31", "7", "one\xFEtwo\x1E\xFE"});
-    const frmHelp& box = *form().helpBoxes().at(3);
+    const frmHelp& box = *form().HelpBoxes().at(3);
     EXPECT_EQ((std::vector<int>{box.BoxTop(), box.BoxLeft(), box.BoxWidth(), box.BoxHeight()}),
               (std::vector<int>{5, 6, 31, 7}));
     EXPECT_EQ(box.HelpInfo(), "<HTML><BODY>one<br>two<br><br></BODY></HTML>");
     for (const auto& [row, open] : {std::pair{kLogOn, 1U}, {kLogOff, 0U}}) {
         sequence(row);
-        EXPECT_EQ(form().helpBoxes().openSlots().size(), open);
+        EXPECT_EQ(form().HelpBoxes().openSlots().size(), open);
     }
 }
 
@@ -126,12 +126,12 @@ TEST_F(TerminalTest, ScreensArePushedAndPopped) {
     EXPECT_EQ(form().ConnectionProfile() + form().IniFile(), "default" + parent->iniFile);
     EXPECT_EQ(window().state(), WindowState::Maximised);
     EXPECT_TRUE(window().visible() && form().sessionOpen() && form().TermActive());
-    EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::Cursor));
+    EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::cursor_timer));
 
     sequence(kCloseScreen);
     EXPECT_EQ(&form(), &base);
     EXPECT_EQ(platform.openWindows(), 1U);
-    EXPECT_TRUE(base.TermActive() && window().timerEnabled(TermTimer::Cursor));
+    EXPECT_TRUE(base.TermActive() && window().timerEnabled(TermTimer::cursor_timer));
 }
 
 TEST_F(TerminalTest, TheStackHoldsAHundredAndOneWindows) {
@@ -149,12 +149,12 @@ TEST_F(TerminalTest, SessionFlagsFollowOpenAndClose) {
     const auto before = std::chrono::system_clock::now();
     terminal->IClientMain_OnClose();
     EXPECT_GE(form().CloseDate(), before);
-    EXPECT_EQ(form().helpBoxes().openSlots(), std::vector<int>{});
+    EXPECT_EQ(form().HelpBoxes().openSlots(), std::vector<int>{});
     for (const bool open : {false, true}) {
         if (open) form().TerminalOpen();
         EXPECT_EQ(form().sessionOpen(), open);
         EXPECT_EQ(form().sessionClosed(), !open);
-        EXPECT_EQ(window().timerEnabled(TermTimer::Cursor), open);
+        EXPECT_EQ(window().timerEnabled(TermTimer::cursor_timer), open);
         form().ShowTitleBar(open);
         EXPECT_EQ(window().styleBits(), open ? 0xCF0000U : 0x40000U);
     }
