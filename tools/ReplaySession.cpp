@@ -86,7 +86,7 @@ ReplaySession::ReplaySession(std::ostream& out, std::string iniFile) : out_(out)
         if (value != nullptr) json.key("value").value(*value);
         print(json.endObject().text());
     };
-    platform.onBeep = [this](int frequency, int milliseconds) {
+    platform.desktop.onBeep = [this](int frequency, int milliseconds) {
         print(event("Beep")
                   .key("frequency")
                   .value(std::int64_t{frequency})
@@ -95,7 +95,7 @@ ReplaySession::ReplaySession(std::ostream& out, std::string iniFile) : out_(out)
                   .endObject()
                   .text());
     };
-    platform.onClipboard = [this](const std::string& text) {
+    platform.desktop.onClipboard = [this](const std::string& text) {
         print(event("Clipboard").key("value").value(text).endObject().text());
     };
     onFailure = [this](const RuntimeError& error) { printError(error); };
@@ -166,7 +166,7 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
         {"clear", {0, [](ReplaySession& session, Operands&) { session.form().mnuRightClickClear_Click(); }}},
         {"clip",
          {1, [](ReplaySession& session,
-                Operands& operands) { session.platform.clipboard = operands.string(); }}},
+                Operands& operands) { session.platform.desktop.clipboard = operands.string(); }}},
         {"redraw",
          {0, [](ReplaySession& session, Operands&) { session.form().screen().Redrawscreen(false); }}},
         {"expose", {0, [](ReplaySession& session, Operands&) { session.form().Form_Paint(); }}},
