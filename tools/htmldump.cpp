@@ -9,9 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "headless/HeadlessCanvas.h"
-#include "htmllabel/document/HTMLDocument.h"
-#include "htmllabel/layout/Layout.h"
+#include "headless/LabelEngine.h"
 #include "tools/HtmlDump.h"
 
 namespace {
@@ -26,11 +24,6 @@ struct Options {
     DocumentDefaults defaults{.EnableAnchors = true};
     std::optional<int> pageWidth;
     std::string file;
-};
-
-class NoPictures final : public PictureSource {
-  public:
-    const Picture* picture(std::string_view /*source*/) override { return nullptr; }
 };
 
 /// A number that is not negative, whole where `Number` is.
@@ -68,16 +61,12 @@ std::optional<Options> parseOptions(int argc, char** argv) {
 }
 
 void dump(const std::string& html, const Options& options) {
-    HTMLDocument document;
-    document.setDocument(html, options.defaults);
-    if (!options.pageWidth) return dumpDocument(std::cout, document);
-    HeadlessCanvas canvas;
-    NoPictures pictures;
-    Layout layout;
-    layout.measure(document, {.DefaultFontSize = options.defaults.DefaultFontSize}, pictures, canvas);
-    layout.place(document, *options.pageWidth);
-    dumpDocument(std::cout, document);
-    dumpLayout(std::cout, layout);
+    LabelEngine label;
+    label.parse(html, options.defaults);
+    if (!options.pageWidth) return dumpDocument(std::cout, label.document);
+    label.layOut(*options.pageWidth, {.DefaultFontSize = options.defaults.DefaultFontSize});
+    dumpDocument(std::cout, label.document);
+    dumpLayout(std::cout, label.layout);
 }
 
 std::string readAll(std::istream& input) {
