@@ -1,24 +1,13 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
+#include <cstddef>
+
+#include "terminal/screen/FontChoice.h"
 
 namespace kavrelon {
 
-/// Character sets of fonts, with the platform's numbers.
-namespace charsets {
-inline constexpr std::uint8_t kAnsi = 0;
-inline constexpr std::uint8_t kDefault = 1;
-inline constexpr std::uint8_t kSymbol = 2;
-inline constexpr std::uint8_t kOem = 255;
-}  // namespace charsets
-
-/// A font as the font menu names it.
-struct FontChoice {
-    const char* name;
-    std::uint8_t charset;
-};
-
+/// An entry of the font menu: its caption and its font.
 struct FontMenuEntry {
     const char* caption;
     FontChoice font;

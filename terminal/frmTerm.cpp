@@ -4,6 +4,7 @@
 
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
+#include "terminal/FontMenu.h"
 #include "terminal/HostCommand.h"
 #include "terminal/IniFile.h"
 #include "terminal/PrinterType.h"
@@ -169,12 +170,24 @@ void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Lef
     if (!isLoaded()) return;
     const std::shared_ptr<frmHelp> box = frmHelp::load(platform_, *this);
     HelpBoxes_.put(Index, box);
-    const HelpGrid grid = screen_.helpGrid();
+    const HelpGrid grid = helpGrid();
     box->SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
     box->SetBoxCord(Top, Left, Width, Height);
     box->FontInfo(grid.fontName, grid.fontSize);
     box->HelpInfo(Text);
     box->ShowBox(window_->id(), window_->id());
+}
+
+HelpGrid frmTerm::helpGrid() const {
+    if (!isLoaded()) return {};
+    const Point inner = window_->innerCorner();
+    const GridLayout& grid = screen_.grid();
+    return {narrowToInt16(inner.x + grid.left()),
+            narrowToInt16(inner.y + grid.top()),
+            grid.cellWidth(),
+            grid.cellHeight(),
+            window_->fontName(),
+            screen_.ScreenFontSize()};
 }
 
 void frmTerm::HideHelpBox(std::int16_t Index) {

@@ -25,6 +25,7 @@ namespace kavrelon {
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
                       private HelpBoxOwner,
+                      private ScreenObserver,
                       private KeyTarget {
   public:
     /// Creates the form and loads it: the platform's window exists, hidden, and the screen is set up.
@@ -155,12 +156,19 @@ class frmTerm final : public TermWindowEvents,
     bool copySelection() override;
     std::string textToPaste() override;
 
+    // What the screen tells.
+    void screenErased() noexcept override { HelpBoxes_.closeAll(); }
+    void rowsErased(int firstRow) noexcept override { HelpBoxes_.closeFrom(firstRow); }
+    void gridMoved() override { HelpBoxes_.follow(helpGrid()); }
+    void bellReceived() override { window_->enableTimer(TermTimer::tmrBeep, true); }
+
     // What help boxes ask for.
     void HelpBoxClosed(const frmHelp& box) noexcept override { HelpBoxes_.forget(box); }
     void HelpBoxLink(const std::string& Href) noexcept override;
     std::shared_ptr<const Picture> HelpBoxPicture(const std::string& Source) noexcept override;
 
     TermOwner& callback() const;
+    HelpGrid helpGrid() const;
     void selectFont(std::int16_t index);
     void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
     void reportStart(const std::string& command, long result);
@@ -173,7 +181,7 @@ class frmTerm final : public TermWindowEvents,
     kavrelon::HelpBoxes HelpBoxes_;
     HostMenus menus_;
     PictureFolder pictureFolder_;
-    Screen screen_{HelpBoxes_};
+    Screen screen_{*this};
     Selection selection_{screen_};
     Keyboard keyboard_{*this};
     TermOwner* callback_ = nullptr;

@@ -8,7 +8,7 @@
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/Conversions.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {

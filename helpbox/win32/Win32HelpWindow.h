@@ -9,8 +9,8 @@
 
 #include "helpbox/HelpWindow.h"
 #include "htmllabel/LabelContainer.h"
-#include "htmllabel/win32/WindowHandle.h"
 #include "support/win32/SharedWindowClass.h"
+#include "support/win32/WindowHandle.h"
 
 namespace kavrelon {
 

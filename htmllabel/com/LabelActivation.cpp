@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "support/com/ComCall.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "htmllabel/LabelWindow.h"
-#include "htmllabel/win32/WindowHandle.h"
+#include "support/win32/WindowHandle.h"
 
 namespace kavrelon {
 

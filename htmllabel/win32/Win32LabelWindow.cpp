@@ -7,8 +7,8 @@
 
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/ViewPortMessages.h"
-#include "support/com/Module.h"
 #include "support/win32/Messages.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {

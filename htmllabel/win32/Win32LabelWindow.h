@@ -13,8 +13,8 @@
 #include "htmllabel/win32/GdiCanvas.h"
 #include "htmllabel/win32/LinkToolTip.h"
 #include "htmllabel/win32/ScrollBarControl.h"
-#include "htmllabel/win32/WindowHandle.h"
 #include "support/win32/SharedWindowClass.h"
+#include "support/win32/WindowHandle.h"
 
 namespace kavrelon {
 

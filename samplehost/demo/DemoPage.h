@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string_view>
 
-#include "samplehost/TerminalWriter.h"
+#include "samplehost/demo/TerminalWriter.h"
 
 namespace kavrelon {
 

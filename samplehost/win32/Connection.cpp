@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "samplehost/win32/SystemMessage.h"
+#include "samplehost/com/SystemMessage.h"
 
 namespace kavrelon {
 

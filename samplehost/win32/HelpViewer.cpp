@@ -9,12 +9,12 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/Snapshot.h"
 #include "support/PictureName.h"
 #include "support/WebAddress.h"
 #include "support/com/ComText.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {

@@ -8,9 +8,9 @@
 
 #include "kavrelon.h"
 #include "samplehost/HostOptions.h"
-#include "samplehost/win32/DispatchObject.h"
-#include "samplehost/win32/HostedControl.h"
-#include "samplehost/win32/PlugInClasses.h"
+#include "samplehost/com/DispatchObject.h"
+#include "samplehost/com/HostedControl.h"
+#include "samplehost/com/PlugInClasses.h"
 #include "support/com/ComPtr.h"
 
 namespace kavrelon {

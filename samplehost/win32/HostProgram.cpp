@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "samplehost/DemoSession.h"
 #include "samplehost/PlaySession.h"
+#include "samplehost/demo/DemoSession.h"
 #include "samplehost/win32/Connection.h"
 #include "samplehost/win32/SettingsFile.h"
 #include "samplehost/win32/Snapshot.h"

@@ -11,9 +11,9 @@
 #include "samplehost/HostOptions.h"
 #include "samplehost/RemoteSystem.h"
 #include "samplehost/SessionLog.h"
-#include "samplehost/win32/ParentObject.h"
-#include "samplehost/win32/PlugIn.h"
-#include "samplehost/win32/PlugInClasses.h"
+#include "samplehost/com/ParentObject.h"
+#include "samplehost/com/PlugIn.h"
+#include "samplehost/com/PlugInClasses.h"
 
 namespace kavrelon {
 

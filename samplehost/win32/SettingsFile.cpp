@@ -8,8 +8,8 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "samplehost/com/SystemMessage.h"
 #include "samplehost/win32/Resources.h"
-#include "samplehost/win32/SystemMessage.h"
 
 namespace kavrelon {
 namespace {

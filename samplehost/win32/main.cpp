@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "samplehost/HostOptions.h"
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/HelpViewer.h"
 #include "samplehost/win32/HostProgram.h"
 

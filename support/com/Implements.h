@@ -4,7 +4,7 @@
 
 #include <oleauto.h>
 
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 

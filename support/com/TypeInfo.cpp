@@ -3,7 +3,7 @@
 #include <new>
 #include <string>
 
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "terminal/TermWindow.h"
 #include "terminal/screen/GridLayout.h"
 #include "terminal/screen/Pictures.h"
+#include "terminal/screen/TermSurface.h"
 
 namespace kavrelon {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "support/Geometry.h"
-#include "terminal/TermWindow.h"
 #include "terminal/screen/ScreenLine.h"
+#include "terminal/screen/TermSurface.h"
 
 namespace kavrelon {
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "support/RuntimeError.h"
-#include "terminal/TermWindow.h"
 
 namespace kavrelon {
 namespace {
@@ -26,16 +25,16 @@ int sizeOr(std::int16_t wanted, std::int16_t fallback) {
 
 }  // namespace
 
-void Screen::attach(TermWindow& window) {
-    window_ = &window;
-    painter_.attach(&window);
+void Screen::attach(TermSurface& surface) {
+    surface_ = &surface;
+    painter_.attach(&surface);
 }
 
 void Screen::detach() {
     endRun();
     mark_.forget();
     painter_.removePictures();
-    window_ = nullptr;
+    surface_ = nullptr;
     painter_.attach(nullptr);
 }
 
@@ -54,10 +53,10 @@ void Screen::InitScreen() {
 }
 
 void Screen::control(std::uint8_t ch) {
-    if (window_ == nullptr) return;
+    if (surface_ == nullptr) return;
     switch (ch) {
         case 7:  // BEL
-            window_->enableTimer(TermTimer::tmrBeep, true);
+            observer_.bellReceived();
             return;
         case 8:  // BS
             backspace();
@@ -82,7 +81,7 @@ void Screen::control(std::uint8_t ch) {
 }
 
 void Screen::print(std::uint8_t ch) {
-    if (window_ == nullptr) return;
+    if (surface_ == nullptr) return;
     HideCursor();
     const Raised writing(writing_);
     if (cursorX_ == rightMargin() && autoWrap_) {
@@ -221,7 +220,7 @@ void Screen::ScreenSize(std::int16_t Width, std::int16_t& Height) {
 
 void Screen::ClearScreen() {
     SetCursor(0, 0);
-    helpBoxes_.closeAll();
+    observer_.screenErased();
     painter_.removePictures();
     buffer_.blankRows(0, lastLine());
     clearWindow();
@@ -265,7 +264,7 @@ void Screen::ClearStartOfLine() {
 void Screen::ClearEndOfScreen() {
     ClearEndOfLine();
     buffer_.blankRows(cursorY_ + 1, lastLine());
-    helpBoxes_.closeFrom(cursorY_);
+    observer_.rowsErased(cursorY_);
     blankOnWindow(cursorY_ + 1, lastLine());
 }
 

@@ -8,15 +8,13 @@
 #include <string_view>
 #include <vector>
 
-#include "terminal/HelpBoxes.h"
 #include "terminal/screen/CursorMark.h"
 #include "terminal/screen/Painter.h"
 #include "terminal/screen/Rendition.h"
 #include "terminal/screen/ScreenBuffer.h"
+#include "terminal/screen/ScreenObserver.h"
 
 namespace kavrelon {
-
-class TermWindow;
 
 /// The character screen: the buffer, the cursor and every operation that changes them, each mirrored on the
 /// window at once while painting is on.
@@ -29,11 +27,11 @@ class Screen {
     static constexpr std::int16_t kDefaultColumns = 80;
     static constexpr std::int16_t kDefaultLines = 25;
 
-    /// Erasing closes boxes of `helpBoxes`, which must outlive the screen.
-    explicit Screen(HelpBoxes& helpBoxes) : helpBoxes_(helpBoxes) {}
+    /// The observer must outlive the screen.
+    explicit Screen(ScreenObserver& observer) : observer_(observer) {}
 
     /// Takes the window to draw on. Without one the buffer still works, and received bytes are dropped.
-    void attach(TermWindow& window);
+    void attach(TermSurface& surface);
     void detach();
     /// Lays the grid out and blanks the screen in the default attribute; later calls do nothing.
     void InitScreen();
@@ -151,8 +149,6 @@ class Screen {
     const ScreenBuffer& buffer() const { return buffer_; }
     const Rendition& rendition() const { return rendition_; }
     const GridLayout& grid() const { return painter_.grid(); }
-    /// What help boxes go by.
-    HelpGrid helpGrid() const;
 
   private:
     static constexpr int kTabStops = 21;
@@ -207,8 +203,8 @@ class Screen {
     // Kept out of the scroll that a burst without painting consists of.
     [[gnu::noinline]] void scrollOnWindow();
 
-    HelpBoxes& helpBoxes_;
-    TermWindow* window_ = nullptr;
+    ScreenObserver& observer_;
+    TermSurface* surface_ = nullptr;
     ScreenBuffer buffer_;
     Rendition rendition_;
     Painter painter_;

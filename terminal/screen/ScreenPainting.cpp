@@ -3,7 +3,6 @@
 
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
-#include "terminal/TermWindow.h"
 #include "terminal/screen/Screen.h"
 
 namespace kavrelon {
@@ -29,27 +28,27 @@ void Screen::AutoSize(bool value) {
 }
 
 std::int16_t Screen::ScreenFontSize() const {
-    return window_ == nullptr ? std::int16_t{0} : narrowToInt16(roundHalfToEven(window_->fontSize()));
+    return surface_ == nullptr ? std::int16_t{0} : narrowToInt16(roundHalfToEven(surface_->fontSize()));
 }
 
 void Screen::ScreenFontSize(std::int16_t points) {
-    if (autoSize_ || window_ == nullptr) return;
+    if (autoSize_ || surface_ == nullptr) return;
     if (points < 1) raise(RuntimeErrorNumber::InvalidProcedureCall);
-    window_->setFontSize(points);
+    surface_->setFontSize(points);
     term_setfontsize(true);
     drawAnew();
 }
 
 void Screen::setFont(const FontChoice& font) {
-    if (window_ != nullptr) window_->setFont(font);
+    if (surface_ != nullptr) surface_->setFont(font);
 }
 
 void Screen::term_setfontsize(bool mayResizeWindow) {
-    if (window_ == nullptr) return;
-    painter_.grid().layOut(*window_, charsPerLine_, linesPerPage_, autoSize_);
+    if (surface_ == nullptr) return;
+    painter_.grid().layOut(*surface_, charsPerLine_, linesPerPage_, autoSize_);
     if (!mayResizeWindow || autoSize_) return;
     const Rect whole = grid().cellBlock(0, 0, charsPerLine_);
-    window_->requestInnerSize({whole.width(), whole.height() * linesPerPage_});
+    surface_->requestInnerSize({whole.width(), whole.height() * linesPerPage_});
 }
 
 void Screen::clearWindow() {
@@ -63,7 +62,7 @@ void Screen::drawAnew() {
     term_setfontsize();
     RepaintScreen();
     if (marked) ShowCursor();
-    helpBoxes_.follow(helpGrid());
+    observer_.gridMoved();
 }
 
 void Screen::windowResized() {
@@ -75,18 +74,7 @@ void Screen::windowResized() {
         RepaintScreen();
     }
     if (marked) ShowCursor();
-    helpBoxes_.follow(helpGrid());
-}
-
-HelpGrid Screen::helpGrid() const {
-    if (window_ == nullptr) return {};
-    const Point inner = window_->innerCorner();
-    return {narrowToInt16(inner.x + grid().left()),
-            narrowToInt16(inner.y + grid().top()),
-            grid().cellWidth(),
-            grid().cellHeight(),
-            window_->fontName(),
-            ScreenFontSize()};
+    observer_.gridMoved();
 }
 
 void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, int ToRow, bool PaintOnly) {
@@ -96,7 +84,7 @@ void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, i
         HideCursor();
     }
     if (PaintOnly && UseMemoryDC()) {
-        if (painting()) window_->showMemory();
+        if (painting()) surface_->showMemory();
         restoreCursor();
         return;
     }
@@ -193,18 +181,18 @@ void Screen::paintAll() {
     // The mark of a cursor in the pending column stands outside the grid: off it comes before that is
     // painted.
     HideCursor();
-    if (painting()) window_->clearOutsideGrid();
+    if (painting()) surface_->clearOutsideGrid();
     RepaintScreen(false, 0, 0, 0, 0, true);
     if (marked) ShowCursor();
 }
 
 void Screen::ShowCursor() {
     endRun();
-    if (painting()) mark_.show(*window_, grid().cellBlock(column(), cursorY_));
+    if (painting()) mark_.show(*surface_, grid().cellBlock(column(), cursorY_));
 }
 
 void Screen::takeMarkOff() {
-    mark_.takeOff(painting() ? window_ : nullptr);
+    mark_.takeOff(painting() ? surface_ : nullptr);
 }
 
 void Screen::blinkCursor() {

@@ -4,7 +4,7 @@
 #include <new>
 #include <utility>
 
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
 #include "terminal/win32/MouseMessages.h"

@@ -1,4 +1,4 @@
-#include "samplehost/DemoSession.h"
+#include "samplehost/demo/DemoSession.h"
 
 #include <gmock/gmock.h>
 

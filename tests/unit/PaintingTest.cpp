@@ -241,6 +241,7 @@ class ScalingSurface final : public TermSurface {
         return {(height + 1) / 2, height};
     }
     Size innerSize() const override { return inner; }
+    void requestInnerSize(Size) override {}
     void keepBlock(const Rect&) override {}
     void scrollMemory() override {}
     void showMemory() override {}

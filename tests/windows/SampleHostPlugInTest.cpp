@@ -1,8 +1,8 @@
-#include "samplehost/win32/PlugIn.h"
+#include "samplehost/com/PlugIn.h"
 
 #include <gmock/gmock.h>
 
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 #include "support/com/ComText.h"
 #include "support/com/DualInterface.h"
 #include "support/com/Implements.h"

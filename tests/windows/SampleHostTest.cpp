@@ -7,8 +7,8 @@
 
 #include <set>
 
+#include "samplehost/com/ParentObject.h"
 #include "samplehost/win32/Connection.h"
-#include "samplehost/win32/ParentObject.h"
 #include "support/com/ComText.h"
 #include "support/com/LateCall.h"
 #include "support/com/Variant.h"

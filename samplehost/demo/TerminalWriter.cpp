@@ -1,4 +1,4 @@
-#include "samplehost/TerminalWriter.h"
+#include "samplehost/demo/TerminalWriter.h"
 
 #include <algorithm>
 

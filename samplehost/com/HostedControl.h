@@ -4,7 +4,7 @@
 
 #include <ocidl.h>
 
-#include "samplehost/win32/ControlSite.h"
+#include "samplehost/com/ControlSite.h"
 #include "support/com/ComPtr.h"
 
 namespace kavrelon {

@@ -12,7 +12,7 @@
 #include "recognizer/EscapeRecognizer.h"
 #include "recognizer/EscapeSink.h"
 #include "recognizer/EscapeTree.h"
-#include "samplehost/win32/ParentObject.h"
+#include "samplehost/com/ParentObject.h"
 #include "support/com/ComPtr.h"
 
 namespace kavrelon {

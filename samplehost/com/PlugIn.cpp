@@ -1,4 +1,4 @@
-#include "samplehost/win32/PlugIn.h"
+#include "samplehost/com/PlugIn.h"
 
 #include <array>
 #include <charconv>
@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 #include "support/com/ComText.h"
 
 namespace kavrelon {

@@ -1,4 +1,4 @@
-#include "samplehost/win32/SystemMessage.h"
+#include "samplehost/com/SystemMessage.h"
 
 #include <array>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "samplehost/win32/PlugInClasses.h"
+#include "samplehost/com/PlugInClasses.h"
 
 #include <windows.h>
 
@@ -8,10 +8,10 @@
 #include <type_traits>
 
 #include "kavrelon.h"
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/Resources.h"
 #include "support/com/ComText.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 

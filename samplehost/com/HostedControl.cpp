@@ -1,10 +1,10 @@
-#include "samplehost/win32/HostedControl.h"
+#include "samplehost/com/HostedControl.h"
 
 #include <olectl.h>
 
 #include <utility>
 
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 
 namespace kavrelon {
 namespace {

@@ -1,10 +1,10 @@
-#include "samplehost/win32/ControlSite.h"
+#include "samplehost/com/ControlSite.h"
 
 #include <olectl.h>
 
 #include <utility>
 
-#include "samplehost/win32/DispatchObject.h"
+#include "samplehost/com/DispatchObject.h"
 #include "support/com/ComText.h"
 
 namespace kavrelon {

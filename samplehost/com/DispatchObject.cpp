@@ -1,4 +1,4 @@
-#include "samplehost/win32/DispatchObject.h"
+#include "samplehost/com/DispatchObject.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "samplehost/win32/ParentObject.h"
+#include "samplehost/com/ParentObject.h"
 
 #include "support/com/ComCall.h"
 #include "support/com/ComText.h"

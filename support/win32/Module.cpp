@@ -1,4 +1,4 @@
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 // The linker's name for the first byte of the image, whose address is the module's handle.
 extern "C" IMAGE_DOS_HEADER __ImageBase;

@@ -1,8 +1,8 @@
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 
 #include <oleauto.h>
 
-#include "samplehost/win32/SystemMessage.h"
+#include "samplehost/com/SystemMessage.h"
 #include "support/com/ComPtr.h"
 #include "support/com/ComText.h"
 

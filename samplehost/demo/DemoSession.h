@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "samplehost/RemoteSystem.h"
-#include "samplehost/TerminalWriter.h"
 #include "samplehost/demo/DemoMenu.h"
 #include "samplehost/demo/DemoPage.h"
+#include "samplehost/demo/TerminalWriter.h"
 
 namespace kavrelon {
 
