@@ -11,6 +11,13 @@ inline constexpr std::int16_t kCtrl = 2;
 inline constexpr std::int16_t kAlt = 4;
 }  // namespace shifts
 
+/// The mouse buttons of an event, as bits.
+namespace buttons {
+inline constexpr std::int16_t kLeft = 1;
+inline constexpr std::int16_t kRight = 2;
+inline constexpr std::int16_t kMiddle = 4;
+}  // namespace buttons
+
 /// Key codes, with the platform's numbers.
 namespace keys {
 /// Pause calls itself Cancel while Ctrl is held.

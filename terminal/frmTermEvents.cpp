@@ -28,7 +28,7 @@ constexpr int kShowNormal = 1;
 }  // namespace
 
 void frmTerm::Form_Paint() noexcept {
-    carryOn([this] { screen_.paintAll(); });
+    carryOn([this] { screen_.paintWindow(); });
 }
 
 void frmTerm::Form_Resize() noexcept {
@@ -84,7 +84,7 @@ void frmTerm::mnuFileScreenWidth_Click() noexcept {
         screen_.CharsPerLine(widen ? kWideColumns : Screen::kDefaultColumns);
         screenWidthCaption_ = widen ? kNarrowCaption : kWideCaption;
         window_->setScreenWidthCaption(screenWidthCaption_);
-        screen_.drawAnew();
+        screen_.layOutAndRepaint();
     });
 }
 

@@ -20,7 +20,8 @@ JsonLine event(const char* name) {
 
 EscapeTree pluginTree() {
     std::vector<std::string> patterns;
-    for (std::int16_t row = 1; row <= kEscapeRows; ++row) patterns.emplace_back(escapeRow(row).pattern);
+    for (std::int16_t row = 1; row <= escapeTable().EscTreeCount(); ++row)
+        patterns.emplace_back(escapeTable().row(row).pattern);
     return EscapeTree(patterns);
 }
 

@@ -8,7 +8,7 @@
 
 namespace kavrelon {
 
-Win32Platform::Win32Platform(HINSTANCE module) : windowClass_(module, Win32TermWindow::procedure) {}
+Win32Platform::Win32Platform(HINSTANCE module) : windowClass_(module) {}
 
 std::unique_ptr<TermWindow> Win32Platform::createWindow(std::weak_ptr<TermWindowEvents> events) {
     return std::make_unique<Win32TermWindow>(windowClass_, std::move(events));
