@@ -11,8 +11,8 @@ enum class ScrollStep : std::uint8_t { LineUp, LineDown, PageUp, PageDown, Top, 
 
 /// A scroll bar's state, in pixels of the document. `Min` is never above `Max`.
 struct ScrollState {
-    /// A bar for a page of `extent` pixels of which the view port shows `shown`, from `offset` on, in lines of
-    /// `line` pixels. One that is not enabled stays hidden and at its start.
+    /// A bar for a page of `extent` pixels of which the view port shows `shown`, from `offset` on, in lines
+    /// of `line` pixels. One that is not enabled stays hidden and at its start.
     static ScrollState forPage(bool enabled, int extent, int shown, int line, int offset);
 
     /// Where a step leads to, which may be out of the range.
