@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "bench/Engines.h"
+#include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessWindow.h"
 #include "headless/TerminalSink.h"
 #include "headless/TextProfileFile.h"

@@ -45,7 +45,8 @@ void feedInBlocks(Bytes stream, std::size_t length, Feed feed) {
 inline const EscapeTree& pluginTree() {
     static const EscapeTree tree = [] {
         std::vector<std::string> patterns;
-        for (std::int16_t row = 1; row <= kEscapeRows; ++row) patterns.emplace_back(escapeRow(row).pattern);
+        for (std::int16_t row = 1; row <= escapeTable().EscTreeCount(); ++row)
+            patterns.emplace_back(escapeTable().row(row).pattern);
         return EscapeTree(patterns);
     }();
     return tree;

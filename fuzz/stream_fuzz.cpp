@@ -2,6 +2,7 @@
 // it.
 
 #include "fuzz/Input.h"
+#include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessWindow.h"
 #include "headless/TerminalSink.h"
 #include "headless/TextProfileFile.h"

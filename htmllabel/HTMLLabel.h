@@ -77,7 +77,9 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     std::int16_t DefaultSpacing() const { return properties_.DefaultSpacing; }  // pixels
     void DefaultSpacing(std::int16_t value) { properties_.DefaultSpacing = value; }
     /// The normalised text of the document.
-    const std::string& DocumentHTML() const { return pendingText_ ? *pendingText_ : document_.text(); }
+    const std::string& DocumentHTML() const {
+        return pendingText_ ? *pendingText_ : document_.mstrDocument();
+    }
     /// Parses the text and, when the container shows the control, lays it out and draws it from its top. A
     /// document set while the control is hidden is laid out when it is first shown or painted.
     void DocumentHTML(std::string_view value);

@@ -27,8 +27,8 @@ void HTMLLabel::fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, 
 const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
     const int x = mouse.x + hscScroll_.Value;
     const int y = mouse.y + vscScroll_.Value;
-    for (const std::int16_t index : document_.links()) {
-        const HTMLElement& link = document_.elements()[static_cast<std::size_t>(index)];
+    for (const std::int16_t index : document_.mintLinks()) {
+        const HTMLElement& link = document_.mudtElements()[static_cast<std::size_t>(index)];
         if (link.strHref.empty()) continue;
         if (x > link.lngLeft && x < link.lngRight && y > link.lngTop && y < link.lngBottom) return &link;
     }
@@ -73,7 +73,7 @@ void HTMLLabel::follow(const HTMLElement& link) {
 }
 
 void HTMLLabel::jumpTo(std::string_view name) {
-    const auto elements = document_.elements();
+    const auto elements = document_.mudtElements();
     const auto target = std::ranges::find(elements, name, &HTMLElement::strName);
     if (target != elements.end()) scrollTo(ScrollBar::vscScroll, std::min(target->lngTop, vscScroll_.Max));
 }
@@ -108,8 +108,8 @@ bool HTMLLabel::linkKey(std::int16_t KeyCode, std::int16_t Shift) {
 }
 
 const HTMLElement& HTMLLabel::link(int place) const {
-    const std::int16_t index = document_.links()[static_cast<std::size_t>(place)];
-    return document_.elements()[static_cast<std::size_t>(index)];
+    const std::int16_t index = document_.mintLinks()[static_cast<std::size_t>(place)];
+    return document_.mudtElements()[static_cast<std::size_t>(index)];
 }
 
 Rect HTMLLabel::linkBox(int place) const {
@@ -120,7 +120,7 @@ Rect HTMLLabel::linkBox(int place) const {
 // Walks on to the next link that leads somewhere and is seen. Past the last one the key is the container's,
 // and the next walk begins anew.
 bool HTMLLabel::walkLinks(int step) {
-    const int count = static_cast<int>(document_.links().size());
+    const int count = document_.mintLinkCount();
     const int outside = step > 0 ? -1 : count;
     int place = linkInFocus_.value_or(outside) + step;
     while (place >= 0 && place < count && !isReachable(link(place))) place += step;

@@ -98,7 +98,7 @@ void HTMLLabel::scrollTo(ScrollBar bar, int value) {
     state.Value = value;
     if (window_ == nullptr) return;
     window_->setScrollBar(bar, state);
-    if (window_->userMode() && document_.count() > 0) window_->repaintViewPort();
+    if (window_->userMode() && document_.mintElementCount() > 0) window_->repaintViewPort();
 }
 
 void HTMLLabel::scrollIntoView(const Rect& box) {

@@ -20,7 +20,8 @@ JsonLine event(const char* name) {
 
 EscapeTree pluginTree() {
     std::vector<std::string> patterns;
-    for (std::int16_t row = 1; row <= kEscapeRows; ++row) patterns.emplace_back(escapeRow(row).pattern);
+    for (std::int16_t row = 1; row <= escapeTable().EscTreeCount(); ++row)
+        patterns.emplace_back(escapeTable().row(row).pattern);
     return EscapeTree(patterns);
 }
 
@@ -188,15 +189,16 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
         {"key",
          {2,
           [](ReplaySession& session, Operands& operands) {
-              std::int16_t code = operands.number();
-              session.window().Form_KeyDown(code, operands.number());
+              const std::int16_t code = operands.number();
+              KeyStroke key{.keyCode = code, .Shift = operands.number()};
+              session.window().Form_KeyDown(key);
           }}},
         {"press",
          {1, [](ReplaySession& session,
                 Operands& operands) { session.window().Form_KeyPress(operands.number()); }}},
         {"keyup",
          {1, [](ReplaySession& session,
-                Operands& operands) { session.window().Form_KeyUp(operands.number(), 0); }}},
+                Operands& operands) { session.window().Form_KeyUp(operands.number()); }}},
         {"mouse", {4, [](ReplaySession& session, Operands& operands) { session.moveMouse(operands); }}},
         {"copy", {0, [](ReplaySession& session, Operands&) { session.window().mnuRightClickCopy_Click(); }}},
         {"paste",

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessWindow.h"
 #include "headless/TerminalSink.h"
 #include "headless/TextProfileFile.h"

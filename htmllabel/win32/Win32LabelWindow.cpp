@@ -6,6 +6,7 @@
 
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/ViewPortMessages.h"
+#include "support/SystemColours.h"
 #include "support/win32/Messages.h"
 
 namespace kavrelon {

@@ -21,7 +21,7 @@ class ScreenBuffer {
     void setBlankLine(CellAttr attr);
 
     /// Stores a cell. Column and row may be -1 to 1023; anything else raises SubscriptOutOfRange.
-    void put(int column, int row, Cell cell);
+    void PutCell(int column, int row, Cell cell);
 
     /// Stores the same cell in columns `first` to `last`; one that lies outside raises SubscriptOutOfRange
     /// once those before it are stored.
@@ -35,7 +35,7 @@ class ScreenBuffer {
     /// Blanks screen rows `first` to `last`.
     void blankRows(int first, int last);
     /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
-    void scrollUp(int lines) {
+    void moveRowsUp(int lines) {
         if (lines != ringSize_ && !setRing(lines)) return;
         if (++ringStart_ == ringSize_) ringStart_ = 0;
         blank(writableRow(ringSize_));
@@ -80,7 +80,7 @@ class ScreenBuffer {
     // screen without lines is not taken for the ring in use.
     int ringSize_ = 1;
     int ringStart_ = 0;
-    ScreenLine blankLine_;
+    ScreenLine BlankLine_;
 };
 
 }  // namespace kavrelon

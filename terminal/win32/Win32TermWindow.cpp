@@ -81,7 +81,7 @@ WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
             handleMouse(*events, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam, message.lParam);
+    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam);
     return onSession(*events, message);
 }
 

@@ -50,7 +50,8 @@ class DemoTest : public ConnectedTest, private TerminalSink {
   private:
     static EscapeTree tree() {
         std::vector<std::string> patterns;
-        for (std::int16_t row = 1; row <= kEscapeRows; ++row) patterns.emplace_back(escapeRow(row).pattern);
+        for (std::int16_t row = 1; row <= escapeTable().EscTreeCount(); ++row)
+            patterns.emplace_back(escapeTable().row(row).pattern);
         return EscapeTree(patterns);
     }
 

@@ -48,7 +48,8 @@ std::string recognise(const EscapeTree& tree, std::string_view stream, std::size
 
 EscapeTree pluginTree() {
     std::vector<std::string> patterns;
-    for (std::int16_t i = 1; i <= kEscapeRows; ++i) patterns.emplace_back(escapeRow(i).pattern);
+    for (std::int16_t i = 1; i <= escapeTable().EscTreeCount(); ++i)
+        patterns.emplace_back(escapeTable().row(i).pattern);
     return EscapeTree(patterns);
 }
 

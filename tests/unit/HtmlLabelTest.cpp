@@ -77,7 +77,8 @@ class HtmlLabelTest : public ::testing::Test, protected HTMLLabelEvents {
     const std::string lines =
         "<br>2<br>3<br>4<br>5<br>6<br>7<br>8<br>9<br>10<br>11<br>12<br>13<br>14<br>15<br>";
     const HTMLElement& link(std::size_t place) const {
-        return label->document().elements()[static_cast<std::size_t>(label->document().links()[place])];
+        return label->document()
+            .mudtElements()[static_cast<std::size_t>(label->document().mintLinks()[place])];
     }
     // Just inside the top left corner of a link.
     Point onLink(std::size_t place) const { return {link(place).lngLeft + 1, link(place).lngTop + 1}; }

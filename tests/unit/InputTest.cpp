@@ -21,9 +21,10 @@ constexpr std::int16_t kCtrl = 17;
 class InputTest : public ConnectedTest {
   protected:
     /// A key going down; what is left of its code.
-    std::int16_t key(std::int16_t code, std::int16_t shift = 0) const {
-        form().Form_KeyDown(code, shift);
-        return code;
+    std::int16_t key(std::int16_t code, std::int16_t shift = 0) const { return key(KeyStroke{code, shift}); }
+    std::int16_t key(KeyStroke stroke) const {
+        form().Form_KeyDown(stroke);
+        return stroke.keyCode;
     }
     void drag(Point from, Point to) const {
         form().Form_MouseDown(MouseButton::Left, from);
@@ -43,20 +44,42 @@ TEST_F(InputTest, KeysThatAreUsedUpLeaveNothingForTheWindow) {
                                                       {38, false}, {19, false}, {42, false}};
     for (const auto& [code, usedUp] : cases) EXPECT_EQ(key(code) == 0, usedUp) << code;
     key(kCtrl, 2);
-    for (const auto& [code, usedUp] : withCtrl) EXPECT_EQ(key(code) == 0, usedUp) << code << " with Ctrl";
+    for (const auto& [code, usedUp] : withCtrl) EXPECT_EQ(key(code, 2) == 0, usedUp) << code << " with Ctrl";
 }
 
 TEST_F(InputTest, CtrlNeverSticks) {
-    const std::function<void()> releases[] = {[this] { form().Form_KeyUp(kCtrl, 0); },
+    const std::function<void()> releases[] = {[this] { form().Form_KeyUp(kCtrl); },
                                               [this] { form().Form_LostFocus(); }};
     for (const auto& release : releases) {
         key(kCtrl, 2);
-        form().Form_KeyUp(65, 2);
+        form().Form_KeyUp(65);
         form().Form_KeyPress('a');
         release();
         form().Form_KeyPress('a');
     }
     EXPECT_EQ(parent->calls, (Texts{"data !", "data a", "data !", "data a"}));
+}
+
+TEST_F(InputTest, KeysTellWhetherCtrlIsMeant) {
+    const KeyStroke ctrl{kCtrl, 2}, alt{18, 6}, altGr{18, 6, true}, altGrAgain{kCtrl, 6, true};
+    const struct {
+        const char* what;
+        std::vector<KeyStroke> strokes;
+        std::string sent;
+    } cases[] = {{"with Alt", {ctrl, alt}, "data !"},
+                 {"let go while a menu had the keyboard", {ctrl, {27, 0}}, "data a"},
+                 {"AltGr", {ctrl, altGr}, "data a"},
+                 {"AltGr, repeating", {ctrl, altGr, altGrAgain}, "data a"},
+                 {"the right Alt key first", {{18, 4, true}, altGrAgain}, "data a"},
+                 {"the Pause key under its other name", {ctrl, {3, 2}, {19, 0}}, "break data a"}};
+    for (const auto& c : cases) {
+        parent->calls.clear();
+        for (const KeyStroke& stroke : c.strokes) key(stroke);
+        form().Form_KeyPress('a');
+        std::string sent;
+        for (const std::string& call : parent->calls) sent += (sent.empty() ? "" : " ") + call;
+        EXPECT_EQ(sent, c.sent) << c.what;
+    }
 }
 
 TEST_F(InputTest, InactiveOrLockedKeyboardsSendNothing) {

@@ -175,7 +175,7 @@ class ScreenTwin : public ConnectedTest {
         const int count = oneOf(1, 2, 10, 90);
         for (int i = 0; i < count; ++i) {
             const int byte = below(8) == 0 ? oneOf(8, 9, 10, 10, 10, 11, 12, 13) : below(256);
-            const CellAttr attr = screen().rendition().attr();
+            const CellAttr attr = screen().rendition().CurAttr();
             const auto ch = static_cast<std::uint8_t>(byte);
             ASSERT_EQ(errorOf([&] { form().DataReceive(ch); }), errorOf([&] { plain.write(ch, attr); }));
         }

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "headless/HeadlessHelpWindow.h"
+#include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessWindow.h"
 #include "headless/TextProfileFile.h"
 #include "plugin/clsTerminal.h"

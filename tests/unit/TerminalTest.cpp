@@ -102,7 +102,7 @@ TEST_F(TerminalTest, AttributeWalk) {
             SCOPED_TRACE(testing::PrintToString(c.fields));
             sequence(31, {"37", "40", "1"});
             EXPECT_EQ(errorOf([&] { sequence(row, c.fields, c.lowerBound); }), c.error);
-            EXPECT_EQ(screen().rendition().attr(), c.attr);
+            EXPECT_EQ(screen().rendition().CurAttr(), c.attr);
         }
     }
 }
@@ -271,7 +271,8 @@ TEST(FunctionKeys, Translation) {
                                                          {"^ 7x", "x"},
                                                          {"^^27x", "7x"},
                                                          {"^00", "\0"s}};
-    for (const auto& [text, translated] : cases) EXPECT_EQ(FunctionKeys::translate(text), translated) << text;
+    for (const auto& [text, translated] : cases)
+        EXPECT_EQ(FunctionKeys::TranslateKeyString(text), translated) << text;
 }
 
 TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
