@@ -5,8 +5,8 @@
 
 namespace kavrelon {
 
-/// Lets the bell ring at most once a second: a flood of bells must neither pile up nor drive the user out of the
-/// room.
+/// Lets the bell ring at most once a second: a flood of bells must neither pile up nor drive the user out of
+/// the room.
 class BellLimit {
   public:
     static constexpr std::uint32_t kQuietMilliseconds = 1000;
