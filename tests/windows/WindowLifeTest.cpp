@@ -1,3 +1,4 @@
+#include "terminal/FontMenu.h"
 #include "terminal/win32/Win32ProfileFile.h"
 #include "tests/windows/WindowTestSupport.h"
 
