@@ -13,6 +13,7 @@
 #include "terminal/TitleBar.h"
 
 namespace kavrelon {
+
 frmTerm::frmTerm(TermPlatform& platform)
     : platform_(platform),
       platformKept_(platform.weak_from_this().lock()),
@@ -24,10 +25,14 @@ frmTerm::~frmTerm() = default;
 std::shared_ptr<frmTerm> frmTerm::load(TermPlatform& platform) {
     std::shared_ptr<frmTerm> form(new frmTerm(platform));
     form->window_ = platform.createWindow(form);
-    form->screen_.attach(*form->window_);
-    form->screen_.InitScreen();
-    form->window_->enableTimer(TermTimer::Cursor, form->termActive_);
+    form->Form_Load();
     return form;
+}
+
+void frmTerm::Form_Load() {
+    screen_.attach(*window_);
+    screen_.InitScreen();
+    window_->enableTimer(TermTimer::cursor_timer, TermActive_);
 }
 
 void frmTerm::TerminalOpen() {
@@ -42,26 +47,26 @@ void frmTerm::TerminalClose() noexcept {
     carryOn([this] { TurnOnOffCursor(false); });
     sessionClosed_ = true;
     sessionOpen_ = false;
-    helpBoxes_.closeAll();
+    HelpBoxes_.closeAll();
     carryOn([this] { screen_.clearPictures(); });
-    closeDate_ = std::chrono::system_clock::now();
+    CloseDate_ = std::chrono::system_clock::now();
 }
 
 void frmTerm::Logon(bool bLogin) {
     if (bLogin) return;
-    helpBoxes_.closeAll();
+    HelpBoxes_.closeAll();
     screen_.clearPictures();
     ClearRemote();
 }
 
 void frmTerm::AddRemote(std::string CommandLine, std::string Desc) {
     menus_.AddRemote(std::move(CommandLine), std::move(Desc));
-    if (isLoaded()) window_->enableRemoteMenu(menus_.remoteEnabled());
+    if (isLoaded()) window_->enableRemoteMenu(menus_.mnuRemoteEnabled());
 }
 
 void frmTerm::ClearRemote() {
     menus_.ClearRemote();
-    if (isLoaded()) window_->enableRemoteMenu(menus_.remoteEnabled());
+    if (isLoaded()) window_->enableRemoteMenu(menus_.mnuRemoteEnabled());
 }
 
 void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
@@ -76,9 +81,9 @@ void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
             bProcessed = true;
             ClearPicture(toInt16(command.argument));
         } else if (command.word == "PASTEOK") {
-            pasteOk_ = command.argument == "1";
+            PasteOk_ = command.argument == "1";
         } else if (command.word == "CUTOK") {
-            cutOk_ = command.argument == "1";
+            CutOk_ = command.argument == "1";
         }
     });
 }
@@ -117,7 +122,7 @@ void frmTerm::setWindowState(WindowState state) {
 
 void frmTerm::TurnOnOffCursor(bool OnOff) {
     if (!isLoaded()) return;
-    window_->enableTimer(TermTimer::Cursor, OnOff);
+    window_->enableTimer(TermTimer::cursor_timer, OnOff);
     if (OnOff) screen_.restoreCursor();
 }
 
@@ -129,7 +134,7 @@ void frmTerm::Unload() noexcept {
         if (callback_ != nullptr) callback_->WindowHasClosed();
     });
     callback_ = nullptr;
-    helpBoxes_.closeAll();
+    HelpBoxes_.closeAll();
     screen_.detach();
     window_.reset();
 }
@@ -138,11 +143,11 @@ void frmTerm::ReadINIFile() noexcept {
     if (!isLoaded()) return;
     ProfileFile& profiles = platform_.profileFile();
     std::string value;
-    carryOn([&] { IniFile::ReadIni(profiles, iniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
+    carryOn([&] { IniFile::ReadIni(profiles, IniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
     // A value that was deleted is there, but empty.
     carryOn([&] { selectFont(toInt16(value.empty() ? "1" : value)); });
     carryOn(
-        [&] { IniFile::ReadIni(profiles, iniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
+        [&] { IniFile::ReadIni(profiles, IniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
     carryOn([&] { window_->checkPrinterTypeEntry(printerTypeEntry(value)); });
     Form_Resize();
 }
@@ -152,7 +157,7 @@ void frmTerm::selectFont(std::int16_t index) {
     screen_.setFont(fontMenuEntry(entry).font);
     // A settings file that cannot be written costs the user the memory of the choice, not the choice.
     carryOn([&] {
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kMisc, settings::kFontStyle,
+        IniFile::WriteIni(platform_.profileFile(), IniFile_, settings::kMisc, settings::kFontStyle,
                           std::to_string(index));
     });
     window_->checkFontEntry(entry);
@@ -161,10 +166,10 @@ void frmTerm::selectFont(std::int16_t index) {
 
 void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
                           std::int16_t Height, std::string_view Text) {
-    helpBoxes_.close(Index);
+    HelpBoxes_.close(Index);
     if (!isLoaded()) return;
     const std::shared_ptr<frmHelp> box = frmHelp::load(platform_, *this);
-    helpBoxes_.put(Index, box);
+    HelpBoxes_.put(Index, box);
     const HelpGrid grid = helpGrid();
     box->SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
     box->SetBoxCord(Top, Left, Width, Height);
@@ -186,7 +191,7 @@ HelpGrid frmTerm::helpGrid() const {
 }
 
 void frmTerm::HideHelpBox(std::int16_t Index) {
-    helpBoxes_.close(Index);
+    HelpBoxes_.close(Index);
 }
 
 }  // namespace kavrelon

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "htmllabel/win32/WindowHandle.h"
+#include "support/win32/WindowHandle.h"
 
 namespace kavrelon {
 

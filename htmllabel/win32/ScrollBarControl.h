@@ -4,8 +4,9 @@
 
 #include <optional>
 
-#include "htmllabel/LabelWindow.h"
-#include "htmllabel/win32/WindowHandle.h"
+#include "htmllabel/ScrollState.h"
+#include "support/Geometry.h"
+#include "support/win32/WindowHandle.h"
 
 namespace kavrelon {
 

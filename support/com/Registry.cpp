@@ -75,7 +75,7 @@ bool ClassesRoot::isOurs(const RegistryGroup& group) const {
     std::wstring data(group.owner.data.size() + 1, L'\0');
     DWORD bytes = static_cast<DWORD>(data.size() * sizeof(wchar_t));
     const LSTATUS read = RegGetValueW(hive_, path.c_str(), name, RRF_RT_REG_SZ, nullptr, data.data(), &bytes);
-    // Longer data than ours does not fit, and fails as well.
+    // The call also fails for data longer than ours, which has no room.
     return read == ERROR_SUCCESS && _wcsicmp(data.c_str(), group.owner.data.c_str()) == 0;
 }
 

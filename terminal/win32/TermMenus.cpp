@@ -193,9 +193,9 @@ void TermMenus::fill(HMENU popup, TermWindowEvents& events) const {
     if (popup == printer_) {
         fillPrinters(popup, events.printerMenu());
     } else if (popup == knowledgeBase_) {
-        fillItems(popup, kKnowledgeBase, events.hostMenus().knowledgeBaseItems());
+        fillItems(popup, kKnowledgeBase, events.hostMenus().mnKnowledgeBaseLink());
     } else if (popup == remote_) {
-        fillItems(popup, kRemote, events.hostMenus().remoteItems());
+        fillItems(popup, kRemote, events.hostMenus().mnuRemoteConnection());
     }
 }
 

@@ -1,5 +1,6 @@
 #include <tuple>
 
+#include "headless/HeadlessHelpWindow.h"
 #include "tests/unit/Session.h"
 
 namespace kavrelon {
@@ -12,7 +13,6 @@ namespace {
 
 constexpr std::int16_t kLeft = 1;
 constexpr std::int16_t kRight = 2;
-constexpr int kNewScreen = 36;
 
 Rect block(int left, int top, int width, int height) {
     return {left, top, left + width, top + height};
@@ -28,7 +28,7 @@ class HelpBoxTest : public testing::Test, protected Session {
     }
     void show(int slot) { form().ShowHelpBox(static_cast<std::int16_t>(slot), 2, 3, 10, 4, "text"); }
     HeadlessHelpWindow& boxWindow(int slot = 1) {
-        return *windowOf(platform.desktop, *form().helpBoxes().at(slot));
+        return *windowOf(platform.desktop, *form().HelpBoxes().at(slot));
     }
     Rect place(int slot = 1) { return boxWindow(slot).rectangle(); }
     std::shared_ptr<frmHelp> box() { return std::dynamic_pointer_cast<frmHelp>(boxWindow().events()); }
@@ -122,8 +122,8 @@ TEST_F(HelpBoxTest, ItFollowsTheGridAndStaysWithItsWindow) {
     setSize(100, 40);
     EXPECT_EQ(place(), block(start.left - 80, start.top - 120, 104, 87));
     const frmTerm& below = form();
-    sequence(kNewScreen);
-    EXPECT_EQ(below.helpBoxes().openSlots().size() + form().helpBoxes().openSlots().size(), 1U);
+    sequence(rows::kNewScreen);
+    EXPECT_EQ(below.HelpBoxes().openSlots().size() + form().HelpBoxes().openSlots().size(), 1U);
 }
 
 TEST_F(HelpBoxTest, ButtonsMeanWhatTheyMeanOverLinksToo) {
@@ -179,7 +179,7 @@ TEST_F(HelpBoxTest, FiftyOneSlots) {
     }
     form().HideHelpBox(7);
     boxWindow(50).events()->mnuRightClickClose_Click();
-    EXPECT_EQ(form().helpBoxes().openSlots(), (std::vector{0, 1}));
+    EXPECT_EQ(form().HelpBoxes().openSlots(), (std::vector{0, 1}));
     // The object of a closed box stays for those who hold it, and ignores what it is told.
     const std::shared_ptr<frmHelp> closed = box();
     form().Unload();

@@ -96,7 +96,7 @@ TEST_F(WindowHelpBox, ItsMenuClosesIt) {
             return inMenu();
         });
         EXPECT_TRUE(pumpUntil([&] { return !IsWindow(box); })) << text;
-        EXPECT_EQ((*form)->helpBoxes().openSlots(), std::vector<int>{});
+        EXPECT_EQ((*form)->HelpBoxes().openSlots(), std::vector<int>{});
         EXPECT_TRUE(isTypedThrough());
     }
 }
@@ -122,7 +122,7 @@ TEST_F(WindowHelpBox, ItIsHiddenAndGoneWithTheTerminal) {
     }));
     DestroyWindow(form->window());
     EXPECT_FALSE(IsWindow(box));
-    EXPECT_EQ((*form)->helpBoxes().openSlots(), std::vector<int>{});
+    EXPECT_EQ((*form)->HelpBoxes().openSlots(), std::vector<int>{});
 }
 
 TEST_F(WindowHelpBox, ManyBoxesLeaveNothingBehind) {

@@ -1,11 +1,12 @@
 #include "WindowTestSupport.h"
+#include "terminal/FontMenu.h"
 #include "terminal/win32/Win32ProfileFile.h"
 
 namespace kavrelon {
 namespace {
 
 /// Counts how often a window tells that it closes.
-class CloseCounter final : public ITerminalCallBack {
+class CloseCounter final : public TermOwner {
   public:
     int closed = 0;
     void WindowHasClosed() override { ++closed; }
@@ -73,7 +74,7 @@ TEST_F(WindowLife, AWindowDestroyedFromOutsideIgnoresCalls) {
     window->keepBlock({0, 0, 10, 10});
     window->setFont(fontMenuEntry(2).font);
     window->setFontSize(20);
-    window->enableTimer(TermTimer::Cursor, true);
+    window->enableTimer(TermTimer::cursor_timer, true);
     window->setState(WindowState::Maximised);
     window->requestInnerSize({100, 100});
     window->checkFontEntry(2);
