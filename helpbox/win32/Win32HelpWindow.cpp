@@ -102,10 +102,10 @@ WindowAnswer Win32HelpWindow::handle(const WindowMessage& message) {
             return 0;
         case WM_COMMAND:
             if (LOWORD(message.wParam) == mnuRightClickClose && events != nullptr)
-                events->mnuRightClicmnuRightClickClose_Click();
+                events->mnuRightClickClose_Click();
             return 0;
         case WM_CLOSE:
-            if (events != nullptr) events->mnuRightClicmnuRightClickClose_Click();
+            if (events != nullptr) events->mnuRightClickClose_Click();
             return 0;
         case WM_MOUSEACTIVATE:
             SetActiveWindow(GetWindow(message.window, GW_OWNER));

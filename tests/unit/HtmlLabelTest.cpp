@@ -163,6 +163,7 @@ TEST_F(HtmlLabelTest, KeepsItsPlaceWhenPropertiesParseAgainButNotWhenResized) {
     label->vscScroll_Change(100);
     window.surroundings().visible = false;
     label->DocumentHTML("short");
+    EXPECT_EQ(label->DocumentTitle(), "Unknown");
     EXPECT_EQ(window.shown().vscScroll.Value, 0);
     window.repaintViewPort();
     EXPECT_FALSE(window.shown().vscScroll.visible);

@@ -133,7 +133,7 @@ TEST_F(SettingsTest, FunctionKeysThreeToFortyEightComeFromTheFile) {
                                                           {4, "/MR\r"}, {5, "/\r"},  {7, "\x1B"},
                                                           {8, ""},      {48, "last"}};
     for (const auto& [key, text] : cases) EXPECT_EQ(terminal->FuncKey(key), text) << key;
-    sequence(38, {"3", "changed"});
+    sequence(rows::kSetFunctionKey, {"3", "changed"});
     EXPECT_EQ(read("Misc", "FuncKey3"), "^27[A<cr>");
     terminal->IClientMain_OnConnection();
     EXPECT_EQ(terminal->FuncKey(3), "\x1B[A\r");
