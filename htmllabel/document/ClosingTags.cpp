@@ -11,19 +11,6 @@
 namespace kavrelon {
 namespace {
 
-constexpr TagSet kEndCells = {TAG_TD,    TAG_TR,    TAG_END_TR,    TAG_END_TABLE, TAG_THEAD, TAG_END_THEAD,
-                              TAG_TBODY, TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,  TAG_END_BODY};
-constexpr TagSet kEndRows = {TAG_TR,    TAG_END_TABLE, TAG_THEAD,     TAG_END_THEAD, TAG_TBODY,
-                             TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,      TAG_END_BODY};
-constexpr TagSet kEndParagraphs = {TAG_P,           TAG_DIV,        TAG_END_DIV,   TAG_HEADING,
-                                   TAG_END_HEADING, TAG_UL,         TAG_END_UL,    TAG_OL,
-                                   TAG_END_OL,      TAG_LI,         TAG_HR,        TAG_TABLE,
-                                   TAG_END_TABLE,   TAG_BLOCKQUOTE, TAG_CENTER,    TAG_END_BLOCKQUOTE,
-                                   TAG_END_CENTER,  TAG_FORM,       TAG_END_FORM,  TAG_TD,
-                                   TAG_END_TD,      TAG_TR,         TAG_END_TR,    TAG_THEAD,
-                                   TAG_TBODY,       TAG_TFOOT,      TAG_END_THEAD, TAG_END_TBODY,
-                                   TAG_END_TFOOT,   TAG_BODY,       TAG_END_BODY};
-
 /// An index of a piece or of an opened element. There are never more than 32767 elements, those that are
 /// added included: each of these has an opener of three characters or more.
 using Index = std::int16_t;
@@ -61,7 +48,7 @@ class Matcher {
         std::vector<Missing> found;
         for (auto element = opened_.rbegin(); element != opened_.rend(); ++element) {
             if (element->closed || element->code == TAG_TABLE) continue;
-            found.push_back({endOf(*element), static_cast<std::uint8_t>(element->code + 1)});
+            found.push_back({endOf(*element), static_cast<std::uint8_t>(closerOf(element->tag()))});
         }
         std::ranges::stable_sort(found, {}, &Missing::before);
         return found;
@@ -76,6 +63,8 @@ class Matcher {
         Index ender = kNone;
         /// As it was before this one.
         Innermost outside;
+
+        TagType tag() const { return static_cast<TagType>(code); }
     };
 
     Opened& at(Index element) { return opened_[static_cast<std::size_t>(element)]; }
@@ -144,9 +133,10 @@ class Matcher {
         const auto note = [&](Index element) {
             if (element != kNone && at(element).ender == kNone) at(element).ender = index;
         };
-        if (kEndParagraphs.has(code)) note(innermost_.paragraph);
-        if (kEndCells.has(code)) note(innermost_.cell);
-        if (kEndRows.has(code)) note(innermost_.row);
+        const TagEnds ends = traitsOf(code).ends;
+        if (ends >= TagEnds::Paragraph) note(innermost_.paragraph);
+        if (ends >= TagEnds::Cell) note(innermost_.cell);
+        if (ends >= TagEnds::Row) note(innermost_.row);
     }
 
     Index endOf(const Opened& element) const {

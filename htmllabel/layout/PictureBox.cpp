@@ -51,8 +51,8 @@ void showAlternative(FlowPicture& box, std::string_view text, int width, int hei
 
 }  // namespace
 
-FlowPicture pictureBox(const HTMLElement& image, const Picture* picture, const TextStyle& style,
-                       Canvas& canvas) {
+FlowPicture pictureBox(const HTMLElement& image, std::string_view alternative, const Picture* picture,
+                       const TextStyle& style, Canvas& canvas) {
     const int width = clampPixels(image.lngImgWidth);
     const int height = clampPixels(image.lngImgHeight);
     FlowPicture box;
@@ -66,7 +66,7 @@ FlowPicture pictureBox(const HTMLElement& image, const Picture* picture, const T
     if (picture != nullptr) {
         box.size = scaled(picture->size(), width, height);
     } else {
-        showAlternative(box, image.strAlt, width, height, style, canvas);
+        showAlternative(box, alternative, width, height, style, canvas);
     }
     return box;
 }
