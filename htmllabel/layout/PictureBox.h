@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "htmllabel/document/HTMLElement.h"
+#include "htmllabel/layout/DisplayList.h"
 #include "htmllabel/layout/Flow.h"
 
 namespace kavrelon {
@@ -12,7 +13,8 @@ namespace kavrelon {
 FlowPicture pictureBox(const HTMLElement& image, std::string_view alternative, const Picture* picture,
                        const TextStyle& style, Canvas& canvas);
 
-/// The space between the frame of a missing picture and its text.
-inline constexpr int kAlternativeMargin = 3;
+/// A picture, its border or alternative text included, with its outer top left corner at `corner`.
+void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
+                   Point corner, Colour ground);
 
 }  // namespace kavrelon
