@@ -9,6 +9,7 @@
 #include "fuzz/Input.h"
 #include "headless/HeadlessCanvas.h"
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Layout.h"
 
 namespace {
@@ -116,15 +117,8 @@ std::string drawable(const HTMLElement& element) {
 }
 
 bool hidesText(const HTMLElement& element) {
-    switch (element.lngTagType) {
-        case TAG_HEAD:
-        case TAG_TITLE:
-        case TAG_SCRIPT:
-        case TAG_STYLE:
-            return true;
-        default:
-            return false;
-    }
+    const TagTraits& tag = traitsOf(element.lngTagType);
+    return tag.content != TagContent::Shown && !tag.isCloser;
 }
 
 /// Every text is on the page, in full; nothing of it only where tags hide text.
