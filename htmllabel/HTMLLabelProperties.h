@@ -22,6 +22,11 @@ struct HTMLLabelProperties {
     std::int16_t DefaultSpacing = 4;  // pixels
     bool operator==(const HTMLLabelProperties&) const = default;
 
+    /// Whether a value is one of the two of `Appearance` or of `BorderStyle`.
+    static bool isChoice(std::int16_t value);
+    /// Whether all values can be kept. What is read from outside may hold anything.
+    bool isValid() const;
+
     /// What a property is that a container's saved set lacks.
     static HTMLLabelProperties whenNotSaved() { return {}; }
     /// What a control starts with that no container has given anything yet: the surface has no border, and

@@ -9,6 +9,7 @@
 #include "support/Conversions.h"
 #include "support/Keys.h"
 #include "support/win32/KeyState.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
@@ -47,8 +48,7 @@ HWND toHandle(WindowId window) {
 Rect rectangleOfWindow(HWND window) {
     RECT place{};
     GetWindowRect(window, &place);
-    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
-            static_cast<int>(place.bottom)};
+    return fromPlatform(place);
 }
 
 /// Whether a window stands above its owner. Not every platform takes it along when the owner comes to the
@@ -174,8 +174,7 @@ bool Win32HelpWindow::isShown(WindowId window) const {
 }
 
 Point Win32HelpWindow::cursor() const {
-    const DWORD place = GetMessagePos();
-    return {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+    return pointIn(static_cast<LPARAM>(GetMessagePos()));
 }
 
 bool Win32HelpWindow::isHeld(std::int16_t wanted) const {
@@ -185,7 +184,7 @@ bool Win32HelpWindow::isHeld(std::int16_t wanted) const {
 }
 
 void Win32HelpWindow::drawFocusRectangle(const Rect& block) {
-    const RECT outline{block.left, block.top, block.right, block.bottom};
+    const RECT outline = toPlatform(block);
     const HWND desktop = GetDesktopWindow();
     const HDC context = GetDC(desktop);
     DrawFocusRect(context, &outline);

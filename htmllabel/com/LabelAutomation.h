@@ -63,8 +63,6 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
   private:
-    static bool isChoice(std::int16_t value) { return value == 0 || value == 1; }
-
     static BSTR toAutomation(const std::string& text) { return toBstr(text).detach(); }
     static VARIANT_BOOL toAutomation(bool flag) { return flag ? VARIANT_TRUE : VARIANT_FALSE; }
     template <class Number>
@@ -125,9 +123,9 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
     static constexpr LabelProperty<Colour> kBackColor{"BackColor", DISPID_BACKCOLOR, &L::BackColor,
                                                       &L::BackColor};
     static constexpr Short kAppearance{"Appearance", DISPID_APPEARANCE, &L::Appearance, &L::Appearance,
-                                       isChoice};
+                                       HTMLLabelProperties::isChoice};
     static constexpr Short kBorderStyle{"BorderStyle", DISPID_BORDERSTYLE, &L::BorderStyle, &L::BorderStyle,
-                                        isChoice};
+                                        HTMLLabelProperties::isChoice};
 };
 
 }  // namespace kavrelon

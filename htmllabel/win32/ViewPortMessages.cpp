@@ -4,16 +4,12 @@
 #include "htmllabel/LabelContainer.h"
 #include "support/Keys.h"
 #include "support/win32/KeyState.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
 
 constexpr WPARAM kButtons = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
-
-/// The position in a mouse message: signed, as the mouse may stand to the left of the view port or above it.
-Point position(LPARAM lParam) {
-    return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-}
 
 std::int16_t buttonsHeld(WPARAM wParam) {
     int held = 0;
@@ -27,13 +23,13 @@ LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, HWND viewP
                    LPARAM lParam) {
     if (container.takesFocus()) SetFocus(viewPort);
     SetCapture(viewPort);
-    label.picViewPort_MouseDown(button, shiftState(), position(lParam));
+    label.picViewPort_MouseDown(button, shiftState(), pointIn(lParam));
     return 0;
 }
 
 LRESULT buttonUp(HTMLLabel& label, HWND viewPort, std::int16_t button, WPARAM wParam, LPARAM lParam) {
     if ((wParam & kButtons) == 0 && GetCapture() == viewPort) ReleaseCapture();
-    label.picViewPort_MouseUp(button, shiftState(), position(lParam));
+    label.picViewPort_MouseUp(button, shiftState(), pointIn(lParam));
     return 0;
 }
 
@@ -59,7 +55,7 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
             if (reinterpret_cast<HWND>(lParam) != viewPort) container.mouseReleased();
             return 0;
         case WM_MOUSEMOVE:
-            label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), position(lParam));
+            label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), pointIn(lParam));
             return 0;
         case WM_MOUSEWHEEL: {
             const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;

@@ -8,6 +8,7 @@
 #include "htmllabel/win32/ViewPortMessages.h"
 #include "support/SystemColours.h"
 #include "support/win32/Messages.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
@@ -37,10 +38,6 @@ WORD cursorNumber(MousePointer pointer) {
             break;
     }
     return kArrowCursor;
-}
-
-RECT toRect(const Rect& block) {
-    return {block.left, block.top, block.right, block.bottom};
 }
 
 void fillBlock(HDC context, const RECT& block, Colour colour) {
@@ -233,7 +230,7 @@ void Win32LabelWindow::eraseOuter(HDC context) const {
     RECT inner{};
     GetClientRect(outer_.get(), &inner);
     fillBlock(context, inner, look_.BackColor);
-    if (placement_.shpCornerVisible) fillBlock(context, toRect(placement_.shpCorner), kButtonFaceColour);
+    if (placement_.shpCornerVisible) fillBlock(context, toPlatform(placement_.shpCorner), kButtonFaceColour);
 }
 
 void Win32LabelWindow::paintViewPort(HTMLLabel& label) {
@@ -341,7 +338,7 @@ void Win32LabelWindow::setSurface(const LabelSurface& surface) {
 void Win32LabelWindow::place(const LabelPlacement& placement) {
     if (outer_ == nullptr) return;
     placement_ = placement;
-    moveWindow(picViewPort_.get(), toRect(placement.picViewPort));
+    moveWindow(picViewPort_.get(), toPlatform(placement.picViewPort));
     vscScroll_.place(placement.vscScroll);
     hscScroll_.place(placement.hscScroll);
     InvalidateRect(outer_.get(), nullptr, TRUE);
