@@ -20,16 +20,14 @@ HeadlessPlatform::HeadlessPlatform(ProfileFile& profiles) : profiles_(profiles) 
 }
 
 HeadlessWindow* HeadlessPlatform::windowOf(const TermWindowEvents& events) const {
-    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const HeadlessWindow* window) {
+    const auto found = std::ranges::find_if(desktop.terminalWindows, [&](const HeadlessWindow* window) {
         return window->events().get() == &events;
     });
-    return found == windows_.end() ? nullptr : *found;
+    return found == desktop.terminalWindows.end() ? nullptr : *found;
 }
 
 std::unique_ptr<TermWindow> HeadlessPlatform::createWindow(std::weak_ptr<TermWindowEvents> events) {
-    auto window = std::make_unique<HeadlessWindow>(*this, std::move(events));
-    windows_.push_back(window.get());
-    return window;
+    return std::make_unique<HeadlessWindow>(desktop, std::move(events));
 }
 
 std::unique_ptr<HelpWindow> HeadlessPlatform::createHelpWindow(std::weak_ptr<HelpWindowEvents> events) {
@@ -37,8 +35,8 @@ std::unique_ptr<HelpWindow> HeadlessPlatform::createHelpWindow(std::weak_ptr<Hel
 }
 
 const HeadlessWindow* HeadlessPlatform::windowOf(WindowId id) const {
-    const auto found = std::ranges::find(windows_, id, &HeadlessWindow::id);
-    return found == windows_.end() ? nullptr : *found;
+    const auto found = std::ranges::find(desktop.terminalWindows, id, &HeadlessWindow::id);
+    return found == desktop.terminalWindows.end() ? nullptr : *found;
 }
 
 std::shared_ptr<const Picture> HeadlessPlatform::loadPicture(const std::string& path) {
@@ -53,20 +51,6 @@ void HeadlessPlatform::processMessages() {
         pendingMessages.pop_front();
         message();
     }
-}
-
-void HeadlessPlatform::activate(HeadlessWindow& window) {
-    HeadlessWindow* before = std::exchange(active_, &window);
-    if (before == &window) return;
-    if (before != nullptr) {
-        if (const auto target = before->events()) target->Form_Deactivate();
-    }
-    if (const auto target = window.events()) target->Form_Activate();
-}
-
-void HeadlessPlatform::forget(const HeadlessWindow& window) {
-    std::erase(windows_, &window);
-    if (active_ == &window) active_ = nullptr;
 }
 
 }  // namespace kavrelon

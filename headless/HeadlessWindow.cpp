@@ -1,17 +1,20 @@
 #include "headless/HeadlessWindow.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "headless/HeadlessPicture.h"
-#include "headless/HeadlessPlatform.h"
 
 namespace kavrelon {
 
-HeadlessWindow::HeadlessWindow(HeadlessPlatform& platform, std::weak_ptr<TermWindowEvents> events)
-    : platform_(platform), id_(++platform.lastId_), events_(std::move(events)) {}
+HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindowEvents> events)
+    : desktop_(desktop), id_(++desktop.lastId), events_(std::move(events)) {
+    desktop_.terminalWindows.push_back(this);
+}
 
 HeadlessWindow::~HeadlessWindow() {
-    platform_.forget(*this);
+    std::erase(desktop_.terminalWindows, this);
+    if (desktop_.active == this) desktop_.active = nullptr;
 }
 
 void HeadlessWindow::tick(TermTimer timer) {
@@ -127,7 +130,7 @@ void HeadlessWindow::show() {
     if (visible_) return;
     visible_ = true;
     sendMove();
-    platform_.activate(*this);
+    makeActive();
     sendResize();
 }
 
@@ -139,28 +142,33 @@ void HeadlessWindow::setState(WindowState state) {
 }
 
 void HeadlessWindow::makeActive() {
-    platform_.activate(*this);
+    HeadlessWindow* const before = std::exchange(desktop_.active, this);
+    if (before == this) return;
+    if (before != nullptr) {
+        if (const auto target = before->events()) target->Form_Deactivate();
+    }
+    if (const auto target = events()) target->Form_Activate();
 }
 
 void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
-    if (platform_.onBeep) platform_.onBeep(frequencyHertz, milliseconds);
+    desktop_.onBeep(frequencyHertz, milliseconds);
 }
 
 std::optional<std::string> HeadlessWindow::clipboardText() {
-    if (platform_.clipboardHeld || platform_.clipboard.empty()) return std::nullopt;
-    return platform_.clipboard;
+    if (desktop_.clipboardHeld || desktop_.clipboard.empty()) return std::nullopt;
+    return desktop_.clipboard;
 }
 
 bool HeadlessWindow::setClipboardText(const std::string& text) {
-    if (platform_.clipboardHeld) return false;
-    platform_.clipboard = text;
-    if (platform_.onClipboard) platform_.onClipboard(text);
+    if (desktop_.clipboardHeld) return false;
+    desktop_.clipboard = text;
+    desktop_.onClipboard(text);
     return true;
 }
 
 bool HeadlessWindow::clearClipboard() {
-    if (platform_.clipboardHeld) return false;
-    platform_.clipboard.clear();
+    if (desktop_.clipboardHeld) return false;
+    desktop_.clipboard.clear();
     return true;
 }
 

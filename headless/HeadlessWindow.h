@@ -8,13 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "headless/HeadlessDesktop.h"
 #include "headless/ShownCells.h"
 #include "support/Geometry.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
-
-class HeadlessPlatform;
 
 /// A terminal window in memory: it keeps what each cell shows, cells being 8 x 16 pixels in every font and
 /// the inner area 1056 x 800. For tests, tools and measurements.
@@ -23,7 +22,8 @@ class HeadlessWindow final : public TermWindow {
     static constexpr Size kCell{8, 16};
     static constexpr Size kInner{1056, 800};
 
-    HeadlessWindow(HeadlessPlatform& platform, std::weak_ptr<TermWindowEvents> events);
+    /// The desktop must outlive the window.
+    HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindowEvents> events);
     ~HeadlessWindow() override;
     HeadlessWindow(const HeadlessWindow&) = delete;
     HeadlessWindow& operator=(const HeadlessWindow&) = delete;
@@ -108,7 +108,7 @@ class HeadlessWindow final : public TermWindow {
     void sendResize();
     void sendMove();
 
-    HeadlessPlatform& platform_;
+    HeadlessDesktop& desktop_;
     WindowId id_;
     std::weak_ptr<TermWindowEvents> events_;
     Point corner_;

@@ -7,14 +7,6 @@
 
 namespace kavrelon {
 
-/// Character sets of fonts, with the platform's numbers.
-namespace charsets {
-inline constexpr std::uint8_t kAnsi = 0;
-inline constexpr std::uint8_t kDefault = 1;
-inline constexpr std::uint8_t kSymbol = 2;
-inline constexpr std::uint8_t kOem = 255;
-}  // namespace charsets
-
 /// An entry of the font menu: its caption and its font.
 struct FontMenuEntry {
     const char* caption;

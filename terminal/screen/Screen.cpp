@@ -31,7 +31,7 @@ void Screen::attach(TermSurface& surface) {
 }
 
 void Screen::detach() {
-    endRun();
+    closeRun();
     mark_.forget();
     painter_.removePictures();
     surface_ = nullptr;
@@ -72,8 +72,7 @@ void Screen::control(std::uint8_t ch) {
             return;
         case 13:  // CR
             HideCursor();
-            noteRun();
-            CursorX_ = 0;
+            moveToColumn(0);
             return;
         default:  // NUL and DC1 are ignored
             return;
@@ -85,44 +84,45 @@ void Screen::print(std::uint8_t ch) {
     HideCursor();
     const Raised writing(Writing_);
     if (CursorX_ == RightMargin() && AutoWrap_) {
-        noteRun();
-        CursorX_ = 0;
+        moveToColumn(0);
         lineFeed();
     }
     ScreenDirty_ = true;
-    if (beginRun()) {
-        storeInRun(ch);
-        return;
+    const int end = std::min(RightMargin(), kMaxScreen);
+    if (!painting() && CursorX_ < end) {
+        openRun(end);
+        if (runEnd_ != 0) return storeInRun(ch);
     }
-    buffer_.PutCell(column(), CursorY_, {ch, rendition_.CurAttr()});
-    if (painting() && CursorX_ < RightMargin()) painter_.DrawCell(ch, column(), CursorY_, rendition_.pen());
+    buffer_.PutCell(CursorX_, CursorY_, {ch, rendition_.CurAttr()});
+    if (painting() && CursorX_ < RightMargin()) painter_.DrawCell(ch, CursorX_, CursorY_, rendition_.pen());
     ++CursorX_;
 }
 
 void Screen::backspace() {
     if (CursorX_ < 1) return;
     HideCursor();
-    noteRun();
-    --CursorX_;
+    moveToColumn(CursorX_ - 1);
 }
 
 void Screen::tabulate() {
     HideCursor();
-    noteRun();
+    // No operation fills the table yet, so a tab finds no stop and takes the last one, which leads to column
+    // 0. Searched all the same: filling it is all that tab stops will need.
     const auto searched = TabStops_.begin() + (kTabStops - 1);
     const auto next =
         std::find_if(TabStops_.begin(), searched, [this](std::int16_t stop) { return stop > CursorX_; });
-    CursorX_ = *next;
+    moveToColumn(*next);
 }
 
 void Screen::lineFeed() {
-    noteRun();
+    // Closed meanwhile: a row that finds no memory must not leave the old one open.
+    const int end = closeRun();
     if (CursorY_ >= LastLine()) {
         ScrollUp();
     } else {
         ++CursorY_;
     }
-    if (runEnd_ != 0) moveRunToCursorRow();
+    openRun(end);
 }
 
 void Screen::ScrollUp() {
@@ -134,20 +134,16 @@ void Screen::ScrollUp() {
     }
 }
 
-bool Screen::beginRun() {
-    const int end = std::min(RightMargin(), kMaxScreen);
-    if (painting() || CursorX_ >= end) return false;
+void Screen::openRun(int end) {
+    closeRun();
+    if (end == 0 || CursorY_ >= kMaxScreen) return;
+    run_ = buffer_.rowInPlace(CursorY_);
     runEnd_ = end;
-    moveRunToCursorRow();
-    return runEnd_ != 0;
 }
 
-void Screen::moveRunToCursorRow() {
-    if (CursorY_ < kMaxScreen) {
-        run_ = buffer_.rowInPlace(CursorY_);
-    } else {
-        runEnd_ = 0;
-    }
+void Screen::blankRows(int first, int last) {
+    closeRun();
+    buffer_.blankRows(first, last);
 }
 
 void Screen::DataReceiveStart() {
@@ -171,12 +167,11 @@ void Screen::term_setattr(std::string_view Ch) {
 }
 
 void Screen::CursorX(int value) {
-    noteRun();
-    CursorX_ = std::max(std::min(value, CharsPerLine_), 0);
+    moveToColumn(std::max(std::min(value, CharsPerLine_), 0));
 }
 
 void Screen::CursorY(int value) {
-    endRun();
+    closeRun();
     CursorY_ = std::max(std::min(value, LastLine()), 0);
 }
 
@@ -186,25 +181,18 @@ void Screen::SetCursor(int Col, int Row) {
 }
 
 void Screen::sizeChanged() {
-    SetCursor(column(), CursorY_);
+    SetCursor(CursorX_, CursorY_);
     SelectionShown_ = false;
 }
 
 void Screen::CharsPerLine(std::int16_t value) {
-    endRun();
     CharsPerLine_ = value;
     sizeChanged();
 }
 
 void Screen::LinesPerPage(std::int16_t value) {
-    endRun();
     LinesPerPage_ = value;
     sizeChanged();
-}
-
-void Screen::AutoWrap(bool value) {
-    endRun();
-    AutoWrap_ = value;
 }
 
 void Screen::ScreenSize(std::int16_t Width, std::int16_t& Height) {
@@ -234,41 +222,37 @@ void Screen::drawBlankRows(int firstRow, int lastRow) {
 }
 
 void Screen::ClearLine() {
-    endRun();
-    buffer_.blankRow(CursorY_);
+    blankRows(CursorY_, CursorY_);
     drawBlankRows(CursorY_, CursorY_);
 }
 
 void Screen::ClearEndOfLine() {
-    endRun();
     ScreenDirty_ = true;
     if (painting()) {
-        painter_.drawBlanks(column(), CursorY_, CharsPerLine_ - column(), rendition_.pen());
+        painter_.drawBlanks(CursorX_, CursorY_, CharsPerLine_ - CursorX_, rendition_.pen());
     }
     if (CursorX_ + 1 > CharsPerLine_) return;
     // One column past the last shown one: the pending column is erased too.
-    buffer_.fill(column(), CharsPerLine_, CursorY_, {0, rendition_.DefaultAttr()});
+    buffer_.fill(CursorX_, CharsPerLine_, CursorY_, {0, rendition_.DefaultAttr()});
 }
 
 void Screen::ClearStartOfLine() {
-    endRun();
     drawBlankRows(CursorY_, CursorY_);
     // The window loses the whole row, the buffer only its start: the rest shows again at the next repaint.
-    buffer_.fill(0, column(), CursorY_, {' ', rendition_.DefaultAttr()});
+    buffer_.fill(0, CursorX_, CursorY_, {' ', rendition_.DefaultAttr()});
 }
 
 void Screen::ClearEndOfScreen() {
     ClearEndOfLine();
-    buffer_.blankRows(CursorY_ + 1, LastLine());
+    blankRows(CursorY_ + 1, LastLine());
     observer_.rowsErased(CursorY_);
     drawBlankRows(CursorY_ + 1, LastLine());
 }
 
 void Screen::ClearBeginOfScreen() {
-    endRun();
     drawBlankRows(0, CursorY_ - 1);
     ClearStartOfLine();
-    buffer_.blankRows(0, CursorY_);
+    blankRows(0, CursorY_);
 }
 
 CellPlace Screen::cellAt(Point pixel) const {

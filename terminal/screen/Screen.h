@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "terminal/screen/CursorMark.h"
@@ -71,7 +72,7 @@ class Screen {
     std::int16_t LinesPerPage() const { return static_cast<std::int16_t>(LinesPerPage_); }
     void LinesPerPage(std::int16_t value);
     bool AutoWrap() const { return AutoWrap_; }
-    void AutoWrap(bool value);
+    void AutoWrap(bool value) { AutoWrap_ = value; }
     /// Sets the size and draws the screen anew; the buffer keeps its contents. Sizes below 1 mean the
     /// default, sizes above 1024 mean 1024; the height that was used is left in `Height`.
     void ScreenSize(std::int16_t Width, std::int16_t& Height);
@@ -165,7 +166,6 @@ class Screen {
     bool painting() const { return PaintOn_ && painter_.surface() != nullptr; }
     int LastLine() const { return LinesPerPage_ - 1; }
     int RightMargin() const { return CharsPerLine_; }
-    int column() const { return static_cast<int>(CursorX_); }
 
     void storeInRun(std::uint8_t ch) {
         Cell& cell = run_.line->Cells[static_cast<std::size_t>(CursorX_ + 1)];
@@ -181,23 +181,28 @@ class Screen {
     void tabulate();
     void lineFeed();
     void ScrollUp();
-    bool beginRun();
-    void endRun() {
+    void openRun(int end);
+    /// Closes the run, and tells where it ended: 0 if it was closed.
+    int closeRun() {
         noteRun();
-        runEnd_ = 0;
+        return std::exchange(runEnd_, 0);
     }
     /// Tells the buffer how far the run has been written; due before the cursor leaves its end. The cursor of
-    /// a screen wider than can be stored may stand behind the row.
+    /// a screen wider than can be stored may be past the row.
     void noteRun() {
-        if (runEnd_ == 0 || *run_.extent > CursorX_) return;
-        *run_.extent = static_cast<int>(std::min(CursorX_, runEnd_) + 1);
+        if (runEnd_ != 0 && *run_.extent <= CursorX_) *run_.extent = std::min(CursorX_, runEnd_) + 1;
     }
-    void moveRunToCursorRow();
+    /// The one way to change the column, but for the stores that move it on.
+    void moveToColumn(int column) {
+        noteRun();
+        CursorX_ = column;
+    }
+    void blankRows(int first, int last);
+    void BlankBuffer() { blankRows(0, LastLine()); }
     void sizeChanged();
     void takeMarkOff();
     void ClearWindow();
     void drawBlankRows(int firstRow, int lastRow);
-    void BlankBuffer() { buffer_.blankRows(0, LastLine()); }
     void drawCells(const CellRect& cells);
     void drawPictureCells(const CellRect& cells);
     // Kept out of the scroll that a burst without painting consists of.
@@ -210,13 +215,13 @@ class Screen {
     Painter painter_;
     CursorMark mark_;
 
-    // The cursor's row, open for characters that need nothing but storing: painting is off, the mark is not
-    // drawn, the row is in memory. Whatever changes one of these closes it (runEnd_ becomes 0).
+    // The run: the cursor's row, open for characters that need nothing but storing. It is open only while
+    // nothing is drawn, so the mark is off, and ends (runEnd_) where a character wraps or is refused.
+    // Whatever has the cursor's row blanked or moved, or the cursor leave it, closes it first.
     ScreenBuffer::RowInPlace run_{};
-    std::ptrdiff_t runEnd_ = 0;
+    int runEnd_ = 0;
 
-    // As wide as an address, because it is the index of every character's store.
-    std::ptrdiff_t CursorX_ = 0;
+    int CursorX_ = 0;
     int CursorY_ = 0;
     int CharsPerLine_ = 0;
     int LinesPerPage_ = 0;

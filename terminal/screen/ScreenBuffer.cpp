@@ -46,10 +46,6 @@ void ScreenBuffer::blank(Row& row) {
     row.extent = 0;
 }
 
-void ScreenBuffer::blankRow(int row) {
-    blankRows(row, row);
-}
-
 void ScreenBuffer::blankRows(int first, int last) {
     first = std::max(first, 0);
     last = std::min(last, kMaxScreen - 1);

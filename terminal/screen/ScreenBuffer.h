@@ -30,9 +30,8 @@ class ScreenBuffer {
     /// A record for reading, 0 to 1024 (screen row + 1); a record never written reads as zeros.
     const ScreenLine& record(int index) const;
 
-    /// Record r + 1 takes a copy of the blank line. Rows outside the buffer are left alone.
-    void blankRow(int row);
-    /// Blanks screen rows `first` to `last`.
+    /// Screen rows `first` to `last` each take a copy of the blank line. Rows outside the buffer are left
+    /// alone.
     void blankRows(int first, int last);
     /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
     void moveRowsUp(int lines) {
@@ -41,12 +40,10 @@ class ScreenBuffer {
         blank(writableRow(ringSize_));
     }
 
-    /// A screen row for writing in place: column c is element c + 1 of the line. Whoever writes sees to it
-    /// that `extent` is at least the last element written + 1. Valid until the buffer is changed in another
-    /// way.
+    /// A screen row for writing in place. Good until the row is blanked or moved.
     struct RowInPlace {
         ScreenLine* line;
-        int* extent;
+        int* extent;  ///< whoever writes sees to it that it is at least the last element written + 1
     };
     /// Row 0 to 1023.
     RowInPlace rowInPlace(int row) {

@@ -13,7 +13,7 @@ constexpr CellRect kNoCells{0, 0, 0, 0};
 }  // namespace
 
 void Screen::PaintOn(bool value) {
-    endRun();
+    closeRun();
     PaintOn_ = value;
 }
 
@@ -187,8 +187,7 @@ void Screen::paintWindow() {
 }
 
 void Screen::ShowCursor() {
-    endRun();
-    if (painting()) mark_.show(*surface_, grid().cellBlock(column(), CursorY_));
+    if (painting()) mark_.show(*surface_, grid().cellBlock(CursorX_, CursorY_));
 }
 
 void Screen::takeMarkOff() {

@@ -12,10 +12,9 @@ namespace kavrelon {
 namespace {
 
 using namespace std::string_literals;
+using namespace rows;
 using Texts = std::vector<std::string>;
 
-constexpr int kSizeScreen = 35, kNewScreen = 36, kCloseScreen = 37, kAddKnowledgeBase = 41,
-              kClearKnowledgeBase = 42, kAddRemote = 43;
 constexpr std::int16_t kCtrl = 17;
 
 class InputTest : public ConnectedTest {
@@ -139,7 +138,7 @@ TEST_F(InputTest, HighlightFollowsTheMouseInEveryDirection) {
         EXPECT_EQ(highlighted(), 6);
         form().Form_MouseUp(MouseButton::Left, to);
         form().mnuRightClickCopy_Click();
-        EXPECT_EQ(platform.clipboard, "cdeijk");
+        EXPECT_EQ(platform.desktop.clipboard, "cdeijk");
         EXPECT_EQ(highlighted(), 0);
     }
 }
@@ -158,24 +157,24 @@ TEST_F(InputTest, ContextMenuFollowsWhatIsAllowed) {
 
 TEST_F(InputTest, HeldClipboardRingsAndLosesNothing) {
     std::vector<int> bells;
-    platform.onBeep = [&](int frequency, int) { bells.push_back(frequency); };
+    platform.desktop.onBeep = [&](int frequency, int) { bells.push_back(frequency); };
     type("text");
-    platform.clipboard = "before";
-    platform.clipboardHeld = true;
+    platform.desktop.clipboard = "before";
+    platform.desktop.clipboardHeld = true;
     drag(at(0, 0), at(3, 0));
     form().mnuRightClickCopy_Click();
     form().mnuRightClickPaste_Click();
     form().mnuRightClickClear_Click();
     EXPECT_EQ(bells, (std::vector<int>{100, 100, 100}));
-    EXPECT_EQ(platform.clipboard, "before");
+    EXPECT_EQ(platform.desktop.clipboard, "before");
     EXPECT_TRUE(parent->calls.empty());
-    platform.clipboardHeld = false;
+    platform.desktop.clipboardHeld = false;
     form().mnuRightClickCopy_Click();
-    EXPECT_EQ(platform.clipboard, "text") << "the selection is still there";
+    EXPECT_EQ(platform.desktop.clipboard, "text") << "the selection is still there";
 
-    platform.clipboard = std::string(1 << 20, 'x');
+    platform.desktop.clipboard = std::string(1 << 20, 'x');
     form().mnuRightClickPaste_Click();
-    EXPECT_EQ(parent->calls, Texts{"data " + platform.clipboard}) << "sent whole";
+    EXPECT_EQ(parent->calls, Texts{"data " + platform.desktop.clipboard}) << "sent whole";
 }
 
 TEST_F(InputTest, DragEndsOnTheScreenThatHasBecomeSmaller) {
@@ -184,7 +183,7 @@ TEST_F(InputTest, DragEndsOnTheScreenThatHasBecomeSmaller) {
     setSize(80, 3);
     form().Form_MouseMove(true, at(78, 2));
     form().mnuRightClickCopy_Click();
-    EXPECT_EQ(platform.clipboard, "  ");
+    EXPECT_EQ(platform.desktop.clipboard, "  ");
 }
 
 TEST(LauncherTest, TakesCommandTextsApart) {
@@ -224,7 +223,7 @@ TEST(LauncherTest, OnlySomeFailuresGetASecondAttempt) {
 
 TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     HeadlessLauncher& launcher = platform.headlessLauncher;
-    sequence(kAddKnowledgeBase, {"http://localhost/a", "A"});
+    sequence(kAddKB, {"http://localhost/a", "A"});
     sequence(kAddRemote, {"\"C:\\My Tools\\t.exe\"  /x", "Tool"});
     EXPECT_TRUE(window().remoteMenuEnabled());
     EXPECT_TRUE(launcher.shellStarts.empty()) << "nothing starts without the user's choice";
@@ -239,7 +238,7 @@ TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     EXPECT_EQ(window().failures(),
               Texts{"Unable to start Program: \"C:\\My Tools\\t.exe\"  /x\nError: result 5"});
     // The items of a cleared knowledge base stay on the menu; choosing one says what is the matter.
-    sequence(kClearKnowledgeBase);
+    sequence(kClearKB);
     for (const auto item : std::initializer_list<std::int16_t>{1, -1, 32767})
         form().mnKnowledgeBaseLink_Click(item);
     form().mnuRemoteConnection_Click(7);

@@ -1,4 +1,5 @@
 #include "WindowTestSupport.h"
+#include "terminal/FontMenu.h"
 #include "terminal/win32/Win32ProfileFile.h"
 
 namespace kavrelon {
