@@ -28,7 +28,7 @@ struct LabelProperty {
     bool (*canKeep)(Given) = nullptr;
 };
 
-/// The label's properties for programs and scripts: the table at the end says each of them once.
+/// The label's properties for programs and scripts: the table at the end lists them.
 class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual LabelFace {
   public:
     STDMETHODIMP get_Version(BSTR* Value) override;
@@ -94,7 +94,7 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
             parts().changed(property.id);
         });
     }
-    /// Writes a property unless a sink of the container objects.
+    /// Writes a property, unless one of the container's sinks objects.
     template <class Value, class Given, class Automation>
     void change(const LabelProperty<Value, Given>& property, Automation value) {
         if (!parts().events.mayChange(property.id)) raise(RuntimeErrorNumber::SetNotPermitted);

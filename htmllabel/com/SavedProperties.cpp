@@ -12,7 +12,7 @@
 namespace kavrelon {
 namespace {
 
-/// Visits the properties in the order of saving, with their names and those of another set beside them.
+/// Visits the properties in the order of saving, with their names and their counterparts in another set.
 template <class Properties, class Visitor>
 void visit(Properties& properties, const HTMLLabelProperties& others, Visitor&& visitor) {
     using P = HTMLLabelProperties;
@@ -32,8 +32,8 @@ void visit(Properties& properties, const HTMLLabelProperties& others, Visitor&& 
     each(L"DefaultSpacing", &P::DefaultSpacing);
 }
 
-/// The set with defaults for what cannot be meant: programs may set anything, but what is saved is read
-/// again.
+/// The set with defaults in place of invalid values: programs may set anything, but a saved set must be
+/// readable again.
 HTMLLabelProperties readable(const HTMLLabelProperties& properties) {
     HTMLLabelProperties result = HTMLLabelProperties::whenNotSaved();
     visit(result, properties, [&](const wchar_t*, auto& value, const auto& wanted) {
@@ -43,7 +43,7 @@ HTMLLabelProperties readable(const HTMLLabelProperties& properties) {
     return result;
 }
 
-// How each type of property stands in a variant. Colours are signed there, as containers know them.
+// How a variant holds each type of property. Colours are signed there, as containers expect.
 
 constexpr VARTYPE variantType(std::int16_t) {
     return VT_I2;

@@ -51,7 +51,7 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
         case WM_MBUTTONUP:
             return buttonUp(label, viewPort, buttons::kMiddle, wParam, lParam);
         case WM_CAPTURECHANGED:
-            // Taking it again for a second button is no release.
+            // Capturing the mouse again for a second button is no release.
             if (reinterpret_cast<HWND>(lParam) != viewPort) container.mouseReleased();
             return 0;
         case WM_MOUSEMOVE:
@@ -59,7 +59,7 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
             return 0;
         case WM_MOUSEWHEEL: {
             const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
-            // A label that does not scroll leaves the wheel to what it stands on.
+            // A label that does not scroll leaves the wheel to its form.
             return label.picViewPort_MouseWheel(notches) ? std::optional<LRESULT>(0) : std::nullopt;
         }
         default:
@@ -76,12 +76,12 @@ std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, H
             const std::int16_t shift = shiftState();
             // An event may destroy the view port.
             const HWND form = GetAncestor(viewPort, GA_ROOT);
-            // A Tab that was refused has left the last link already: it does not start again at the first.
+            // A Tab that was refused has already left the last link, and must not start again at the first.
             if (!container.keyWasRefused() &&
                 label.picViewPort_KeyDown(static_cast<std::int16_t>(wParam), shift)) {
                 return 0;
             }
-            // A dialog that was asked to keep its hands off Tab has to be told where to go with it.
+            // The label wants all Tab keys, so the dialog does not handle this one by itself.
             if (wParam == VK_TAB && (shift & ~shifts::kShift) == 0)
                 PostMessageA(form, WM_NEXTDLGCTL, shift, FALSE);
             return std::nullopt;
