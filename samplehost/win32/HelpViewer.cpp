@@ -12,6 +12,7 @@
 #include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/Snapshot.h"
 #include "support/PictureName.h"
+#include "support/SystemColours.h"
 #include "support/WebAddress.h"
 #include "support/com/ComText.h"
 #include "support/win32/Module.h"
@@ -87,7 +88,7 @@ void HelpViewer::openLabel() {
     control_->connect(*sink_);
 
     label_->put_BorderStyle(1);
-    label_->put_BackColor(0x80000000U | COLOR_WINDOW);
+    label_->put_BackColor(systemColour(COLOR_WINDOW));
     label_->put_EnableScroll(VARIANT_TRUE);
     label_->put_EnableAnchors(VARIANT_TRUE);
     label_->put_EnableTooltips(VARIANT_TRUE);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <new>
 
+#include "support/win32/WideText.h"
+
 namespace kavrelon {
 namespace {
 
@@ -53,11 +55,7 @@ std::string toAnsi(std::wstring_view text) {
 }
 
 Bstr toBstr(std::string_view ansi) {
-    const int bytes = static_cast<int>(ansi.size());
-    const int length = bytes > 0 ? MultiByteToWideChar(CP_ACP, 0, ansi.data(), bytes, nullptr, 0) : 0;
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    if (length > 0) MultiByteToWideChar(CP_ACP, 0, ansi.data(), bytes, wide.data(), length);
-    return Bstr(wide);
+    return Bstr(toWide(ansi));
 }
 
 }  // namespace kavrelon
