@@ -1,3 +1,6 @@
+// First, since it makes a macro of the name LoadImage.
+#include <windows.h>
+
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/win32/Messages.h"
