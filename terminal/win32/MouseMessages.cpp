@@ -5,13 +5,13 @@
 namespace kavrelon {
 namespace {
 
-/// The position in a mouse message: signed, as the mouse may stand to the left of the window or above it.
+/// The position in a mouse message: signed, since the mouse may be left of the window or above it.
 Point position(LPARAM lParam) {
     return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
 }
 
-// Platforms give the wheel to the window with the keyboard, which the windows in front of the terminal leave
-// to it: one of these that the mouse stands over has the wheel from here.
+// Platforms give the wheel to the window that has the keyboard: the terminal, even when the mouse is over a
+// help box in front of it. That one gets the message from here.
 LRESULT handWheelOn(HWND window, WPARAM wParam, LPARAM lParam) {
     const Point mouse = position(lParam);
     const HWND under = WindowFromPoint({mouse.x, mouse.y});
