@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "fuzz/Input.h"
-#include "headless/HeadlessCanvas.h"
+#include "headless/NoPictures.h"
+#include "headless/RecordingCanvas.h"
 #include "htmllabel/document/HTMLDocument.h"
 #include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Layout.h"
@@ -16,22 +17,6 @@ namespace {
 
 using namespace kavrelon;
 using fuzz::require;
-
-class NoPictures final : public PictureSource {
-  public:
-    const Picture* picture(std::string_view) override { return nullptr; }
-};
-
-/// Keeps what is drawn.
-class RecordingCanvas final : public HeadlessCanvas {
-  public:
-    void drawText(FontId font, Colour colour, Point at, std::string_view text) override {
-        HeadlessCanvas::drawText(font, colour, at, text);
-        texts.push_back(
-            {{}, {at.x, at.y, at.x + textWidth(font, text), at.y + metrics(font).height()}, text});
-    }
-    std::vector<TextRun> texts;
-};
 
 /// An input: three bytes that say what the label's properties and its width are, and the document.
 struct HtmlInput {
@@ -148,7 +133,7 @@ bool theSame(const TextRun& one, const TextRun& other) {
     return one.place == other.place && one.text == other.text;
 }
 
-bool fits(const TextRun& drawn, const TextRun& run) {
+bool fits(const RecordingCanvas::Text& drawn, const TextRun& run) {
     return drawn.text == run.text && drawn.place.left == run.place.left && drawn.place.top == run.place.top &&
            drawn.place.right <= run.place.right && drawn.place.bottom <= run.place.bottom;
 }

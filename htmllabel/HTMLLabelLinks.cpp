@@ -1,31 +1,29 @@
+#include "htmllabel/HTMLLabel.h"
+
 #include <algorithm>
 #include <utility>
 
 #include "htmllabel/FormCall.h"
-#include "htmllabel/HTMLLabel.h"
+#include "support/Keys.h"
 
 namespace kavrelon {
 
 namespace {
 
-constexpr std::int16_t kShiftShift = 1;
-constexpr std::int16_t kKeyTab = 9;
-constexpr std::int16_t kKeyEnter = 13;
-
-// Whether a link leads somewhere and has a place to be seen at.
+// Whether a link leads somewhere and is visible on the page.
 bool isReachable(const HTMLElement& link) {
     return !link.strHref.empty() && link.lngRight > link.lngLeft && link.lngBottom > link.lngTop;
 }
 
 }  // namespace
 
-void HTMLLabel::raise(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
+void HTMLLabel::fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
     if (window_ == nullptr || events_ == nullptr) return;
     (events_->*event)(Button, Shift, static_cast<float>(mouse.x * window_->twipsPerPixelX()),
                       static_cast<float>(mouse.y * window_->twipsPerPixelY()));
 }
 
-// The first link in the document whose box holds this pixel of the view port, its edges not counting.
+// The first link in the document whose box contains this pixel of the view port, not counting its edges.
 const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
     const int x = mouse.x + hscScroll_.Value;
     const int y = mouse.y + vscScroll_.Value;
@@ -38,14 +36,14 @@ const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
 }
 
 void HTMLLabel::picViewPort_MouseDown(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
-    handle([=, this] { raise(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
+    handle([=, this] { fire(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
 }
 
-// While anchors are on, the way of the pointer beside the links reaches the container as `MouseUp`.
+// While anchors are on, the container gets the moves outside links as `MouseUp`.
 void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
     handle([=, this] {
         if (window_ == nullptr) return;
-        if (!EnableAnchors()) return raise(&HTMLLabelEvents::MouseMove, Button, Shift, mouse);
+        if (!EnableAnchors()) return fire(&HTMLLabelEvents::MouseMove, Button, Shift, mouse);
         if (const HTMLElement* link = linkAt(mouse)) {
             window_->setMousePointer(MousePointer::Custom);
             if (!EnableTooltips()) return;
@@ -54,7 +52,7 @@ void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, P
         }
         window_->setMousePointer(MousePointer::Arrow);
         window_->setToolTipText({});
-        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+        fire(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
     });
 }
 
@@ -62,11 +60,11 @@ void HTMLLabel::picViewPort_MouseUp(std::int16_t Button, std::int16_t Shift, Poi
     handle([=, this] {
         const HTMLElement* link = EnableAnchors() ? linkAt(mouse) : nullptr;
         if (link != nullptr) return follow(*link);
-        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+        fire(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
     });
 }
 
-// The container hears of a link from the timer, when no handler of the label's is under way.
+// The container hears of a link from the timer, when none of the label's handlers is running.
 void HTMLLabel::follow(const HTMLElement& link) {
     if (window_ == nullptr) return;
     if (EnableScroll() && link.strHref.starts_with('#')) return jumpTo(link.strHref.substr(1));
@@ -77,7 +75,7 @@ void HTMLLabel::follow(const HTMLElement& link) {
 void HTMLLabel::jumpTo(std::string_view name) {
     const auto elements = document_.mudtElements();
     const auto target = std::ranges::find(elements, name, &HTMLElement::strName);
-    if (target != elements.end()) scrollTo(ScrollBar::Vertical, std::min(target->lngTop, vscScroll_.Max));
+    if (target != elements.end()) scrollTo(ScrollBar::vscScroll, std::min(target->lngTop, vscScroll_.Max));
 }
 
 void HTMLLabel::tmrHyperlinkClick_Timer() noexcept {
@@ -103,8 +101,8 @@ bool HTMLLabel::picViewPort_KeyDown(std::int16_t KeyCode, std::int16_t Shift) no
 
 bool HTMLLabel::linkKey(std::int16_t KeyCode, std::int16_t Shift) {
     if (!EnableAnchors()) return false;
-    if (KeyCode == kKeyTab && (Shift | kShiftShift) == kShiftShift) return walkLinks(Shift == 0 ? 1 : -1);
-    if (KeyCode != kKeyEnter || Shift != 0 || !linkInFocus_) return false;
+    if (KeyCode == keys::kTab && (Shift & ~shifts::kShift) == 0) return walkLinks(Shift == 0 ? 1 : -1);
+    if (KeyCode != keys::kEnter || Shift != 0 || !linkInFocus_) return false;
     follow(link(*linkInFocus_));
     return true;
 }
@@ -119,8 +117,8 @@ Rect HTMLLabel::linkBox(int place) const {
     return {element.lngLeft, element.lngTop, element.lngRight, element.lngBottom};
 }
 
-// Walks on to the next link that leads somewhere and is seen. Past the last one the key is the container's,
-// and the next walk begins anew.
+// Moves on to the next link that is reachable. After the last one the container gets the key, and the next
+// move starts again at the first.
 bool HTMLLabel::walkLinks(int step) {
     const int count = document_.mintLinkCount();
     const int outside = step > 0 ? -1 : count;

@@ -8,13 +8,13 @@ namespace kavrelon {
 
 namespace {
 
-// The border's share of the control's outer size, in twips. Without scroll bars less is left free.
+// The border's share of the control's outer size, in twips. Without scroll bars less is reserved.
 int borderInset(const LabelOutline& outline) {
     const int flat = outline.EnableScroll ? 30 : 0;
     return outline.Appearance == 1 ? flat + 30 : flat;
 }
 
-// A part in twips; one that would be less than nothing has no extent.
+// A part given in twips, in pixels; one whose size would be negative is empty.
 Rect pixels(const LabelOutline& outline, Point corner, Size size) {
     const auto across = [&](int twips) { return roundHalfToEven(twips / outline.twipsPerPixelX); };
     const auto down = [&](int twips) { return roundHalfToEven(twips / outline.twipsPerPixelY); };
@@ -29,7 +29,8 @@ LabelPlacement placeLabelParts(const LabelOutline& outline) {
     const int inset = borderInset(outline);
     LabelPlacement placement;
     if (!outline.EnableScroll) {
-        placement.viewPort = pixels(outline, {}, {outline.twips.width - inset, outline.twips.height - inset});
+        placement.picViewPort =
+            pixels(outline, {}, {outline.twips.width - inset, outline.twips.height - inset});
         return placement;
     }
     const Size bar{roundHalfToEven(outline.barThickness.width * outline.twipsPerPixelX),
@@ -40,9 +41,9 @@ LabelPlacement placeLabelParts(const LabelOutline& outline) {
     const int hscTop = vscHeight;
     placement.vscScroll = pixels(outline, {vscLeft, 0}, {bar.width, vscHeight});
     placement.hscScroll = pixels(outline, {0, hscTop}, {hscWidth, bar.height});
-    placement.viewPort = pixels(outline, {}, {vscLeft, vscHeight});
+    placement.picViewPort = pixels(outline, {}, {vscLeft, vscHeight});
     placement.shpCorner = pixels(outline, {vscLeft, hscTop}, bar);
-    placement.cornerVisible = true;
+    placement.shpCornerVisible = true;
     return placement;
 }
 

@@ -11,7 +11,7 @@ constexpr const char* kNoPrograms = "None";
 
 }  // namespace
 
-HostMenus::HostMenus() : knowledgeBaseItems_{{kAllCategories, true}} {
+HostMenus::HostMenus() : mnKnowledgeBaseLink_{{kAllCategories, true}} {
     ClearKB();
     ClearRemote();
 }
@@ -23,23 +23,23 @@ void HostMenus::ClearKB() {
 void HostMenus::AddKB(std::string sURL, std::string sDesc) {
     const std::size_t n = knowledgeBase_.size();
     // An item that outlived a clear is taken into use again.
-    if (n == knowledgeBaseItems_.size()) knowledgeBaseItems_.emplace_back();
-    knowledgeBaseItems_[n] = {sDesc, true};
+    if (n == mnKnowledgeBaseLink_.size()) mnKnowledgeBaseLink_.emplace_back();
+    mnKnowledgeBaseLink_[n] = {sDesc, true};
     knowledgeBase_.push_back({std::move(sURL), std::move(sDesc)});
 }
 
 void HostMenus::ClearRemote() {
     remote_.assign(1, {});
-    remoteItems_.assign(1, {kNoPrograms, false});
-    remoteEnabled_ = false;
+    mnuRemoteConnection_.assign(1, {kNoPrograms, false});
+    mnuRemoteEnabled_ = false;
 }
 
 void HostMenus::AddRemote(std::string CommandLine, std::string Desc) {
     // The first program takes over the item that said "None".
-    if (remote_.size() > 1) remoteItems_.emplace_back();
-    remoteItems_.back() = {Desc, true};
+    if (remote_.size() > 1) mnuRemoteConnection_.emplace_back();
+    mnuRemoteConnection_.back() = {Desc, true};
     remote_.push_back({std::move(CommandLine), std::move(Desc)});
-    remoteEnabled_ = true;
+    mnuRemoteEnabled_ = true;
 }
 
 }  // namespace kavrelon

@@ -32,16 +32,16 @@ class HostMenus {
     /// Entry 0 is the default of its list; knowledge-base item i is entry i, remote item i is entry i + 1.
     const std::vector<Entry>& knowledgeBase() const { return knowledgeBase_; }
     const std::vector<Entry>& remote() const { return remote_; }
-    const std::vector<Item>& knowledgeBaseItems() const { return knowledgeBaseItems_; }
-    const std::vector<Item>& remoteItems() const { return remoteItems_; }
-    bool remoteEnabled() const { return remoteEnabled_; }
+    const std::vector<Item>& mnKnowledgeBaseLink() const { return mnKnowledgeBaseLink_; }
+    const std::vector<Item>& mnuRemoteConnection() const { return mnuRemoteConnection_; }
+    bool mnuRemoteEnabled() const { return mnuRemoteEnabled_; }
 
   private:
     std::vector<Entry> knowledgeBase_;
     std::vector<Entry> remote_;
-    std::vector<Item> knowledgeBaseItems_;
-    std::vector<Item> remoteItems_;
-    bool remoteEnabled_ = false;
+    std::vector<Item> mnKnowledgeBaseLink_;
+    std::vector<Item> mnuRemoteConnection_;
+    bool mnuRemoteEnabled_ = false;
 };
 
 }  // namespace kavrelon

@@ -3,83 +3,21 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "helpbox/HelpWindow.h"
 #include "support/Geometry.h"
-#include "terminal/FontMenu.h"
+#include "terminal/screen/TermSurface.h"
 
 namespace kavrelon {
 
-class Picture;
-
-/// The colours and the font style with which text is drawn.
-struct Pen {
-    Colour text = 0;
-    Colour back = 0;
-    bool italic = false;
-    bool underline = false;
-    bool operator==(const Pen&) const = default;
-};
-
-/// The drawing half of the terminal's platform seam: one surface of character cells.
-///
-/// All places and sizes are pixels of the window's inner area. Everything that reaches outside it is
-/// clipped. Text and blocks are drawn at once, not collected. No call fails: a surface that cannot draw
-/// (no window any more) ignores it.
-class TermSurface {
-  public:
-    virtual ~TermSurface() = default;
-
-    /// Draws single-byte characters from `at` to the right, one cell each, with an opaque background, in the
-    /// pen last set. Each character advances by exactly one cell width, whatever the face says of it.
-    virtual void drawText(Point at, std::span<const std::uint8_t> text) = 0;
-    /// Colours and style of the text calls that follow; called only when they change.
-    virtual void setPen(const Pen& pen) = 0;
-    /// Draws a picture of its own platform scaled to `place`, but only what lies in `clip`.
-    virtual void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) = 0;
-    /// Inverts every pixel of the block; a second call restores it.
-    virtual void invertBlock(const Rect& block) = 0;
-    /// Paints the whole inner area in the window's own background colour, black.
-    virtual void clear() = 0;
-    /// Paints what lies outside the grid in the background colour.
-    virtual void clearOutsideGrid() = 0;
-    /// Tells where the grid of cells stands from now on. Draws nothing.
-    virtual void setGrid(const Rect& grid, Size cell) = 0;
-    /// Moves the grid's pixels up by one cell height; the uncovered bottom row shows the window's background.
-    virtual void scrollGrid() = 0;
-
-    /// Chooses the face and character set of the font and takes bold off; the size stays.
-    virtual void setFont(const FontChoice& font) = 0;
-    /// Sets the font's size in points, fractions allowed; at least 1.
-    virtual void setFontSize(double points) = 0;
-    /// The font's size in points.
-    virtual double fontSize() const = 0;
-    /// How many points one pixel of font height is (0.75 at 96 dots an inch).
-    virtual double pointsPerPixel() const = 0;
-    /// The cell that the current font needs: as wide as its widest character, at least 1 x 1.
-    virtual Size measureCell() = 0;
-    /// The window's inner area; 0 x 0 while minimised.
-    virtual Size innerSize() const = 0;
-
-    // The memory bitmap, as large as the inner area, made when it is first used.
-
-    /// Copies a block of the window into the memory bitmap.
-    virtual void keepBlock(const Rect& block) = 0;
-    /// Moves the grid's part of the bitmap up by one cell height; its bottom row becomes background.
-    virtual void scrollMemory() = 0;
-    /// Copies the whole bitmap to the window.
-    virtual void showMemory() = 0;
-    /// Blanks the bitmap and copies it to the window.
-    virtual void clearMemory() = 0;
-};
+struct KeyStroke;
 
 /// The states of a window, with their public numbers.
 enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2 };
 
-enum class TermTimer { Cursor, Beep };
+enum class TermTimer { cursor_timer, tmrBeep };
 
 /// What a terminal window declares for its title bar.
 struct TitleBarSettings {
@@ -105,8 +43,6 @@ class TermWindow : public TermSurface {
     /// Sets the state; a hidden window takes it when it is shown. Ends in a resize event when the size
     /// changes.
     virtual void setState(WindowState state) = 0;
-    /// Asks for an inner area of this size. Ignored unless the state is normal; the screen's size bounds it.
-    virtual void requestInnerSize(Size size) = 0;
     /// Brings the window to the front of the stacking order and makes it the active window.
     virtual void makeActive() = 0;
     /// Gives the window the keyboard focus.
@@ -165,12 +101,12 @@ class TermWindowEvents {
     /// Somebody (the user, the system, the Exit entry) wants the window closed. It is gone afterwards.
     virtual void Form_Close() noexcept = 0;
 
-    /// A key went down; `shift` has bit 1 for Shift, 2 for Ctrl, 4 for Alt. When the handler sets the code to
-    /// 0, nothing else is to come of the key: no character, no menu, no default action.
-    virtual void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept = 0;
+    /// A key went down. When the handler sets its code to 0, nothing else is to come of the key: no
+    /// character, no menu, no default action.
+    virtual void Form_KeyDown(KeyStroke& key) noexcept = 0;
     /// A character was typed, in the ANSI code page.
-    virtual void Form_KeyPress(std::int16_t character) noexcept = 0;
-    virtual void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept = 0;
+    virtual void Form_KeyPress(std::int16_t KeyAscii) noexcept = 0;
+    virtual void Form_KeyUp(std::int16_t keyCode) noexcept = 0;
     virtual void Form_LostFocus() noexcept = 0;
     virtual void Form_MouseDown(MouseButton button, Point mouse) noexcept = 0;
     /// The mouse has moved; positions outside the window arrive as long as the left button is held.
@@ -204,6 +140,7 @@ class TermWindowEvents {
 
 class ProfileFile;
 class Launcher;
+class Picture;
 class Printers;
 
 /// Where windows and settings come from: the platform, or memory. Windows that are closed late keep

@@ -4,6 +4,7 @@
 
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
+#include "terminal/FontMenu.h"
 #include "terminal/HostCommand.h"
 #include "terminal/IniFile.h"
 #include "terminal/PrinterType.h"
@@ -12,21 +13,23 @@
 #include "terminal/TitleBar.h"
 
 namespace kavrelon {
+
 frmTerm::frmTerm(TermPlatform& platform)
-    : platform_(platform),
-      platformKept_(platform.weak_from_this().lock()),
-      pictureFolder_(platform),
-      screenWidthCaption_(kWideCaption) {}
+    : platform_(platform), platformKept_(platform.weak_from_this().lock()), pictureFolder_(platform) {}
 
 frmTerm::~frmTerm() = default;
 
 std::shared_ptr<frmTerm> frmTerm::load(TermPlatform& platform) {
     std::shared_ptr<frmTerm> form(new frmTerm(platform));
     form->window_ = platform.createWindow(form);
-    form->screen_.attach(*form->window_);
-    form->screen_.InitScreen();
-    form->window_->enableTimer(TermTimer::Cursor, form->termActive_);
+    form->Form_Load();
     return form;
+}
+
+void frmTerm::Form_Load() {
+    screen_.attach(*window_);
+    screen_.InitScreen();
+    window_->enableTimer(TermTimer::cursor_timer, TermActive_);
 }
 
 void frmTerm::TerminalOpen() {
@@ -41,26 +44,26 @@ void frmTerm::TerminalClose() noexcept {
     carryOn([this] { TurnOnOffCursor(false); });
     sessionClosed_ = true;
     sessionOpen_ = false;
-    helpBoxes_.closeAll();
+    HelpBoxes_.closeAll();
     carryOn([this] { screen_.clearPictures(); });
-    closeDate_ = std::chrono::system_clock::now();
+    CloseDate_ = std::chrono::system_clock::now();
 }
 
 void frmTerm::Logon(bool bLogin) {
     if (bLogin) return;
-    helpBoxes_.closeAll();
+    HelpBoxes_.closeAll();
     screen_.clearPictures();
     ClearRemote();
 }
 
 void frmTerm::AddRemote(std::string CommandLine, std::string Desc) {
     menus_.AddRemote(std::move(CommandLine), std::move(Desc));
-    if (isLoaded()) window_->enableRemoteMenu(menus_.remoteEnabled());
+    if (isLoaded()) window_->enableRemoteMenu(menus_.mnuRemoteEnabled());
 }
 
 void frmTerm::ClearRemote() {
     menus_.ClearRemote();
-    if (isLoaded()) window_->enableRemoteMenu(menus_.remoteEnabled());
+    if (isLoaded()) window_->enableRemoteMenu(menus_.mnuRemoteEnabled());
 }
 
 void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
@@ -75,9 +78,9 @@ void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
             bProcessed = true;
             ClearPicture(toInt16(command.argument));
         } else if (command.word == "PASTEOK") {
-            pasteOk_ = command.argument == "1";
+            PasteOk_ = command.argument == "1";
         } else if (command.word == "CUTOK") {
-            cutOk_ = command.argument == "1";
+            CutOk_ = command.argument == "1";
         }
     });
 }
@@ -116,7 +119,7 @@ void frmTerm::setWindowState(WindowState state) {
 
 void frmTerm::TurnOnOffCursor(bool OnOff) {
     if (!isLoaded()) return;
-    window_->enableTimer(TermTimer::Cursor, OnOff);
+    window_->enableTimer(TermTimer::cursor_timer, OnOff);
     if (OnOff) screen_.restoreCursor();
 }
 
@@ -128,7 +131,7 @@ void frmTerm::Unload() noexcept {
         if (callback_ != nullptr) callback_->WindowHasClosed();
     });
     callback_ = nullptr;
-    helpBoxes_.closeAll();
+    HelpBoxes_.closeAll();
     screen_.detach();
     window_.reset();
 }
@@ -137,11 +140,11 @@ void frmTerm::ReadINIFile() noexcept {
     if (!isLoaded()) return;
     ProfileFile& profiles = platform_.profileFile();
     std::string value;
-    carryOn([&] { IniFile::ReadIni(profiles, iniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
+    carryOn([&] { IniFile::ReadIni(profiles, IniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
     // A value that was deleted is there, but empty.
     carryOn([&] { selectFont(toInt16(value.empty() ? "1" : value)); });
     carryOn(
-        [&] { IniFile::ReadIni(profiles, iniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
+        [&] { IniFile::ReadIni(profiles, IniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
     carryOn([&] { window_->checkPrinterTypeEntry(printerTypeEntry(value)); });
     Form_Resize();
 }
@@ -151,20 +154,20 @@ void frmTerm::selectFont(std::int16_t index) {
     screen_.setFont(fontMenuEntry(entry).font);
     // A settings file that cannot be written costs the user the memory of the choice, not the choice.
     carryOn([&] {
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kMisc, settings::kFontStyle,
+        IniFile::WriteIni(platform_.profileFile(), IniFile_, settings::kMisc, settings::kFontStyle,
                           std::to_string(index));
     });
     window_->checkFontEntry(entry);
-    screen_.drawAnew();
+    screen_.layOutAndRepaint();
 }
 
 void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
                           std::int16_t Height, std::string_view Text) {
-    helpBoxes_.close(Index);
+    HelpBoxes_.close(Index);
     if (!isLoaded()) return;
     const std::shared_ptr<frmHelp> box = frmHelp::load(platform_, *this);
-    helpBoxes_.put(Index, box);
-    const HelpGrid grid = screen_.helpGrid();
+    HelpBoxes_.put(Index, box);
+    const HelpGrid grid = helpGrid();
     box->SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
     box->SetBoxCord(Top, Left, Width, Height);
     box->FontInfo(grid.fontName, grid.fontSize);
@@ -172,8 +175,20 @@ void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Lef
     box->ShowBox(window_->id(), window_->id());
 }
 
+HelpGrid frmTerm::helpGrid() const {
+    if (!isLoaded()) return {};
+    const Point inner = window_->innerCorner();
+    const GridLayout& grid = screen_.grid();
+    return {narrowToInt16(inner.x + grid.left()),
+            narrowToInt16(inner.y + grid.top()),
+            grid.cellWidth(),
+            grid.cellHeight(),
+            window_->fontName(),
+            screen_.ScreenFontSize()};
+}
+
 void frmTerm::HideHelpBox(std::int16_t Index) {
-    helpBoxes_.close(Index);
+    HelpBoxes_.close(Index);
 }
 
 }  // namespace kavrelon

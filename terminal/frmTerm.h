@@ -8,10 +8,11 @@
 
 #include "terminal/HelpBoxes.h"
 #include "terminal/HostMenus.h"
-#include "terminal/ITerminalCallBack.h"
 #include "terminal/Keyboard.h"
+#include "terminal/MenuItems.h"
 #include "terminal/PictureFolder.h"
 #include "terminal/Printers.h"
+#include "terminal/TermOwner.h"
 #include "terminal/TermWindow.h"
 #include "terminal/screen/Screen.h"
 #include "terminal/screen/Selection.h"
@@ -25,6 +26,7 @@ namespace kavrelon {
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
                       private HelpBoxOwner,
+                      private ScreenObserver,
                       private KeyTarget {
   public:
     /// Creates the form and loads it: the platform's window exists, hidden, and the screen is set up.
@@ -35,11 +37,11 @@ class frmTerm final : public TermWindowEvents,
 
     // Session
     /// Stores the way out to the host; null releases it. Not owned: released by `Unload`.
-    void SetCallback(ITerminalCallBack* oValue) { callback_ = oValue; }
+    void SetCallback(TermOwner* oValue) { callback_ = oValue; }
     void TerminalOpen();
     void TerminalClose() noexcept;
     /// Date and time of the last `TerminalClose`; the clock's epoch before the first.
-    std::chrono::system_clock::time_point CloseDate() const { return closeDate_; }
+    std::chrono::system_clock::time_point CloseDate() const { return CloseDate_; }
     void Logon(bool bLogin);
     void ShowTitleBar(bool bState);
     void MakeActive();
@@ -47,26 +49,26 @@ class frmTerm final : public TermWindowEvents,
     void DisplayTerminalWindows();
     void setFocus();
     void setWindowState(WindowState state);
-    WindowState PrevWindowState() const { return prevWindowState_; }
+    WindowState PrevWindowState() const { return PrevWindowState_; }
     /// Closes the window for good, telling the plug-in class first. Doing it twice is harmless.
     void Unload() noexcept;
     bool isLoaded() const { return window_ != nullptr; }
 
-    bool PasteOk() const { return pasteOk_; }
-    void PasteOk(bool value) { pasteOk_ = value; }
-    bool CutOk() const { return cutOk_; }
-    void CutOk(bool value) { cutOk_ = value; }
+    bool PasteOk() const { return PasteOk_; }
+    void PasteOk(bool value) { PasteOk_ = value; }
+    bool CutOk() const { return CutOk_; }
+    void CutOk(bool value) { CutOk_ = value; }
     bool CRtoCRLF() const { return keyboard_.CRtoCRLF(); }
     void CRtoCRLF(bool value) { keyboard_.CRtoCRLF(value); }
     bool InputOn() const { return keyboard_.InputOn(); }
     void InputOn(bool value) { keyboard_.InputOn(value); }
-    bool TermActive() const { return termActive_; }
+    bool TermActive() const { return TermActive_; }
     bool sessionOpen() const { return sessionOpen_; }
     bool sessionClosed() const { return sessionClosed_; }
-    const std::string& ConnectionProfile() const { return connectionProfile_; }
-    void ConnectionProfile(std::string value) { connectionProfile_ = std::move(value); }
-    const std::string& IniFile() const { return iniFile_; }
-    void IniFile(std::string value) { iniFile_ = std::move(value); }
+    const std::string& ConnectionProfile() const { return ConnectionProfile_; }
+    void ConnectionProfile(std::string value) { ConnectionProfile_ = std::move(value); }
+    const std::string& IniFile() const { return IniFile_; }
+    void IniFile(std::string value) { IniFile_ = std::move(value); }
 
     // Screen
     /// Writes one byte at the cursor: most are printed, some are control characters.
@@ -93,7 +95,7 @@ class frmTerm final : public TermWindowEvents,
     void ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
                      std::int16_t Height, std::string_view Text);
     void HideHelpBox(std::int16_t Index);
-    const HelpBoxes& helpBoxes() const { return helpBoxes_; }
+    const kavrelon::HelpBoxes& HelpBoxes() const { return HelpBoxes_; }
     /// Shows a picture of the picture folder over the cells between two corners (X: columns, Y: rows, both
     /// from 1) in any order, above the text. It takes the place of an older one of its number, even when
     /// there is none of this name: the older would pass for the one that was asked for.
@@ -102,7 +104,7 @@ class frmTerm final : public TermWindowEvents,
     void ClearPicture(std::int16_t PicNum) { screen_.ClearPicture(PicNum); }
     /// The picture of a name that the remote side gave; null when it is refused or there is none.
     std::shared_ptr<const Picture> loadPicture(std::string_view name) {
-        return pictureFolder_.load(iniFile_, name);
+        return pictureFolder_.load(IniFile_, name);
     }
     void AddKB(std::string sURL, std::string sDesc) { menus_.AddKB(std::move(sURL), std::move(sDesc)); }
     void ClearKB() { menus_.ClearKB(); }
@@ -116,9 +118,9 @@ class frmTerm final : public TermWindowEvents,
     void Form_Activate() noexcept override;
     void Form_Deactivate() noexcept override;
     void Form_Close() noexcept override;
-    void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept override;
-    void Form_KeyPress(std::int16_t character) noexcept override;
-    void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept override;
+    void Form_KeyDown(KeyStroke& key) noexcept override;
+    void Form_KeyPress(std::int16_t KeyAscii) noexcept override;
+    void Form_KeyUp(std::int16_t keyCode) noexcept override;
     void Form_LostFocus() noexcept override;
     void Form_MouseDown(MouseButton button, Point mouse) noexcept override;
     void Form_MouseMove(bool leftHeld, Point mouse) noexcept override;
@@ -142,10 +144,8 @@ class frmTerm final : public TermWindowEvents,
     PrinterMenu printerMenu() override;
 
   private:
-    static constexpr const char* kWideCaption = "132 Char per Line";
-    static constexpr const char* kNarrowCaption = "80 Char per Line";
-
     explicit frmTerm(TermPlatform& platform);
+    void Form_Load();
 
     // What keys act on.
     std::string functionKeyText(std::int16_t keyNumber) override;
@@ -154,12 +154,19 @@ class frmTerm final : public TermWindowEvents,
     bool copySelection() override;
     std::string textToPaste() override;
 
+    // What the screen tells.
+    void screenErased() noexcept override { HelpBoxes_.closeAll(); }
+    void rowsErased(int firstRow) noexcept override { HelpBoxes_.closeFrom(firstRow); }
+    void gridMoved() override { HelpBoxes_.follow(helpGrid()); }
+    void bellReceived() override { window_->enableTimer(TermTimer::tmrBeep, true); }
+
     // What help boxes ask for.
-    void HelpBoxClosed(const frmHelp& box) noexcept override { helpBoxes_.forget(box); }
+    void HelpBoxClosed(const frmHelp& box) noexcept override { HelpBoxes_.forget(box); }
     void HelpBoxLink(const std::string& Href) noexcept override;
     std::shared_ptr<const Picture> HelpBoxPicture(const std::string& Source) noexcept override;
 
-    ITerminalCallBack& callback() const;
+    TermOwner& callback() const;
+    HelpGrid helpGrid() const;
     void selectFont(std::int16_t index);
     void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
     void reportStart(const std::string& command, long result);
@@ -169,21 +176,21 @@ class frmTerm final : public TermWindowEvents,
     // A window may be inside a menu or a message box when its host lets go of everything else.
     std::shared_ptr<TermPlatform> platformKept_;
     std::unique_ptr<TermWindow> window_;
-    HelpBoxes helpBoxes_;
+    kavrelon::HelpBoxes HelpBoxes_;
     HostMenus menus_;
     PictureFolder pictureFolder_;
-    Screen screen_{helpBoxes_};
+    Screen screen_{*this};
     Selection selection_{screen_};
     Keyboard keyboard_{*this};
-    ITerminalCallBack* callback_ = nullptr;
-    std::string connectionProfile_;
-    std::string iniFile_;
-    std::string screenWidthCaption_;
-    std::chrono::system_clock::time_point closeDate_;
-    WindowState prevWindowState_ = WindowState::Normal;
-    bool pasteOk_ = true;
-    bool cutOk_ = true;
-    bool termActive_ = true;
+    TermOwner* callback_ = nullptr;
+    std::string ConnectionProfile_;
+    std::string IniFile_;
+    std::string screenWidthCaption_ = kWideCaption;
+    std::chrono::system_clock::time_point CloseDate_;
+    WindowState PrevWindowState_ = WindowState::Normal;
+    bool PasteOk_ = true;
+    bool CutOk_ = true;
+    bool TermActive_ = true;
     bool sessionOpen_ = false;
     bool sessionClosed_ = false;
     bool closing_ = false;

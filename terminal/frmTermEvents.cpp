@@ -28,7 +28,7 @@ constexpr int kShowNormal = 1;
 }  // namespace
 
 void frmTerm::Form_Paint() noexcept {
-    carryOn([this] { screen_.paintAll(); });
+    carryOn([this] { screen_.paintWindow(); });
 }
 
 void frmTerm::Form_Resize() noexcept {
@@ -37,21 +37,21 @@ void frmTerm::Form_Resize() noexcept {
         const WindowState state = window_->state();
         screen_.PaintOn(state != WindowState::Minimised);
         if (state == WindowState::Minimised) return;
-        prevWindowState_ = state;
+        PrevWindowState_ = state;
         screen_.windowResized();
     });
 }
 
 void frmTerm::Form_Move() noexcept {
-    helpBoxes_.parentChanged();
+    HelpBoxes_.parentChanged();
 }
 
 void frmTerm::Form_Activate() noexcept {
-    termActive_ = true;
+    TermActive_ = true;
 }
 
 void frmTerm::Form_Deactivate() noexcept {
-    termActive_ = false;
+    TermActive_ = false;
 }
 
 void frmTerm::Form_Close() noexcept {
@@ -59,16 +59,16 @@ void frmTerm::Form_Close() noexcept {
 }
 
 void frmTerm::cursor_timer_Timer() noexcept {
-    if (!termActive_) return;
+    if (!TermActive_) return;
     carryOn([this] { screen_.blinkCursor(); });
     // A platform may bring the window to the front without telling it, and leave its boxes behind.
-    helpBoxes_.parentChanged();
+    HelpBoxes_.parentChanged();
 }
 
 void frmTerm::tmrBeep_Timer() noexcept {
     carryOn([this] {
         if (!isLoaded()) return;
-        window_->enableTimer(TermTimer::Beep, false);
+        window_->enableTimer(TermTimer::tmrBeep, false);
         window_->beep(kBellFrequency, kBellMilliseconds);
     });
 }
@@ -84,7 +84,7 @@ void frmTerm::mnuFileScreenWidth_Click() noexcept {
         screen_.CharsPerLine(widen ? kWideColumns : Screen::kDefaultColumns);
         screenWidthCaption_ = widen ? kNarrowCaption : kWideCaption;
         window_->setScreenWidthCaption(screenWidthCaption_);
-        screen_.drawAnew();
+        screen_.layOutAndRepaint();
     });
 }
 
@@ -106,29 +106,29 @@ void frmTerm::mnuPrinterType_Click(std::int16_t index) noexcept {
     carryOn([&] {
         if (!isLoaded() || index < 0 || static_cast<std::size_t>(index) >= kSpoolTypes.size()) return;
         window_->checkPrinterTypeEntry(index);
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kPrinter, settings::kSpoolType,
+        IniFile::WriteIni(platform_.profileFile(), IniFile_, settings::kPrinter, settings::kSpoolType,
                           std::string(kSpoolTypes[static_cast<std::size_t>(index)]));
     });
 }
 
-void frmTerm::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept {
-    if (!termActive_) return;
-    carryOn([&] { keyboard_.keyDown(keyCode, shift); });
+void frmTerm::Form_KeyDown(KeyStroke& key) noexcept {
+    if (!TermActive_) return;
+    carryOn([&] { keyboard_.keyDown(key); });
 }
 
-void frmTerm::Form_KeyPress(std::int16_t character) noexcept {
-    carryOn([&] { keyboard_.keyPress(character); });
+void frmTerm::Form_KeyPress(std::int16_t KeyAscii) noexcept {
+    carryOn([&] { keyboard_.keyPress(KeyAscii); });
 }
 
-void frmTerm::Form_KeyUp(std::int16_t keyCode, std::int16_t) noexcept {
-    if (termActive_) keyboard_.keyUp(keyCode);
+void frmTerm::Form_KeyUp(std::int16_t keyCode) noexcept {
+    if (TermActive_) keyboard_.keyUp(keyCode);
 }
 
 void frmTerm::Form_LostFocus() noexcept {
     keyboard_.loseFocus();
 }
 
-ITerminalCallBack& frmTerm::callback() const {
+TermOwner& frmTerm::callback() const {
     if (callback_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
     return *callback_;
 }
@@ -158,12 +158,12 @@ void frmTerm::Form_MouseMove(bool leftHeld, Point mouse) noexcept {
 void frmTerm::Form_MouseUp(MouseButton button, Point) noexcept {
     if (button != MouseButton::Right) return;
     carryOn([this] {
-        if (isLoaded()) window_->showContextMenu(cutOk_ && screen_.SelectionShown(), pasteOk_);
+        if (isLoaded()) window_->showContextMenu(CutOk_ && screen_.SelectionShown(), PasteOk_);
     });
 }
 
 bool frmTerm::copySelection() {
-    if (!isLoaded() || !cutOk_ || !screen_.SelectionShown()) return false;
+    if (!isLoaded() || !CutOk_ || !screen_.SelectionShown()) return false;
     if (window_->setClipboardText(selection_.text())) {
         selection_.drop();
     } else {
@@ -173,7 +173,7 @@ bool frmTerm::copySelection() {
 }
 
 std::string frmTerm::textToPaste() {
-    if (!isLoaded() || !pasteOk_) return {};
+    if (!isLoaded() || !PasteOk_) return {};
     return window_->clipboardText().value_or(std::string());
 }
 
@@ -189,7 +189,7 @@ void frmTerm::mnuRightClickCopy_Click() noexcept {
 
 void frmTerm::mnuRightClickPaste_Click() noexcept {
     carryOn([this] {
-        if (!isLoaded() || !pasteOk_) return;
+        if (!isLoaded() || !PasteOk_) return;
         const std::string text = textToPaste();
         if (text.empty()) {
             complain();
@@ -247,7 +247,7 @@ std::shared_ptr<const Picture> frmTerm::HelpBoxPicture(const std::string& Source
 PrinterMenu frmTerm::printerMenu() {
     std::string chosen;
     carryOn([&] {
-        IniFile::ReadIni(platform_.profileFile(), iniFile_, settings::kPrinter, settings::kPrinterName,
+        IniFile::ReadIni(platform_.profileFile(), IniFile_, settings::kPrinter, settings::kPrinterName,
                          chosen, {});
     });
     return {platform_.printers(), chosen};
@@ -257,7 +257,7 @@ void frmTerm::mnuPrinter_Click(std::int16_t index) noexcept {
     carryOn([&] {
         const PrinterMenu menu = printerMenu();
         if (index < 0 || static_cast<std::size_t>(index) >= menu.entries().size()) return;
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kPrinter, settings::kPrinterName,
+        IniFile::WriteIni(platform_.profileFile(), IniFile_, settings::kPrinter, settings::kPrinterName,
                           menu.entries()[static_cast<std::size_t>(index)].printer);
     });
 }

@@ -44,7 +44,7 @@ class Fields {
 
 void dumpPage(Fields& fields, const HTMLDocument& document) {
     fields.text("document", document.mstrDocument());
-    fields.text("title", document.title());
+    fields.text("title", document.title().value_or("Unknown"));
     fields.number("count", document.mintElementCount());
     fields.number("bodyIndex", document.mintBodyIndex());
     fields.colour("bodyBgColor", document.mlngBodyBgColor());

@@ -83,7 +83,7 @@ void writeItems(JsonLine& json, const std::vector<HostMenus::Item>& items) {
 
 std::string stateLine(const frmTerm& window, int index) {
     const Screen& screen = window.screen();
-    const CellAttr attr = screen.rendition().attr();
+    const CellAttr attr = screen.rendition().CurAttr();
     JsonLine json;
     json.beginObject().key("window").value(std::int64_t{index});
     json.key("columns").value(std::int64_t{screen.CharsPerLine()});
@@ -94,11 +94,11 @@ std::string stateLine(const frmTerm& window, int index) {
         .value(std::int64_t{screen.CursorY()});
     json.key("fore").value(std::int64_t{attr.Fore}).key("back").value(std::int64_t{attr.Back});
     json.key("mode").value(std::int64_t{attr.Mode});
-    json.key("foreColour").value(colourText(screen.rendition().foreColour()));
-    json.key("backColour").value(colourText(screen.rendition().backColour()));
+    json.key("foreColour").value(colourText(screen.rendition().ForeColour()));
+    json.key("backColour").value(colourText(screen.rendition().BackColour()));
     json.key("dirty").value(screen.ScreenDirty()).key("cursorDrawn").value(screen.cursorDrawn());
     json.key("helpBoxes").beginArray();
-    for (const int slot : window.helpBoxes().openSlots()) json.value(std::int64_t{slot});
+    for (const int slot : window.HelpBoxes().openSlots()) json.value(std::int64_t{slot});
     json.endArray();
     writeStoredRows(json, screen);
     return json.endObject().text();
@@ -139,10 +139,10 @@ std::string screenLine(const frmTerm& window, const HeadlessWindow& shown) {
 std::string menusLine(const HostMenus& menus) {
     JsonLine json;
     json.beginObject().key("knowledgeBase");
-    writeItems(json, menus.knowledgeBaseItems());
+    writeItems(json, menus.mnKnowledgeBaseLink());
     json.key("knowledgeBaseEntries").value(static_cast<std::int64_t>(menus.knowledgeBase().size()));
-    json.key("remoteEnabled").value(menus.remoteEnabled()).key("remote");
-    writeItems(json, menus.remoteItems());
+    json.key("remoteEnabled").value(menus.mnuRemoteEnabled()).key("remote");
+    writeItems(json, menus.mnuRemoteConnection());
     json.key("remoteEntries").value(static_cast<std::int64_t>(menus.remote().size()));
     return json.endObject().text();
 }

@@ -5,18 +5,10 @@
 #include <utility>
 
 #include "support/com/ComCall.h"
-#include "support/com/Module.h"
+#include "support/win32/KeyState.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
-namespace {
-
-/// The modifier keys that are down: 1 Shift, 2 Ctrl, 4 Alt, for the label and for containers alike.
-std::int16_t modifierKeys() {
-    const auto bit = [](int key, int value) { return GetKeyState(key) < 0 ? value : 0; };
-    return static_cast<std::int16_t>(bit(VK_SHIFT, 1) | bit(VK_CONTROL, 2) | bit(VK_MENU, 4));
-}
-
-}  // namespace
 
 LabelActivation::LabelActivation(IOleInPlaceActiveObject& object, const LabelSite& site, LabelEvents& events,
                                  std::shared_ptr<HTMLLabel> label)
@@ -66,15 +58,15 @@ void LabelActivation::openWindow() {
 
 void LabelActivation::ambientsChanged() const {
     if (!window_) return;
-    // Programs that read the screen aloud call the control so, as long as its document has no title.
+    // Screen readers call the control by this name as long as its document has no title.
     SetWindowTextW(window(), site_.displayName().c_str());
-    // While the form is designed the designer has the mouse.
+    // In design mode the designer gets the mouse.
     EnableWindow(window(), site_.runs() ? TRUE : FALSE);
     RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 void LabelActivation::closeWindow() noexcept {
-    // What is drawn without a window may show pictures all the same.
+    // Drawing without a window may also ask for pictures.
     label_->attach(nullptr, &events_);
     visible_ = false;
     clipped_ = false;
@@ -155,18 +147,18 @@ void LabelActivation::requestSize(Size size) {
 
 bool LabelActivation::takesKey(MSG& message) {
     if (!window_ || (message.hwnd != window() && !IsChild(window(), message.hwnd))) return false;
-    const std::int16_t modifiers = modifierKeys();
+    const std::int16_t shift = shiftState();
     const bool isKey = message.message == WM_KEYDOWN && site_.runs();
-    if (isKey && label_->picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), modifiers))
-        return true;
+    if (isKey && label_->picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), shift)) return true;
     const auto controlSite = site_.query<IOleControlSite>();
+    // Containers use the same bits.
     const bool taken =
-        controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(modifiers)) == S_OK;
+        controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(shift)) == S_OK;
     if (isKey && !taken) refusedKey_ = static_cast<LONG>(message.time);
     return taken;
 }
 
-// A control that the user clicks into has the keyboard without the container's doing.
+// A click gives the control the keyboard without the container's help.
 void LabelActivation::focusChanged(bool hasFocus) noexcept {
     if (hasFocus == hasFocus_) return;
     hasFocus_ = hasFocus;
@@ -174,7 +166,7 @@ void LabelActivation::focusChanged(bool hasFocus) noexcept {
     try {
         if (hasFocus) activateUi();
     } catch (...) {
-        // The container does not want it to be the active one; it has the focus all the same.
+        // The container does not want this control to be the active one; it still has the focus.
     }
     const auto controlSite = site_.query<IOleControlSite>();
     if (controlSite) controlSite->OnFocus(hasFocus ? TRUE : FALSE);

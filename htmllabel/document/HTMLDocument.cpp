@@ -54,12 +54,12 @@ void HTMLDocument::mBuildLinkList(bool enableAnchors) {
     }
 }
 
-std::string HTMLDocument::title() const {
+std::optional<std::string> HTMLDocument::title() const {
     const auto found = std::ranges::find(mudtElements_, TAG_TITLE, &HTMLElement::lngTagType);
-    if (mudtElements_.end() - found < 2) return "Unknown";
+    if (mudtElements_.end() - found < 2) return std::nullopt;
     const auto words = std::next(found)->strWords;
-    if (words.empty()) return {};
-    return {words.front().data(), words.back().data() + words.back().size()};
+    if (words.empty()) return std::string();
+    return std::string(words.front().data(), words.back().data() + words.back().size());
 }
 
 void HTMLDocument::setHitBox(std::int16_t index, const Rect& box) {

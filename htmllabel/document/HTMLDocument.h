@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory_resource>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,8 +34,8 @@ class HTMLDocument {
 
     /// The normalised text.
     const std::string& mstrDocument() const { return mstrDocument_; }
-    /// The title's text, decoded; "Unknown" when there is none.
-    std::string title() const;
+    /// The title's text, decoded; nothing when there is no title.
+    std::optional<std::string> title() const;
     std::span<const HTMLElement> mudtElements() const { return mudtElements_; }
     std::int16_t mintElementCount() const { return static_cast<std::int16_t>(mudtElements_.size()); }
     std::int16_t mintBodyIndex() const { return page_.mintBodyIndex; }

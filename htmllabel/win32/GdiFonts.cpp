@@ -5,13 +5,14 @@
 #include <initializer_list>
 #include <limits>
 
+#include "gdi/LogFont.h"
 #include "support/Conversions.h"
 
 namespace kavrelon {
 namespace {
 
 constexpr double kPointsPerInch = 72;
-/// Pixels. No document needs more, and the platform's own limit is not far above it.
+/// In pixels. No document needs more, and the platform's own limit is not much higher.
 constexpr double kTallest = 2000;
 constexpr std::size_t kMostFonts = 32;
 
@@ -25,7 +26,7 @@ bool hasAnyOf(std::string_view text, std::initializer_list<std::string_view> par
         parts, [text](std::string_view part) { return text.find(part) != std::string_view::npos; });
 }
 
-/// What a face looks like, going by its name: one that the system lacks is then replaced by one of its kind.
+/// A guess from the face's name, so that the platform replaces a missing face by a similar one.
 BYTE pitchAndFamily(std::string face) {
     CharLowerBuffA(face.data(), static_cast<DWORD>(face.size()));
     if (hasAnyOf(face, {"courier", "mono", "console", "terminal", "fixed", "typewriter"})) {
@@ -36,14 +37,8 @@ BYTE pitchAndFamily(std::string face) {
 }
 
 LOGFONTA describe(const TextFont& font, int height) {
-    LOGFONTA result{};
-    const auto length = std::min(font.face.size(), sizeof result.lfFaceName - 1);
-    std::copy_n(font.face.data(), length, result.lfFaceName);
-    // Negative: the height of the characters, without the leading above them.
-    result.lfHeight = -height;
-    result.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
-    result.lfItalic = font.italic;
-    result.lfUnderline = font.underline;
+    LOGFONTA result =
+        logFont(font.face, -height, {.bold = font.bold, .italic = font.italic, .underline = font.underline});
     result.lfCharSet = DEFAULT_CHARSET;
     result.lfPitchAndFamily = pitchAndFamily(font.face);
     return result;

@@ -4,8 +4,8 @@
 #include "support/com/ComCall.h"
 #include "support/com/ComText.h"
 #include "support/com/LateCall.h"
-#include "support/com/Module.h"
 #include "support/com/Variant.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {

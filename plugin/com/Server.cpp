@@ -10,7 +10,7 @@
 #include "plugin/com/Registration.h"
 #include "plugin/com/TerminalObject.h"
 #include "support/com/ClassFactory.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "plugin/com/ArgumentArray.h"
 #include "plugin/com/ClientParent.h"
-#include "support/com/Module.h"
+#include "support/win32/Module.h"
 
 namespace kavrelon {
 

@@ -8,9 +8,9 @@
 
 #include "kavrelon.h"
 #include "samplehost/HostOptions.h"
-#include "samplehost/win32/DispatchObject.h"
-#include "samplehost/win32/HostedControl.h"
-#include "samplehost/win32/PlugInClasses.h"
+#include "samplehost/com/DispatchObject.h"
+#include "samplehost/com/HostedControl.h"
+#include "samplehost/com/PlugInClasses.h"
 #include "support/com/ComPtr.h"
 
 namespace kavrelon {
@@ -24,8 +24,8 @@ class HelpViewer {
     HelpViewer(const HelpViewer&) = delete;
     HelpViewer& operator=(const HelpViewer&) = delete;
 
-    /// Runs until the window is closed or its picture, where the options ask for one, is taken. The program's
-    /// exit status.
+    /// Runs until the window is closed or the picture that the options ask for is taken. Returns the
+    /// program's exit status.
     int run();
 
   private:

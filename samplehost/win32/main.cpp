@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "samplehost/HostOptions.h"
-#include "samplehost/win32/ComFailure.h"
+#include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/HelpViewer.h"
 #include "samplehost/win32/HostProgram.h"
 
@@ -19,8 +19,8 @@ using namespace kavrelon;
 constexpr int kBadOptions = 2;
 constexpr int kFailed = 1;
 
-/// COM for this thread. The plug-in lives in a single-threaded apartment: on the thread that made it, which
-/// has a message loop.
+/// Keeps COM started for this thread, as a single-threaded apartment: the plug-in is called on the thread
+/// that made it, which must have a message loop.
 class Apartment {
   public:
     Apartment() { check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "COM could not be started"); }

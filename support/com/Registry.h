@@ -7,7 +7,7 @@
 
 namespace kavrelon {
 
-/// A text value below the root of class registrations. An empty name is the key's default value.
+/// A text value under the root of class registrations. An empty name means the key's default value.
 struct RegistryValue {
     std::wstring key;
     std::wstring name;
@@ -15,31 +15,30 @@ struct RegistryValue {
     bool operator==(const RegistryValue&) const = default;
 };
 
-/// One key with everything below it, written and removed together.
+/// A key with everything under it, written and removed as one.
 struct RegistryGroup {
     std::wstring key;
     std::vector<RegistryValue> values = {};
-    /// The value, written before the others, whose data tells that the group is ours and not another
-    /// component's of the same name; one without a key stands for groups that nobody else can have.
+    /// The value that shows by its data that the group is ours, and not another component's of the same name.
+    /// It is written first. Without a key: no other component can have this group.
     RegistryValue owner = {};
-    /// Another component's group is left as it is, and not replaced.
+    /// Whether `add` leaves another component's group in place instead of replacing it.
     bool yields = false;
 };
 
-/// A root of class registrations, of the machine or of the user, open for changes.
+/// The root of class registrations of the machine or of the user, for changes.
 class ClassesRoot {
   public:
     static constexpr const wchar_t* kPath = L"Software\\Classes";
 
-    /// `hive` is HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER. Whether it can be opened shows with the first
-    /// change.
+    /// `hive` is HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER. Missing rights show only with the first change.
     explicit ClassesRoot(HKEY hive) noexcept : hive_(hive) {}
 
-    /// Writes the groups. On a failure, which is returned, those written are removed again.
+    /// Writes the groups. After a failure, which is returned, the groups written so far are removed again.
     LSTATUS add(const std::vector<RegistryGroup>& groups) const;
 
-    /// Removes the groups that are there and ours, and the keys above them that this leaves empty. What
-    /// cannot be removed does not keep the rest; the last failure is returned.
+    /// Removes those groups that exist and are ours, and the keys above them that become empty. Goes on after
+    /// a failure; the last one is returned.
     LSTATUS remove(const std::vector<RegistryGroup>& groups) const;
 
   private:

@@ -1,6 +1,6 @@
 #include "terminal/screen/CursorMark.h"
 
-#include "terminal/TermWindow.h"
+#include "terminal/screen/TermSurface.h"
 
 namespace kavrelon {
 

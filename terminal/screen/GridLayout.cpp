@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "terminal/TermWindow.h"
+#include "terminal/screen/TermSurface.h"
 
 namespace kavrelon {
 namespace {

@@ -24,9 +24,9 @@ void Painter::use(const Pen& pen) {
     penKnown_ = true;
 }
 
-void Painter::drawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
-    if (!onlyCells_) {
-        drawWithDuties(ch, column, row, pen);
+void Painter::DrawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
+    if (!noExtras_) {
+        drawWithExtras(ch, column, row, pen);
         return;
     }
     use(pen);
@@ -34,52 +34,52 @@ void Painter::drawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
     surface_->drawText(grid_.cellOrigin(column, row), {&shown, 1});
 }
 
-void Painter::drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pen) {
+void Painter::drawWithExtras(std::uint8_t ch, int column, int row, const Pen& pen) {
     if (pictures_.hide(column + 1, row + 1)) return;
     use(pen);
     const std::uint8_t shown = ch == 0 ? std::uint8_t{' '} : ch;
     const Rect block = grid_.cellBlock(column, row);
     surface_->drawText({block.left, block.top}, {&shown, 1});
     if (!picturesHeld_) pictures_.draw(*surface_, grid_, block);
-    if (useMemoryDC_) surface_->keepBlock(block);
+    if (UseMemoryDC_) surface_->keepBlock(block);
 }
 
 void Painter::addPicture(std::int16_t number, Pictures::Placed picture) {
     pictures_.add(number, std::move(picture));
-    findDuties();
+    noteExtras();
 }
 
 void Painter::removePicture(std::int16_t number) {
     pictures_.remove(number);
-    findDuties();
+    noteExtras();
 }
 
 void Painter::removePictures() noexcept {
     pictures_.removeAll();
-    findDuties();
+    noteExtras();
 }
 
 void Painter::resumePictures(const Rect& block) {
     picturesHeld_ = false;
     if (pictures_.empty()) return;
     pictures_.draw(*surface_, grid_, block);
-    if (useMemoryDC_) surface_->keepBlock(block);
+    if (UseMemoryDC_) surface_->keepBlock(block);
 }
 
 void Painter::drawBlanks(int column, int row, int count, const Pen& pen) {
     count = std::min(count, kMaxScreen);
     if (count < 1) return;
     if (!pictures_.empty()) {
-        for (int end = column + count; column < end; ++column) drawWithDuties(' ', column, row, pen);
+        for (int end = column + count; column < end; ++column) drawWithExtras(' ', column, row, pen);
         return;
     }
     use(pen);
     surface_->drawText(grid_.cellOrigin(column, row), {kSpaces.data(), static_cast<std::size_t>(count)});
-    if (useMemoryDC_) surface_->keepBlock(grid_.cellBlock(column, row, count));
+    if (UseMemoryDC_) surface_->keepBlock(grid_.cellBlock(column, row, count));
 }
 
-void Painter::clearWindow() {
-    if (useMemoryDC_) {
+void Painter::ClearWindow() {
+    if (UseMemoryDC_) {
         surface_->clearMemory();
     } else {
         surface_->clear();
@@ -87,7 +87,7 @@ void Painter::clearWindow() {
 }
 
 void Painter::scrollImage() {
-    if (useMemoryDC_) {
+    if (UseMemoryDC_) {
         surface_->scrollMemory();
         surface_->showMemory();
     } else {

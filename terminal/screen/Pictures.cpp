@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "terminal/TermWindow.h"
 #include "terminal/screen/GridLayout.h"
+#include "terminal/screen/TermSurface.h"
 
 namespace kavrelon {
 

@@ -9,8 +9,7 @@
 
 namespace kavrelon {
 
-/// The image of the character screen: 1025 row records of 1025 cells, of which record r + 1 holds screen row
-/// r.
+/// The image of the character screen: 1025 row records of 1025 cells. Record r + 1 holds screen row r.
 ///
 /// A record takes memory when it is first written, so a window pays for the rows that it uses. Scrolling
 /// turns the order of the records and moves none of them. Each record knows how far it may differ from the
@@ -21,7 +20,7 @@ class ScreenBuffer {
     void setBlankLine(CellAttr attr);
 
     /// Stores a cell. Column and row may be -1 to 1023; anything else raises SubscriptOutOfRange.
-    void put(int column, int row, Cell cell);
+    void PutCell(int column, int row, Cell cell);
 
     /// Stores the same cell in columns `first` to `last`; one that lies outside raises SubscriptOutOfRange
     /// once those before it are stored.
@@ -30,23 +29,20 @@ class ScreenBuffer {
     /// A record for reading, 0 to 1024 (screen row + 1); a record never written reads as zeros.
     const ScreenLine& record(int index) const;
 
-    /// Record r + 1 takes a copy of the blank line. Rows outside the buffer are left alone.
-    void blankRow(int row);
-    /// Blanks screen rows `first` to `last`.
+    /// Screen rows `first` to `last` each take a copy of the blank line. Rows outside the buffer are left
+    /// alone.
     void blankRows(int first, int last);
     /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
-    void scrollUp(int lines) {
+    void moveRowsUp(int lines) {
         if (lines != ringSize_ && !setRing(lines)) return;
         if (++ringStart_ == ringSize_) ringStart_ = 0;
         blank(writableRow(ringSize_));
     }
 
-    /// A screen row for writing in place: column c is element c + 1 of the line. Whoever writes sees to it
-    /// that `extent` is at least the last element written + 1. Valid until the buffer is changed in another
-    /// way.
+    /// A screen row for writing in place. Good until the row is blanked or moved.
     struct RowInPlace {
         ScreenLine* line;
-        int* extent;
+        int* extent;  ///< whoever writes sees to it that it is at least the last element written + 1
     };
     /// Row 0 to 1023.
     RowInPlace rowInPlace(int row) {
@@ -70,17 +66,17 @@ class ScreenBuffer {
         if (!row.line) allocate(row);
         return row;
     }
-    // Out of the way of the receive path, which needs them once in a row's and a size's life.
+    // Kept out of the receive path, which needs the one once for a row and the other once for a size.
     [[gnu::cold, gnu::noinline]] static void allocate(Row& row);
     [[gnu::cold, gnu::noinline]] bool setRing(int lines);
     void blank(Row& row);
 
     std::array<Row, kStoredCells> rows_;
-    // Records 1 to ringSize_ stand in turned order: record 1 is slot 1 + ringStart_. Never empty, so that a
-    // screen without lines is not taken for the ring in use.
+    // Records 1 to ringSize_ are a ring: record 1 is in slot 1 + ringStart_, and so on. Never empty, so that
+    // a screen without lines does not count as the ring in use.
     int ringSize_ = 1;
     int ringStart_ = 0;
-    ScreenLine blankLine_;
+    ScreenLine BlankLine_;
 };
 
 }  // namespace kavrelon

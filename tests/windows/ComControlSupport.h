@@ -4,10 +4,11 @@
 
 #include <optional>
 
-#include "samplehost/win32/DispatchObject.h"
-#include "samplehost/win32/HostedControl.h"
+#include "samplehost/com/DispatchObject.h"
+#include "samplehost/com/HostedControl.h"
 #include "support/com/Variant.h"
 #include "tests/windows/ComTestSupport.h"
+#include "tests/windows/ProcessUsage.h"
 #include "tests/windows/WindowImage.h"
 
 namespace kavrelon {

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "support/Geometry.h"
+#include "terminal/screen/FontChoice.h"
+
+namespace kavrelon {
+
+class Picture;
+
+/// The colours and the font style with which text is drawn.
+struct Pen {
+    Colour text = 0;
+    Colour back = 0;
+    bool italic = false;
+    bool underline = false;
+    bool operator==(const Pen&) const = default;
+};
+
+/// The drawing half of the terminal's platform seam: one surface of character cells.
+///
+/// All places and sizes are pixels of the window's inner area. Everything that reaches outside it is
+/// clipped. Text and blocks are drawn at once, not collected. No call fails: a surface that cannot draw
+/// (no window any more) ignores it.
+class TermSurface {
+  public:
+    virtual ~TermSurface() = default;
+
+    /// Draws single-byte characters from `at` to the right, one cell each, with an opaque background, in the
+    /// pen last set. Each character advances by exactly one cell width, whatever the face says of it.
+    virtual void drawText(Point at, std::span<const std::uint8_t> text) = 0;
+    /// Colours and style of the text calls that follow; called only when they change.
+    virtual void setPen(const Pen& pen) = 0;
+    /// Draws a picture of its own platform scaled to `place`, but only what is in `clip`.
+    virtual void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) = 0;
+    /// Inverts every pixel of the block; a second call restores it.
+    virtual void invertBlock(const Rect& block) = 0;
+    /// Fills the whole inner area with the window's own background colour, black.
+    virtual void clear() = 0;
+    /// Fills what is outside the grid with the background colour.
+    virtual void clearOutsideGrid() = 0;
+    /// Tells where the grid of cells is from now on. Draws nothing.
+    virtual void setGrid(const Rect& grid, Size cell) = 0;
+    /// Moves the grid's pixels up by one cell height; the uncovered bottom row shows the window's background.
+    virtual void scrollGrid() = 0;
+
+    /// Chooses the face and character set of the font and takes bold off; the size stays.
+    virtual void setFont(const FontChoice& font) = 0;
+    /// Sets the font's size in points, fractions allowed; at least 1.
+    virtual void setFontSize(double points) = 0;
+    /// The font's size in points.
+    virtual double fontSize() const = 0;
+    /// How many points one pixel of font height is (0.75 at 96 dots an inch).
+    virtual double pointsPerPixel() const = 0;
+    /// The cell that the current font needs: as wide as its widest character, at least 1 x 1.
+    virtual Size measureCell() = 0;
+    /// The window's inner area; 0 x 0 while minimised.
+    virtual Size innerSize() const = 0;
+    /// Asks for an inner area of this size. Ignored while the window is maximised or minimised; the desktop's
+    /// size bounds it.
+    virtual void requestInnerSize(Size size) = 0;
+
+    // The memory bitmap, as large as the inner area, made when it is first used.
+
+    /// Copies a block of the window into the memory bitmap.
+    virtual void keepBlock(const Rect& block) = 0;
+    /// Moves the grid's part of the bitmap up by one cell height; its bottom row becomes background.
+    virtual void scrollMemory() = 0;
+    /// Copies the whole bitmap to the window.
+    virtual void showMemory() = 0;
+    /// Blanks the bitmap and copies it to the window.
+    virtual void clearMemory() = 0;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,195 @@
+#include <tuple>
+
+#include "headless/HeadlessHelpWindow.h"
+#include "tests/unit/Session.h"
+
+namespace kavrelon {
+
+inline void PrintTo(const Rect& block, std::ostream* out) {
+    *out << block.left << ',' << block.top << " to " << block.right << ',' << block.bottom;
+}
+
+namespace {
+
+constexpr std::int16_t kLeft = 1;
+constexpr std::int16_t kRight = 2;
+
+Rect block(int left, int top, int width, int height) {
+    return {left, top, left + width, top + height};
+}
+
+/// A terminal at (100, 50) with a box in slot 1.
+class HelpBoxTest : public testing::Test, protected Session {
+  protected:
+    HelpBoxTest() {
+        connect();
+        window().moveTo({100, 50});
+        show(1);
+    }
+    void show(int slot) { form().ShowHelpBox(static_cast<std::int16_t>(slot), 2, 3, 10, 4, "text"); }
+    HeadlessHelpWindow& boxWindow(int slot = 1) {
+        return *windowOf(platform.desktop, *form().HelpBoxes().at(slot));
+    }
+    Rect place(int slot = 1) { return boxWindow(slot).rectangle(); }
+    std::shared_ptr<frmHelp> box() { return std::dynamic_pointer_cast<frmHelp>(boxWindow().events()); }
+    std::size_t opened() const { return platform.headlessLauncher.shellStarts.size(); }
+
+    void press(std::int16_t button, Point at) {
+        platform.desktop.cursor = at;
+        platform.desktop.heldButtons = button;
+        box()->MouseDown(button, 0, 0, 0);
+    }
+    /// Moves the mouse, which the label tells of as of a release.
+    void move(Point to) {
+        platform.desktop.cursor = to;
+        box()->MouseUp(platform.desktop.heldButtons, 0, 0, 0);
+    }
+    /// Over a link the label keeps the release to itself, and tells of the link a little later.
+    void release(const char* link = nullptr) {
+        const std::int16_t button = std::exchange(platform.desktop.heldButtons, 0);
+        box()->dragEnded();
+        link != nullptr ? box()->HyperlinkClick(link) : box()->MouseUp(button, 0, 0, 0);
+    }
+};
+
+TEST_F(HelpBoxTest, TextBecomesADocument) {
+    const struct {
+        const char *text, *document;
+    } cases[] = {
+        {"a^b", "a<br>b"},
+        {"x < y\r\nz > &amp;", "x&nbsp;&#060;&nbsp;y<br>z&nbsp;&#062;&nbsp;&#038;"},
+        {"<HTML>", "&#060;HTML&#062;"},
+        {"", ""},
+    };
+    for (const auto& c : cases) {
+        box()->HelpInfo(c.text);
+        EXPECT_EQ(box()->HelpInfo(), "<HTML><BODY>" + std::string(c.document) + "</BODY></HTML>") << c.text;
+    }
+    box()->HelpInfo("<html><body>a b^<b>c</b>");
+    EXPECT_EQ(box()->HelpInfo(), "<html><body>a b <b>c</b>");
+}
+
+TEST_F(HelpBoxTest, ItStandsAtItsCells) {
+    using Cells = std::array<std::int16_t, 4>;
+    const struct {
+        std::int16_t xOffset, yOffset;
+        float charWidth, charHeight;
+        Cells cells;
+        Rect place;
+    } cases[] = {
+        // 80 pixels and 100 twips are 86 and two thirds.
+        {0, 0, 8, 16, {2, 3, 10, 4}, block(112, 74, 104, 87)},
+        {5, 7, 9, 15, {0, 1, 0, 0}, block(100, 50, 27, 22)},
+        {0, 0, 7, 15, {1, 1, 1, 1}, block(96, 58, 28, 37)},
+        {-20, 0, 8, 16, {-3, -2, -2, -1}, block(52, -6, 8, 7)},
+        {0, 0, 8, 16, {32767, 32767, 32767, 32767}, block(262224, 524314, 262160, 524295)},
+    };
+    for (const auto& c : cases) {
+        box()->SetBase(c.xOffset, c.yOffset, c.charWidth, c.charHeight);
+        box()->SetBoxCord(c.cells[0], c.cells[1], c.cells[2], c.cells[3]);
+        EXPECT_EQ(place(), c.place) << testing::PrintToString(c.cells);
+    }
+}
+
+TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
+    const Rect start = place();
+    press(kLeft, {150, 80});
+    for (const Point at : {Point{151, 80}, Point{100, 200}, Point{140, 100}}) move(at);
+    const Rect there = block(start.left - 10, start.top + 20, 104, 87);
+    EXPECT_EQ(boxWindow().outlines(), (std::vector{there}));
+    EXPECT_EQ(place(), start);
+    release();
+    move({300, 300});
+    EXPECT_EQ(place(), there);
+
+    // It goes with the terminal from there, and is seen when that is.
+    form().setWindowState(WindowState::Minimised);
+    window().moveTo({110, 30});
+    show(2);
+    EXPECT_FALSE(boxWindow(1).visible() || boxWindow(2).visible());
+    form().setWindowState(WindowState::Normal);
+    EXPECT_TRUE(boxWindow(1).visible() && boxWindow(2).visible());
+    EXPECT_EQ(place(2), block(start.left + 10, start.top - 20, 104, 87));
+
+    // What hides it takes the outline off.
+    press(kLeft, {150, 80});
+    form().setWindowState(WindowState::Minimised);
+    EXPECT_EQ(boxWindow().outlines(), std::vector<Rect>{});
+}
+
+TEST_F(HelpBoxTest, ItFollowsTheGridAndStaysWithItsWindow) {
+    const Rect start = place();
+    setSize(100, 40);
+    EXPECT_EQ(place(), block(start.left - 80, start.top - 120, 104, 87));
+    const frmTerm& below = form();
+    sequence(rows::kNewScreen);
+    EXPECT_EQ(below.HelpBoxes().openSlots().size() + form().HelpBoxes().openSlots().size(), 1U);
+}
+
+TEST_F(HelpBoxTest, ButtonsMeanWhatTheyMeanOverLinksToo) {
+    const struct {
+        std::int16_t button;
+        Point to;
+        const char* link;
+        std::size_t opened;
+        int menus;
+        bool moved;
+    } cases[] = {
+        {kLeft, {150, 80}, nullptr, 0, 0, false},  {kLeft, {150, 80}, "http://a", 1, 0, false},
+        {kLeft, {151, 80}, nullptr, 0, 0, true},   {kLeft, {151, 80}, "http://a", 0, 0, true},
+        {kRight, {151, 80}, nullptr, 0, 1, false}, {kRight, {150, 80}, "http://a", 0, 1, false},
+    };
+    for (const auto& c : cases) {
+        show(1);
+        const Rect start = place();
+        const std::size_t before = opened();
+        press(c.button, {150, 80});
+        move(c.to);
+        EXPECT_EQ(boxWindow().openMenus(), 0);
+        release(c.link);
+        EXPECT_EQ(std::tuple(opened() - before, boxWindow().openMenus(), place() != start),
+                  std::tuple(c.opened, c.menus, c.moved));
+        EXPECT_EQ(boxWindow().outlines(), std::vector<Rect>{});
+    }
+}
+
+TEST_F(HelpBoxTest, OnlyWebAddressesAreOpened) {
+    const auto click = [this](const char* address) {
+        press(kLeft, {});
+        release(address);
+    };
+    for (const char* address : {"calc.exe", "file://a", "http:/a", "http://", "http://a b", "https://a\"b",
+                                "http://a'b", "http://a\\b", "ftp://a", "javascript:http://a", "#a"}) {
+        click(address);
+    }
+    EXPECT_EQ(opened(), 0U);
+    click("HTTPS://b/?c&d");
+    EXPECT_EQ(platform.headlessLauncher.shellStarts.back(),
+              (HeadlessLauncher::Start{"HTTPS://b/?c&d", "", ""}));
+    platform.headlessLauncher.shellResult = 31;
+    click("http://c");
+    EXPECT_EQ(window().failures().size(), 1U);
+}
+
+TEST_F(HelpBoxTest, FiftyOneSlots) {
+    for (const int slot : {0, 50, 1}) show(slot);
+    for (const int slot : {-1, 51}) {
+        EXPECT_EQ(errorOf([&] { show(slot); }), 9);
+        EXPECT_EQ(errorOf([&] { form().HideHelpBox(static_cast<std::int16_t>(slot)); }), 9);
+    }
+    form().HideHelpBox(7);
+    boxWindow(50).events()->mnuRightClickClose_Click();
+    EXPECT_EQ(form().HelpBoxes().openSlots(), (std::vector{0, 1}));
+    // The object of a closed box stays for those who hold it, and ignores what it is told.
+    const std::shared_ptr<frmHelp> closed = box();
+    form().Unload();
+    show(3);
+    closed->SetBoxCord(1, 1, 1, 1);
+    closed->ShowBox(7, 8);
+    closed->MouseDown(kLeft, 0, 0, 0);
+    closed->HyperlinkClick("http://a");
+    EXPECT_EQ(platform.desktop.helpWindows.size() + opened(), 0U);
+}
+
+}  // namespace
+}  // namespace kavrelon

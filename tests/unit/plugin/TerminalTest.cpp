@@ -1,0 +1,330 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "plugin/FunctionKeys.h"
+#include "tests/unit/Session.h"
+
+namespace kavrelon {
+namespace {
+
+using namespace std::string_literals;
+using namespace rows;
+using Texts = std::vector<std::string>;
+
+class TerminalTest : public ConnectedTest {
+  protected:
+    void closeByUser() const { window().events()->Form_Close(); }
+};
+
+TEST_F(TerminalTest, TableEndsWithEmptyRows) {
+    EXPECT_EQ(terminal->IClientEscTree_EscTreeCount(), 44);
+    for (const auto index : std::initializer_list<std::int16_t>{-32768, -1, 0, 45, 100, 101, 32767}) {
+        const int error = index < 0 || index > 100 ? 9 : 0;
+        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeString(index), ""); }), error);
+        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeDesc(index), ""); }), error);
+    }
+}
+
+TEST_F(TerminalTest, CursorSequences) {
+    const struct {
+        int row;
+        Texts fields;
+        Point cursor;
+        int lowerBound = 1;
+    } cases[] = {
+        {kForceCursorPosition, {"10", "20"}, {19, 9}},
+        {kCursorPosition, {"unused", "10", "20"}, {19, 9}, 0},
+        {kCursorPosition, {"999", "32767"}, {80, 24}},
+        {kCursorPosition, {"0", "-5"}, {0, 0}},
+        {kCursorPosition, {" +3 ", "2.5"}, {1, 2}},
+        {kCursorUp, {"5"}, {7, 11}},
+        {kCursorDown, {"99"}, {7, 13}},
+    };
+    for (const auto& c : cases) {
+        screen().SetCursor(7, 12);
+        sequence(c.row, c.fields, c.lowerBound);
+        EXPECT_EQ(cursor(), c.cursor) << c.row << ' ' << testing::PrintToString(c.fields);
+    }
+}
+
+TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
+    const struct {
+        int row;
+        Texts fields;
+        int error;
+        int lowerBound = 1;
+    } cases[] = {{kCursorPosition, {"x"}, 13},
+                 {kCursorPosition, {"40000", "x"}, 6},
+                 {kCursorPosition, {"-32768", "1"}, 6},
+                 {kCursorPosition, {"5", "6"}, 9, std::numeric_limits<int>::min()},
+                 {kSetFunctionKey, {"F7", "x"}, 13},
+                 {kSetFunctionKey, {"AS99999", "x"}, 6},
+                 {kShowHelpBox, {"1", "x", "1", "1", "99999", "text"}, 13},
+                 {kHideHelpBox, {"51"}, 9},
+                 {kAddRemote, {"program"}, 9}};
+    screen().SetCursor(7, 12);
+    for (const auto& c : cases) {
+        EXPECT_EQ(errorOf([&] { sequence(c.row, c.fields, c.lowerBound); }), c.error)
+            << c.row << ' ' << testing::PrintToString(c.fields);
+    }
+    EXPECT_EQ(cursor(), (Point{7, 12}));
+    EXPECT_EQ(form().HelpBoxes().openSlots(), std::vector<int>{});
+    EXPECT_EQ(form().hostMenus().knowledgeBase().size() + form().hostMenus().remote().size(), 2U);
+}
+
+TEST_F(TerminalTest, AttributeWalk) {
+    const struct {
+        Texts fields;
+        CellAttr attr;
+        int error = 0;
+        int lowerBound = 1;
+    } cases[] = {
+        {{"", "31", "", "5"}, {31, 40, 5}},
+        {{"31", "7"}, {31, 40, 7}, 0, 0},
+        {{" 7 "}, {37, 40, 7}},
+        {{"3.5"}, {37, 40, 4}},
+        {{"\x1F rest"}, {31, 40, 1}},
+        {{}, {37, 40, 1}},
+        {{";"}, {37, 40, 1}, 5},
+        {{"7;32768"}, {37, 40, 7}, 6},
+        {{"7;\xE9"}, {37, 40, 7}, 13},
+    };
+    for (const auto& c : cases) {
+        for (const int row : {kSetAttribute, kSetAttributes}) {
+            SCOPED_TRACE(testing::PrintToString(c.fields));
+            sequence(kSetAttributes, {"37", "40", "1"});
+            EXPECT_EQ(errorOf([&] { sequence(row, c.fields, c.lowerBound); }), c.error);
+            EXPECT_EQ(screen().rendition().CurAttr(), c.attr);
+        }
+    }
+}
+
+TEST_F(TerminalTest, HelpBoxSequences) {
+    sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "replaced"});
+    sequence(kShowHelpBox, {"3", "5", "6", "31", "7", "one\xFEtwo\x1E\xFE"});
+    const frmHelp& box = *form().HelpBoxes().at(3);
+    EXPECT_EQ((std::vector<int>{box.BoxTop(), box.BoxLeft(), box.BoxWidth(), box.BoxHeight()}),
+              (std::vector<int>{5, 6, 31, 7}));
+    EXPECT_EQ(box.HelpInfo(), "<HTML><BODY>one<br>two<br><br></BODY></HTML>");
+    for (const auto& [row, open] : {std::pair{kLogOn, 1U}, {kLogOff, 0U}}) {
+        sequence(row);
+        EXPECT_EQ(form().HelpBoxes().openSlots().size(), open);
+    }
+}
+
+TEST_F(TerminalTest, ScreensArePushedAndPopped) {
+    const frmTerm& base = form();
+    sequence(kSizeScreen, {"2000", "30"});
+    EXPECT_EQ(screen().CharsPerLine(), 1024);
+    sequence(kNewScreen);
+    EXPECT_EQ(form().ConnectionProfile() + form().IniFile(), "default" + parent->iniFile);
+    EXPECT_EQ(window().state(), WindowState::Maximised);
+    EXPECT_TRUE(window().visible() && form().sessionOpen() && form().TermActive());
+    EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::cursor_timer));
+
+    sequence(kCloseScreen);
+    EXPECT_EQ(&form(), &base);
+    EXPECT_EQ(platform.openWindows(), 1U);
+    EXPECT_TRUE(base.TermActive() && window().timerEnabled(TermTimer::cursor_timer));
+}
+
+TEST_F(TerminalTest, TheStackHoldsAHundredAndOneWindows) {
+    for (int i = 1; i <= 100; ++i) sequence(kNewScreen);
+    EXPECT_EQ(errorOf([this] { sequence(kNewScreen); }), 9);
+    EXPECT_EQ(terminal->topIndex(), 100);
+    EXPECT_EQ(platform.openWindows(), 101U);
+    terminal.reset();
+    EXPECT_EQ(platform.openWindows(), 0U);
+    EXPECT_EQ(parent->calls, Texts{});
+}
+
+TEST_F(TerminalTest, SessionFlagsFollowOpenAndClose) {
+    sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "text"});
+    const auto before = std::chrono::system_clock::now();
+    terminal->IClientMain_OnClose();
+    EXPECT_GE(form().CloseDate(), before);
+    EXPECT_EQ(form().HelpBoxes().openSlots(), std::vector<int>{});
+    for (const bool open : {false, true}) {
+        if (open) form().TerminalOpen();
+        EXPECT_EQ(form().sessionOpen(), open);
+        EXPECT_EQ(form().sessionClosed(), !open);
+        EXPECT_EQ(window().timerEnabled(TermTimer::cursor_timer), open);
+        form().ShowTitleBar(open);
+        EXPECT_EQ(window().styleBits(), open ? 0xCF0000U : 0x40000U);
+    }
+}
+
+TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
+    closeByUser();
+    frmTerm& closed = form();
+    type("text\a\r\n");
+    for (int row = 1; row <= terminal->IClientEscTree_EscTreeCount(); ++row) {
+        if (row != kNewScreen && row != kLogOn && row != kLogOnWithText)
+            sequence(row, {"1", "1", "1", "1", "1", "1"});
+    }
+    closed.DisplayTerminalWindows();
+    closed.ReadINIFile();
+    closed.ShowTitleBar(true);
+    closed.MakeActive();
+    closed.setFocus();
+    closed.TerminalOpen();
+    closed.Form_Paint();
+    closed.Form_Resize();
+    closed.cursor_timer_Timer();
+    closed.tmrBeep_Timer();
+    closed.mnuFileScreenWidth_Click();
+    closed.mnuFontStyle_Click(2);
+    closed.mnuPrinterType_Click(2);
+    closed.Form_KeyPress('x');
+    closed.mnuFileExit_Click();
+    terminal->IClientMain_OnClose();
+    terminal->IClientMain_DestroyClass();
+    EXPECT_EQ(parent->calls, Texts{"closed"});
+}
+
+TEST_F(TerminalTest, PushedWindowClosedByTheUserKeepsItsPlace) {
+    sequence(kNewScreen);
+    closeByUser();
+    sequence(kNewScreen);
+    EXPECT_EQ(parent->calls, Texts{});
+    EXPECT_EQ(terminal->topIndex(), 2);
+    sequence(kCloseScreen);
+    sequence(kCloseScreen);
+    type("kept");
+    EXPECT_EQ(shownRows()[0].substr(0, 5), "kept ");
+}
+
+TEST_F(TerminalTest, HostMayDestroyThePlugInFromAnyWindowEvent) {
+    parent->onCall = [this](const char*, const std::string*) {
+        form().mnuFileExit_Click();
+        terminal->IClientMain_DestroyClass();
+    };
+    platform.pendingMessages.push_back([this] { closeByUser(); });
+    terminal->IClientReceive_ReceiveEnd();
+    EXPECT_EQ(parent->calls, Texts{"closed"});
+    EXPECT_EQ(platform.openWindows(), 0U);
+    connect();
+    EXPECT_EQ(terminal->topIndex(), 0);
+}
+
+TEST_F(TerminalTest, MembersNeedAWindowAndAParent) {
+    Session fresh;
+    terminal->IClientMain_DestroyClass();
+    for (clsTerminal* plugIn : {fresh.terminal.get(), terminal.get()}) {
+        const std::function<void()> members[] = {
+            [=] { plugIn->IClientReceive_ReceiveData('x'); },
+            [=] { plugIn->IClientEscTree_EscTreeProcess(kHome, {}); },
+            [=] { plugIn->IClientMain_OnConnection(); },
+            [=] { plugIn->IClientMain_OnClose(); },
+            [=] { plugIn->SendBreak(); },
+            [=] { plugIn->SendTermData("x"); },
+            [=] { plugIn->SendCommand("x"); },
+            [=] { plugIn->IClientMain_InitializeClass(); },
+        };
+        for (const auto& member : members) EXPECT_EQ(errorOf(member), 91);
+        plugIn->IClientEscTree_EscTreeProcess(kSaveCursor, {});
+        plugIn->IClientReceive_ReceiveEnd();
+        plugIn->IClientMain_OnLogin();
+        plugIn->IClientMain_OnLogOut();
+        plugIn->WindowHasClosed();
+        plugIn->IClientMain_DestroyClass();
+    }
+    EXPECT_EQ(parent->calls, Texts{});
+}
+
+TEST_F(TerminalTest, FailingHostReachesTheCallerOrIsIgnored) {
+    const auto fails = [this](const char* member, auto&& call) {
+        parent->failing = member;
+        EXPECT_THROW(call(), std::runtime_error) << member;
+    };
+    fails("data", [this] { terminal->SendTermData("x"); });
+    fails("break", [this] { terminal->SendBreak(); });
+    fails("command", [this] { terminal->SendCommand("x"); });
+    sequence(kLogOn);
+    terminal->IClientMain_OnLogin();
+    parent->failing = "closed";
+    closeByUser();
+    EXPECT_EQ(parent->calls,
+              (Texts{"data x", "break", "command x", "command INIT", "command INIT", "closed"}));
+    terminal->IClientMain_DestroyClass();
+    for (const char* member : {"profile", "ini"}) {
+        terminal->IClientMain_SetClientParent(parent);
+        fails(member, [this] { terminal->IClientMain_InitializeClass(); });
+        EXPECT_EQ(platform.openWindows(), 0U);
+    }
+}
+
+TEST(FunctionKeys, Translation) {
+    const std::pair<std::string, std::string> cases[] = {{"a<cr>b<CR>", "a\rb\r"},
+                                                         {"<Cr><cR>", "<Cr><cR>"},
+                                                         {"^27[A", "\x1B[A"},
+                                                         {"x^", "x"},
+                                                         {"^abc", "c"},
+                                                         {"^ 7x", "x"},
+                                                         {"^^27x", "7x"},
+                                                         {"^00", "\0"s}};
+    for (const auto& [text, translated] : cases)
+        EXPECT_EQ(FunctionKeys::TranslateKeyString(text), translated) << text;
+}
+
+TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
+    const std::pair<std::string, std::int16_t> cases[] = {{"13", 13},   {"A1", 13}, {"S12", 36}, {"SA2", 38},
+                                                          {"AS12", 48}, {"A40", 0}, {"0", 0},    {"49", 0}};
+    for (const auto& [name, key] : cases) {
+        sequence(kSetFunctionKey, {name, "^9427 " + name});
+        EXPECT_EQ(terminal->FuncKey(key), key == 0 ? "" : "^27 " + name);
+    }
+    for (const auto key : std::initializer_list<std::int16_t>{-32768, -1, 49, 32767}) {
+        EXPECT_EQ(errorOf([&] { terminal->FuncKey(key); }), 9);
+    }
+}
+
+/// Everything that can be received, in one state of the session after the other.
+class ReceiveLaw : public ConnectedTest {
+  protected:
+    void receiveEverything() {
+        std::string allBytes;
+        for (int byte = 0; byte < 256; ++byte) allBytes += static_cast<char>(byte);
+        errorOf([&] { type(allBytes); });
+        const Texts shapes[] = {
+            {}, {""}, {"120", "40"}, {allBytes, allBytes}, Texts(6, "5"), Texts(2, std::string(70000, '7'))};
+        for (int row = -1; row <= 101; ++row) {
+            for (const Texts& shape : shapes) {
+                for (const int lowerBound : {1, 0, -3}) {
+                    logons += errorOf([&] { sequence(row, shape, lowerBound); }) == 0 &&
+                              (row == kLogOn || row == kLogOnWithText);
+                }
+                errorOf([&] { type("x\a\r\n\x05\x1B[c\x1BZ"); });
+            }
+        }
+        terminal->IClientReceive_ReceiveEnd();
+    }
+
+    std::ptrdiff_t logons = 0;
+};
+
+TEST_F(ReceiveLaw, NothingIsSentButInitAfterALogon) {
+    const std::function<void()> states[] = {[] {},
+                                            [this] { terminal->IClientMain_OnLogOut(); },
+                                            [this] { screen().PaintOn(false); },
+                                            [this] { screen().AutoWrap(false); },
+                                            [this] { sequence(kNewScreen); },
+                                            [this] { terminal->IClientMain_OnClose(); },
+                                            [this] { window().events()->Form_Close(); }};
+    for (const auto& enter : states) {
+        enter();
+        receiveEverything();
+    }
+    EXPECT_GT(logons, 0);
+    EXPECT_EQ(std::count(parent->calls.begin(), parent->calls.end(), "command INIT"), logons);
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(parent->calls.size()), logons);
+}
+
+}  // namespace
+}  // namespace kavrelon

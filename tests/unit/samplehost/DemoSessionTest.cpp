@@ -1,0 +1,219 @@
+#include "samplehost/demo/DemoSession.h"
+
+#include <gmock/gmock.h>
+
+#include "samplehost/PlaySession.h"
+#include "tests/unit/Session.h"
+
+namespace kavrelon {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+/// The demo session on a terminal, with the host's own work between them.
+class DemoTest : public ConnectedTest, private TerminalSink {
+  protected:
+    DemoTest() : TerminalSink(*terminal) { pass(milliseconds{0}); }
+
+    /// Lets time pass, a tick at a time as the host does.
+    void pass(milliseconds time) {
+        constexpr milliseconds kTick{20};
+        for (milliseconds passed{0}; passed <= time; passed += kTick) {
+            std::string bytes;
+            demo.advance(passed.count() == 0 ? milliseconds{0} : kTick, bytes);
+            recognizer.feed({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+        }
+    }
+    void press(std::string_view keys) {
+        for (const char key : keys) demo.send(std::string(1, key));
+        pass(milliseconds{0});
+    }
+    void expectShown(std::string_view text) const { EXPECT_THAT(shownRows(), Contains(HasSubstr(text))); }
+
+    void sequence(std::int16_t index, std::span<const std::string_view> fields) override {
+        TerminalSink::sequence(index, fields);
+        if (terminal->IClientEscTree_EscTreeDesc(index) != "Size Screen") return;
+        demo.resize(std::stoi(std::string(fields[0])), std::stoi(std::string(fields[1])));
+    }
+
+    DemoSession demo;
+    /// Sequences that the terminal does not have, or that it refused.
+    int faults = 0;
+
+  private:
+    void unmatched(std::span<const std::uint8_t>) override { ++faults; }
+    void failed(const RuntimeError&) override { ++faults; }
+
+    EscapeRecognizer recognizer{escapeTree(), *this};
+};
+
+bool isOneOf(char character, std::string_view set) {
+    return set.find(character) != std::string_view::npos;
+}
+
+/// How many frames the screen shows that are closed on all four sides; crossings may stand on them, and a
+/// title on the upper one.
+int closedFrames(const std::vector<std::string>& rows) {
+    int closed = 0;
+    for (std::size_t bottom = 2; bottom < rows.size(); ++bottom) {
+        const std::string& edge = rows[bottom];
+        for (std::size_t left = 0; (left = edge.find_first_of("\xC0\xC8", left)) != edge.npos; ++left) {
+            const std::size_t right =
+                std::min(edge.find_first_not_of("\xC4\xC1\xCD", left + 1), edge.size() - 1);
+            std::size_t top = bottom - 1;
+            while (top > 0 && isOneOf(rows[top][left], "\xB3\xC3\xBA") &&
+                   isOneOf(rows[top][right], "\xB3\xB4\xBA"))
+                --top;
+            const bool cornered =
+                isOneOf(rows[top][left], "\xDA\xC9") && isOneOf(rows[top][right], "\xBF\xBB");
+            closed += cornered && top < bottom - 1 && isOneOf(edge[right], "\xD9\xBC") ? 1 : 0;
+        }
+    }
+    return closed;
+}
+
+TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
+    const struct {
+        std::string_view keys, shows;
+        int frames;
+    } pages[] = {
+        {"", "Log off", 1},       {"1", "underline", 0},           {"2", "frames", 3},
+        {"3", "Quantity", 1},     {"4", "Night run", 0},           {"5", "80 columns", 0},
+        {"6", "first screen", 1}, {"6\r", "Any key closes it", 1}, {"7\r\r\rhello", "typed: hello", 0},
+    };
+    for (const auto& [keys, shows, frames] : pages) {
+        SCOPED_TRACE(keys);
+        press("\x1B\x1B");
+        press(keys);
+        expectShown(shows);
+        EXPECT_EQ(closedFrames(shownRows()), frames);
+    }
+    EXPECT_EQ(faults, 0);
+}
+
+TEST_F(DemoTest, WalksThroughAllPagesUntilTheFirstKey) {
+    std::vector<int> visited{-1};
+    for (int second = 0; second < 240 && (visited.size() < 10 || demo.currentPage() >= 0); ++second) {
+        pass(milliseconds{1000});
+        const int page = demo.currentPage();
+        if (page >= 0 && page != visited.back()) visited.push_back(page);
+    }
+    EXPECT_THAT(visited, ElementsAre(-1, 0, 1, 2, 3, 4, 5, 6, 0, 1));
+    EXPECT_EQ(platform.openWindows(), 1U);
+    EXPECT_EQ(screen().CharsPerLine(), 80);
+    EXPECT_EQ(faults, 0);
+    EXPECT_THAT(parent->calls, ElementsAre("command INIT"));
+
+    press("3");
+    pass(milliseconds{60000});
+    EXPECT_EQ(demo.currentPage(), 2);
+    EXPECT_THAT(shownRows(), Not(Contains(HasSubstr("Florence")))) << "the form fills itself in unasked";
+}
+
+TEST(DemoSessionTest, KeysSteer) {
+    const struct {
+        std::string_view keys;
+        int page, highlighted;
+    } ways[] = {
+        {"\n\n", -1, 2},  // down
+        {"\x1A", -1, 7},  // up, over the top
+        {"\n\n\n\n\n\n\n\n", -1, 0},
+        {"\n\r", 1, 1},
+        {"4", 3, 3},
+        {"4\x06\x06", 5, 5},  // right
+        {"1\x15", 6, 6},      // left, around
+        {"5\x1B", -1, 4},
+        {"9x\x05", -1, 0},
+    };
+    for (const auto& [keys, page, highlighted] : ways) {
+        SCOPED_TRACE(testing::PrintToString(keys));
+        DemoSession fresh;
+        std::string bytes;
+        fresh.advance(milliseconds{0}, bytes);
+        for (const char key : keys) fresh.send(std::string(1, key));
+        EXPECT_EQ(fresh.currentPage(), page);
+        EXPECT_EQ(fresh.highlighted(), highlighted);
+    }
+}
+
+TEST_F(DemoTest, MenuTellsWhatFunctionKeysSendUntilLoggedOff) {
+    demo.send("/MSG1\r");
+    pass(milliseconds{0});
+    EXPECT_EQ(demo.currentPage(), -1);
+    expectShown("Received /MSG1<13>");
+    EXPECT_FALSE(demo.ending());
+    press("8");
+    ASSERT_TRUE(demo.ending());
+    EXPECT_FALSE(demo.ending()->failed);
+    press("1");
+    EXPECT_EQ(demo.currentPage(), -1);
+}
+
+TEST_F(DemoTest, FormTakesWhatIsTyped) {
+    press("3Ann\bna\r9 Quay");
+    EXPECT_EQ(shownRows()[9].substr(22, 30), "9 Quay" + std::string(24, ' '));
+    EXPECT_EQ(cursor(), (Point{28, 9}));
+    press("\x1A" + std::string(60, 'x'));
+    EXPECT_EQ(shownRows()[7].substr(12, 50), "Name      Anna" + std::string(25, 'x') + std::string(11, ' '));
+}
+
+TEST_F(DemoTest, ScrollingOutputKeepsItsBarInTheLastRow) {
+    press("4");
+    pass(milliseconds{7000});
+    EXPECT_THAT(shownRows().back(), HasSubstr("% \xDB\xDB"));
+    EXPECT_THAT(shownRows()[0], HasSubstr("records")) << "nothing has scrolled";
+    press(" ");
+    const auto paused = shownRows();
+    pass(milliseconds{2000});
+    EXPECT_EQ(shownRows(), paused);
+    press(" ");
+    pass(milliseconds{10000});
+    EXPECT_THAT(shownRows().back(), HasSubstr("100%"));
+}
+
+TEST_F(DemoTest, PageLeavesTheScreenAsLargeAsItFoundIt) {
+    sequence(rows::kSizeScreen, std::vector<std::string_view>{"100", "30"});
+    pass(milliseconds{0});
+    EXPECT_EQ(shownRows()[12].substr(35, 1), "1") << "the menu is not in the middle";
+    press("5 ");
+    EXPECT_EQ(screen().CharsPerLine(), 132);
+    press("\x1B");
+    EXPECT_EQ(screen().CharsPerLine(), 100);
+    EXPECT_EQ(screen().LinesPerPage(), 30);
+}
+
+TEST_F(DemoTest, SecondScreenGivesTheFirstBackUntouched) {
+    press("6");
+    auto before = shownRows();
+    press("\r");
+    EXPECT_EQ(platform.openWindows(), 2U);
+    press("x");
+    EXPECT_EQ(platform.openWindows(), 1U);
+    before[16] = shownRows()[16];
+    EXPECT_THAT(before[16], HasSubstr("closed"));
+    EXPECT_EQ(shownRows(), before);
+    press("\r");
+    demo.sendBreak();
+    pass(milliseconds{0});
+    EXPECT_EQ(platform.openWindows(), 1U);
+    expectShown("Break.");
+}
+
+TEST(PlaySessionTest, KeepsItsRate) {
+    PlaySession slow("0123456789", 3);
+    std::string played;
+    for (int tick = 0; tick < 50; ++tick) slow.advance(milliseconds{20}, played);
+    EXPECT_EQ(played, "012");
+    slow.advance(milliseconds{60000}, played);
+    EXPECT_EQ(played, "0123456789");
+    EXPECT_TRUE(slow.allPlayed());
+    PlaySession(std::string(100000, 'x'), 0).advance(milliseconds{0}, played);
+    EXPECT_EQ(played.size(), 100010U) << "without a rate everything comes at once";
+}
+
+}  // namespace
+}  // namespace kavrelon
