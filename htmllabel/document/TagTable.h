@@ -50,10 +50,11 @@ struct TagTraits {
 
 inline constexpr std::array<TagTraits, kTagCodes> kTagTraits = [] {
     std::array<TagTraits, kTagCodes> traits{};
+    const auto of = [&](TagType code) -> TagTraits& { return traits[static_cast<std::size_t>(code)]; };
     for (const TagRow& row : kTagRows) {
         const bool isContainer = row.level == TagLevel::Container;
-        traits[row.closer] = {false, isContainer, row.isPaired(), row.content, row.closerEnds};
-        traits[row.opener] = {isContainer, false, false, row.content, row.openerEnds};
+        of(row.closer) = {false, isContainer, row.isPaired(), row.content, row.closerEnds};
+        of(row.opener) = {isContainer, false, false, row.content, row.openerEnds};
     }
     return traits;
 }();
