@@ -10,6 +10,7 @@
 #include "headless/NoPictures.h"
 #include "headless/RecordingCanvas.h"
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Layout.h"
 
 namespace {
@@ -101,15 +102,8 @@ std::string drawable(const HTMLElement& element) {
 }
 
 bool hidesText(const HTMLElement& element) {
-    switch (element.lngTagType) {
-        case TAG_HEAD:
-        case TAG_TITLE:
-        case TAG_SCRIPT:
-        case TAG_STYLE:
-            return true;
-        default:
-            return false;
-    }
+    const TagTraits& tag = traitsOf(element.lngTagType);
+    return tag.content != TagContent::Shown && !tag.isCloser;
 }
 
 /// Every text is on the page, in full; or not at all, where tags hide text.

@@ -6,6 +6,7 @@
 
 #include "headless/RecordingCanvas.h"
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Layout.h"
 
 namespace kavrelon {
@@ -172,6 +173,19 @@ TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
     EXPECT_EQ(drawn("<A HREF=x>a</A>").texts, "a:10#ff0000 ");
     EXPECT_EQ(runs("a<SUP>b</SUP><SUB>c</SUB>d"), "4,5 a|10,4 b|15,10 c|20,5 d") << "one baseline, at 17";
     EXPECT_EQ(runs("<U>a <B>b</B></U> c"), "4,4 a |16,4 b|28,4 c") << "underlined up to the next word";
+}
+
+TEST_F(HtmlLayoutTest, EveryTagEndsWithItsCloser) {
+    for (const TagRow& row : kTagRows) {
+        if (!row.isPaired()) continue;
+        const std::string name(row.names.substr(0, row.names.find(' ')));
+        const std::string html = join("x<", name, " HREF=y SIZE=7 COLOR=red ALIGN=RIGHT>a</", name, "><P>b");
+        const std::string after = runs(html);
+        EXPECT_EQ(after.substr(after.rfind('|') + 1, 2), "4,") << html;
+        const std::string texts = drawn(html).texts;
+        EXPECT_TRUE(texts.ends_with(" b:10 ")) << html << ": " << texts;
+        EXPECT_EQ(texts.find("a:") == texts.npos, row.content != TagContent::Shown) << html << ": " << texts;
+    }
 }
 
 TEST_F(HtmlLayoutTest, ColumnsOfTables) {
