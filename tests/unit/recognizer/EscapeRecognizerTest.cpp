@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "headless/HeadlessSession.h"
+#include "support/Bytes.h"
 
 namespace kavrelon {
 namespace {
@@ -17,10 +18,6 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::ThrowsMessage;
 using Bytes = std::span<const std::uint8_t>;
-
-Bytes bytesOf(std::string_view text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
 
 /// Writes down a stream as one line: plain bytes as they are, sequences as {row|field|field}, dropped bytes
 /// as ~bytes~.
