@@ -73,7 +73,7 @@ bool ClassesRoot::isOurs(const RegistryGroup& group) const {
     const std::wstring path = pathOf(group.owner.key);
     const wchar_t* const name = group.owner.name.c_str();
     std::wstring data(group.owner.data.size() + 1, L'\0');
-    DWORD bytes = static_cast<DWORD>(data.size() * sizeof(wchar_t));
+    DWORD bytes = static_cast<DWORD>(data.size()) * sizeof(wchar_t);
     const LSTATUS read = RegGetValueW(hive_, path.c_str(), name, RRF_RT_REG_SZ, nullptr, data.data(), &bytes);
     // The call also fails for data longer than ours, which has no room.
     return read == ERROR_SUCCESS && _wcsicmp(data.c_str(), group.owner.data.c_str()) == 0;
@@ -92,7 +92,7 @@ LSTATUS ClassesRoot::write(const RegistryValue& value) const {
     const LSTATUS created = RegCreateKeyExW(hive_, pathOf(value.key).c_str(), 0, nullptr,
                                             REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, key.put(), nullptr);
     if (created != ERROR_SUCCESS) return created;
-    const auto bytes = static_cast<DWORD>((value.data.size() + 1) * sizeof(wchar_t));
+    const DWORD bytes = static_cast<DWORD>(value.data.size() + 1) * sizeof(wchar_t);
     return RegSetValueExW(key.get(), value.name.c_str(), 0, REG_SZ,
                           reinterpret_cast<const BYTE*>(value.data.c_str()), bytes);
 }
