@@ -117,7 +117,7 @@ TEST_F(HtmlLabelTest, LaysOutWhatIsSeenAndAsksOnceForEachPicture) {
     window.repaintViewPort();
     EXPECT_THAT(events(), ElementsAre("load p", "load a", "load b"));
 
-    // What is hidden, or has no extent yet, is not laid out; the first extent counts always.
+    // A label that is hidden or has no size yet is not laid out. Its first size always counts.
     window.surroundings() = {.twips = {}, .visible = false, .userMode = false};
     label->attach(&window, this);
     label->DocumentHTML("<img src=c>");
@@ -195,7 +195,7 @@ TEST_F(HtmlLabelTest, ScrollsByKeysAndWheel) {
     label->EnableScroll(true);
     label->DocumentHTML(lines + lines);
     const int Max = label->vscScroll().Max;
-    // From a value, by a key and the shift keys with it, to a value.
+    // A value, a key, the shift keys that are held, and the value after it.
     const std::tuple<int, Bits, Bits, int> moves[] = {{20, keys::kUp, 0, 5},
                                                       {5, keys::kUp, 0, 5},
                                                       {0, keys::kDown, 0, 15},
@@ -282,8 +282,8 @@ TEST_F(HtmlLabelTest, TabWalksTheLinksAndEnterFollows) {
     label->EnableScroll(true);
     label->DocumentHTML("<a name=n>name</a><a href=one>one</a>" + lines + "<a href=two>two</a>");
     const int one = link(1).lngTop, two = link(2).lngTop, bottom = link(2).lngBottom - 96;
-    // A key and the shift keys with it; whether the label takes it, the top of the link in focus and the
-    // scroll value then.
+    // A key and the shift keys that are held; whether the label takes it, and then the top of the link in
+    // focus and the scroll value.
     const std::tuple<Bits, Bits, bool, int, int> steps[] = {
         {kEnter, 0, false, -1, 0},      {kTab, 0, true, one, 0},       {kTab, 0, true, two, bottom},
         {kEnter, 0, true, two, bottom}, {kTab, 2, false, two, bottom}, {kTab, 0, false, -1, bottom},

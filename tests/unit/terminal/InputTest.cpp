@@ -238,7 +238,7 @@ TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     form().mnuRemoteConnection_Click(0);
     EXPECT_EQ(window().failures(),
               Texts{"Unable to start Program: \"C:\\My Tools\\t.exe\"  /x\nError: result 5"});
-    // The items of a cleared knowledge base stay on the menu; choosing one says what is the matter.
+    // The items of a cleared knowledge base stay on the menu; who chooses one is told that it is gone.
     sequence(kClearKB);
     for (const auto item : std::initializer_list<std::int16_t>{1, -1, 32767})
         form().mnKnowledgeBaseLink_Click(item);
