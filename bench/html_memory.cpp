@@ -1,25 +1,24 @@
-// Prints for each document how many bytes of the heap the label holds when it holds most, while it parses the
+// Prints for each document the most bytes of the heap that the label holds at a time while it parses the
 // document, lays it out and draws it.
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <new>
 #include <string>
-#include <string_view>
 
 #include "headless/HtmlDocuments.h"
 #include "headless/LabelEngine.h"
+#include "headless/NumberIn.h"
 
 namespace {
 
 std::size_t held = 0;
 std::size_t mostHeld = 0;
 
-/// Stands before each block, as large as keeps the block aligned.
+/// The size of what is put before each block: enough for the block's length, and the block stays aligned.
 constexpr std::size_t kHeader = alignof(std::max_align_t);
 
 }  // namespace
@@ -46,15 +45,13 @@ void operator delete(void* block, std::size_t) noexcept {
 
 int main(int argc, char** argv) {
     using namespace kavrelon;
-    std::size_t length = 0;
-    const std::string_view given = argc == 2 ? argv[1] : "";
-    std::from_chars(given.data(), given.data() + given.size(), length);
-    if (length < 200) {
+    const auto length = argc == 2 ? numberIn<std::size_t>(argv[1]) : std::nullopt;
+    if (!length || *length < 200) {
         std::fputs("usage: html_memory LENGTH\n", stderr);
         return 2;
     }
     for (const HtmlDocumentKind& kind : htmlDocumentKinds()) {
-        const std::string html = kind.make(length);
+        const std::string html = kind.make(*length);
         const std::size_t before = held;
         mostHeld = held;
         LabelEngine label;

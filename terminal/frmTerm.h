@@ -9,6 +9,7 @@
 #include "terminal/HelpBoxes.h"
 #include "terminal/HostMenus.h"
 #include "terminal/Keyboard.h"
+#include "terminal/MenuItems.h"
 #include "terminal/PictureFolder.h"
 #include "terminal/Printers.h"
 #include "terminal/TermOwner.h"
@@ -21,7 +22,7 @@ namespace kavrelon {
 /// The terminal window: a thin face over its parts (the screen, the settings, the session) that carries every
 /// member the plug-in class and the platform's window call.
 ///
-/// After the window has been closed, by whomever, the object stays and ignores what it is told.
+/// After the window has been closed, by anybody, the object remains and ignores what it is told.
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
                       private HelpBoxOwner,
@@ -97,7 +98,7 @@ class frmTerm final : public TermWindowEvents,
     const kavrelon::HelpBoxes& HelpBoxes() const { return HelpBoxes_; }
     /// Shows a picture of the picture folder over the cells between two corners (X: columns, Y: rows, both
     /// from 1) in any order, above the text. It takes the place of an older one of its number, even when
-    /// there is none of this name: the older would pass for the one that was asked for.
+    /// there is none of this name: the older one would be taken for it.
     void DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
                         std::int16_t BotY, std::string_view PicName);
     void ClearPicture(std::int16_t PicNum) { screen_.ClearPicture(PicNum); }
@@ -143,9 +144,6 @@ class frmTerm final : public TermWindowEvents,
     PrinterMenu printerMenu() override;
 
   private:
-    static constexpr const char* kWideCaption = "132 Char per Line";
-    static constexpr const char* kNarrowCaption = "80 Char per Line";
-
     explicit frmTerm(TermPlatform& platform);
     void Form_Load();
 
@@ -175,7 +173,7 @@ class frmTerm final : public TermWindowEvents,
     void complain() noexcept;
 
     TermPlatform& platform_;
-    // A window may be inside a menu or a message box when its host lets go of everything else.
+    // A window may be inside a menu or a message box when its host releases everything else.
     std::shared_ptr<TermPlatform> platformKept_;
     std::unique_ptr<TermWindow> window_;
     kavrelon::HelpBoxes HelpBoxes_;
@@ -187,7 +185,7 @@ class frmTerm final : public TermWindowEvents,
     TermOwner* callback_ = nullptr;
     std::string ConnectionProfile_;
     std::string IniFile_;
-    std::string screenWidthCaption_;
+    std::string screenWidthCaption_ = kWideCaption;
     std::chrono::system_clock::time_point CloseDate_;
     WindowState PrevWindowState_ = WindowState::Normal;
     bool PasteOk_ = true;

@@ -7,34 +7,29 @@
 #include "htmllabel/document/Colours.h"
 #include "htmllabel/document/NameKey.h"
 #include "htmllabel/document/TextDecoder.h"
+#include "support/AsciiText.h"
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
 namespace {
 
-constexpr auto kNone = std::string_view::npos;
-
-std::string_view trim(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == kNone) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
+constexpr auto kNotFound = std::string_view::npos;
 
 std::string without(std::string_view text, std::string_view part) {
     std::string left;
-    for (auto at = text.find(part); at != kNone; at = text.find(part)) {
+    for (auto at = text.find(part); at != kNotFound; at = text.find(part)) {
         left += text.substr(0, at);
         text.remove_prefix(at + part.size());
     }
     return left.append(text);
 }
 
-/// A size in pixels, or the fraction that a percentage is. `unit` may stand behind pixels.
+/// A size in pixels, which may carry `unit`, or a percentage as a fraction.
 float toExtent(std::string_view value, std::string_view unit) {
     constexpr float kPercent = 100;
-    if (value.find('%') != kNone) return toSingle(without(value, "%")) / kPercent;
-    return value.find(unit) == kNone || unit.empty() ? toSingle(value) : toSingle(without(value, unit));
+    if (value.find('%') != kNotFound) return toSingle(without(value, "%")) / kPercent;
+    return value.find(unit) == kNotFound || unit.empty() ? toSingle(value) : toSingle(without(value, unit));
 }
 
 /// The first of a list of names; a list that begins with a comma is taken whole.
@@ -80,26 +75,26 @@ void Attributes::mApplyTagAttributes(HTMLElement& element) {
     }
 }
 
-/// Gives the number of attributes. Each runs from behind the one before it to its value's delimiter: its
-/// opening quote, or a space.
+/// Returns the number of attributes. Each begins after the one before it and ends at its value's delimiter:
+/// the quote that opened the value, or a space.
 std::int16_t Attributes::mintExtractTagAttributes(std::string_view tag) {
     mstrAttrNames_.clear();
     mstrAttrValues_.clear();
     auto at = tag.find(' ');
     while (at < tag.size()) {
         auto equals = tag.find('=', at);
-        if (equals == kNone) break;
-        // A second "=" right behind a value belongs to the name before the next one.
+        if (equals == kNotFound) break;
+        // An "=" directly after a value belongs to the next name.
         if (equals == at) equals = tag.find('=', at + 1);
-        if (equals == kNone) raise(RuntimeErrorNumber::InvalidProcedureCall);
-        mstrAttrNames_.push_back(trim(tag.substr(at, equals - at)));
+        if (equals == kNotFound) raise(RuntimeErrorNumber::InvalidProcedureCall);
+        mstrAttrNames_.push_back(trimSpaces(tag.substr(at, equals - at)));
 
         const auto begin = tag.find_first_not_of(' ', equals + 1);
         const bool quoted = tag[begin] == '\'' || tag[begin] == '"';
         const char delimiter = quoted ? tag[begin] : ' ';
         auto stop = tag.find(delimiter, begin + 1);
-        if (stop == kNone) stop = tag.size() - 1;
-        std::string_view value = trim(tag.substr(begin, stop - begin));
+        if (stop == kNotFound) stop = tag.size() - 1;
+        std::string_view value = trimSpaces(tag.substr(begin, stop - begin));
         if (value.starts_with(delimiter)) value.remove_prefix(1);
         mstrAttrValues_.push_back(value);
         at = static_cast<std::size_t>(narrowToInt16(static_cast<int>(stop) + 2)) - 1;
@@ -185,7 +180,7 @@ void Attributes::setBackColour(HTMLElement& element, std::string_view value) {
     }
 }
 
-/// A size is a number of steps: signed ones from the default size, others from 3, which is the default.
+/// A size is a number of steps: from the default size if it has a sign, otherwise from 3 (the default).
 void Attributes::setSize(HTMLElement& element, std::string_view value) const {
     constexpr double kPointsAStep = 1.2;
     constexpr double kDefaultStep = 3;

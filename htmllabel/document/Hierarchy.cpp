@@ -5,8 +5,8 @@
 namespace kavrelon {
 namespace {
 
-/// Levels nest as deep as a document makes them, so the way back up is read from the parents' indices and not
-/// from a call stack.
+/// Levels nest as deep as a document makes them, so the way back up is read from the parents' indices: a
+/// recursion could overflow the stack.
 class Linker {
   public:
     Linker(std::vector<HTMLElement>& elements, std::vector<std::int16_t>& children)
@@ -26,23 +26,24 @@ class Linker {
   private:
     HTMLElement& at(std::int16_t index) { return elements_[static_cast<std::size_t>(index)]; }
 
-    /// Sets parents, places and counts, and gives each level room for its children; returns the number of
+    /// Sets parents, places and counts, and gives each level room for its children. Returns the number of
     /// elements that are in the tree.
     std::size_t linkParents() {
         std::int16_t level = 0;
         for (std::size_t i = 1; i < elements_.size(); ++i) {
             HTMLElement& element = elements_[i];
             HTMLElement& parent = at(level);
+            const TagTraits& tag = traitsOf(element.lngTagType);
             element.intParent = level;
             element.intSiblingIndex = parent.intChildCount;
-            if (kClosingTags.has(element.lngTagType)) {
+            if (tag.endsLevel) {
                 endLevel(parent, parent.intChildCount + 1);
                 if (level == 0) return i + 1;
                 level = parent.intParent;
                 continue;
             }
             ++parent.intChildCount;
-            if (kContainerTags.has(element.lngTagType)) level = element.intIndex;
+            if (tag.opensLevel) level = element.intIndex;
         }
         for (; level != 0; level = at(level).intParent) endLevel(at(level), at(level).intChildCount);
         endLevel(at(0), at(0).intChildCount);

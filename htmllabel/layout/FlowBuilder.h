@@ -1,9 +1,11 @@
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <vector>
 
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Flow.h"
 #include "htmllabel/layout/FlowWriter.h"
 #include "htmllabel/layout/InlineStyles.h"
@@ -13,10 +15,10 @@
 
 namespace kavrelon {
 
-/// Makes a document's flow: walks its elements once, in order, with the open tags on stacks of their own.
+/// Writes a document's flow in one walk over its elements. The parts it drives keep the open tags on stacks.
 class FlowBuilder {
   public:
-    /// The flow must be new.
+    /// The flow must be new. Nothing is owned; all must outlive the builder.
     FlowBuilder(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
                 Canvas& canvas, Flow& flow);
 
@@ -29,17 +31,21 @@ class FlowBuilder {
         int next = 1;
     };
 
-    /// Whether this tag, or what it stands in, is not to be drawn.
+    /// Whether this tag is not to be drawn: it hides something, or is hidden itself. Keeps track of what is.
     bool hide(const HTMLElement& element);
+    bool isHidden() const { return hiddenHtml_.any() || hiddenForeign_.any(); }
     void tag(const HTMLElement& element);
-    void inlineTag(const HTMLElement& element);
-    void blockTag(const HTMLElement& element);
-    void tableTag(const HTMLElement& element);
+    /// To be called before content: in a table it has to be in a cell.
+    void needCell() {
+        if (tables_.awaitsCell()) tables_.openImpliedCell();
+    }
     void anchor(const HTMLElement& element);
     void picture(const HTMLElement& element);
+    void rule(const HTMLElement& element);
     void openBlock(const HTMLElement& element, int gap, int indent = 0);
     void closeBlock(TagType code, int gap);
-    void openList(const HTMLElement& element);
+    /// Takes the code of UL or OL.
+    void openList(TagType code);
     void closeList(TagType code);
     void listItem(const HTMLElement& element);
     int listGap() { return writer_.blocks().top().list == kNone ? lineHeight_ : 0; }
@@ -56,7 +62,9 @@ class FlowBuilder {
     TableWriter tables_;
     std::vector<List> lists_;
     int lastHeadEnd_;
-    unsigned hidden_ = 0;
+    // The open tags that hide their content, by code: those with HTML in them, and the others.
+    std::bitset<kTagCodes> hiddenHtml_;
+    std::bitset<kTagCodes> hiddenForeign_;
 };
 
 }  // namespace kavrelon

@@ -4,16 +4,10 @@
 #include "htmllabel/LabelContainer.h"
 #include "support/Keys.h"
 #include "support/win32/KeyState.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
-
-constexpr WPARAM kButtons = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
-
-/// The position in a mouse message: signed, as the mouse may stand to the left of the view port or above it.
-Point position(LPARAM lParam) {
-    return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-}
 
 std::int16_t buttonsHeld(WPARAM wParam) {
     int held = 0;
@@ -23,70 +17,68 @@ std::int16_t buttonsHeld(WPARAM wParam) {
     return static_cast<std::int16_t>(held);
 }
 
-LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, HWND viewPort, std::int16_t button,
-                   LPARAM lParam) {
-    if (container.takesFocus()) SetFocus(viewPort);
-    SetCapture(viewPort);
-    label.picViewPort_MouseDown(button, shiftState(), position(lParam));
+LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, const WindowMessage& message,
+                   std::int16_t button) {
+    if (container.takesFocus()) SetFocus(message.window);
+    SetCapture(message.window);
+    label.picViewPort_MouseDown(button, shiftState(), pointIn(message.lParam));
     return 0;
 }
 
-LRESULT buttonUp(HTMLLabel& label, HWND viewPort, std::int16_t button, WPARAM wParam, LPARAM lParam) {
-    if ((wParam & kButtons) == 0 && GetCapture() == viewPort) ReleaseCapture();
-    label.picViewPort_MouseUp(button, shiftState(), position(lParam));
+LRESULT buttonUp(HTMLLabel& label, const WindowMessage& message, std::int16_t button) {
+    if (buttonsHeld(message.wParam) == 0 && GetCapture() == message.window) ReleaseCapture();
+    label.picViewPort_MouseUp(button, shiftState(), pointIn(message.lParam));
     return 0;
 }
 
 }  // namespace
 
-std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
-                                   WPARAM wParam, LPARAM lParam) {
-    switch (message) {
+WindowAnswer handleMouse(HTMLLabel& label, LabelContainer& container, const WindowMessage& message) {
+    switch (message.id) {
         case WM_LBUTTONDOWN:
-            return buttonDown(label, container, viewPort, buttons::kLeft, lParam);
+            return buttonDown(label, container, message, buttons::kLeft);
         case WM_RBUTTONDOWN:
-            return buttonDown(label, container, viewPort, buttons::kRight, lParam);
+            return buttonDown(label, container, message, buttons::kRight);
         case WM_MBUTTONDOWN:
-            return buttonDown(label, container, viewPort, buttons::kMiddle, lParam);
+            return buttonDown(label, container, message, buttons::kMiddle);
         case WM_LBUTTONUP:
-            return buttonUp(label, viewPort, buttons::kLeft, wParam, lParam);
+            return buttonUp(label, message, buttons::kLeft);
         case WM_RBUTTONUP:
-            return buttonUp(label, viewPort, buttons::kRight, wParam, lParam);
+            return buttonUp(label, message, buttons::kRight);
         case WM_MBUTTONUP:
-            return buttonUp(label, viewPort, buttons::kMiddle, wParam, lParam);
+            return buttonUp(label, message, buttons::kMiddle);
         case WM_CAPTURECHANGED:
-            // Taking it again for a second button is no release.
-            if (reinterpret_cast<HWND>(lParam) != viewPort) container.mouseReleased();
+            // Capturing the mouse again for a second button is no release.
+            if (reinterpret_cast<HWND>(message.lParam) != message.window) container.mouseReleased();
             return 0;
         case WM_MOUSEMOVE:
-            label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), position(lParam));
+            label.picViewPort_MouseMove(buttonsHeld(message.wParam), shiftState(), pointIn(message.lParam));
             return 0;
         case WM_MOUSEWHEEL: {
-            const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
-            // A label that does not scroll leaves the wheel to what it stands on.
-            return label.picViewPort_MouseWheel(notches) ? std::optional<LRESULT>(0) : std::nullopt;
+            const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(message.wParam)) / WHEEL_DELTA;
+            // A label that does not scroll leaves the wheel to its form.
+            return label.picViewPort_MouseWheel(notches) ? WindowAnswer(0) : std::nullopt;
         }
         default:
             return std::nullopt;
     }
 }
 
-std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
-                                  WPARAM wParam) {
-    switch (message) {
+WindowAnswer handleKeys(HTMLLabel& label, LabelContainer& container, const WindowMessage& message) {
+    switch (message.id) {
         case WM_GETDLGCODE:
             return DLGC_WANTARROWS | DLGC_WANTTAB;
         case WM_KEYDOWN: {
             const std::int16_t shift = shiftState();
             // An event may destroy the view port.
-            const HWND form = GetAncestor(viewPort, GA_ROOT);
-            // A Tab that was refused has left the last link already: it does not start again at the first.
+            const HWND form = GetAncestor(message.window, GA_ROOT);
+            // A Tab that was refused has already left the last link, and must not start again at the first.
             if (!container.keyWasRefused() &&
-                label.picViewPort_KeyDown(static_cast<std::int16_t>(wParam), shift)) {
+                label.picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), shift)) {
                 return 0;
             }
-            // A dialog that was asked to keep its hands off Tab has to be told where to go with it.
-            if (wParam == VK_TAB && (shift & ~shifts::kShift) == 0)
+            // The label wants all Tab keys, so the dialog does not handle this one by itself.
+            if (message.wParam == VK_TAB && (shift & ~shifts::kShift) == 0)
                 PostMessageA(form, WM_NEXTDLGCTL, shift, FALSE);
             return std::nullopt;
         }

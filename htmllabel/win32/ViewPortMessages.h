@@ -1,21 +1,17 @@
 #pragma once
 
-#include <windows.h>
-
-#include <optional>
+#include "support/win32/WindowProcedure.h"
 
 namespace kavrelon {
 
 class HTMLLabel;
 class LabelContainer;
 
-/// Turns the view port's mouse messages into mouse events. While a button is held the view port has all of
-/// the mouse, so that a drag may leave it. Answers like a window procedure; nothing means the platform's own.
-std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
-                                   WPARAM wParam, LPARAM lParam);
+/// Turns the view port's mouse messages into mouse events. While a button is held the view port captures the
+/// mouse, so that a drag may leave it. Gives the window procedure's answer.
+WindowAnswer handleMouse(HTMLLabel& label, LabelContainer& container, const WindowMessage& message);
 
-/// The same for the keyboard. What the label does not take goes on.
-std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
-                                  WPARAM wParam);
+/// The same for the keyboard. Keys that the label does not use go on to the platform.
+WindowAnswer handleKeys(HTMLLabel& label, LabelContainer& container, const WindowMessage& message);
 
 }  // namespace kavrelon

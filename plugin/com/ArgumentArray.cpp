@@ -10,7 +10,7 @@
 namespace kavrelon {
 namespace {
 
-/// The elements of an array, which is locked meanwhile.
+/// The elements of an array, which stays locked as long as this object lives.
 class LockedElements {
   public:
     explicit LockedElements(SAFEARRAY* array) : array_(array) {
@@ -42,7 +42,7 @@ ArgumentArray::ArgumentArray(SAFEARRAY* array) {
     if (!strings && !holds(array, FADF_VARIANT, sizeof(VARIANT))) raise(RuntimeErrorNumber::TypeMismatch);
 
     const SAFEARRAYBOUND& bound = array->rgsabound[0];
-    // Far below every index that is asked for, and still good for arithmetic.
+    // Far below every index that is asked for, and yet far enough from where arithmetic overflows.
     constexpr LONG kLowest = -0x40000000;
     lowerBound_ = std::max(bound.lLbound, kLowest);
     fields_.reserve(bound.cElements);
@@ -66,13 +66,13 @@ void ArgumentArray::add(std::wstring_view field) {
 void ArgumentArray::add(VARIANT& field) {
     if (field.vt == VT_BSTR) return add(bstrView(field.bstrVal));
 
-    // An object would be asked for its value, and could call anything from within; one may hide in a
-    // variant that is passed on.
+    // An object would be asked for its value, and could then call anything; a variant in the variant may
+    // hold one.
     const VARTYPE type = field.vt & VT_TYPEMASK;
     if (type == VT_DISPATCH || type == VT_UNKNOWN || type == VT_VARIANT)
         raise(RuntimeErrorNumber::TypeMismatch);
     Variant text;
-    // Sequences write numbers in one way, whatever the user's country.
+    // Numbers become text in one way, whatever the user's country.
     if (FAILED(VariantChangeTypeEx(&text, &field, LOCALE_INVARIANT, 0, VT_BSTR))) {
         raise(RuntimeErrorNumber::TypeMismatch);
     }

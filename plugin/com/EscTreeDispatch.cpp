@@ -15,7 +15,7 @@ SAFEARRAY* arrayOf(const VARIANT& argument) {
     return (argument.vt & VT_BYREF) != 0 ? *argument.pparray : argument.parray;
 }
 
-/// Hands a failure to the script: as the exception of the call, with what the member's error object says.
+/// Makes a failure the exception of a script's call, with the text of the member's error object.
 HRESULT passOn(HRESULT failure, EXCEPINFO* exception) {
     if (exception == nullptr) return DISP_E_EXCEPTION;
     *exception = EXCEPINFO{};
@@ -46,7 +46,7 @@ HRESULT EscTreeDispatch::invokeProcess(DISPPARAMS& parameters, VARIANT* result, 
     const HRESULT converted = DispGetParam(&parameters, 0, VT_I2, &index, badArgument);
     if (FAILED(converted)) return converted;
 
-    // Arguments stand in reverse order.
+    // Arguments are in reverse order.
     SAFEARRAY* array = arrayOf(parameters.rgvarg[0]);
     long value = 0;
     const HRESULT processed = EscTreeProcess(index.iVal, &array, &value);

@@ -8,7 +8,7 @@
 namespace kavrelon {
 namespace {
 
-// The system's marshalers: that which works from the type library, and that of plain automation interfaces.
+// The system's marshalers: one works from the type library, the other is for plain automation interfaces.
 constexpr const wchar_t* kTypeLibraryMarshaler = L"{00020424-0000-0000-C000-000000000046}";
 constexpr const wchar_t* kDispatchMarshaler = L"{00020420-0000-0000-C000-000000000046}";
 constexpr const wchar_t* kVersion = L"1.0";
@@ -28,7 +28,7 @@ const ClassRow kClasses[] = {
     {CLSID_HTMLLabel, LIBID_kavrelon, L"kavrelon.HTMLLabel", L"HTML Label", true},
 };
 
-/// A type library in the file's resources. The host's own contract yields to what the host has registered.
+/// A type library in the file's resources.
 struct LibraryRow {
     const GUID& library;
     const wchar_t* description;
@@ -44,7 +44,7 @@ struct InterfaceRow {
     const IID& iid;
     const GUID& library;
     const wchar_t* name;
-    bool isHosts;
+    bool isHosts;  // of the host's contract: what the host has registered stays
     const wchar_t* marshaler = kTypeLibraryMarshaler;
 };
 const InterfaceRow kInterfaces[] = {
@@ -63,7 +63,7 @@ std::wstring braced(const GUID& guid) {
     return text;
 }
 
-/// What tells containers that a class is a control, and how it wants to be treated.
+/// The entries that tell containers that a class is a control, and how to treat it.
 void addControl(RegistryGroup& group, const std::wstring& path) {
     const std::wstring key = group.key;
     const std::wstring categories = key + L"\\Implemented Categories\\";

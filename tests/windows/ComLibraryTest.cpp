@@ -6,7 +6,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "headless/EscapeRows.h"
 #include "tests/windows/ComTestSupport.h"
+#include "tests/windows/ProcessUsage.h"
 
 namespace kavrelon {
 namespace {
@@ -142,25 +144,19 @@ TEST_F(ComLibrary, KeepsItsTypeLibrariesBinaryCompatible) {
     EXPECT_EQ(dumpLibrary(1) + dumpLibrary(2), golden.str());
 }
 
-/// What a process can run out of. Handles and slots are given out lowest first, so a leak shows in the next
-/// one.
+/// What a process can run out of. The next handle or slot is always the lowest free one, so a leak makes it
+/// higher.
 struct Usage {
     DWORD threadSlot;
     ULONG_PTR handle;
-    SIZE_T privateBytes;
+    std::size_t privateBytes;
 
     static Usage now() {
         const DWORD slot = TlsAlloc();
         TlsFree(slot);
         const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
         CloseHandle(event);
-        SIZE_T bytes = 0;
-        MEMORY_BASIC_INFORMATION region;
-        for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0;
-             at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
-            if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
-        }
-        return {slot, reinterpret_cast<ULONG_PTR>(event), bytes};
+        return {slot, reinterpret_cast<ULONG_PTR>(event), committedBytes()};
     }
 };
 
@@ -177,7 +173,7 @@ void useOnce(const std::wstring& path) {
         EXPECT_EQ(table->get_EscTreeString(500, text.put()), runtimeError(9));
         EXPECT_EQ(plugIn->SetClientParent(parent), S_OK);
         EXPECT_EQ(plugIn->InitializeClass(), S_OK);
-        EXPECT_EQ(process(*table, 30, {L"1", L"32"}), S_OK);
+        EXPECT_EQ(process(*table, rows::kSetAttribute, {L"1", L"32"}), S_OK);
         EXPECT_EQ(plugIn->DestroyClass(), S_OK);
     }
     parent->Release();
@@ -187,7 +183,7 @@ void useOnce(const std::wstring& path) {
 
 TEST_F(ComLibrary, LeavesNothingBehindWhenUnloaded) {
     CoInitialize(nullptr);
-    // Every host has these loaded; Wine's lose a handle of their own with each load and unload.
+    // Every host has these loaded; in Wine each load and unload of them loses a handle.
     const std::array<LoadedLibrary, 4> loadedByAnyHost{LoadedLibrary(L"user32"), LoadedLibrary(L"gdi32"),
                                                        LoadedLibrary(L"shell32"),
                                                        LoadedLibrary(L"winspool.drv")};

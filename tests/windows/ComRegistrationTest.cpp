@@ -1,4 +1,4 @@
-// What registering writes and unregistering takes away, and use without any of it.
+// What registering writes and unregistering removes, and use without any of it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,6 +6,7 @@
 #include <array>
 #include <set>
 
+#include "headless/EscapeRows.h"
 #include "support/com/Registry.h"
 #include "tests/windows/ComTestSupport.h"
 
@@ -109,7 +110,7 @@ TEST_F(ComRegistration, LetsOtherApartmentsCall) {
     Bstr pattern;
     EXPECT_EQ(table->get_EscTreeString(1, pattern.put()), S_OK);
     EXPECT_EQ(pattern.view(), L"<ESC>[H");
-    EXPECT_EQ(process(*table, 2, {L"1", L"2"}), runtimeError(91));
+    EXPECT_EQ(process(*table, rows::kCursorPosition, {L"1", L"2"}), runtimeError(91));
     table = {};
     CoUninitialize();
 }

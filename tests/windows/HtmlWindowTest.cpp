@@ -1,14 +1,17 @@
-#include "WindowInputSupport.h"
+// First, since it makes a macro of the name LoadImage.
+#include <windows.h>
+
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/win32/Messages.h"
+#include "tests/windows/WindowInputSupport.h"
 
 namespace kavrelon {
 namespace {
 
 constexpr Size kPlace{300, 200};
 
-/// A label on a form, a user who works it, and its container.
+/// A label on a form, its user, and its container.
 class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabelEvents {
   protected:
     HtmlWindow() { open("STATIC"); }
@@ -48,25 +51,7 @@ class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabel
         window.reset();
         label.reset();
     }
-    static bool pumpUntil(const std::function<bool()>& condition) {
-        for (const DWORD start = GetTickCount(); GetTickCount() - start < 5000; Sleep(5)) {
-            letMessagesThrough();
-            if (condition()) return true;
-        }
-        return false;
-    }
-    /// Moves the mouse to a pixel of the label's window. A slow desktop may take a move back.
-    void moveTo(Point place) const {
-        POINT wanted{place.x, place.y};
-        ClientToScreen(window->hWnd(), &wanted);
-        EXPECT_TRUE(pumpUntil([wanted] {
-            POINT now{};
-            GetCursorPos(&now);
-            if (now.x == wanted.x && now.y == wanted.y) return true;
-            SetCursorPos(static_cast<int>(wanted.x), static_cast<int>(wanted.y));
-            return false;
-        }));
-    }
+    void moveTo(Point place) const { EXPECT_TRUE(pumpUntil(mouseAt(window->hWnd(), place))); }
     Point middleOfLink() const {
         const auto index = static_cast<std::size_t>(label->document().mintLinks()[0]);
         const HTMLElement& link = label->document().mudtElements()[index];
@@ -82,7 +67,7 @@ class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabel
     int down = 0;
 };
 
-/// Lines of many lengths.
+/// A text with lines of many lengths.
 std::string longText() {
     std::string text = "<BODY BGCOLOR=#FFFFFF><FONT COLOR=#FF0000>";
     for (std::size_t line = 0; line < 60; ++line) text += std::string(line * 7 % 25 + 2, 'x') + "<BR>";

@@ -13,20 +13,6 @@ namespace kavrelon {
 constexpr COLORREF kBlack = 0;
 constexpr COLORREF kWhite = 0xFFFFFF;
 
-/// The drawing objects of this process, counted in the table that it shares with the platform: the platform's
-/// own count is not there everywhere.
-inline int countGdiObjects() {
-    constexpr std::size_t kTableInProcess = 0x94, kEntries = 65536, kEntrySize = 24, kTypeInEntry = 14;
-    const char* process = nullptr;
-    asm("movl %%fs:0x30, %0" : "=r"(process));
-    const char* table = *reinterpret_cast<const char* const*>(process + kTableInProcess);
-    int count = 0;
-    for (std::size_t entry = 0; entry < kEntries; ++entry) {
-        if (table[entry * kEntrySize + kTypeInEntry] != 0) ++count;
-    }
-    return count;
-}
-
 /// What a window's inner area shows.
 class WindowImage {
   public:
@@ -52,7 +38,7 @@ class WindowImage {
     int width() const { return width_; }
     int height() const { return height_; }
     COLORREF at(int x, int y) const { return pixels_.at(static_cast<std::size_t>(y * width_ + x)); }
-    /// Whether every pixel of a block answers.
+    /// Whether `answers` is true of every pixel of a block.
     bool all(const Rect& block, const std::function<bool(COLORREF)>& answers) const {
         for (int y = block.top; y < block.bottom; ++y) {
             for (int x = block.left; x < block.right; ++x) {

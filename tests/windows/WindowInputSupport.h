@@ -6,25 +6,9 @@
 #include <optional>
 #include <utility>
 
-#include "WindowTestSupport.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
-
-/// Writes down what leaves the terminal, in order.
-class InputLog final : public TermOwner {
-  public:
-    std::string sent;
-    std::function<void()> onInput = [] {};
-
-    void WindowHasClosed() override { sent += "<closed>"; }
-    std::string FuncKey(std::int16_t key) override { return "<F" + std::to_string(key) + ">"; }
-    void SendBreak() override { sent += "<break>"; }
-    void SendTermData(const std::string& text) override {
-        sent += text;
-        onInput();
-    }
-    void SendCommand(const std::string&) override {}
-};
 
 inline void click(DWORD event) {
     mouse_event(event, 0, 0, 0, 0);
@@ -57,6 +41,20 @@ inline void typeCharacter(wchar_t character) {
         input.ki = {0, character, KEYEVENTF_UNICODE | up, 0, 0};
         SendInput(1, &input, sizeof input);
     }
+}
+
+/// Whether the mouse is at a pixel of a window's inner area; moves it there when it is not. Where the desktop
+/// is slow to hear of a move it takes the next one back, so ask again.
+inline std::function<bool()> mouseAt(HWND window, Point place) {
+    POINT wanted{place.x, place.y};
+    ClientToScreen(window, &wanted);
+    return [wanted] {
+        POINT now{};
+        GetCursorPos(&now);
+        if (now.x == wanted.x && now.y == wanted.y) return true;
+        SetCursorPos(static_cast<int>(wanted.x), static_cast<int>(wanted.y));
+        return false;
+    };
 }
 
 inline bool inMenu() {
@@ -95,7 +93,7 @@ class Companion {
         CloseHandle(started.hThread);
         CloseHandle(started.hProcess);
     }
-    /// Whether it has told what it has to tell.
+    /// Whether its answer is there, which is taken away then.
     bool tells(std::string& told) const {
         std::ifstream in(program() + ".txt", std::ios::binary);
         if (!in) return false;
@@ -108,7 +106,7 @@ class Companion {
     std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "kavrelon input test";
 };
 
-/// A terminal that has the keyboard, and a user who works it.
+/// A terminal that has the keyboard, and its user.
 class WindowInput : public WindowTest {
   protected:
     WindowInput() { reopen(); }
@@ -126,7 +124,7 @@ class WindowInput : public WindowTest {
         pump();
         host.sent.clear();
     }
-    /// Lets everything through that is under way. A menu that nothing closes is closed after a while.
+    /// Lets messages through until no more come. A menu that nothing closes is closed after a while.
     void pump() {
         const UINT_PTR timer = SetTimer(nullptr, 0, 3000, leaveMenu);
         for (int quiet = 0; quiet < 4; ++quiet) {
@@ -136,13 +134,9 @@ class WindowInput : public WindowTest {
         KillTimer(nullptr, timer);
     }
     bool pumpUntil(const std::function<bool()>& condition) {
-        for (int i = 0; i < 500; ++i) {
-            if (condition()) return true;
-            pump();
-        }
-        return false;
+        return kavrelon::pumpUntil(condition, 20000, [this] { pump(); });
     }
-    /// From now on tries something again and again, also while a menu or a message box is open.
+    /// Calls `attempt` from a timer until it is done, also while a menu or a message box is open.
     static void tryUntilDone(std::function<bool()> attempt) {
         done = std::move(attempt);
         SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
@@ -167,19 +161,8 @@ class WindowInput : public WindowTest {
         ASSERT_TRUE(OpenClipboard(form->window()) && EmptyClipboard() && SetClipboardData(CF_TEXT, memory));
         CloseClipboard();
     }
-    /// Moves the mouse to a place, in pixels of the inner area. Where the desktop is slow to hear of a move
-    /// it takes the next one back.
-    void moveTo(int x, int y) {
-        POINT place{x, y};
-        ClientToScreen(form->window(), &place);
-        EXPECT_TRUE(pumpUntil([&] {
-            POINT now{};
-            GetCursorPos(&now);
-            if (now.x == place.x && now.y == place.y) return true;
-            SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
-            return false;
-        }));
-    }
+    /// Moves the mouse to a place, in pixels of the inner area.
+    void moveTo(int x, int y) { EXPECT_TRUE(pumpUntil(mouseAt(form->window(), {x, y}))); }
     void moveToCell(int column, int row) {
         moveTo(form->cell(column, row).left + 2, form->cell(column, row).top + 2);
     }

@@ -2,8 +2,8 @@
 #include <fstream>
 #include <string>
 
-#include "WindowTestSupport.h"
 #include "gdi/GdiPicture.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
 namespace {
@@ -38,7 +38,7 @@ class WindowPicture : public WindowTest {
 };
 
 TEST_F(WindowPicture, FilesAreLoadedWhole) {
-    // An image at the right of a canvas that is larger.
+    // An image at the right of a larger canvas.
     std::fstream file(folder() / "p.gif", std::ios::binary | std::ios::in | std::ios::out);
     file.seekp(6).put(16).seekp(0x22).put(8).flush();
     const auto picture = GdiPicture::load(folder() / "p.gif");
@@ -103,9 +103,7 @@ TEST_F(WindowPicture, ComesAndGoesWithoutALoss) {
             form->DisplayPicture(2, 1, 1, 2, 2, "missing.png");
             form->ClearPicture(1);
         }
-        DWORD handles = 0;
-        GetProcessHandleCount(GetCurrentProcess(), &handles);
-        return std::pair(countGdiObjects(), handles);
+        return std::pair(countGdiObjects(), countHandles());
     };
     const auto before = rounds(5);
     EXPECT_EQ(rounds(170), before);
