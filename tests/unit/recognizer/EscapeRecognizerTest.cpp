@@ -161,7 +161,7 @@ TEST(EscapeRecognizer, FindsTheSameWhateverTheBlocks) {
         std::string stream;
         for (int i = 0; i < 30; ++i) stream += pieces[random() % pieces.size()];
         const std::string whole = recognise(tree, stream, stream.size());
-        for (std::size_t block : {1, 2, 3, 5, 7})
+        for (const std::size_t block : {1U, 2U, 3U, 5U, 7U})
             ASSERT_EQ(recognise(tree, stream, block), whole) << testing::PrintToString(stream);
     }
 }
