@@ -62,10 +62,10 @@ class clsTerminal final : public TermOwner {
     /// Pattern and description of a row; raise SubscriptOutOfRange outside 0 to 100.
     std::string IClientEscTree_EscTreeString(std::int16_t Index) const;
     std::string IClientEscTree_EscTreeDesc(std::int16_t Index) const;
-    /// Does what a row stands for, with the fields of its sequence; rows without an action do nothing. Raises
-    /// SubscriptOutOfRange outside 0 to 100 and for a field that is missing, TypeMismatch and Overflow for
-    /// one that is no number of 16 bits, InvalidProcedureCall for a rendition outside 0 to 255. A sequence
-    /// that fails keeps what it did before.
+    /// Does what a row stands for, with the fields of its sequence; ignored actions do nothing, and rows that
+    /// are not in use carry action code 0. Raises SubscriptOutOfRange outside 0 to 100 and for a field that
+    /// is missing, TypeMismatch and Overflow for one that is no number of 16 bits, InvalidProcedureCall for a
+    /// rendition outside 0 to 255. A sequence that fails keeps what it did before.
     void IClientEscTree_EscTreeProcess(std::int16_t Index, const EscapeArguments& args);
 
     void WindowHasClosed() noexcept override;

@@ -21,7 +21,8 @@ namespace kavrelon {
 /// says, and goes to `unmatched`:
 /// - ESC [ parameters and intermediates (32 to 63), up to a final byte (64 to 126);
 /// - ESC ] and ESC with P, X, ^ or _: a string up to BEL or ESC \;
-/// - ESC followed by a control character that a pattern has there: a private sequence, up to its end;
+/// - ESC followed by a control character that a pattern has there: a private sequence, up to CR, LF, CR LF or
+/// NUL;
 /// - any other ESC: intermediates (32 to 47) and one byte (48 to 126);
 /// - a control character that begins and ends patterns of the table: up to its next occurrence, once the text
 ///   before a pattern's first field was there. Until then, what fits no pattern is plain text.
@@ -54,7 +55,7 @@ class EscapeRecognizer {
     };
 
     const std::uint8_t* findFirst(const std::uint8_t* next, const std::uint8_t* end) const;
-    const std::uint8_t* takeSequence(const std::uint8_t* from, const std::uint8_t* end);
+    const std::uint8_t* takeSequence(const std::uint8_t* fresh, const std::uint8_t* end);
     const std::uint8_t* finish(const EscapeAutomaton::Event& event, const std::uint8_t* fresh,
                                const std::uint8_t* next);
     const std::uint8_t* finishAt(Held place, const std::uint8_t* fresh);
