@@ -9,8 +9,8 @@
 
 #include "kavrelon.h"
 #include "samplehost/com/ComFailure.h"
-#include "support/com/ComText.h"
 #include "support/win32/Module.h"
+#include "support/win32/WideText.h"
 
 namespace kavrelon {
 
@@ -87,7 +87,7 @@ class ClassInFile final : public PlugInClasses {
         // With a full path the DLL finds its neighbours in its own folder, and no other folder is searched.
         std::wstring full(MAX_PATH, L'\0');
         const DWORD length =
-            GetFullPathNameW(toBstr(path).get(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+            GetFullPathNameW(toWide(path).c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
         if (length > 0 && length < full.size()) {
             module_.reset(LoadLibraryExW(full.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
         }

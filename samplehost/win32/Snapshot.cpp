@@ -7,7 +7,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "support/com/ComText.h"
+#include "support/win32/WideText.h"
 
 namespace kavrelon {
 
@@ -85,7 +85,7 @@ void savePng(HBITMAP bitmap, const std::string& path) {
         throw SnapshotError("There is no memory for the window's picture.");
     }
     const Image image(created);
-    if (gdip::GdipSaveImageToFile(image.get(), toBstr(path).get(), &kPngEncoder, nullptr) != Gdiplus::Ok) {
+    if (gdip::GdipSaveImageToFile(image.get(), toWide(path).c_str(), &kPngEncoder, nullptr) != Gdiplus::Ok) {
         throw SnapshotError("The picture " + path + " could not be written.");
     }
 }
