@@ -15,7 +15,7 @@ constexpr DISPID kLoadImage = 2;
 /// The picture in a handler's answer; null when it is something else. A handler may have left a reference of
 /// its own.
 ComPtr<IPicture> pictureIn(const VARIANT& given) {
-    // One reference only: one that leads on to another, or back to itself, is none that automation knows.
+    if (!isReadable(given)) return {};
     const VARIANT& answer = given.vt == (VT_VARIANT | VT_BYREF) ? *given.pvarVal : given;
     IUnknown* object = nullptr;
     if (answer.vt == VT_DISPATCH || answer.vt == VT_UNKNOWN) object = answer.punkVal;

@@ -130,6 +130,8 @@ STDMETHODIMP TerminalObject::get_EscTreeCreateFlag(short, long* Value) {
 STDMETHODIMP TerminalObject::EscTreeProcess(short Index, SAFEARRAY** Args, long* Result) {
     return call<IClientEscTree>("IClientEscTree_EscTreeProcess", [&] {
         out(Result) = 0;
+        // A row that does not exist is the caller's first mistake, whatever its array is like.
+        escapeRow(Index);
         const ArgumentArray fields(Args != nullptr ? *Args : nullptr);
         terminal_.IClientEscTree_EscTreeProcess(Index, fields.arguments());
     });

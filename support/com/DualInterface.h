@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/com/TypeInfo.h"
+#include "support/com/Variant.h"
 
 namespace kavrelon {
 
@@ -36,6 +37,8 @@ class DualInterface : public DualInterfaceType {
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                         EXCEPINFO* exception, UINT* badArgument) override {
         if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        const HRESULT checked = checkArguments(parameters, badArgument);
+        if (FAILED(checked)) return checked;
         ITypeInfo* info = nullptr;
         const HRESULT loaded = typeInfo_.load(__uuidof(Interface), &info);
         if (FAILED(loaded)) return loaded;
