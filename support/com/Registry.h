@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,13 +16,15 @@ struct RegistryValue {
     bool operator==(const RegistryValue&) const = default;
 };
 
-/// One key with everything below it, written and removed together.
+/// Values that are written and removed together.
 struct RegistryGroup {
-    std::wstring key;
     std::vector<RegistryValue> values = {};
-    /// The value, written before the others, whose data tells that the group is ours and not another
-    /// component's of the same name; one without a key stands for groups that nobody else can have.
+    /// The value, written before the others, whose data tells that the group is this component's and not
+    /// another's of the same name. One without a key is not asked.
     RegistryValue owner = {};
+    /// The value, of this group or another, that names the file which the group leads to. While it names
+    /// another file, of a newer copy say, the group is not removed.
+    RegistryValue file = {};
     /// Another component's group is left as it is, and not replaced.
     bool yields = false;
 };
@@ -35,20 +38,21 @@ class ClassesRoot {
     /// change.
     explicit ClassesRoot(HKEY hive) noexcept : hive_(hive) {}
 
-    /// Writes the groups. On a failure, which is returned, those written are removed again.
+    /// Writes the groups. On a failure, which is returned, everything is put back as it was.
     LSTATUS add(const std::vector<RegistryGroup>& groups) const;
 
-    /// Removes the groups that are there and ours, and the keys above them that this leaves empty. What
-    /// cannot be removed does not keep the rest; the last failure is returned.
+    /// Removes the values of the groups that are there and ours, and the keys that this leaves empty: what
+    /// others have put below ours stays. What cannot be removed does not keep the rest; the last failure is
+    /// returned.
     LSTATUS remove(const std::vector<RegistryGroup>& groups) const;
 
   private:
     bool exists(const std::wstring& key) const;
-    bool isOurs(const RegistryGroup& group) const;
-    LSTATUS write(const RegistryGroup& group) const;
+    std::optional<std::wstring> text(const RegistryValue& place) const;
+    bool holds(const RegistryValue& value) const;
     LSTATUS write(const RegistryValue& value) const;
-    LSTATUS removeTree(const std::wstring& key) const;
-    void pruneAbove(std::wstring key) const;
+    LSTATUS erase(const RegistryValue& value) const;
+    void prune(std::wstring key) const;
 
     HKEY hive_;
 };

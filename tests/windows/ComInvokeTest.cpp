@@ -25,7 +25,8 @@ std::deque<VARIANT> deadReferences() {
         values.push_back(value);
         values.push_back(valueOf(VT_BYREF | VT_VARIANT, &values.back()));
     };
-    for (const int type : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18, 19, 20, 21, 22, 23, 36}) {
+    for (const int type :
+         {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18, 19, 20, 21, 22, 23, 36}) {
         add(valueOf(static_cast<VARTYPE>(VT_BYREF | type)));
         add(valueOf(static_cast<VARTYPE>(VT_BYREF | VT_ARRAY | type)));
     }
@@ -34,8 +35,8 @@ std::deque<VARIANT> deadReferences() {
     return values;
 }
 
-/// Calls every member that the object's type information names with a value as its first argument, and expects
-/// each to refuse it.
+/// Calls every member that the object's type information names with a value as its first argument, and
+/// expects each to refuse it.
 void expectRefusal(IDispatch& object, const VARIANT& value) {
     ComPtr<ITypeInfo> members;
     TYPEATTR* attributes = nullptr;
@@ -51,11 +52,13 @@ void expectRefusal(IDispatch& object, const VARIANT& value) {
         }
         DISPID put = DISPID_PROPERTYPUT;
         std::array<VARIANT, 2> lastFirst{VARIANT{}, value};
-        DISPPARAMS given{lastFirst.data() + 2 - count, &put, count, function->invkind == INVOKE_PROPERTYPUT ? 1U : 0};
+        DISPPARAMS given{lastFirst.data() + 2 - count, &put, count,
+                         function->invkind == INVOKE_PROPERTYPUT ? 1U : 0};
         Variant result;
         if (count > 0) {
-            EXPECT_TRUE(FAILED(object.Invoke(function->memid, IID_NULL, 0, static_cast<WORD>(function->invkind),
-                                             &given, &result, nullptr, nullptr)))
+            EXPECT_TRUE(
+                FAILED(object.Invoke(function->memid, IID_NULL, 0, static_cast<WORD>(function->invkind),
+                                     &given, &result, nullptr, nullptr)))
                 << "member " << function->memid << ", type " << value.vt;
         }
         members->ReleaseFuncDesc(function);
@@ -95,7 +98,8 @@ class ComInvoke : public testing::Test {
     }
     int process(DISPPARAMS& given) {
         EXCEPINFO exception{};
-        const HRESULT result = table->Invoke(5, IID_NULL, 0, DISPATCH_METHOD, &given, nullptr, &exception, nullptr);
+        const HRESULT result =
+            table->Invoke(5, IID_NULL, 0, DISPATCH_METHOD, &given, nullptr, &exception, nullptr);
         SysFreeString(exception.bstrSource);
         SysFreeString(exception.bstrDescription);
         return result == DISP_E_EXCEPTION ? exception.scode & 0xFFFF : result;
@@ -148,8 +152,8 @@ TEST_F(ComInvoke, TakesNoAnswerThatLeadsNowhere) {
         DWORD cookie = 0;
         events->Advise(static_cast<IDispatch*>(answering.get()), &cookie);
         label->put_DocumentHTML(Bstr(L"<IMG SRC=a>").get());
-        EXPECT_EQ(label.query<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, target, &page,
-                                                   nullptr, nullptr, 0),
+        EXPECT_EQ(label.query<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, target,
+                                                   &page, nullptr, nullptr, 0),
                   S_OK);
         events->Unadvise(cookie);
     }
@@ -166,12 +170,20 @@ TEST_F(ComInvoke, TakesNoArrayForOneWithoutElements) {
     SAFEARRAYBOUND square[] = {{2, 1}, {2, 1}};
     SAFEARRAY* const erased = SafeArrayCreate(VT_BSTR, 1, square);
     SafeArrayDestroyData(erased);
-    const VARIANT none[] = {empty, null, leftOut, byReference, valueOf(VT_ARRAY | VT_BSTR),
-                            valueOf(VT_ARRAY | VT_BSTR, erased), valueOf(VT_ARRAY | VT_BYREF | VT_BSTR),
-                            valueOf(VT_VARIANT | VT_BYREF), valueOf(VT_VARIANT | VT_BYREF, &empty),
-                            valueOf(VT_VARIANT | VT_BYREF, &null), valueOf(VT_VARIANT | VT_BYREF, &byReference),
+    const VARIANT none[] = {empty,
+                            null,
+                            leftOut,
+                            byReference,
+                            valueOf(VT_ARRAY | VT_BSTR),
+                            valueOf(VT_ARRAY | VT_BSTR, erased),
+                            valueOf(VT_ARRAY | VT_BYREF | VT_BSTR),
+                            valueOf(VT_VARIANT | VT_BYREF),
+                            valueOf(VT_VARIANT | VT_BYREF, &empty),
+                            valueOf(VT_VARIANT | VT_BYREF, &null),
+                            valueOf(VT_VARIANT | VT_BYREF, &byReference),
                             valueOf(VT_DISPATCH)};
-    const auto expect = [&](int home, int setAttribute, int cursorPosition, const VARIANT& value, UINT arguments) {
+    const auto expect = [&](int home, int setAttribute, int cursorPosition, const VARIANT& value,
+                            UINT arguments) {
         SCOPED_TRACE(value.vt);
         EXPECT_EQ(process(1, value, arguments), home);
         EXPECT_EQ(process(30, value, arguments), setAttribute);
