@@ -6,11 +6,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <span>
-#include <string>
-#include <vector>
-
-#include "plugin/EscapeTable.h"
-#include "recognizer/EscapeTree.h"
 
 namespace kavrelon::fuzz {
 
@@ -40,15 +35,6 @@ void feedInBlocks(Bytes stream, std::size_t length, Feed feed) {
     for (; !stream.empty(); stream = stream.subspan(std::min(length, stream.size()))) {
         feed(stream.first(std::min(length, stream.size())));
     }
-}
-
-inline const EscapeTree& pluginTree() {
-    static const EscapeTree tree = [] {
-        std::vector<std::string> patterns;
-        for (std::int16_t row = 1; row <= kEscapeRows; ++row) patterns.emplace_back(escapeRow(row).pattern);
-        return EscapeTree(patterns);
-    }();
-    return tree;
 }
 
 }  // namespace kavrelon::fuzz

@@ -57,13 +57,13 @@ struct HtmlInput {
 };
 
 std::size_t position(std::int16_t index, const HTMLDocument& document) {
-    require(index >= 0 && index < document.count(), "an index names an element");
+    require(index >= 0 && index < document.mintElementCount(), "an index names an element");
     return static_cast<std::size_t>(index);
 }
 
 /// The tree numbers the elements from the root on, in document order, as far as it reaches.
 void checkTree(const HTMLDocument& document) {
-    const auto elements = document.elements();
+    const auto elements = document.mudtElements();
     std::vector<std::int16_t> ahead;
     if (!elements.empty()) ahead.push_back(0);
     std::int16_t reached = 0;
@@ -90,13 +90,13 @@ void checkTree(const HTMLDocument& document) {
 
 void checkElements(const HTMLDocument& document, bool anchors) {
     std::vector<std::int16_t> links;
-    for (const HTMLElement& element : document.elements()) {
+    for (const HTMLElement& element : document.mudtElements()) {
         if (element.lngTagType == TAG_A && anchors) links.push_back(element.intIndex);
-        require(&element - document.elements().data() == element.intIndex, "an element knows its index");
+        require(&element - document.mudtElements().data() == element.intIndex, "an element knows its index");
         require(element.blnIsTag || element.lngTagType == TAG_TEXT, "only tags have codes");
         require(element.strWords.empty() || !element.blnIsTag, "only text has words");
     }
-    require(std::ranges::equal(links, document.links()), "the links are the A elements");
+    require(std::ranges::equal(links, document.mintLinks()), "the links are the A elements");
 }
 
 std::string withoutSpaces(std::string text) {
@@ -129,10 +129,10 @@ bool hidesText(const HTMLElement& element) {
 
 /// Every text is on the page, in full; nothing of it only where tags hide text.
 void checkWords(const HTMLDocument& document, const std::vector<TextRun>& runs) {
-    std::vector<std::string> drawn(document.elements().size());
+    std::vector<std::string> drawn(document.mudtElements().size());
     for (const TextRun& run : runs) drawn[position(run.element, document)] += run.text;
-    const bool hidden = std::ranges::any_of(document.elements(), hidesText);
-    for (const HTMLElement& element : document.elements()) {
+    const bool hidden = std::ranges::any_of(document.mudtElements(), hidesText);
+    for (const HTMLElement& element : document.mudtElements()) {
         if (element.lngTagType != TAG_TEXT) continue;
         const std::string shown = withoutSpaces(drawn[static_cast<std::size_t>(element.intIndex)]);
         require(shown == drawable(element) || (hidden && shown.empty()), "no word is lost");

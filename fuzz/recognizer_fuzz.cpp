@@ -1,6 +1,14 @@
 // Whatever the blocks that a stream comes in, the recogniser finds the same, and loses no byte.
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
 #include "fuzz/Input.h"
+#include "headless/HeadlessSession.h"
 #include "recognizer/EscapeRecognizer.h"
 
 namespace {
@@ -39,7 +47,7 @@ class Transcript final : public EscapeSink {
 
 std::string recognise(Bytes stream, std::size_t blockLength) {
     Transcript transcript;
-    EscapeRecognizer recognizer(fuzz::pluginTree(), transcript);
+    EscapeRecognizer recognizer(HeadlessSession::escapeTree(), transcript);
     fuzz::feedInBlocks(stream, blockLength, [&](Bytes block) { recognizer.feed(block); });
     // CAN ends whatever is unfinished.
     recognizer.feed(std::array<std::uint8_t, 1>{24});

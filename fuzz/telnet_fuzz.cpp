@@ -1,5 +1,9 @@
 // Whatever the blocks, the telnet filter shows and answers the same, and no more than it is asked.
 
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
 #include "fuzz/Input.h"
 #include "samplehost/TelnetFilter.h"
 

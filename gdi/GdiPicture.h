@@ -24,6 +24,9 @@ class GdiPicture final : public Picture {
     /// for an empty one.
     static std::shared_ptr<GdiPicture> from(IPicture* picture);
 
+    /// The picture as one that can be drawn here; null for another platform's.
+    static const GdiPicture* of(const Picture& picture) { return dynamic_cast<const GdiPicture*>(&picture); }
+
     Size size() const override { return size_; }
     bool opaque() const override { return opaque_; }
     /// Draws it scaled to `place`, on what is there already where it is transparent. `target` is left as it

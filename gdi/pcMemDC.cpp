@@ -3,10 +3,10 @@
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "gdi/GdiHandles.h"
+#include "gdi/LogFont.h"
 #include "support/Conversions.h"
 
 namespace kavrelon {
@@ -14,18 +14,14 @@ namespace {
 
 constexpr int kPointsPerInch = 72;
 
-LOGFONTA logFont(const FontDescription& font, HDC context) {
-    LOGFONTA result{};
-    const auto length = std::min(font.Name.size(), sizeof result.lfFaceName - 1);
-    std::copy_n(font.Name.data(), length, result.lfFaceName);
+LOGFONTA describe(const FontDescription& font, HDC context) {
     const int points = roundHalfToEven(font.Size);
-    // Negative: the height of the characters, without the leading above them.
-    result.lfHeight = -MulDiv(points, GetDeviceCaps(context, LOGPIXELSY), kPointsPerInch);
-    result.lfWeight = font.Bold ? FW_BOLD : FW_NORMAL;
-    result.lfItalic = font.Italic;
-    result.lfUnderline = font.Underline;
-    result.lfStrikeOut = font.Strikethrough;
-    return result;
+    const int height = MulDiv(points, GetDeviceCaps(context, LOGPIXELSY), kPointsPerInch);
+    return logFont(font.Name, -height,
+                   {.bold = font.Bold,
+                    .italic = font.Italic,
+                    .underline = font.Underline,
+                    .strikethrough = font.Strikethrough});
 }
 
 /// The screen's context as a window hands it out, for the length of a scope. It is given back with DeleteDC;
@@ -145,7 +141,7 @@ void pcMemDC::Cls(HDC target) {
 void pcMemDC::SetFont(const FontDescription& oFont) {
     if (!IsMemDC()) return;
     releaseFont(mhDC);
-    const LOGFONTA font = logFont(oFont, mhDC);
+    const LOGFONTA font = describe(oFont, mhDC);
     mhFont = CreateFontIndirectA(&font);
     if (mhFont != nullptr) mhFontOld = SelectObject(mhDC, mhFont);
 }

@@ -1,6 +1,7 @@
 #include "headless/HeadlessHelpWindow.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "support/Conversions.h"
 

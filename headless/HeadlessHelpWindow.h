@@ -1,28 +1,15 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <utility>
 #include <vector>
 
+#include "headless/HeadlessDesktop.h"
 #include "helpbox/HelpWindow.h"
 
 namespace kavrelon {
 
-class HeadlessHelpWindow;
-
-/// The desktop of headless help windows: they themselves, what they ask about other windows, and the mouse.
-struct HeadlessDesktop {
-    std::vector<HeadlessHelpWindow*> helpWindows;
-    std::function<Rect(WindowId)> rectangleOf = [](WindowId) { return Rect{}; };
-    std::function<bool(WindowId)> isShown = [](WindowId) { return true; };
-    Point cursor;
-    std::int16_t heldButtons = 0;
-};
-
-/// A help box's window in memory, at 15 twips a pixel and with a border that takes no room. It draws no
-/// label.
+/// A help box's window in memory, at 15 twips a pixel and with a border that takes no room. It has no label.
 class HeadlessHelpWindow final : public HelpWindow {
   public:
     static constexpr int kTwipsPerPixel = 15;
@@ -36,7 +23,7 @@ class HeadlessHelpWindow final : public HelpWindow {
     bool visible() const { return visible_; }
     WindowId owner() const { return owner_; }
     int openMenus() const { return openMenus_; }
-    /// The outlines that stand on the desktop.
+    /// The outlines that are drawn on the desktop.
     const std::vector<Rect>& outlines() const { return outlines_; }
     std::shared_ptr<HelpWindowEvents> events() const { return events_.lock(); }
 

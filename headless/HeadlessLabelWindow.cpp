@@ -8,7 +8,7 @@ void HeadlessLabelWindow::callParent(const std::string& procedure,
 }
 
 void HeadlessLabelWindow::setScrollBar(ScrollBar bar, const ScrollState& state) {
-    (bar == ScrollBar::Vertical ? shown_.vscScroll : shown_.hscScroll) = state;
+    (bar == ScrollBar::vscScroll ? shown_.vscScroll : shown_.hscScroll) = state;
 }
 
 void HeadlessLabelWindow::repaintViewPort() {
@@ -16,7 +16,7 @@ void HeadlessLabelWindow::repaintViewPort() {
     const auto label = label_.lock();
     if (label == nullptr) return;
     canvas_.focus.reset();
-    const Rect viewPort = shown_.placement.viewPort;
+    const Rect viewPort = shown_.placement.picViewPort;
     label->picViewPort_Paint(canvas_, {viewPort.width(), viewPort.height()});
     shown_.focus = canvas_.focus;
 }

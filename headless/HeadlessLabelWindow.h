@@ -33,7 +33,7 @@ class HeadlessLabelWindow final : public LabelWindow {
         ScrollState hscScroll;
         MousePointer pointer = MousePointer::Default;
         std::string toolTipText;
-        bool linkTimer = false;
+        bool tmrHyperlinkClick = false;
         int paints = 0;
         /// Where the last paint has drawn the frame of what has the keyboard.
         std::optional<Rect> focus;
@@ -63,7 +63,7 @@ class HeadlessLabelWindow final : public LabelWindow {
     void setScrollBar(ScrollBar bar, const ScrollState& state) override;
     void setMousePointer(MousePointer pointer) override { shown_.pointer = pointer; }
     void setToolTipText(const std::string& text) override { shown_.toolTipText = text; }
-    void enableLinkTimer(bool on) override { shown_.linkTimer = on; }
+    void enableLinkTimer(bool on) override { shown_.tmrHyperlinkClick = on; }
     void repaintViewPort() override;
     void processMessages() override;
 

@@ -3,38 +3,18 @@
 #include <algorithm>
 #include <utility>
 
-#include "terminal/screen/ScreenLine.h"
+#include "headless/HeadlessPicture.h"
 
 namespace kavrelon {
 
-ShownCell* ShownCells::at(int column, int row) {
-    if (column < 0 || column > kMaxScreen || row < 0 || row > kMaxScreen) return nullptr;
-    const auto x = static_cast<std::size_t>(column);
-    const auto y = static_cast<std::size_t>(row);
-    if (y >= rows_.size()) rows_.resize(y + 1);
-    if (x >= rows_[y].size()) rows_[y].resize(x + 1);
-    return &rows_[y][x];
+HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindowEvents> events)
+    : desktop_(desktop), id_(++desktop.lastId), events_(std::move(events)) {
+    desktop_.terminalWindows.push_back(this);
 }
-
-ShownCell ShownCells::shown(int column, int row) const {
-    const auto x = static_cast<std::size_t>(column);
-    const auto y = static_cast<std::size_t>(row);
-    return y < rows_.size() && x < rows_[y].size() ? rows_[y][x] : ShownCell{};
-}
-
-void ShownCells::scrollUp(int lines) {
-    if (rows_.empty()) return;
-    const auto last = std::min(static_cast<std::size_t>(std::max(lines, 1)), rows_.size());
-    const auto end = rows_.begin() + static_cast<std::ptrdiff_t>(last);
-    std::rotate(rows_.begin(), rows_.begin() + 1, end);
-    (end - 1)->clear();
-}
-
-HeadlessWindow::HeadlessWindow(HeadlessPlatform& platform, std::weak_ptr<TermWindowEvents> events)
-    : platform_(platform), id_(++platform.lastId_), events_(std::move(events)) {}
 
 HeadlessWindow::~HeadlessWindow() {
-    platform_.forget(*this);
+    std::erase(desktop_.terminalWindows, this);
+    if (desktop_.active == this) desktop_.active = nullptr;
 }
 
 void HeadlessWindow::tick(TermTimer timer) {
@@ -150,7 +130,7 @@ void HeadlessWindow::show() {
     if (visible_) return;
     visible_ = true;
     sendMove();
-    platform_.activate(*this);
+    makeActive();
     sendResize();
 }
 
@@ -162,108 +142,34 @@ void HeadlessWindow::setState(WindowState state) {
 }
 
 void HeadlessWindow::makeActive() {
-    platform_.activate(*this);
+    HeadlessWindow* const before = std::exchange(desktop_.active, this);
+    if (before == this) return;
+    if (before != nullptr) {
+        if (const auto target = before->events()) target->Form_Deactivate();
+    }
+    if (const auto target = events()) target->Form_Activate();
 }
 
 void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
-    if (platform_.onBeep) platform_.onBeep(frequencyHertz, milliseconds);
+    desktop_.onBeep(frequencyHertz, milliseconds);
 }
 
 std::optional<std::string> HeadlessWindow::clipboardText() {
-    if (platform_.clipboardHeld || platform_.clipboard.empty()) return std::nullopt;
-    return platform_.clipboard;
+    if (desktop_.clipboardHeld || desktop_.clipboard.empty()) return std::nullopt;
+    return desktop_.clipboard;
 }
 
 bool HeadlessWindow::setClipboardText(const std::string& text) {
-    if (platform_.clipboardHeld) return false;
-    platform_.clipboard = text;
-    if (platform_.onClipboard) platform_.onClipboard(text);
+    if (desktop_.clipboardHeld) return false;
+    desktop_.clipboard = text;
+    desktop_.onClipboard(text);
     return true;
 }
 
 bool HeadlessWindow::clearClipboard() {
-    if (platform_.clipboardHeld) return false;
-    platform_.clipboard.clear();
+    if (desktop_.clipboardHeld) return false;
+    desktop_.clipboard.clear();
     return true;
-}
-
-long HeadlessLauncher::shellExecute(const std::string& program, const std::string& parameters,
-                                    const std::string& directory, int) {
-    shellStarts.push_back({program, parameters, directory});
-    return shellResult;
-}
-
-long HeadlessLauncher::startProgram(const std::string& commandLine, int) {
-    plainStarts.push_back(commandLine);
-    return task;
-}
-
-bool HeadlessPrinters::print(const std::string& printer, const std::vector<std::string>& lines, int) {
-    printedOn = printer;
-    page = lines;
-    whilePrinting();
-    return takesPages;
-}
-
-HeadlessPlatform::HeadlessPlatform(ProfileFile& profiles) : profiles_(profiles) {
-    desktop.rectangleOf = [this](WindowId id) {
-        const HeadlessWindow* window = windowOf(id);
-        return window == nullptr ? Rect{} : window->rectangle();
-    };
-    desktop.isShown = [this](WindowId id) {
-        const HeadlessWindow* window = windowOf(id);
-        return window != nullptr && window->visible() && window->state() != WindowState::Minimised;
-    };
-}
-
-HeadlessWindow* HeadlessPlatform::windowOf(const TermWindowEvents& events) const {
-    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const HeadlessWindow* window) {
-        return window->events().get() == &events;
-    });
-    return found == windows_.end() ? nullptr : *found;
-}
-
-std::unique_ptr<TermWindow> HeadlessPlatform::createWindow(std::weak_ptr<TermWindowEvents> events) {
-    auto window = std::make_unique<HeadlessWindow>(*this, std::move(events));
-    windows_.push_back(window.get());
-    return window;
-}
-
-std::unique_ptr<HelpWindow> HeadlessPlatform::createHelpWindow(std::weak_ptr<HelpWindowEvents> events) {
-    return std::make_unique<HeadlessHelpWindow>(desktop, std::move(events));
-}
-
-const HeadlessWindow* HeadlessPlatform::windowOf(WindowId id) const {
-    const auto found = std::ranges::find(windows_, id, &HeadlessWindow::id);
-    return found == windows_.end() ? nullptr : *found;
-}
-
-std::shared_ptr<const Picture> HeadlessPlatform::loadPicture(const std::string& path) {
-    picturesLookedFor.push_back(path);
-    const auto found = pictureFiles.find(path);
-    return found == pictureFiles.end() ? nullptr : std::make_shared<HeadlessPicture>(found->second);
-}
-
-void HeadlessPlatform::processMessages() {
-    while (!pendingMessages.empty()) {
-        const auto message = std::move(pendingMessages.front());
-        pendingMessages.pop_front();
-        message();
-    }
-}
-
-void HeadlessPlatform::activate(HeadlessWindow& window) {
-    HeadlessWindow* before = std::exchange(active_, &window);
-    if (before == &window) return;
-    if (before != nullptr) {
-        if (const auto target = before->events()) target->Form_Deactivate();
-    }
-    if (const auto target = window.events()) target->Form_Activate();
-}
-
-void HeadlessPlatform::forget(const HeadlessWindow& window) {
-    std::erase(windows_, &window);
-    if (active_ == &window) active_ = nullptr;
 }
 
 }  // namespace kavrelon

@@ -1,60 +1,19 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
-#include <functional>
-#include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "headless/HeadlessHelpWindow.h"
-#include "support/Picture.h"
-#include "terminal/Printers.h"
+#include "headless/HeadlessDesktop.h"
+#include "headless/ShownCells.h"
+#include "support/Geometry.h"
 #include "terminal/TermWindow.h"
-#include "terminal/modShellandWait.h"
 
 namespace kavrelon {
-
-class HeadlessPlatform;
-
-/// What one cell of a headless window shows.
-struct ShownCell {
-    std::uint8_t ch = ' ';
-    Pen pen;
-    bool inverted = false;
-    /// The letter of the picture that covers it last drawn, 0 when none does.
-    char picture = 0;
-    bool operator==(const ShownCell&) const = default;
-};
-
-/// A picture without pixels.
-class HeadlessPicture final : public Picture {
-  public:
-    HeadlessPicture(char letter, bool opaque) : letter_(letter), opaque_(opaque) {}
-    char letter() const { return letter_; }
-    Size size() const override { return {64, 64}; }
-    bool opaque() const override { return opaque_; }
-
-  private:
-    char letter_;
-    bool opaque_;
-};
-
-/// A grid of shown cells that grows to what is drawn on it, up to the largest screen.
-class ShownCells {
-  public:
-    /// The cell for drawing; null outside the largest screen.
-    ShownCell* at(int column, int row);
-    /// The cell as shown; one never drawn is blank.
-    ShownCell shown(int column, int row) const;
-    void scrollUp(int lines);
-    void clear() { rows_.clear(); }
-
-  private:
-    std::vector<std::vector<ShownCell>> rows_;
-};
 
 /// A terminal window in memory: it keeps what each cell shows, cells being 8 x 16 pixels in every font and
 /// the inner area 1056 x 800. For tests, tools and measurements.
@@ -63,7 +22,8 @@ class HeadlessWindow final : public TermWindow {
     static constexpr Size kCell{8, 16};
     static constexpr Size kInner{1056, 800};
 
-    HeadlessWindow(HeadlessPlatform& platform, std::weak_ptr<TermWindowEvents> events);
+    /// The desktop must outlive the window.
+    HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindowEvents> events);
     ~HeadlessWindow() override;
     HeadlessWindow(const HeadlessWindow&) = delete;
     HeadlessWindow& operator=(const HeadlessWindow&) = delete;
@@ -146,10 +106,9 @@ class HeadlessWindow final : public TermWindow {
     void forEachCell(const Rect& block, Visit visit);
     int gridLines() const { return grid_.height() / kCell.height; }
     void sendResize();
-
     void sendMove();
 
-    HeadlessPlatform& platform_;
+    HeadlessDesktop& desktop_;
     WindowId id_;
     std::weak_ptr<TermWindowEvents> events_;
     Point corner_;
@@ -171,89 +130,6 @@ class HeadlessWindow final : public TermWindow {
     std::optional<ContextMenu> contextMenu_;
     std::vector<std::string> failures_;
     std::string screenWidthCaption_;
-};
-
-/// Starts nothing: records what it was asked for, and answers what it was told to.
-class HeadlessLauncher final : public Launcher {
-  public:
-    struct Start {
-        std::string program;
-        std::string parameters;
-        std::string directory;
-        bool operator==(const Start&) const = default;
-    };
-    long shellResult = 42;
-    long task = 4711;
-    std::vector<Start> shellStarts;
-    std::vector<std::string> plainStarts;
-
-    long shellExecute(const std::string& program, const std::string& parameters, const std::string& directory,
-                      int showStyle) override;
-    long startProgram(const std::string& commandLine, int showStyle) override;
-    std::string failureText(long result) override { return "result " + std::to_string(result); }
-};
-
-/// Printers in memory.
-class HeadlessPrinters final : public Printers {
-  public:
-    std::vector<std::string> installed;
-    std::string defaultPrinter;
-    bool takesPages = true;
-    std::string printedOn;
-    std::vector<std::string> page;
-    /// What happens while the printer has the thread.
-    std::function<void()> whilePrinting = [] {};
-
-    std::vector<std::string> names() override { return installed; }
-    std::string defaultName() override { return defaultPrinter; }
-    bool print(const std::string& printer, const std::vector<std::string>& lines, int columns) override;
-};
-
-/// Headless windows, their activation, clipboard and bell. Settings come from the given profile files.
-class HeadlessPlatform final : public TermPlatform {
-  public:
-    explicit HeadlessPlatform(ProfileFile& profiles);
-
-    /// Called when the bell sounds, with hertz and milliseconds.
-    std::function<void(int, int)> onBeep;
-    /// Called with what is put on the clipboard.
-    std::function<void(const std::string&)> onClipboard;
-    std::string clipboard;
-    /// Another program holds the clipboard and does not let go.
-    bool clipboardHeld = false;
-    /// The picture files there are, by path, and all paths that were looked for.
-    std::map<std::string, HeadlessPicture> pictureFiles;
-    std::vector<std::string> picturesLookedFor;
-    HeadlessLauncher headlessLauncher;
-    HeadlessPrinters headlessPrinters;
-    /// What the next `processMessages` lets through: window events, in order.
-    std::deque<std::function<void()>> pendingMessages;
-
-    /// The help boxes' windows, and the mouse.
-    HeadlessDesktop desktop;
-
-    /// The window whose events go to `events`, null when it is gone.
-    HeadlessWindow* windowOf(const TermWindowEvents& events) const;
-    std::size_t openWindows() const { return windows_.size(); }
-
-    std::unique_ptr<TermWindow> createWindow(std::weak_ptr<TermWindowEvents> events) override;
-    std::unique_ptr<HelpWindow> createHelpWindow(std::weak_ptr<HelpWindowEvents> events) override;
-    ProfileFile& profileFile() override { return profiles_; }
-    Launcher& launcher() override { return headlessLauncher; }
-    Printers& printers() override { return headlessPrinters; }
-    std::shared_ptr<const Picture> loadPicture(const std::string& path) override;
-    void processMessages() override;
-
-  private:
-    friend class HeadlessWindow;
-    void activate(HeadlessWindow& window);
-    void forget(const HeadlessWindow& window);
-    const HeadlessWindow* windowOf(WindowId id) const;
-
-    ProfileFile& profiles_;
-    std::vector<HeadlessWindow*> windows_;
-    HeadlessWindow* active_ = nullptr;
-    WindowId lastId_ = 0;
 };
 
 }  // namespace kavrelon

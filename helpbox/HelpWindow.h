@@ -48,8 +48,8 @@ class HelpWindow {
 
     /// Where the mouse was in the event being handled, in pixels of the desktop.
     virtual Point cursor() const = 0;
-    /// Whether one of these mouse buttons (bit 1 left, 2 right, 4 middle) is down in the event being handled.
-    virtual bool isHeld(std::int16_t buttons) const = 0;
+    /// Whether one of these mouse buttons (bits of `buttons`) is down in the event being handled.
+    virtual bool isHeld(std::int16_t wanted) const = 0;
     /// Draws the outline of a block of the desktop, in pixels; a second time it is gone.
     virtual void drawFocusRectangle(const Rect& block) = 0;
     /// Pops `mnuRightClick` up at the mouse. The choice arrives as an event, before or after this returns.

@@ -2,13 +2,11 @@
 
 #include "helpbox/HelpText.h"
 #include "support/Conversions.h"
+#include "support/Keys.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
 namespace {
-
-constexpr std::int16_t kLeftButton = 1;
-constexpr std::int16_t kRightButton = 2;
 
 /// What a box is taller than its cells, in twips.
 constexpr double kExtraHeight = 100;
@@ -171,8 +169,8 @@ void frmHelp::HyperlinkClick(const std::string& Href) noexcept {
     const auto keep = shared_from_this();
     if (!isLoaded()) return;
     // The label follows a link at the release of any button, also at the end of a drag.
-    if (pressed_ == kRightButton) return window_->popUpRightClickMenu();
-    if (pressed_ == kLeftButton && !dragged_ && owner_ != nullptr) owner_->HelpBoxLink(Href);
+    if (pressed_ == buttons::kRight) return window_->popUpRightClickMenu();
+    if (pressed_ == buttons::kLeft && !dragged_ && owner_ != nullptr) owner_->HelpBoxLink(Href);
 }
 
 std::shared_ptr<const Picture> frmHelp::LoadImage(const std::string& Source) noexcept {
@@ -182,11 +180,11 @@ std::shared_ptr<const Picture> frmHelp::LoadImage(const std::string& Source) noe
 
 void frmHelp::MouseDown(std::int16_t Button, std::int16_t, float, float) noexcept {
     pressed_ = Button;
-    if (Button == kLeftButton) beginDrag();
+    if (Button == buttons::kLeft) beginDrag();
 }
 
 void frmHelp::MouseMove(std::int16_t Button, std::int16_t, float, float) noexcept {
-    if ((Button & kLeftButton) != 0) drag();
+    if ((Button & buttons::kLeft) != 0) drag();
 }
 
 void frmHelp::MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept {
@@ -194,9 +192,9 @@ void frmHelp::MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y)
     const auto keep = shared_from_this();
     // With links on, the label tells of moves in the same way as of a release.
     if (window_->isHeld(Button)) return MouseMove(Button, Shift, X, Y);
-    if (Button == kLeftButton) {
+    if (Button == buttons::kLeft) {
         drop();
-    } else if (Button == kRightButton) {
+    } else if (Button == buttons::kRight) {
         window_->popUpRightClickMenu();
     }
 }

@@ -3,15 +3,11 @@
 #include <algorithm>
 #include <optional>
 
+#include "support/AsciiText.h"
+
 namespace kavrelon {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 std::string unquoted(std::string_view argument) {
     const bool quoted = argument.size() >= 2 && (argument.front() == '"' || argument.front() == '\'') &&
@@ -32,11 +28,11 @@ std::size_t argumentEnd(std::string_view list) {
 
 std::optional<std::vector<std::string>> splitArguments(std::string_view list) {
     std::vector<std::string> arguments;
-    if (trimmed(list).empty()) return arguments;
+    if (trimSpaces(list).empty()) return arguments;
     for (;;) {
         const auto end = argumentEnd(list);
         if (end == std::string_view::npos) return std::nullopt;
-        arguments.push_back(unquoted(trimmed(list.substr(0, end))));
+        arguments.push_back(unquoted(trimSpaces(list.substr(0, end))));
         if (end == list.size()) return arguments;
         list.remove_prefix(end + 1);
     }
@@ -45,8 +41,7 @@ std::optional<std::vector<std::string>> splitArguments(std::string_view list) {
 }  // namespace
 
 bool isFormCall(std::string_view href) {
-    return href.size() >= 3 && (href[0] == 'V' || href[0] == 'v') && (href[1] == 'B' || href[1] == 'b') &&
-           href[2] == ':';
+    return equalsInUpperCase(href.substr(0, 3), "VB:");
 }
 
 FormCall parseFormCall(std::string_view text) {
@@ -54,9 +49,9 @@ FormCall parseFormCall(std::string_view text) {
     const auto close = text.rfind(')');
     if (open != std::string_view::npos && close != std::string_view::npos && open < close) {
         auto arguments = splitArguments(text.substr(open + 1, close - open - 1));
-        if (arguments) return {std::string(trimmed(text.substr(0, open))), *std::move(arguments)};
+        if (arguments) return {std::string(trimSpaces(text.substr(0, open))), *std::move(arguments)};
     }
-    return {std::string(trimmed(text)), {}};
+    return {std::string(trimSpaces(text)), {}};
 }
 
 }  // namespace kavrelon

@@ -35,7 +35,7 @@ void HTMLLabel::DefaultFontSize(float value) {
 void HTMLLabel::BackColor(Colour value) {
     properties_.BackColor = value;
     showSurface();
-    document_.setBodyBgColor(value);
+    document_.mlngBodyBgColor(value);
     if (!parseAgain()) repaint();
 }
 
@@ -60,7 +60,7 @@ void HTMLLabel::DocumentHTML(std::string_view value) {
 
 // False when there is no document. A new document that still waits is the one to be parsed.
 bool HTMLLabel::parseAgain() {
-    if (!pendingText_ && document_.count() == 0) return false;
+    if (!pendingText_ && document_.mintElementCount() == 0) return false;
     setDocument(DocumentHTML(), pendingText_ ? StartAt::Top : StartAt::SamePlace);
     return true;
 }
@@ -113,8 +113,8 @@ void HTMLLabel::repaint() {
 
 std::vector<std::string> HTMLLabel::pictureSources() const {
     std::vector<std::string> sources;
-    if (!document_.background().empty()) sources.push_back(document_.background());
-    for (const HTMLElement& element : document_.elements()) {
+    if (!document_.mstrBackground().empty()) sources.push_back(document_.mstrBackground());
+    for (const HTMLElement& element : document_.mudtElements()) {
         if (element.lngTagType == TAG_IMG && !element.strSrc.empty()) sources.emplace_back(element.strSrc);
     }
     return sources;
@@ -149,11 +149,11 @@ LayoutDefaults HTMLLabel::layoutDefaults() const {
 // The pass after the parser: pictures, layout, scroll bars. `offset` is the place of the document to show. A
 // control that has no extent yet is not laid out to it: resizing would never put that right.
 void HTMLLabel::layOut(Point offset) {
-    if (placement_.viewPort.width() == 0 || placement_.viewPort.height() == 0) return;
+    if (placement_.picViewPort.width() == 0 || placement_.picViewPort.height() == 0) return;
     if (!loadPictures() || window_ == nullptr) return;
     auto layout = std::make_unique<Layout>();
     layout->measure(document_, layoutDefaults(), pictures_, window_->canvas());
-    layoutWidth_ = placeLabelParts(outline()).viewPort.width();
+    layoutWidth_ = placeLabelParts(outline()).picViewPort.width();
     layout->place(document_, layoutWidth_);
     layout_ = std::move(layout);
     fitParts(offset);
@@ -161,7 +161,7 @@ void HTMLLabel::layOut(Point offset) {
 
 void HTMLLabel::UserControl_Show() noexcept {
     handle([this] {
-        if (layout_ != nullptr || document_.count() == 0) return;
+        if (layout_ != nullptr || document_.mintElementCount() == 0) return;
         layOut({});
         repaint();
     });
@@ -170,13 +170,13 @@ void HTMLLabel::UserControl_Show() noexcept {
 void HTMLLabel::picViewPort_Paint(Canvas& canvas, Size viewPort) noexcept {
     handle([this, &canvas, viewPort] {
         const LabelWindow* const window = window_;
-        if (layout_ == nullptr && document_.count() > 0) layOut({});
+        if (layout_ == nullptr && document_.mintElementCount() > 0) layOut({});
         if (window_ != window) return;  // and the canvas has gone with it
 
         const Rect part{hscScroll_.Value, vscScroll_.Value, hscScroll_.Value + viewPort.width,
                         vscScroll_.Value + viewPort.height};
         if (layout_ == nullptr) {
-            canvas.fill(part, document_.bodyBgColor());
+            canvas.fill(part, document_.mlngBodyBgColor());
             return;
         }
         layout_->draw(canvas, part);
@@ -186,8 +186,8 @@ void HTMLLabel::picViewPort_Paint(Canvas& canvas, Size viewPort) noexcept {
 
 void HTMLLabel::drawPage(Canvas& canvas, Size page) {
     const auto alive = weak_from_this().lock();
-    if (document_.count() == 0) {
-        canvas.fill({0, 0, page.width, page.height}, document_.bodyBgColor());
+    if (document_.mintElementCount() == 0) {
+        canvas.fill({0, 0, page.width, page.height}, document_.mlngBodyBgColor());
         return;
     }
     if (!loadPictures()) return;

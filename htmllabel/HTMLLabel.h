@@ -27,7 +27,7 @@ class HTMLLabelEvents {
     /// The picture of this source; null when the container has none. Asked once for each source of a
     /// document.
     virtual std::shared_ptr<const Picture> LoadImage(const std::string& Source) noexcept = 0;
-    // Button: bit 1 left, 2 right, 4 middle. Shift: bit 1 Shift, 2 Ctrl, 4 Alt. Places in twips.
+    // Button and Shift are bits, of `buttons` and of `shifts`: those of public events. Places are in twips.
     virtual void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
     virtual void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
     virtual void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
@@ -39,7 +39,7 @@ class HTMLLabelEvents {
 /// `std::make_shared`; its handlers keep it alive while they run, so that an event may drop the last
 /// reference.
 ///
-/// While the label lets messages through or raises an event, anything may be done to it. Of several documents
+/// While the label lets messages through or fires an event, anything may be done to it. Of several documents
 /// that are being set at a time the one begun last stays, and the other calls end quietly.
 class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
   public:
@@ -77,11 +77,14 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     std::int16_t DefaultSpacing() const { return properties_.DefaultSpacing; }  // pixels
     void DefaultSpacing(std::int16_t value) { properties_.DefaultSpacing = value; }
     /// The normalised text of the document.
-    const std::string& DocumentHTML() const { return pendingText_ ? *pendingText_ : document_.text(); }
+    const std::string& DocumentHTML() const {
+        return pendingText_ ? *pendingText_ : document_.mstrDocument();
+    }
     /// Parses the text and, when the container shows the control, lays it out and draws it from its top. A
     /// document set while the control is hidden is laid out when it is first shown or painted.
     void DocumentHTML(std::string_view value);
-    std::string DocumentTitle() const { return document_.title(); }
+    /// The document's title; "Unknown" when it has none.
+    std::string DocumentTitle() const { return document_.title().value_or("Unknown"); }
 
     /// All properties that a container saves. Setting them parses the document, if there is one, once.
     const HTMLLabelProperties& savedProperties() const { return properties_; }
@@ -150,7 +153,7 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     void scrollIntoView(const Rect& box);
     bool scrollByKey(std::int16_t KeyCode, std::int16_t Shift);
 
-    void raise(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse);
+    void fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse);
     const HTMLElement* linkAt(Point mouse) const;
     void follow(const HTMLElement& link);
     void jumpTo(std::string_view name);

@@ -1,16 +1,14 @@
+#include "htmllabel/HTMLLabel.h"
+
 #include <algorithm>
 #include <utility>
 
 #include "htmllabel/FormCall.h"
-#include "htmllabel/HTMLLabel.h"
+#include "support/Keys.h"
 
 namespace kavrelon {
 
 namespace {
-
-constexpr std::int16_t kShiftShift = 1;
-constexpr std::int16_t kKeyTab = 9;
-constexpr std::int16_t kKeyEnter = 13;
 
 // Whether a link leads somewhere and has a place to be seen at.
 bool isReachable(const HTMLElement& link) {
@@ -19,7 +17,7 @@ bool isReachable(const HTMLElement& link) {
 
 }  // namespace
 
-void HTMLLabel::raise(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
+void HTMLLabel::fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
     if (window_ == nullptr || events_ == nullptr) return;
     (events_->*event)(Button, Shift, static_cast<float>(mouse.x * window_->twipsPerPixelX()),
                       static_cast<float>(mouse.y * window_->twipsPerPixelY()));
@@ -29,8 +27,8 @@ void HTMLLabel::raise(MouseEvent event, std::int16_t Button, std::int16_t Shift,
 const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
     const int x = mouse.x + hscScroll_.Value;
     const int y = mouse.y + vscScroll_.Value;
-    for (const std::int16_t index : document_.links()) {
-        const HTMLElement& link = document_.elements()[static_cast<std::size_t>(index)];
+    for (const std::int16_t index : document_.mintLinks()) {
+        const HTMLElement& link = document_.mudtElements()[static_cast<std::size_t>(index)];
         if (link.strHref.empty()) continue;
         if (x > link.lngLeft && x < link.lngRight && y > link.lngTop && y < link.lngBottom) return &link;
     }
@@ -38,14 +36,14 @@ const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
 }
 
 void HTMLLabel::picViewPort_MouseDown(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
-    handle([=, this] { raise(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
+    handle([=, this] { fire(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
 }
 
 // While anchors are on, the way of the pointer beside the links reaches the container as `MouseUp`.
 void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
     handle([=, this] {
         if (window_ == nullptr) return;
-        if (!EnableAnchors()) return raise(&HTMLLabelEvents::MouseMove, Button, Shift, mouse);
+        if (!EnableAnchors()) return fire(&HTMLLabelEvents::MouseMove, Button, Shift, mouse);
         if (const HTMLElement* link = linkAt(mouse)) {
             window_->setMousePointer(MousePointer::Custom);
             if (!EnableTooltips()) return;
@@ -54,7 +52,7 @@ void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, P
         }
         window_->setMousePointer(MousePointer::Arrow);
         window_->setToolTipText({});
-        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+        fire(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
     });
 }
 
@@ -62,7 +60,7 @@ void HTMLLabel::picViewPort_MouseUp(std::int16_t Button, std::int16_t Shift, Poi
     handle([=, this] {
         const HTMLElement* link = EnableAnchors() ? linkAt(mouse) : nullptr;
         if (link != nullptr) return follow(*link);
-        raise(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
+        fire(&HTMLLabelEvents::MouseUp, Button, Shift, mouse);
     });
 }
 
@@ -75,9 +73,9 @@ void HTMLLabel::follow(const HTMLElement& link) {
 }
 
 void HTMLLabel::jumpTo(std::string_view name) {
-    const auto elements = document_.elements();
+    const auto elements = document_.mudtElements();
     const auto target = std::ranges::find(elements, name, &HTMLElement::strName);
-    if (target != elements.end()) scrollTo(ScrollBar::Vertical, std::min(target->lngTop, vscScroll_.Max));
+    if (target != elements.end()) scrollTo(ScrollBar::vscScroll, std::min(target->lngTop, vscScroll_.Max));
 }
 
 void HTMLLabel::tmrHyperlinkClick_Timer() noexcept {
@@ -103,15 +101,15 @@ bool HTMLLabel::picViewPort_KeyDown(std::int16_t KeyCode, std::int16_t Shift) no
 
 bool HTMLLabel::linkKey(std::int16_t KeyCode, std::int16_t Shift) {
     if (!EnableAnchors()) return false;
-    if (KeyCode == kKeyTab && (Shift | kShiftShift) == kShiftShift) return walkLinks(Shift == 0 ? 1 : -1);
-    if (KeyCode != kKeyEnter || Shift != 0 || !linkInFocus_) return false;
+    if (KeyCode == keys::kTab && (Shift & ~shifts::kShift) == 0) return walkLinks(Shift == 0 ? 1 : -1);
+    if (KeyCode != keys::kEnter || Shift != 0 || !linkInFocus_) return false;
     follow(link(*linkInFocus_));
     return true;
 }
 
 const HTMLElement& HTMLLabel::link(int place) const {
-    const std::int16_t index = document_.links()[static_cast<std::size_t>(place)];
-    return document_.elements()[static_cast<std::size_t>(index)];
+    const std::int16_t index = document_.mintLinks()[static_cast<std::size_t>(place)];
+    return document_.mudtElements()[static_cast<std::size_t>(index)];
 }
 
 Rect HTMLLabel::linkBox(int place) const {
@@ -122,7 +120,7 @@ Rect HTMLLabel::linkBox(int place) const {
 // Walks on to the next link that leads somewhere and is seen. Past the last one the key is the container's,
 // and the next walk begins anew.
 bool HTMLLabel::walkLinks(int step) {
-    const int count = static_cast<int>(document_.links().size());
+    const int count = document_.mintLinkCount();
     const int outside = step > 0 ? -1 : count;
     int place = linkInFocus_.value_or(outside) + step;
     while (place >= 0 && place < count && !isReachable(link(place))) place += step;

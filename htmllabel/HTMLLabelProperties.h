@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "htmllabel/document/HTMLDocument.h"
+#include "support/SystemColours.h"
 
 namespace kavrelon {
 

@@ -1,8 +1,11 @@
+#include "htmllabel/HTMLLabel.h"
+
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
-#include "htmllabel/HTMLLabel.h"
 #include "htmllabel/layout/ElementValues.h"
+#include "support/Keys.h"
 
 namespace kavrelon {
 
@@ -10,28 +13,26 @@ namespace {
 
 constexpr int kMinimised = 1;
 constexpr int kLinesPerNotch = 3;
-constexpr std::int16_t kShiftCtrl = 2;
-constexpr std::int16_t kKeyPageUp = 33;
-constexpr std::int16_t kKeyPageDown = 34;
-constexpr std::int16_t kKeyEnd = 35;
-constexpr std::int16_t kKeyHome = 36;
-constexpr std::int16_t kKeyUp = 38;
-constexpr std::int16_t kKeyDown = 40;
 
-// A bar for a page of `extent` pixels of which the view port shows `shown`, from `offset` on.
-ScrollState scrollBarFor(bool enabled, int extent, int shown, int line, int offset) {
-    ScrollState bar;
-    bar.Max = std::max(extent - shown, 0);
-    bar.visible = enabled && bar.Max > 0;
-    bar.Value = enabled ? std::clamp(offset, bar.Min, bar.Max) : 0;
-    bar.SmallChange = std::max(line, 1);
-    bar.LargeChange = std::max(shown, 1);
-    return bar;
-}
-
-// Where a bar has to stand for the view port to show the stretch, its start above all.
-int valueShowing(const ScrollState& bar, int first, int last, int shown) {
-    return std::clamp(std::min(std::max(bar.Value, last - shown), first), bar.Min, bar.Max);
+// What a key asks of the vertical bar; nothing when it is not one of scrolling.
+std::optional<ScrollStep> stepOf(std::int16_t KeyCode, std::int16_t Shift) {
+    const bool ctrl = (Shift & shifts::kCtrl) != 0;
+    switch (KeyCode) {
+        case keys::kUp:
+            return ScrollStep::LineUp;
+        case keys::kDown:
+            return ScrollStep::LineDown;
+        case keys::kPageUp:
+            return ScrollStep::PageUp;
+        case keys::kPageDown:
+            return ScrollStep::PageDown;
+        case keys::kHome:
+            return ctrl ? std::optional(ScrollStep::Top) : std::nullopt;
+        case keys::kEnd:
+            return ctrl ? std::optional(ScrollStep::Bottom) : std::nullopt;
+        default:
+            return std::nullopt;
+    }
 }
 
 }  // namespace
@@ -55,15 +56,15 @@ void HTMLLabel::fitParts(Point offset) {
     const TextFont font{.face = DefaultFontName(), .points = clampPoints(DefaultFontSize())};
     const int line = canvas.metrics(canvas.font(font)).height();
 
-    const int width = placeLabelParts(outline()).viewPort.width();
-    hscScroll_ = scrollBarFor(EnableScroll(), page.width, width, line, offset.x);
-    const int height = placeLabelParts(outline()).viewPort.height();
-    vscScroll_ = scrollBarFor(EnableScroll(), page.height, height, line, offset.y);
+    const int width = placeLabelParts(outline()).picViewPort.width();
+    hscScroll_ = ScrollState::forPage(EnableScroll(), page.width, width, line, offset.x);
+    const int height = placeLabelParts(outline()).picViewPort.height();
+    vscScroll_ = ScrollState::forPage(EnableScroll(), page.height, height, line, offset.y);
     placement_ = placeLabelParts(outline());
 
     window_->place(placement_);
-    window_->setScrollBar(ScrollBar::Horizontal, hscScroll_);
-    window_->setScrollBar(ScrollBar::Vertical, vscScroll_);
+    window_->setScrollBar(ScrollBar::hscScroll, hscScroll_);
+    window_->setScrollBar(ScrollBar::vscScroll, vscScroll_);
 }
 
 void HTMLLabel::UserControl_Resize() noexcept {
@@ -86,34 +87,34 @@ void HTMLLabel::scrollHome() {
     vscScroll_.Value = 0;
     hscScroll_.Value = 0;
     if (window_ == nullptr) return;
-    window_->setScrollBar(ScrollBar::Horizontal, hscScroll_);
-    window_->setScrollBar(ScrollBar::Vertical, vscScroll_);
+    window_->setScrollBar(ScrollBar::hscScroll, hscScroll_);
+    window_->setScrollBar(ScrollBar::vscScroll, vscScroll_);
 }
 
 // As the bars do: a value out of range is rejected, and a new one is a change that repaints.
 void HTMLLabel::scrollTo(ScrollBar bar, int value) {
-    ScrollState& state = bar == ScrollBar::Vertical ? vscScroll_ : hscScroll_;
+    ScrollState& state = bar == ScrollBar::vscScroll ? vscScroll_ : hscScroll_;
     if (value < state.Min || value > state.Max || value == state.Value) return;
     state.Value = value;
     if (window_ == nullptr) return;
     window_->setScrollBar(bar, state);
-    if (window_->userMode() && document_.count() > 0) window_->repaintViewPort();
+    if (window_->userMode() && document_.mintElementCount() > 0) window_->repaintViewPort();
 }
 
 void HTMLLabel::scrollIntoView(const Rect& box) {
     if (!EnableScroll()) return;
-    const int across = valueShowing(hscScroll_, box.left, box.right, placement_.viewPort.width());
-    const int down = valueShowing(vscScroll_, box.top, box.bottom, placement_.viewPort.height());
-    scrollTo(ScrollBar::Horizontal, across);
-    scrollTo(ScrollBar::Vertical, down);
+    const int across = hscScroll_.showing(box.left, box.right, placement_.picViewPort.width());
+    const int down = vscScroll_.showing(box.top, box.bottom, placement_.picViewPort.height());
+    scrollTo(ScrollBar::hscScroll, across);
+    scrollTo(ScrollBar::vscScroll, down);
 }
 
 void HTMLLabel::vscScroll_Change(int value) noexcept {
-    handle([this, value] { scrollTo(ScrollBar::Vertical, value); });
+    handle([this, value] { scrollTo(ScrollBar::vscScroll, value); });
 }
 
 void HTMLLabel::hscScroll_Change(int value) noexcept {
-    handle([this, value] { scrollTo(ScrollBar::Horizontal, value); });
+    handle([this, value] { scrollTo(ScrollBar::hscScroll, value); });
 }
 
 bool HTMLLabel::picViewPort_MouseWheel(double notches) noexcept {
@@ -123,43 +124,20 @@ bool HTMLLabel::picViewPort_MouseWheel(double notches) noexcept {
         const double whole = std::trunc(wheelRest_);
         wheelRest_ -= whole;
         const double value = vscScroll_.Value + whole;
-        scrollTo(ScrollBar::Vertical,
+        scrollTo(ScrollBar::vscScroll,
                  static_cast<int>(std::clamp<double>(value, vscScroll_.Min, vscScroll_.Max)));
     });
     return true;
 }
 
-// Single steps are not clamped: one that would leave the range is rejected by the bar.
+// Single steps are not limited: one that would leave the range is rejected by the bar.
 bool HTMLLabel::scrollByKey(std::int16_t KeyCode, std::int16_t Shift) {
     if (!EnableScroll()) return false;
-    const ScrollState& bar = vscScroll_;
-    const bool ctrl = (Shift & kShiftCtrl) != 0;
-    int value = 0;
-    switch (KeyCode) {
-        case kKeyUp:
-            value = bar.Value - bar.SmallChange;
-            break;
-        case kKeyDown:
-            value = bar.Value + bar.SmallChange;
-            break;
-        case kKeyPageUp:
-            value = std::max(bar.Value - bar.LargeChange, bar.Min);
-            break;
-        case kKeyPageDown:
-            value = std::min(bar.Value + bar.LargeChange, bar.Max);
-            break;
-        case kKeyHome:
-            if (!ctrl) return false;
-            value = bar.Min;
-            break;
-        case kKeyEnd:
-            if (!ctrl) return false;
-            value = bar.Max;
-            break;
-        default:
-            return false;
-    }
-    scrollTo(ScrollBar::Vertical, value);
+    const auto step = stepOf(KeyCode, Shift);
+    if (!step) return false;
+    const int value = vscScroll_.after(*step);
+    const bool single = *step == ScrollStep::LineUp || *step == ScrollStep::LineDown;
+    scrollTo(ScrollBar::vscScroll, single ? value : vscScroll_.limited(value));
     return true;
 }
 

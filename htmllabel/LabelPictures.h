@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "htmllabel/layout/Layout.h"
+#include "htmllabel/layout/PictureSource.h"
 
 namespace kavrelon {
 

@@ -29,7 +29,8 @@ LabelPlacement placeLabelParts(const LabelOutline& outline) {
     const int inset = borderInset(outline);
     LabelPlacement placement;
     if (!outline.EnableScroll) {
-        placement.viewPort = pixels(outline, {}, {outline.twips.width - inset, outline.twips.height - inset});
+        placement.picViewPort =
+            pixels(outline, {}, {outline.twips.width - inset, outline.twips.height - inset});
         return placement;
     }
     const Size bar{roundHalfToEven(outline.barThickness.width * outline.twipsPerPixelX),
@@ -40,9 +41,9 @@ LabelPlacement placeLabelParts(const LabelOutline& outline) {
     const int hscTop = vscHeight;
     placement.vscScroll = pixels(outline, {vscLeft, 0}, {bar.width, vscHeight});
     placement.hscScroll = pixels(outline, {0, hscTop}, {hscWidth, bar.height});
-    placement.viewPort = pixels(outline, {}, {vscLeft, vscHeight});
+    placement.picViewPort = pixels(outline, {}, {vscLeft, vscHeight});
     placement.shpCorner = pixels(outline, {vscLeft, hscTop}, bar);
-    placement.cornerVisible = true;
+    placement.shpCornerVisible = true;
     return placement;
 }
 

@@ -8,11 +8,11 @@ namespace kavrelon {
 
 /// Where the label's parts stand in its window, in pixels. Without scrolling the bars stand nowhere.
 struct LabelPlacement {
-    Rect viewPort;
+    Rect picViewPort;
     Rect vscScroll;
     Rect hscScroll;
     Rect shpCorner;
-    bool cornerVisible = false;
+    bool shpCornerVisible = false;
     bool operator==(const LabelPlacement&) const = default;
 };
 

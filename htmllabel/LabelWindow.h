@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "htmllabel/LabelPlacement.h"
+#include "htmllabel/ScrollState.h"
 #include "htmllabel/layout/Canvas.h"
 #include "support/Geometry.h"
 
@@ -14,19 +15,6 @@ namespace kavrelon {
 
 /// The mouse pointers that the label shows, with their public numbers.
 enum class MousePointer : std::int16_t { Default = 0, Arrow = 1, Hourglass = 11, Custom = 99 };
-
-enum class ScrollBar : std::uint8_t { Vertical, Horizontal };
-
-/// A scroll bar's state, in pixels of the document.
-struct ScrollState {
-    bool visible = false;
-    int Value = 0;
-    int Min = 0;
-    int Max = 0;
-    int SmallChange = 1;
-    int LargeChange = 1;
-    bool operator==(const ScrollState&) const = default;
-};
 
 /// How the control's own surface looks, behind and around its parts.
 struct LabelSurface {

@@ -1,69 +1,66 @@
 #include "plugin/EscapeTable.h"
 
-#include "support/RuntimeError.h"
-
 namespace kavrelon {
 namespace {
 
-using enum EscapeAction;
+// Hosts show the descriptions and build their recognisers from the patterns: every character of them is
+// fixed, uneven spelling included.
+constexpr EscapeTable makeTable() {
+    EscapeTable table;
+    table.AddEscEntry("<ESC>[H", "Home", ScreenAction::Home);
+    table.AddEscEntry("<27>[{N};{N}H", "@(,)", ScreenAction::CursorPosition);
+    table.AddEscEntry("<27>[{N}A", "CursorUp", ScreenAction::CursorUp);
+    table.AddEscEntry("<27>[A", "CursorUp", ScreenAction::CursorUp);
+    table.AddEscEntry("<27>[{N}B", "CursorDown", ScreenAction::CursorDown);
+    table.AddEscEntry("<27>[B", "CursorDown", ScreenAction::CursorDown);
+    table.AddEscEntry("<27>[{N}C", "CursorForward", ScreenAction::CursorForward);
+    table.AddEscEntry("<27>[C", "CursorForward", ScreenAction::CursorForward);
+    table.AddEscEntry("<27>[{N}D", "CursorBack", ScreenAction::CursorBack);
+    table.AddEscEntry("<27>[D", "CursorBack", ScreenAction::CursorBack);
+    table.AddEscEntry("<ESC>[{N};{N}f", "ForceCursorPosition", ScreenAction::ForceCursorPosition);
+    table.AddEscEntry("<ESC>[s", "SaveCursor", IgnoredAction::SaveCursor);
+    table.AddEscEntry("<ESC>[u", "RestoreCursor", IgnoredAction::RestoreCursor);
+    table.AddEscEntry("<ESC>D", "ScrollDown", IgnoredAction::ScrollDown);
+    table.AddEscEntry("<ESC>M", "ScrollUp", IgnoredAction::ScrollUp);
+    table.AddEscEntry("<ESC>H", "SetTab", IgnoredAction::SetTab);
+    table.AddEscEntry("<ESC>[g", "ClearTab", IgnoredAction::ClearTab);
+    table.AddEscEntry("<ESC>[3g", "ClearAllTabs", IgnoredAction::ClearAllTabs);
+    table.AddEscEntry("<ESC>[K", "Clear EOL", ScreenAction::ClearEndOfLine);
+    table.AddEscEntry("<ESC>[0K", "Clear EOL", ScreenAction::ClearEndOfLine);
+    table.AddEscEntry("<ESC>[1K", "Clear SOL", ScreenAction::ClearStartOfLine);
+    table.AddEscEntry("<ESC>[2K", "Clear whole line", ScreenAction::ClearLine);
+    table.AddEscEntry("<ESC>[J", "Clear EOS", ScreenAction::ClearEndOfScreen);
+    table.AddEscEntry("<ESC>[0J", "Clear EOS", ScreenAction::ClearEndOfScreen);
+    table.AddEscEntry("<ESC>[1J", "Clear SOS", ScreenAction::ClearBeginOfScreen);
+    table.AddEscEntry("<ESC>[2J", "Clear Screen", ScreenAction::ClearScreen);
+    table.AddEscEntry("<ESC>[i", "Print Screen", IgnoredAction::PrintScreen);
+    table.AddEscEntry("<ESC>[1i", "Print Line", IgnoredAction::PrintLine);
+    table.AddEscEntry("<ESC>[{N};<34>{X}<34>p", "Set Key", IgnoredAction::SetKey);
+    table.AddEscEntry("<ESC>[{N}m", "Set Attribute", ScreenAction::SetAttribute);
+    table.AddEscEntry("<ESC>[{N};{X}m", "Set Attribute", ScreenAction::SetAttribute);
+    table.AddEscEntry("<27><8>L0<term>", "LogOff", PluginAction::LogOff);
+    table.AddEscEntry("<27><8>L1<term>", "LogOn", PluginAction::LogOn);
+    table.AddEscEntry("<27><8>L1 {X}<term>", "LogOn", PluginAction::LogOn);
+    table.AddEscEntry("<27><8>SIZE {N},{N}<term>", "Size Screen", PluginAction::SizeScreen);
+    table.AddEscEntry("<27><8>NS<TERM>", "NewScreen", PluginAction::NewScreen);
+    table.AddEscEntry("<27><8>CS<TERM>", "CloseScreen", PluginAction::CloseScreen);
+    table.AddEscEntry("<27><8>FKEY {x};{x}<TERM>", "SetFunction Key", PluginAction::SetFunctionKey);
+    table.AddEscEntry("<31>HELPBOX {n} {n},{n},{n},{n} {x}<31>", "Display Help box",
+                      WindowAction::ShowHelpBox);
+    table.AddEscEntry("<31>HELPBOX {n} HIDE<31>", "Hide Help box", WindowAction::HideHelpBox);
+    table.AddEscEntry("<31>KB {X},{X}<31>", "KB Add", WindowAction::AddKB);
+    table.AddEscEntry("<31>KB Clear<31>", "KB Clear", WindowAction::ClearKB);
+    table.AddEscEntry("<31>REMOTE [{X}] \"{X}\"<31>", "Remote Add", WindowAction::AddRemote);
+    table.AddEscEntry("<31>REMOTE CLEAR<31>", "remote Clear", WindowAction::ClearRemote);
+    return table;
+}
 
-// Hosts show these texts and build their recognisers from the patterns: every character of them is fixed,
-// uneven spelling included.
-constexpr std::array<EscapeRow, kEscapeRows> kRows{{
-    {"<ESC>[H", "Home", Home},
-    {"<27>[{N};{N}H", "@(,)", CursorPosition},
-    {"<27>[{N}A", "CursorUp", CursorUp},
-    {"<27>[A", "CursorUp", CursorUp},
-    {"<27>[{N}B", "CursorDown", CursorDown},
-    {"<27>[B", "CursorDown", CursorDown},
-    {"<27>[{N}C", "CursorForward", CursorForward},
-    {"<27>[C", "CursorForward", CursorForward},
-    {"<27>[{N}D", "CursorBack", CursorBack},
-    {"<27>[D", "CursorBack", CursorBack},
-    {"<ESC>[{N};{N}f", "ForceCursorPosition", ForceCursorPosition},
-    {"<ESC>[s", "SaveCursor", SaveCursor},
-    {"<ESC>[u", "RestoreCursor", RestoreCursor},
-    {"<ESC>D", "ScrollDown", ScrollDown},
-    {"<ESC>M", "ScrollUp", ScrollUp},
-    {"<ESC>H", "SetTab", SetTab},
-    {"<ESC>[g", "ClearTab", ClearTab},
-    {"<ESC>[3g", "ClearAllTabs", ClearAllTabs},
-    {"<ESC>[K", "Clear EOL", ClearEndOfLine},
-    {"<ESC>[0K", "Clear EOL", ClearEndOfLine},
-    {"<ESC>[1K", "Clear SOL", ClearStartOfLine},
-    {"<ESC>[2K", "Clear whole line", ClearLine},
-    {"<ESC>[J", "Clear EOS", ClearEndOfScreen},
-    {"<ESC>[0J", "Clear EOS", ClearEndOfScreen},
-    {"<ESC>[1J", "Clear SOS", ClearBeginOfScreen},
-    {"<ESC>[2J", "Clear Screen", ClearScreen},
-    {"<ESC>[i", "Print Screen", PrintScreen},
-    {"<ESC>[1i", "Print Line", PrintLine},
-    {"<ESC>[{N};<34>{X}<34>p", "Set Key", SetKey},
-    {"<ESC>[{N}m", "Set Attribute", SetAttribute},
-    {"<ESC>[{N};{X}m", "Set Attribute", SetAttribute},
-    {"<27><8>L0<term>", "LogOff", LogOff},
-    {"<27><8>L1<term>", "LogOn", LogOn},
-    {"<27><8>L1 {X}<term>", "LogOn", LogOn},
-    {"<27><8>SIZE {N},{N}<term>", "Size Screen", SizeScreen},
-    {"<27><8>NS<TERM>", "NewScreen", NewScreen},
-    {"<27><8>CS<TERM>", "CloseScreen", CloseScreen},
-    {"<27><8>FKEY {x};{x}<TERM>", "SetFunction Key", SetFunctionKey},
-    {"<31>HELPBOX {n} {n},{n},{n},{n} {x}<31>", "Display Help box", ShowHelpBox},
-    {"<31>HELPBOX {n} HIDE<31>", "Hide Help box", HideHelpBox},
-    {"<31>KB {X},{X}<31>", "KB Add", AddKnowledgeBase},
-    {"<31>KB Clear<31>", "KB Clear", ClearKnowledgeBase},
-    {"<31>REMOTE [{X}] \"{X}\"<31>", "Remote Add", AddRemote},
-    {"<31>REMOTE CLEAR<31>", "remote Clear", ClearRemote},
-}};
-
-constexpr EscapeRow kEmptyRow;
+constexpr EscapeTable kTable = makeTable();
 
 }  // namespace
 
-const EscapeRow& escapeRow(std::int16_t index) {
-    if (index < 0 || index > kEscapeUpperBound) raise(RuntimeErrorNumber::SubscriptOutOfRange);
-    if (index < 1 || index > kEscapeRows) return kEmptyRow;
-    return kRows[static_cast<std::size_t>(index - 1)];
+const EscapeTable& escapeTable() {
+    return kTable;
 }
 
 }  // namespace kavrelon

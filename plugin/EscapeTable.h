@@ -1,12 +1,19 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <variant>
+
+#include "support/RuntimeError.h"
 
 namespace kavrelon {
 
-/// What a recognised sequence does. Numbers that are missing, and every number not named here, do nothing.
-enum class EscapeAction : std::int16_t {
+// What recognised sequences do, by what they act on. The numbers are the system's action codes; hosts never
+// see them.
+
+/// Changes the current window's screen, with the cursor mark off meanwhile.
+enum class ScreenAction : std::int16_t {
     Home = 0,
     CursorPosition = 1,
     CursorUp = 2,
@@ -14,6 +21,37 @@ enum class EscapeAction : std::int16_t {
     CursorForward = 4,
     CursorBack = 5,
     ForceCursorPosition = 6,
+    ClearEndOfLine = 14,
+    ClearStartOfLine = 15,
+    ClearLine = 16,
+    ClearEndOfScreen = 17,
+    ClearBeginOfScreen = 18,
+    ClearScreen = 19,
+    SetAttribute = 25,
+};
+
+/// Needs the current window, and leaves its screen alone.
+enum class WindowAction : std::int16_t {
+    ShowHelpBox = 107,
+    HideHelpBox = 108,
+    AddKB = 109,
+    ClearKB = 110,
+    AddRemote = 111,
+    ClearRemote = 112,
+};
+
+/// Concerns the plug-in and its stack of windows.
+enum class PluginAction : std::int16_t {
+    LogOff = 100,
+    LogOn = 101,
+    SizeScreen = 102,
+    NewScreen = 104,
+    CloseScreen = 105,
+    SetFunctionKey = 106,
+};
+
+/// Is recognised, so that it does not litter the screen, and does nothing.
+enum class IgnoredAction : std::int16_t {
     SaveCursor = 7,
     RestoreCursor = 8,
     ScrollDown = 9,
@@ -21,45 +59,48 @@ enum class EscapeAction : std::int16_t {
     SetTab = 11,
     ClearTab = 12,
     ClearAllTabs = 13,
-    ClearEndOfLine = 14,
-    ClearStartOfLine = 15,
-    ClearLine = 16,
-    ClearEndOfScreen = 17,
-    ClearBeginOfScreen = 18,
-    ClearScreen = 19,
     PrintScreen = 20,
     PrintLine = 21,
     SetKey = 24,
-    SetAttribute = 25,
-    LogOff = 100,
-    LogOn = 101,
-    SizeScreen = 102,
-    NewScreen = 104,
-    CloseScreen = 105,
-    SetFunctionKey = 106,
-    ShowHelpBox = 107,
-    HideHelpBox = 108,
-    AddKnowledgeBase = 109,
-    ClearKnowledgeBase = 110,
-    AddRemote = 111,
-    ClearRemote = 112,
 };
 
-/// One row of the table from which the host builds its escape tree.
+using EscapeAction = std::variant<ScreenAction, WindowAction, PluginAction, IgnoredAction>;
+
+/// One row of the table: what the host looks for, what it may call it, and what the plug-in then does.
 ///
 /// Pattern notation: `<ESC>` and `<n>` stand for one character, `{N}` `{n}` for a numeric field, `{X}` `{x}`
 /// for a text field, `<term>` `<TERM>` for the end of a private sequence; anything else stands for itself.
 struct EscapeRow {
     const char* pattern = "";
     const char* description = "";
-    EscapeAction action = EscapeAction::Home;
+    EscapeAction action = ScreenAction::Home;
 };
 
-inline constexpr std::int16_t kEscapeRows = 44;
-inline constexpr std::int16_t kEscapeUpperBound = 100;
+/// The table from which the host builds its escape tree, with indices 0 to 100. Rows are counted from 1; row
+/// 0 and those after the last are empty and carry action code 0.
+class EscapeTable {
+  public:
+    static constexpr std::int16_t kUpperBound = 100;
 
-/// The row at `index`. Rows 1 to 44 are in use; row 0 and those behind them are empty and carry action 0.
-/// Raises SubscriptOutOfRange outside 0 to 100.
-const EscapeRow& escapeRow(std::int16_t index);
+    /// Appends a row: its index is the new count. Raises SubscriptOutOfRange past index 100.
+    constexpr void AddEscEntry(const char* pattern, const char* description, EscapeAction action) {
+        if (count_ == kUpperBound) raise(RuntimeErrorNumber::SubscriptOutOfRange);
+        rows_[static_cast<std::size_t>(++count_)] = {pattern, description, action};
+    }
+    /// The number of rows, and the index of the last one.
+    constexpr std::int16_t EscTreeCount() const { return count_; }
+    /// Raises SubscriptOutOfRange outside 0 to 100.
+    constexpr const EscapeRow& row(std::int16_t index) const {
+        if (index < 0 || index > kUpperBound) raise(RuntimeErrorNumber::SubscriptOutOfRange);
+        return rows_[static_cast<std::size_t>(index)];
+    }
+
+  private:
+    std::array<EscapeRow, kUpperBound + 1> rows_{};
+    std::int16_t count_ = 0;
+};
+
+/// The plug-in's table, the same for all its objects.
+const EscapeTable& escapeTable();
 
 }  // namespace kavrelon

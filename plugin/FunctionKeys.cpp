@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "support/AsciiText.h"
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 #include "terminal/IniFile.h"
@@ -20,32 +21,28 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to) {
     }
 }
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-int numberBehind(std::string_view name, std::size_t prefix, int base) {
+int numberAfter(std::string_view name, std::size_t prefix, int base) {
     const std::int16_t number = toInt16(name.substr(std::min(prefix, name.size())));
     return narrowToInt16(base + number);
 }
 
 }  // namespace
 
-void FunctionKeys::load(ProfileFile& profiles, const std::string& iniFile) noexcept {
+void FunctionKeys::LoadFunctionKeys(ProfileFile& profiles, const std::string& iniFile) noexcept {
     carryOn([this] { std::copy(kBuiltIn.begin(), kBuiltIn.end(), keys_.begin() + 1); });
     for (int key = kFirstSettableKey; key <= kKeys; ++key) {
         carryOn([&] {
             std::string value;
             IniFile::ReadIni(profiles, iniFile, settings::kMisc, settings::kFuncKey + std::to_string(key),
                              value, {});
-            if (!value.empty()) keys_[static_cast<std::size_t>(key)] = translate(value);
+            if (!value.empty()) keys_[static_cast<std::size_t>(key)] = TranslateKeyString(value);
         });
     }
 }
 
-std::string FunctionKeys::text(std::int16_t keyNumber) const {
-    if (keyNumber < 0 || keyNumber > kKeys) raise(RuntimeErrorNumber::SubscriptOutOfRange);
-    return translate(keys_[static_cast<std::size_t>(keyNumber)]);
+std::string FunctionKeys::FuncKey(std::int16_t KeyNo) const {
+    if (KeyNo < 0 || KeyNo > kKeys) raise(RuntimeErrorNumber::SubscriptOutOfRange);
+    return TranslateKeyString(keys_[static_cast<std::size_t>(KeyNo)]);
 }
 
 void FunctionKeys::set(int keyNumber, std::string_view value) {
@@ -57,13 +54,13 @@ int FunctionKeys::numberFromName(std::string_view name) {
     const auto contains = [name](std::string_view prefix) {
         return name.find(prefix) != std::string_view::npos;
     };
-    if (contains("AS") || contains("SA")) return numberBehind(name, 2, 36);
-    if (contains("S")) return numberBehind(name, 1, 24);
-    if (contains("A")) return numberBehind(name, 1, 12);
+    if (contains("AS") || contains("SA")) return numberAfter(name, 2, 36);
+    if (contains("S")) return numberAfter(name, 1, 24);
+    if (contains("A")) return numberAfter(name, 1, 12);
     return toInt16(name);
 }
 
-std::string FunctionKeys::translate(std::string_view text) {
+std::string FunctionKeys::TranslateKeyString(std::string_view text) {
     std::string source(text);
     replaceAll(source, "<cr>", "\r");
     replaceAll(source, "<CR>", "\r");
@@ -75,7 +72,7 @@ std::string FunctionKeys::translate(std::string_view text) {
             continue;
         }
         const std::string code = source.substr(i + 1, 2);
-        if (!code.empty() && std::all_of(code.begin(), code.end(), isDigit)) {
+        if (!code.empty() && std::all_of(code.begin(), code.end(), isAsciiDigit)) {
             result += static_cast<char>(toInt16(code));
         }
         i += 3;

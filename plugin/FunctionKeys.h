@@ -17,10 +17,10 @@ class FunctionKeys {
 
     /// Sets keys 1 to 6 to their built-in strings, then takes keys 3 to 48 from the settings file.
     /// Keys 1 and 2 are not the user's to change. A file that cannot be read changes nothing.
-    void load(ProfileFile& profiles, const std::string& iniFile) noexcept;
+    void LoadFunctionKeys(ProfileFile& profiles, const std::string& iniFile) noexcept;
 
     /// The translated string of a key, empty when it has none. Raises SubscriptOutOfRange outside 0 to 48.
-    std::string text(std::int16_t keyNumber) const;
+    std::string FuncKey(std::int16_t KeyNo) const;
 
     /// Stores a key's string as it is. Numbers outside 1 to 48 are ignored.
     void set(int keyNumber, std::string_view value);
@@ -30,7 +30,8 @@ class FunctionKeys {
     static int numberFromName(std::string_view name);
 
     /// Replaces "<cr>" and "<CR>" by a carriage return and "^nn" by the character of that decimal code.
-    static std::string translate(std::string_view text);
+    /// What follows a "^" and is no number contributes nothing.
+    static std::string TranslateKeyString(std::string_view text);
 
   private:
     std::array<std::string, kKeys + 1> keys_;

@@ -31,15 +31,15 @@ void clsTerminal::IClientMain_SetClientParent(std::shared_ptr<HostParent> oParen
 
 void clsTerminal::IClientMain_InitializeClass() {
     loggedOn_ = false;
-    connectionProfile_ = parent()->ParentConnectionProfile();
-    iniFile_ = parent()->ParentIniFile();
+    ConnectionProfile_ = parent()->ParentConnectionProfile();
+    IniFile_ = parent()->ParentIniFile();
     dropWindows();
     topIndex_ = -1;
     NewTerminalWindow();
 }
 
 void clsTerminal::IClientMain_OnConnection() {
-    functionKeys_.load(platform_.profileFile(), iniFile_);
+    functionKeys_.LoadFunctionKeys(platform_.profileFile(), IniFile_);
     // Showing a window sends messages, and with them the host may call in: the window outlives the call.
     const std::shared_ptr<frmTerm> window = currentWindow().shared_from_this();
     window->setWindowState(WindowState::Maximised);
@@ -89,7 +89,7 @@ void clsTerminal::WindowHasClosed() noexcept {
 }
 
 std::string clsTerminal::FuncKey(std::int16_t KeyNo) {
-    return functionKeys_.text(KeyNo);
+    return functionKeys_.FuncKey(KeyNo);
 }
 
 void clsTerminal::SendBreak() {
@@ -107,8 +107,8 @@ void clsTerminal::SendCommand(const std::string& Value) {
 void clsTerminal::NewTerminalWindow() {
     if (topIndex_ >= kUpperWindow) raise(RuntimeErrorNumber::SubscriptOutOfRange);
     std::shared_ptr<frmTerm> window = frmTerm::load(platform_);
-    window->ConnectionProfile(connectionProfile_);
-    window->IniFile(iniFile_);
+    window->ConnectionProfile(ConnectionProfile_);
+    window->IniFile(IniFile_);
     window->SetCallback(this);
     ++topIndex_;
     const auto slot = static_cast<std::size_t>(topIndex_);
@@ -127,7 +127,7 @@ void clsTerminal::SetFunctionKey(std::string_view sKey, std::string_view sValue,
     if (key < 1 || key > FunctionKeys::kKeys) return;
     functionKeys_.set(key, sValue);
     if (bSave) {
-        IniFile::WriteIni(platform_.profileFile(), iniFile_, settings::kMisc,
+        IniFile::WriteIni(platform_.profileFile(), IniFile_, settings::kMisc,
                           settings::kFuncKey + std::to_string(key), std::string(sValue));
     }
 }

@@ -3,39 +3,17 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 
+#include "plugin/EscapeArguments.h"
 #include "plugin/EscapeTable.h"
 #include "plugin/FunctionKeys.h"
 #include "plugin/HostParent.h"
-#include "terminal/ITerminalCallBack.h"
+#include "terminal/TermOwner.h"
 #include "terminal/frmTerm.h"
 
 namespace kavrelon {
-
-/// The fields captured from a sequence, addressed by absolute index as the host delivers them: the first
-/// field stands at index 1, whatever the array's lower bound.
-class EscapeArguments {
-  public:
-    EscapeArguments() = default;
-    explicit EscapeArguments(std::span<const std::string_view> fields, int lowerBound = 1)
-        : fields_(fields), lowerBound_(lowerBound) {}
-
-    /// The field at an absolute index; raises SubscriptOutOfRange when there is none.
-    std::string_view at(int index) const {
-        const auto offset = static_cast<std::size_t>(std::int64_t{index} - lowerBound_);
-        if (offset >= fields_.size()) raise(RuntimeErrorNumber::SubscriptOutOfRange);
-        return fields_[offset];
-    }
-    /// All fields, from the lower bound to the upper.
-    std::span<const std::string_view> all() const { return fields_; }
-
-  private:
-    std::span<const std::string_view> fields_;
-    int lowerBound_ = 1;
-};
 
 /// The plug-in: the one object that a host creates. It keeps the stack of terminal windows, gives the host
 /// the escape table, and carries out what the host received.
@@ -45,7 +23,7 @@ class EscapeArguments {
 /// raise ObjectNotSet before initialisation and after destruction. All text is single-byte. Everything runs
 /// on the thread that created the object. Received bytes and sequences never make the plug-in send anything
 /// but the "INIT" command after a logon.
-class clsTerminal final : public ITerminalCallBack {
+class clsTerminal final : public TermOwner {
   public:
     static constexpr int kUpperWindow = 100;
 
@@ -100,13 +78,13 @@ class clsTerminal final : public ITerminalCallBack {
     void SetLogon(bool bLogin) noexcept;
     void SetFunctionKey(std::string_view sKey, std::string_view sValue, bool bSave);
 
-    void processWindowAction(EscapeAction action, const EscapeArguments& args);
-    void processClassAction(EscapeAction action, const EscapeArguments& args);
-    static void setAttributes(Screen& screen, const EscapeArguments& args);
+    void process(ScreenAction action, const EscapeArguments& args);
+    void process(WindowAction action, const EscapeArguments& args);
+    void process(PluginAction action, const EscapeArguments& args);
+    void process(IgnoredAction, const EscapeArguments&) {}
     void sizeScreen(const EscapeArguments& args);
     void newScreen();
     void closeScreen();
-    static void showHelpBox(frmTerm& window, const EscapeArguments& args);
 
     /// The host parent, kept alive for the call; raises ObjectNotSet when there is none.
     std::shared_ptr<HostParent> parent() const;
@@ -118,8 +96,8 @@ class clsTerminal final : public ITerminalCallBack {
     TermPlatform& platform_;
     std::string version_;
     std::shared_ptr<HostParent> parent_;
-    std::string connectionProfile_;
-    std::string iniFile_;
+    std::string ConnectionProfile_;
+    std::string IniFile_;
     FunctionKeys functionKeys_;
     std::array<std::shared_ptr<frmTerm>, kUpperWindow + 1> windows_;
     std::shared_ptr<frmTerm> currentOwner_;

@@ -34,15 +34,15 @@ struct EscapeAutomaton {
         bool terminated = false;
         /// Hold and Match: the table's row, 0 for a sequence that matches none.
         std::int16_t row = 0;
-        /// The marks that take the offset behind this byte: a range of `marks`.
+        /// The marks that take the offset after this byte: a range of `marks`.
         std::uint32_t firstMark = 0;
         std::uint32_t lastMark = 0;
     };
 
-    /// Where a field of a row stands. All fields but a row's last have a mark behind the text that ended
+    /// Where a field of a row is found. All fields but a row's last have a mark after the text that ended
     /// them.
     struct Field {
-        /// Literal bytes in front: from the beginning, or from the mark of the field before.
+        /// Literal bytes before it: from the beginning, or from the mark of the field before.
         std::uint32_t gap = 0;
         /// Bytes between the field's end and its mark; for the last field, the end of the sequence.
         std::uint32_t tail = 0;
@@ -64,7 +64,7 @@ struct EscapeAutomaton {
     std::uint32_t firstEventful = 0;
     std::vector<Event> events;
     std::vector<std::uint32_t> marks;
-    /// By row number; element 0 stands for sequences that match no row.
+    /// By row number; element 0 is for sequences that match no row.
     std::vector<Row> rows;
     std::vector<Field> fields;
     std::uint32_t markCount = 0;

@@ -5,16 +5,16 @@
 #include <stdexcept>
 #include <string>
 
+#include "recognizer/ByteClasses.h"
+
 namespace kavrelon {
 namespace {
-
-constexpr std::uint8_t kEscape = 27;
 
 /// The symbol of a bracketed token, nothing when the text is no token of the notation.
 std::optional<PatternSymbol> tokenSymbol(std::string_view token) {
     if (token == "{N}" || token == "{n}") return kNumberSymbol;
     if (token == "{X}" || token == "{x}") return kTextSymbol;
-    if (token == "<ESC>") return kEscape;
+    if (token == "<ESC>") return kEscapeByte;
     if (token == "<term>" || token == "<TERM>") return kTerminatorSymbol;
     if (token.size() < 3 || token.front() != '<') return std::nullopt;
 
@@ -38,10 +38,11 @@ void check(const std::vector<PatternSymbol>& symbols) {
         }
         if (!isField(symbols[i])) continue;
         if (last || isField(symbols[i + 1])) {
-            throw std::invalid_argument("has a field with nothing behind it that ends it");
+            throw std::invalid_argument("has a field with nothing after it that ends it");
         }
-        if (symbols[i] == kNumberSymbol && symbols[i + 1] >= '0' && symbols[i + 1] <= '9') {
-            throw std::invalid_argument("has a digit behind a numeric field");
+        if (symbols[i] == kNumberSymbol && symbols[i + 1] < kTerminatorSymbol &&
+            isDigit(static_cast<std::uint8_t>(symbols[i + 1]))) {
+            throw std::invalid_argument("has a digit after a numeric field");
         }
     }
 }

@@ -17,8 +17,8 @@ constexpr Word repeated(std::uint8_t byte) {
     return ~Word{0} / 255 * byte;
 }
 
-/// The lowest bit that is set in the high bits of this word's bytes stands in the first byte that equals
-/// `byte`.
+/// A word in which the high bit of a byte is set where `word` has `byte`. Only the lowest such bit can be
+/// relied on: it is that of the first byte that is equal.
 Word equalBytes(Word word, Word byte) {
     const Word difference = word ^ byte;
     return (difference - repeated(1)) & ~difference;
@@ -80,8 +80,8 @@ const std::uint8_t* EscapeRecognizer::findFirst(const std::uint8_t* next, const 
     return next;
 }
 
-/// Goes on with a sequence, and returns where the block goes on. `fresh` is the first of its bytes that is
-/// not carried: a sequence that lies in one block is never copied.
+/// Goes on with a sequence, and returns where the block goes on. `fresh` is the first byte that is not
+/// carried: a sequence that lies in one block is never copied.
 const std::uint8_t* EscapeRecognizer::takeSequence(const std::uint8_t* fresh, const std::uint8_t* end) {
     const EscapeAutomaton& automaton = *automaton_;
     const std::uint32_t* const table = automaton.next.data();
@@ -119,7 +119,7 @@ void EscapeRecognizer::note(const EscapeAutomaton::Event& event, std::size_t len
     if (event.effect == EscapeEffect::HoldBefore) held_ = {length - 1, 0};
 }
 
-/// Ends the sequence as `event` tells, with `next` behind the byte that brought it about.
+/// Ends the sequence as `event` says; `next` is after the byte that ended it.
 const std::uint8_t* EscapeRecognizer::finish(const EscapeAutomaton::Event& event, const std::uint8_t* fresh,
                                              const std::uint8_t* next) {
     switch (event.effect) {
@@ -139,7 +139,7 @@ const std::uint8_t* EscapeRecognizer::finish(const EscapeAutomaton::Event& event
     }
 }
 
-/// Ends the sequence at `place`; the bytes behind it are taken again.
+/// Ends the sequence at `place`; the bytes after it are taken again.
 const std::uint8_t* EscapeRecognizer::finishAt(Held place, const std::uint8_t* fresh) {
     state_ = EscapeAutomaton::kGround;
     if (place.length >= carried_.size()) {
@@ -169,10 +169,10 @@ void EscapeRecognizer::emit(std::int16_t row, Bytes bytes) {
     const auto* const text = reinterpret_cast<const char*>(bytes.data());
     std::size_t position = 0;
     for (std::uint32_t i = 0; i < layout.fields; ++i) {
-        const std::size_t behind = i + 1 < layout.fields ? marks_[field[i].mark] : bytes.size();
+        const std::size_t end = i + 1 < layout.fields ? marks_[field[i].mark] : bytes.size();
         position += field[i].gap;
-        fields_[i] = {text + position, behind - field[i].tail - position};
-        position = behind;
+        fields_[i] = {text + position, end - field[i].tail - position};
+        position = end;
     }
     sink_.sequence(row, {fields_.data(), layout.fields});
 }

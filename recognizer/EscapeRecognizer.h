@@ -21,19 +21,19 @@ namespace kavrelon {
 /// says, and goes to `unmatched`:
 /// - ESC [ parameters and intermediates (32 to 63), up to a final byte (64 to 126);
 /// - ESC ] and ESC with P, X, ^ or _: a string up to BEL or ESC \;
-/// - ESC with a control character behind it that a pattern has there: a private sequence, up to its end;
+/// - ESC followed by a control character that a pattern has there: a private sequence, up to its end;
 /// - any other ESC: intermediates (32 to 47) and one byte (48 to 126);
 /// - a control character that begins and ends patterns of the table: up to its next occurrence, once the text
-///   in front of a pattern's first field was there. Before that, what fits no pattern is plain text.
+///   before a pattern's first field was there. Until then, what fits no pattern is plain text.
 ///
 /// CAN and SUB break a sequence off. ESC and every other control character that begins a pattern break it off
-/// and begin anew, and so does any byte that cannot stand in it, which is then taken as plain. Other control
-/// characters inside an ESC or ESC [ sequence act at once, as on terminals: they are passed on as plain, and
-/// the sequence goes on. A sequence that has not ended after 64 KB is given up and goes to `unmatched`, and
-/// what follows is text again.
+/// and begin a new one. A byte that cannot be part of it breaks it off too, and is taken as plain. Other
+/// control characters inside an ESC or ESC [ sequence act at once, as on terminals: they are passed on as
+/// plain, and the sequence goes on. A sequence that has not ended after 64 KB is given up and goes to
+/// `unmatched`, and what follows is text again.
 class EscapeRecognizer {
   public:
-    /// The longest sequence, in bytes; also the most that is ever held back.
+    /// The longest sequence, in bytes; no more than that is ever held back.
     static constexpr std::size_t kLongestSequence = 65536;
 
     /// The sink must outlive the recogniser.
@@ -41,13 +41,13 @@ class EscapeRecognizer {
 
     /// Takes the next block of the stream. Must not be called from within the sink's members.
     void feed(std::span<const std::uint8_t> block);
-    /// Forgets an unfinished sequence: the stream begins anew.
+    /// Forgets an unfinished sequence: what is fed next begins a new stream.
     void reset();
 
   private:
     using Bytes = std::span<const std::uint8_t>;
 
-    /// A place where a sequence may end. Row 0 stands for no row.
+    /// A place where a sequence may end. Row 0 is no row.
     struct Held {
         std::size_t length = 0;
         std::int16_t row = 0;
@@ -67,7 +67,7 @@ class EscapeRecognizer {
     std::uint32_t state_ = 0;
     bool skipLineFeed_ = false;
     Held held_;                          // what an unfinished sequence falls back on; length 0: nothing
-    std::vector<std::uint8_t> carried_;  // what of an unfinished sequence is in the block no more
+    std::vector<std::uint8_t> carried_;  // the part of an unfinished sequence that earlier blocks brought
     std::vector<std::size_t> marks_;
     std::vector<std::string_view> fields_;
 };

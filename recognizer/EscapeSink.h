@@ -6,8 +6,8 @@
 
 namespace kavrelon {
 
-/// What a recogniser tells of a byte stream, in stream order. All bytes and views are valid during the call
-/// only. A call that throws ends the block that is being fed; what stood behind it in the block is lost.
+/// What a recogniser finds in a byte stream, in stream order. All bytes and views are valid during the call
+/// only. A call that throws ends the block that is being fed: the rest of the block is lost.
 class EscapeSink {
   public:
     virtual ~EscapeSink() = default;

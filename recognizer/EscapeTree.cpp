@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "recognizer/ByteClasses.h"
 #include "recognizer/EscapeAutomaton.h"
 #include "recognizer/EscapePattern.h"
 #include "recognizer/PatternTrie.h"
@@ -53,7 +54,20 @@ SequenceSyntax syntaxOf(const std::vector<TableRow>& rows) {
     return {first, bracketing};
 }
 
-/// Turns the trie of patterns and the syntax, which run side by side, into one table of states.
+// How a table becomes a recogniser. Two machines read the bytes of a sequence at the same time. The trie of
+// patterns knows which rows the bytes may still become: it holds a thread for each place in a pattern where
+// they may be. The syntax knows where a sequence ends by the rules that all terminals share, and so where to
+// stop skipping one that matches no row. As long as a thread is left the trie decides, and the syntax only
+// keeps up; once none is left, the syntax goes on alone. Where a row is complete but a longer one is still
+// possible, the place is held, and so it is where the syntax sees an end while a pattern goes on. If nothing
+// longer comes of it, the recogniser falls back on the held place and takes the bytes after it again.
+//
+// Both machines together would cost much for each byte, so all states that the pair can reach are worked out
+// here, once. What is left is a table: one look-up a byte, and something to do only in "eventful" states.
+// Bytes that nothing tells apart share a column. Fields are not searched for: on the way, a state notes the
+// offset after a field in a mark.
+
+/// Turns the trie of patterns and the syntax into one table of states.
 class Compiler {
   public:
     explicit Compiler(const std::vector<TableRow>& rows) : syntax_(syntaxOf(rows)), trie_(syntax_) {

@@ -7,10 +7,6 @@ namespace {
 
 constexpr std::size_t kLost = static_cast<std::size_t>(-1);
 
-bool isDigit(std::uint8_t byte) {
-    return byte >= '0' && byte <= '9';
-}
-
 std::uint8_t kindOf(PatternSymbol symbol) {
     return symbol == kTextSymbol ? 2 : symbol == kNumberSymbol ? 1 : 0;
 }
@@ -158,7 +154,7 @@ void PatternTrie::arrive(std::uint32_t edge, std::uint32_t& best, Move& move) co
 }
 
 /// How much of a text field's delimiter has been seen once `byte` follows `progress` characters of it: all of
-/// it, the longest beginning that may still become it (what falls out in front is text), or kLost.
+/// it, the longest beginning that may still become it (the bytes before that beginning are text), or kLost.
 std::size_t PatternTrie::delimiterProgress(const Edge& edge, std::size_t progress, std::uint8_t byte) {
     std::vector<std::uint8_t> seen(edge.delimiter.begin(),
                                    edge.delimiter.begin() + static_cast<std::ptrdiff_t>(progress));

@@ -4,6 +4,7 @@
 #include <tuple>
 #include <vector>
 
+#include "recognizer/ByteClasses.h"
 #include "recognizer/EscapeAutomaton.h"
 #include "recognizer/EscapePattern.h"
 #include "recognizer/SequenceSyntax.h"
@@ -11,11 +12,11 @@
 namespace kavrelon {
 
 /// The patterns of a table as one tree, and how a byte moves through it. Patterns that begin alike share the
-/// way, and with it the marks of their fields.
+/// edges of that beginning, and with them the marks of their fields.
 class PatternTrie {
   public:
-    /// A place on the way along an edge. `progress`: for a numeric field whether a digit was there, for a
-    /// text field how much of the delimiter.
+    /// A sequence that is on its way along an edge. `progress` is, for a numeric field, whether a digit was
+    /// there; for a text field, how much of the delimiter was.
     struct Thread {
         std::uint32_t edge = 0;
         std::uint32_t progress = 0;
@@ -40,7 +41,7 @@ class PatternTrie {
 
     std::vector<Thread> rootThreads() const { return threadsAt(0); }
     Move advance(const std::vector<Thread>& threads, std::uint8_t byte) const;
-    /// Whether the thread stands before or in a field.
+    /// Whether the thread is in a field, or at its beginning.
     bool inField(const Thread& thread) const { return isField(edges_[thread.edge].symbol); }
     /// Two bytes that no edge tells apart have equal signatures.
     std::vector<bool> signature(std::uint8_t byte) const;
@@ -60,7 +61,7 @@ class PatternTrie {
     struct Node {
         std::vector<std::uint32_t> edges;
         std::int16_t row = 0;
-        std::vector<std::uint8_t> kinds;  // of the symbols of the way here: what is more specific sorts first
+        std::vector<std::uint8_t> kinds;  // of the symbols that lead here: what is more specific sorts first
     };
 
     Edge edgeFor(const std::vector<PatternSymbol>& symbols, std::size_t position) const;

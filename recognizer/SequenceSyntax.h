@@ -1,33 +1,22 @@
 #pragma once
 
-#include <bitset>
 #include <cstdint>
 
+#include "recognizer/ByteClasses.h"
+
 namespace kavrelon {
-
-using ByteSet = std::bitset<256>;
-
-inline constexpr std::uint8_t kEscapeByte = 27;
-
-constexpr bool isControl(std::uint8_t byte) {
-    return byte < 32;
-}
-/// CAN and SUB, which break a sequence off.
-constexpr bool isCancel(std::uint8_t byte) {
-    return byte == 24 || byte == 26;
-}
 
 /// How far a sequence has come by the usual syntax, whatever the table says of it.
 enum class SyntaxState : std::uint8_t {
     Ground,
-    Escape,           // behind ESC
-    Intermediate,     // behind ESC and intermediates
-    ControlSequence,  // behind ESC [
-    String,           // behind ESC ] and its like
-    StringEscape,     // behind the ESC that may end a string
-    Private,          // behind ESC and a control character
-    Prefix,           // behind a first byte other than ESC, in the literal text of patterns
-    Bracketed,        // as Prefix, past that text: up to the next such byte
+    Escape,           // after ESC
+    Intermediate,     // after ESC and intermediates
+    ControlSequence,  // after ESC [
+    String,           // after ESC ] and the other openers of strings
+    StringEscape,     // after the ESC that may end a string
+    Private,          // after ESC and a control character
+    Prefix,           // after a first byte other than ESC, in the literal text of patterns
+    Bracketed,        // like Prefix, past that text: up to the next such byte
     Done,             // complete, or past what the syntax knows: only a pattern can go on
 };
 
@@ -46,7 +35,8 @@ struct SyntaxStep {
     SyntaxState next;
 };
 
-/// The syntax of sequences outside the table, for a table whose patterns begin with certain bytes.
+/// Where sequences end by the rules that all terminals share: what skips the sequences that match no row. Of
+/// the table it knows only with which bytes its patterns begin.
 class SequenceSyntax {
   public:
     /// `first` has every first byte of a pattern and ESC; `bracketing` those that also end a pattern.

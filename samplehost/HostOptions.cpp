@@ -8,13 +8,15 @@
 #include <sstream>
 #include <string_view>
 
+#include "support/AsciiText.h"
+
 namespace kavrelon {
 namespace {
 
 constexpr unsigned kLargestScreen = 1024;
 constexpr std::size_t kLongestTerminalType = 40;
 
-/// The number that the whole text spells in decimal digits, nothing when it is not within the limits.
+/// The number that the whole text spells in decimal digits; nothing when it is outside the limits.
 std::optional<std::uint32_t> number(std::string_view text, std::uint32_t least, std::uint32_t most) {
     std::uint32_t value = 0;
     const char* const end = text.data() + text.size();
@@ -64,10 +66,8 @@ bool setSize(HostOptions& options, const std::string& value) {
 
 bool setSnapshot(HostOptions& options, const std::string& value) {
     options.snapshotFile = value;
-    std::string ending = value.substr(value.size() - std::min<std::size_t>(value.size(), 4));
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return ending == ".png";
+    const std::size_t stem = value.size() - std::min<std::size_t>(value.size(), 4);
+    return equalsInUpperCase(std::string_view(value).substr(stem), ".PNG");
 }
 
 bool setAfter(HostOptions& options, const std::string& value) {
@@ -82,8 +82,8 @@ bool setTerminalType(HostOptions& options, const std::string& value) {
            std::all_of(value.begin(), value.end(), [](char c) { return c > ' ' && c < 127; });
 }
 
-/// The character that an escape stands for: `\\r`, `\\n`, `\\t`, `\\e`, `\\\\` or `\\xHH`. Takes it off the
-/// text.
+/// The meaning of the escape at the front of a text, after its backslash: `r`, `n`, `t`, `e`, a backslash or
+/// `xHH`. Removes it from the text.
 std::optional<char> takeEscape(std::string_view& text) {
     constexpr std::string_view kLetters = "rnte\\";
     constexpr std::string_view kMeanings = "\r\n\t\x1B\\";
@@ -127,7 +127,7 @@ bool setFlag(HostOptions& options, const std::string&) {
 
 struct Option {
     std::string_view name;
-    std::string_view value;  // what stands for it in the help text; empty for a flag
+    std::string_view value;  // its placeholder in the help text; empty for a flag
     std::string_view needs;
     std::string_view help;
     std::string_view example;
@@ -171,7 +171,7 @@ constexpr std::array kOptions{
 struct Rule {
     std::string_view option;
     std::string_view other;
-    bool together;  // the first must not be without the second; otherwise not with it
+    bool together;  // the first needs the second; otherwise the two exclude each other
 };
 
 constexpr std::array kRules{

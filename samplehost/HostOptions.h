@@ -8,7 +8,7 @@
 
 namespace kavrelon {
 
-/// A command line that cannot be followed; the text is one sentence for the user.
+/// A command line with a mistake; the text is one sentence for the user.
 class HostOptionsError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -19,45 +19,45 @@ struct HostOptions {
     enum class Source { Demo, Connect, Play };
 
     Source source = Source::Demo;
-    /// --connect: name or address without brackets, and port 1 to 65535.
+    /// --connect: a name, or an address without brackets, and a port from 1 to 65535.
     std::string host;
     std::uint16_t port = 0;
-    /// --raw: no telnet on the connection.
+    /// --raw: a connection without telnet.
     bool raw = false;
-    /// --term: the terminal type told to a telnet server.
+    /// --term: the terminal type to tell a telnet server.
     std::string terminalType = "ansi";
     /// --play
     std::string playFile;
-    /// --rate: bytes a second; as fast as possible where it is missing.
+    /// --rate: bytes a second; as fast as possible without it.
     std::optional<std::uint32_t> rate;
-    /// --ini and --profile; where they are missing the host has its own.
+    /// --ini and --profile; without them the host uses its own.
     std::optional<std::string> iniFile;
     std::optional<std::string> profile;
-    /// --size: 1 to 1024 each; both 0 where it is missing.
+    /// --size: 1 to 1024 each; both 0 without it.
     int columns = 0;
     int lines = 0;
     /// --log
     std::optional<std::string> logFile;
-    /// --snapshot, and --after in milliseconds: the program ends once the picture is taken.
+    /// --snapshot, and --after in milliseconds. The program ends when the picture is taken.
     std::optional<std::string> snapshotFile;
     std::uint32_t snapshotAfter = kDefaultSnapshotAfter;
-    /// --type: sent once the session is open, as if it had been typed; escapes are resolved.
+    /// --type: sent as if typed when the session is open, with its escapes resolved.
     std::string typedText;
-    /// --library: the DLL to load straight from its file.
+    /// --library: path of the DLL to load.
     std::optional<std::string> libraryFile;
     /// --registered: create the class through its registration.
     bool registered = false;
     /// --help-viewer: the document to show instead of a terminal.
     std::optional<std::string> helpViewerFile;
-    /// --help: print the help text and end. Nothing else counts then.
+    /// --help: print the help text and end. Later options are not read.
     bool help = false;
 
     static constexpr std::uint32_t kDefaultSnapshotAfter = 2000;
 
-    /// Reads a command line without the program's own name. Options take their value as the next argument or
-    /// behind "=". Throws HostOptionsError.
+    /// Reads a command line, without the program's own name. An option's value is the next argument or
+    /// follows "=". Throws HostOptionsError.
     static HostOptions parse(std::span<const std::string> arguments);
-    /// Every option with an example, lines of at most 79 characters.
+    /// Every option with an example, in lines of at most 79 characters.
     static std::string helpText();
 };
 

@@ -12,7 +12,7 @@ void PlaySession::advance(std::chrono::milliseconds elapsed, std::string& receiv
     clock_ += elapsed;
     std::size_t due = recording_.size();
     if (bytesPerSecond_ > 0) {
-        // Counted from the start, so that rates below one byte a call lose nothing to rounding.
+        // Counted from the start, so that slow rates lose nothing when each call rounds down.
         const auto byNow = static_cast<unsigned long long>(clock_.count() * bytesPerSecond_ / 1000);
         due = static_cast<std::size_t>(std::min<unsigned long long>(due, byNow));
     }

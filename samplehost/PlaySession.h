@@ -6,8 +6,8 @@
 
 namespace kavrelon {
 
-/// A recorded byte stream, played at a steady rate. What the user types is lost on it. It stays open when all
-/// has been played, so that its last screen can be looked at.
+/// A recorded byte stream, played at a constant rate. It ignores what the user types. It stays open at the
+/// end, so that its last screen can be looked at.
 class PlaySession final : public RemoteSystem {
   public:
     /// `bytesPerSecond` of 0 plays everything at once.

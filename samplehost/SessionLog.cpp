@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t kLongestPiece = 80;
 
 void writeEscaped(std::ostream& out, SessionLog::Bytes bytes) {
-    constexpr std::string_view hex = "0123456789ABCDEF";
+    constexpr std::string_view kHex = "0123456789ABCDEF";
     for (const std::uint8_t byte : bytes) {
         const char c = static_cast<char>(byte);
         switch (c) {
@@ -28,13 +28,13 @@ void writeEscaped(std::ostream& out, SessionLog::Bytes bytes) {
                 if (byte >= 32 && byte < 127) {
                     out << c;
                 } else {
-                    out << "\\x" << hex[byte >> 4] << hex[byte & 15];
+                    out << "\\x" << kHex[byte >> 4] << kHex[byte & 15];
                 }
         }
     }
 }
 
-/// How many bytes the next line takes: up to a line feed.
+/// How many bytes go into the next line: up to a line feed.
 std::size_t pieceLength(SessionLog::Bytes bytes) {
     const SessionLog::Bytes head = bytes.first(std::min(bytes.size(), kLongestPiece));
     const auto lineFeed = std::find(head.begin(), head.end(), '\n');

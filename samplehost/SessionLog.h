@@ -8,7 +8,7 @@
 
 namespace kavrelon {
 
-/// Writes down a session for people to read: one line for each piece, cut behind line feeds, as in
+/// Logs a session for people to read, with one line for each piece. A piece ends at a line feed:
 ///
 ///        0.132 received  "Welcome\r\n"
 ///        0.132 unmatched "\x1B[?2004h"
@@ -21,12 +21,12 @@ class SessionLog {
     using Clock = std::chrono::steady_clock;
     using Bytes = std::span<const std::uint8_t>;
 
-    /// The stream must outlive the log. It is flushed after every call, so that a log survives a crash.
+    /// The stream must outlive the log. It is flushed after every call, so that the log survives a crash.
     explicit SessionLog(std::ostream& out, Clock::time_point start = Clock::now());
 
     void received(Bytes bytes, Clock::time_point now = Clock::now());
     void sent(Bytes bytes, Clock::time_point now = Clock::now());
-    /// A sequence that is received and dropped; it is written beside the received bytes, not instead.
+    /// A received sequence that was dropped. Its bytes are also among those passed to `received`.
     void unmatched(Bytes bytes, Clock::time_point now = Clock::now());
     /// An event of the session, in words.
     void note(std::string_view text, Clock::time_point now = Clock::now());

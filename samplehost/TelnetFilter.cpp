@@ -29,7 +29,7 @@ constexpr std::uint8_t kWindowSize = 31;
 constexpr std::uint8_t kTerminalTypeIs = 0;
 constexpr std::uint8_t kTerminalTypeSend = 1;
 
-/// A longer one is not meant for us, or its end was lost: what follows is taken as session data again.
+/// A longer one is not for us, or its end was lost: the bytes after it are taken as session data again.
 constexpr std::size_t kLongestSubnegotiation = 4096;
 
 bool weDo(std::uint8_t code) {
@@ -81,7 +81,7 @@ void TelnetFilter::feed(Bytes bytes) {
                 if (byte == command::kInterpret) {
                     keepSubnegotiation(byte);
                 } else {
-                    // Some servers forget the end and go on with the next command.
+                    // Some servers leave out the end and go on with the next command.
                     endSubnegotiation();
                     if (byte != command::kSubnegotiationEnd) takeCommand(byte);
                 }
@@ -90,7 +90,8 @@ void TelnetFilter::feed(Bytes bytes) {
     }
 }
 
-/// Hands session bytes on. Outside binary mode the NUL that fills up a lone carriage return is left out.
+/// Passes session bytes on. Outside binary mode the NUL after a single carriage return is only padding, and
+/// is left out.
 void TelnetFilter::takeData(Bytes data) {
     while (!data.empty()) {
         std::size_t length = data.size();

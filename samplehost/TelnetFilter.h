@@ -8,7 +8,7 @@
 
 namespace kavrelon {
 
-/// The two ways out of a telnet connection's filter. Bytes are valid during the call only.
+/// Receives the two outputs of a telnet filter. Bytes are valid during the call only.
 class TelnetSink {
   public:
     virtual ~TelnetSink() = default;
@@ -19,7 +19,7 @@ class TelnetSink {
     virtual void network(std::span<const std::uint8_t> bytes) = 0;
 };
 
-/// What the client tells of itself. Nothing else leaves it: no environment, no location, no speed.
+/// All that the client tells the server about itself: no environment, no location, no speed.
 struct TelnetSettings {
     /// Printable ASCII.
     std::string terminalType = "ansi";
@@ -28,26 +28,26 @@ struct TelnetSettings {
     int lines = 25;
 };
 
-/// The client side of a telnet connection: separates session from commands, and answers the server.
+/// The client side of a telnet connection: separates session bytes from commands, and answers the server.
 ///
-/// It agrees to binary transmission and suppressed go-ahead both ways, to the server's echo, and to telling
-/// terminal type and window size; it refuses everything else. It never asks for anything itself, so a server
-/// that speaks no telnet gets no telnet. It answers only what changes something, so no answer is answered for
-/// ever.
+/// It agrees to binary transmission and suppressed go-ahead in both directions, to the server's echo, and to
+/// telling terminal type and window size; it refuses everything else. It never asks for an option itself, so
+/// a server without telnet never gets a command. It answers only requests that change something, so that
+/// the two cannot answer each other without end.
 class TelnetFilter {
   public:
     /// The sink must outlive the filter.
     TelnetFilter(TelnetSettings settings, TelnetSink& sink);
 
-    /// Takes the next bytes from the network, cut at any place.
+    /// Takes the next bytes from the network. Blocks may end anywhere.
     void feed(std::span<const std::uint8_t> bytes);
-    /// Sends session text: 255 is doubled, and outside binary mode a carriage return that has no line feed
-    /// behind it in the same text is followed by NUL.
+    /// Sends session text. A byte 255 is doubled. Outside binary mode, NUL follows a carriage return that has
+    /// no line feed after it in the same text.
     void send(std::span<const std::uint8_t> text);
     void sendBreak();
-    /// Remembers the window's size, 1 to 65535 each, and tells the server when that wanted to know it.
+    /// Stores the window's size, 1 to 65535 each, and tells the server if it has asked for sizes.
     void setWindowSize(int columns, int lines);
-    /// Whether the server echoes what is typed. While it does not, that is the client's part.
+    /// Whether the server echoes what is typed. Otherwise the client has to.
     bool serverEchoes() const;
 
   private:
@@ -69,9 +69,9 @@ class TelnetFilter {
     TelnetSettings settings_;
     TelnetSink& sink_;
     State state_ = State::Data;
-    std::uint8_t verb_ = 0;      // of the negotiation that is under way
-    std::uint8_t previous_ = 0;  // the session byte before
-    OptionSet ours_;             // options that are on at our side
+    std::uint8_t verb_ = 0;      // of the current negotiation
+    std::uint8_t previous_ = 0;  // the last session byte
+    OptionSet ours_;             // options that are on: at our end,
     OptionSet servers_;          // and at the server's
     std::vector<std::uint8_t> subnegotiation_;
 };

@@ -4,7 +4,7 @@
 
 namespace kavrelon {
 
-// The letters, digits and spaces of protocols and file formats: ASCII alone, whatever the user's locale says.
+// Letters, digits and spaces of protocols and file formats: ASCII alone, whatever the user's locale.
 
 constexpr bool isAsciiDigit(char c) {
     return c >= '0' && c <= '9';
@@ -14,7 +14,7 @@ constexpr char asciiUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
 }
 
-/// Whether a text is `upperCase` in any mix of cases.
+/// Whether `text` equals `upperCase`, which must be in capitals, in any mix of cases.
 constexpr bool equalsInUpperCase(std::string_view text, std::string_view upperCase) {
     if (text.size() != upperCase.size()) return false;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -23,7 +23,7 @@ constexpr bool equalsInUpperCase(std::string_view text, std::string_view upperCa
     return true;
 }
 
-/// The text without the spaces (character 32 alone) at both ends.
+/// The text without the spaces (only character 32) at both ends.
 constexpr std::string_view trimSpaces(std::string_view text) {
     const auto first = text.find_first_not_of(' ');
     return first == std::string_view::npos ? std::string_view()

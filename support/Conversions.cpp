@@ -6,33 +6,24 @@
 #include <optional>
 #include <system_error>
 
+#include "support/AsciiText.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
 namespace {
 
-constexpr bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-std::string_view trimSpaces(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// Takes the digits off the front of `text`; the value saturates above what any caller accepts.
 std::int64_t takeDigits(std::string_view& text) {
     constexpr std::int64_t kSaturated = 1'000'000'000'000;
     std::int64_t value = 0;
-    while (!text.empty() && isDigit(text.front())) {
+    while (!text.empty() && isAsciiDigit(text.front())) {
         value = value < kSaturated / 10 ? value * 10 + (text.front() - '0') : kSaturated;
         text.remove_prefix(1);
     }
     return value;
 }
 
-/// Whether a number with this whole part and these digits behind its point rounds up in magnitude.
+/// Whether a number with this whole part and these decimals rounds up in magnitude.
 bool roundsUp(std::int64_t whole, std::string_view fraction) {
     if (fraction.empty() || fraction.front() < '5') return false;
     const bool exactlyHalf =
@@ -91,11 +82,11 @@ Integer narrow(std::int64_t value) {
 }  // namespace
 
 std::int16_t toInt16(std::string_view text) {
-    // Sequences carry one to four plain digits nearly always, and this stands on the receive path.
+    // Called for every number that is received, and nearly all of them are one to four plain digits.
     if (!text.empty() && text.size() <= 4) {
         int value = 0;
         std::size_t i = 0;
-        for (; i < text.size() && isDigit(text[i]); ++i) value = value * 10 + (text[i] - '0');
+        for (; i < text.size() && isAsciiDigit(text[i]); ++i) value = value * 10 + (text[i] - '0');
         if (i == text.size()) return static_cast<std::int16_t>(value);
     }
     return narrow<std::int16_t>(rounded(parseDecimal(text)));

@@ -7,21 +7,21 @@ namespace kavrelon {
 /// A platform colour: red in the low byte, then green, then blue (0x0000FF is pure red).
 using Colour = std::uint32_t;
 
-/// A place in pixels from the top left corner of what it is a place in.
+/// A point in pixels, relative to its container's top left corner.
 struct Point {
     int x = 0;
     int y = 0;
     bool operator==(const Point&) const = default;
 };
 
-/// An extent in pixels.
+/// A size in pixels.
 struct Size {
     int width = 0;
     int height = 0;
     bool operator==(const Size&) const = default;
 };
 
-/// A block of pixels; `right` and `bottom` stand outside it.
+/// A block of pixels; column `right` and row `bottom` are the first outside it.
 struct Rect {
     int left = 0;
     int top = 0;

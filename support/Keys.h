@@ -11,11 +11,21 @@ inline constexpr std::int16_t kCtrl = 2;
 inline constexpr std::int16_t kAlt = 4;
 }  // namespace shifts
 
+/// The mouse buttons of an event, as bits.
+namespace buttons {
+inline constexpr std::int16_t kLeft = 1;
+inline constexpr std::int16_t kRight = 2;
+inline constexpr std::int16_t kMiddle = 4;
+}  // namespace buttons
+
 /// Key codes, with the platform's numbers.
 namespace keys {
+/// Pause calls itself Cancel while Ctrl is held.
+inline constexpr std::int16_t kCancel = 3;
 inline constexpr std::int16_t kTab = 9;
 inline constexpr std::int16_t kEnter = 13;
 inline constexpr std::int16_t kCtrl = 17;
+inline constexpr std::int16_t kAlt = 18;
 inline constexpr std::int16_t kPause = 19;
 inline constexpr std::int16_t kPageUp = 33;
 inline constexpr std::int16_t kPageDown = 34;

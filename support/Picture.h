@@ -10,7 +10,7 @@ class Picture {
     virtual ~Picture() = default;
     /// Its natural size in pixels.
     virtual Size size() const = 0;
-    /// Whether it is known to cover every pixel of its place.
+    /// Whether it certainly covers every pixel of its rectangle.
     virtual bool opaque() const { return false; }
 };
 

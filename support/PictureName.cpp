@@ -4,6 +4,8 @@
 #include <array>
 #include <cstddef>
 
+#include "support/AsciiText.h"
+
 namespace kavrelon {
 namespace {
 
@@ -17,29 +19,23 @@ bool isRefusedByte(char c) {
     return byte < 32 || byte == 127 || std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
 }
 
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-bool same(std::string_view text, std::string_view upperCase) {
-    return std::ranges::equal(text, upperCase, {}, upper);
-}
-
-/// Raised digits number a device too. Which bytes they are depends on the code page, so any byte above 127
-/// counts as one.
+/// Superscript digits number a device too. Which bytes they are depends on the code page, so any byte above
+/// 127 counts as one.
 bool numbers(std::string_view text) {
-    if (text.size() == 1 && text[0] >= '0' && text[0] <= '9') return true;
+    if (text.size() == 1 && isAsciiDigit(text[0])) return true;
     return !text.empty() &&
            std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) > 127; });
 }
 
-/// The platform takes a device's name for the device whatever extension it has.
+/// To the platform a device's name means the device, whatever the extension.
 bool isDevice(std::string_view name) {
     std::string_view stem = name.substr(0, name.find('.'));
     stem = stem.substr(0, stem.find_last_not_of(' ') + 1);
-    return std::ranges::any_of(kDevices, [&](std::string_view device) { return same(stem, device); }) ||
+    return std::ranges::any_of(kDevices,
+                               [&](std::string_view device) { return equalsInUpperCase(stem, device); }) ||
            std::ranges::any_of(kNumberedDevices, [&](std::string_view device) {
-               return same(stem.substr(0, device.size()), device) && numbers(stem.substr(device.size()));
+               return equalsInUpperCase(stem.substr(0, device.size()), device) &&
+                      numbers(stem.substr(device.size()));
            });
 }
 
@@ -47,7 +43,7 @@ bool isDevice(std::string_view name) {
 
 bool isPlainFileName(std::string_view name) noexcept {
     if (name.empty() || name.size() > kLongestName) return false;
-    // Dots and spaces at the end are dropped: what was looked at would not be what is opened.
+    // The platform drops dots and spaces at the end: it would open another name than the one checked here.
     if (name.back() == '.' || name.back() == ' ') return false;
     return std::ranges::none_of(name, isRefusedByte) && !isDevice(name);
 }

@@ -11,7 +11,7 @@ namespace {
 
 using Outline = std::optional<PictureOutline>;
 
-/// A file's bytes; what would stand behind its end reads as 0.
+/// A file's bytes; reading past the end gives 0.
 class Bytes {
   public:
     explicit Bytes(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
@@ -37,8 +37,8 @@ class Bytes {
 constexpr std::string_view kPngSignature = "\x89PNG\r\n\x1A\n";
 
 Size sizeOf(std::uint32_t width, std::uint32_t height) {
-    constexpr std::uint32_t most = std::numeric_limits<int>::max();
-    return {static_cast<int>(std::min(width, most)), static_cast<int>(std::min(height, most))};
+    constexpr std::uint32_t kMost = std::numeric_limits<int>::max();
+    return {static_cast<int>(std::min(width, kMost)), static_cast<int>(std::min(height, kMost))};
 }
 
 std::int32_t signed16(std::uint32_t value) {
@@ -51,9 +51,9 @@ Outline checked(PictureFormat format, Size size, std::size_t length) {
 }
 
 Outline bmpOutline(const Bytes& file) {
-    constexpr std::uint32_t coreHeader = 12;
+    constexpr std::uint32_t kCoreHeader = 12;
     enum Compression : std::uint32_t { None = 0, Rle8 = 1, Rle4 = 2, BitFields = 3 };
-    const bool core = file.little32(14) == coreHeader;
+    const bool core = file.little32(14) == kCoreHeader;
     const auto height = static_cast<std::int32_t>(file.little32(22));
     // A negative height means rows from the top down.
     const Size size =
@@ -73,25 +73,25 @@ Outline bmpOutline(const Bytes& file) {
     return checked(PictureFormat::Bmp, size, file.size());
 }
 
-/// The place behind a run of blocks, each led by its length, that one of length 0 ends.
-std::size_t behindBlocks(const Bytes& file, std::size_t place) {
+/// The place after a run of blocks, each preceded by its length. A block of length 0 ends the run.
+std::size_t afterBlocks(const Bytes& file, std::size_t place) {
     while (file.at(place) != 0) place += 1U + file.at(place);
     return place + 1;
 }
 
 std::size_t colourTable(std::uint8_t flags) {
-    constexpr std::uint8_t present = 0x80;
-    return (flags & present) != 0 ? std::size_t{3} << ((flags & 7U) + 1U) : 0;
+    constexpr std::uint8_t kPresent = 0x80;
+    return (flags & kPresent) != 0 ? std::size_t{3} << ((flags & 7U) + 1U) : 0;
 }
 
 Outline gifOutline(const Bytes& file) {
-    constexpr std::uint8_t extension = 0x21;
-    constexpr std::uint8_t image = 0x2C;
+    constexpr std::uint8_t kExtension = 0x21;
+    constexpr std::uint8_t kImage = 0x2C;
     std::size_t place = 13 + colourTable(file.at(10));
-    while (file.at(place) == extension) place = behindBlocks(file, place + 2);
-    if (file.at(place) != image) return std::nullopt;
+    while (file.at(place) == kExtension) place = afterBlocks(file, place + 2);
+    if (file.at(place) != kImage) return std::nullopt;
     const Size size = sizeOf(file.little16(place + 5), file.little16(place + 7));
-    const std::size_t end = behindBlocks(file, place + 11 + colourTable(file.at(place + 9)));
+    const std::size_t end = afterBlocks(file, place + 11 + colourTable(file.at(place + 9)));
     if (!file.holds(end)) return std::nullopt;
     Outline outline = checked(PictureFormat::Gif, size, end);
     if (!outline) return std::nullopt;
@@ -115,7 +115,7 @@ Outline jpegOutline(const Bytes& file) {
         if (isFrame(marker)) size = sizeOf(file.big16(place + 5), file.big16(place + 3));
         place += file.big16(place);
         if (marker != Scan) continue;
-        // Without its end mark the picture would be shown grey from where it was cut off.
+        // A picture without its end mark was cut off, and would be shown with the rest in grey.
         for (std::size_t end = file.size() - 2; end >= place; --end) {
             if (file.says("\xFF\xD9", end)) return checked(PictureFormat::Jpeg, size, end + 2);
         }
@@ -125,11 +125,11 @@ Outline jpegOutline(const Bytes& file) {
 }
 
 Outline pngOutline(const Bytes& file) {
-    constexpr std::size_t frame = 12;  // what a chunk has around its content: length, kind, check sum
+    constexpr std::size_t kFrame = 12;  // length, kind and check sum around the content of a chunk
     if (!file.says("IHDR", 12)) return std::nullopt;
     std::size_t place = kPngSignature.size();
-    while (file.holds(place + frame)) {
-        const std::uint64_t end = std::uint64_t{place} + frame + file.big32(place);
+    while (file.holds(place + kFrame)) {
+        const std::uint64_t end = std::uint64_t{place} + kFrame + file.big32(place);
         if (!file.holds(end)) break;
         const bool last = file.says("IEND", place + 4);
         place = static_cast<std::size_t>(end);
@@ -138,7 +138,7 @@ Outline pngOutline(const Bytes& file) {
     return std::nullopt;
 }
 
-/// The size of one of an icon's images: a picture file of its own, or a bitmap of twice the height.
+/// The size of one of an icon's images, which is either a PNG file or a bitmap of twice the height.
 Size iconImageSize(const Bytes& image) {
     if (image.says(kPngSignature)) {
         const Outline png = pngOutline(image);
@@ -148,20 +148,20 @@ Size iconImageSize(const Bytes& image) {
 }
 
 std::uint32_t iconImageBits(const Bytes& image) {
-    constexpr std::uint32_t all = 32;
-    return image.says(kPngSignature) ? all : image.little16(14);
+    constexpr std::uint32_t kAll = 32;
+    return image.says(kPngSignature) ? kAll : image.little16(14);
 }
 
 Outline icoOutline(const Bytes& file) {
-    constexpr std::size_t header = 6;
-    constexpr std::size_t entry = 16;
-    constexpr std::uint32_t mostImages = 256;
+    constexpr std::size_t kHeader = 6;
+    constexpr std::size_t kEntry = 16;
+    constexpr std::uint32_t kMostImages = 256;
     const std::uint32_t count = file.little16(4);
-    if (count > mostImages) return std::nullopt;
+    if (count > kMostImages) return std::nullopt;
     Outline largest;
     std::uint32_t bits = 0;
     for (std::uint32_t index = 0; index < count; ++index) {
-        const std::size_t place = header + index * entry;
+        const std::size_t place = kHeader + index * kEntry;
         const std::uint32_t length = file.little32(place + 8);
         const std::uint32_t start = file.little32(place + 12);
         if (!file.holds(std::uint64_t{start} + length)) return std::nullopt;
@@ -178,16 +178,16 @@ Outline icoOutline(const Bytes& file) {
 }
 
 Outline wmfOutline(const Bytes& file) {
-    constexpr std::size_t placement = 22;
-    constexpr std::int64_t dotsPerInch = 96;
+    constexpr std::size_t kPlacement = 22;
+    constexpr std::int64_t kDotsPerInch = 96;
     const std::uint32_t unitsPerInch = file.little16(14);
-    if (unitsPerInch == 0 || file.little16(placement + 2) != 9) return std::nullopt;
+    if (unitsPerInch == 0 || file.little16(kPlacement + 2) != 9) return std::nullopt;
     const auto extent = [&](std::size_t from, std::size_t to) {
         const std::int64_t units = std::abs(signed16(file.little16(to)) - signed16(file.little16(from)));
-        return static_cast<std::uint32_t>((units * dotsPerInch + unitsPerInch - 1) / unitsPerInch);
+        return static_cast<std::uint32_t>((units * kDotsPerInch + unitsPerInch - 1) / unitsPerInch);
     };
-    const std::uint64_t words = file.little32(placement + 6);
-    if (words == 0 || !file.holds(placement + words * 2)) return std::nullopt;
+    const std::uint64_t words = file.little32(kPlacement + 6);
+    if (words == 0 || !file.holds(kPlacement + words * 2)) return std::nullopt;
     return checked(PictureFormat::Wmf, sizeOf(extent(6, 10), extent(8, 12)), file.size());
 }
 

@@ -8,13 +8,13 @@
 namespace kavrelon {
 namespace {
 
-/// A line of pixels in memory: `step` apart.
+/// A row or column of pixels in memory: those `step` apart.
 struct Line {
     std::size_t start;
     std::size_t step;
 };
 
-/// The mean of the stretch of a line from `begin` to `end`, in units of 1/`unit` pixel.
+/// The mean colour of a line from `begin` to `end`, both in units of 1/`unit` pixel.
 Pixel mean(std::span<const Pixel> pixels, Line line, std::uint64_t begin, std::uint64_t end,
            std::uint64_t unit) {
     std::array<std::uint64_t, 4> sums{};
@@ -52,7 +52,8 @@ bool allOpaque(std::span<const Pixel> pixels) noexcept {
 Pixel seenOnBlackAndWhite(Pixel onBlack, Pixel onWhite) noexcept {
     const auto channel = [](Pixel pixel, int shift) { return pixel >> shift & 0xFFU; };
     const Pixel black = channel(onBlack, 8);
-    // What turns the ground around, which no opacity looks like, counts as opaque.
+    // A pixel that is darker on white than on black inverts its background; no opacity does that. It counts
+    // as opaque.
     const Pixel opacity = 0xFFU - (std::max(channel(onWhite, 8), black) - black);
     Pixel result = opacity << 24U;
     for (const int shift : {0, 8, 16}) result |= std::min(channel(onBlack, shift), opacity) << shift;

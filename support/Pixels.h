@@ -11,10 +11,11 @@ namespace kavrelon {
 /// multiplied by the opacity.
 using Pixel = std::uint32_t;
 
-/// Whether no pixel lets through what is below it.
+/// Whether every pixel is fully opaque.
 bool allOpaque(std::span<const Pixel> pixels) noexcept;
 
-/// The pixel that looks like these two on a black and on a white ground, whose own opacity does not count.
+/// The pixel with opacity that looks like `onBlack` on a black background and like `onWhite` on a white one.
+/// The opacity of these two is ignored.
 Pixel seenOnBlackAndWhite(Pixel onBlack, Pixel onWhite) noexcept;
 
 /// Scales a picture: each target pixel is the mean of the part of the source that it covers. Rows follow one

@@ -20,15 +20,15 @@ enum class RuntimeErrorNumber : int {
     SetNotPermitted = 387,
 };
 
-/// The standing text of an error ("Subscript out of range", ...). Never null; the text lives for ever.
+/// The text of an error ("Subscript out of range", ...), a constant; never null.
 const char* runtimeErrorText(RuntimeErrorNumber number) noexcept;
 
-/// An error that is to reach the caller of the library. At the COM boundary it becomes
-/// HRESULT 0x800A0000 + number with an IErrorInfo that carries its text and its source.
+/// An error for the caller of the library. At the COM boundary it becomes HRESULT 0x800A0000 + number, with
+/// an IErrorInfo that carries its text and its source.
 class RuntimeError : public std::exception {
   public:
-    /// `source` names the routine that failed, where that helps the caller ("IniFile::ReadIni");
-    /// empty means the member that was called.
+    /// `source` names the routine that failed, where that helps the caller ("IniFile::ReadIni"); empty means
+    /// the member that was called.
     explicit RuntimeError(RuntimeErrorNumber number, std::string source = {})
         : number_(number), source_(std::move(source)) {}
 
@@ -41,11 +41,11 @@ class RuntimeError : public std::exception {
     std::string source_;
 };
 
-/// Throws; a function of its own so that the paths which may fail stay small.
+/// Throws a RuntimeError. Kept out of line so that callers stay small.
 [[noreturn]] void raise(RuntimeErrorNumber number, std::string_view source = {});
 
-/// Runs one step and drops its error. Routines that "carry on with the next statement" wrap each
-/// statement on its own, so that a failing one never skips those behind it.
+/// Runs one step and drops its error. A routine that carries on with the next statement after an error wraps
+/// each statement by itself, so that a failing one never skips those after it.
 template <class Step>
 void carryOn(Step&& step) noexcept {
     try {

@@ -5,16 +5,16 @@
 
 namespace kavrelon {
 
-/// What a text from outside is when it is taken for an address.
+/// What kind of address a text from outside is.
 enum class WebAddress : std::uint8_t {
-    None,   ///< no address: it could name a program or a file
+    None,   ///< not an address: it could name a program or a file
     Page,   ///< `http://` or `https://`
     Other,  ///< `ftp://` or `mailto:`
 };
 
-/// The one rule for what may be opened as an address of the web: the scheme in any case, something after it,
-/// and nothing but printable ASCII without quotes, spaces and backslashes. Anything else could start a
-/// program or reach into the user's files.
+/// The one rule for what may be opened as a web address: one of these schemes in any case, with something
+/// after it, all printable ASCII without quotes, spaces and backslashes. Anything else could start a program
+/// or reach into the user's files.
 WebAddress webAddressOf(std::string_view text) noexcept;
 
 }  // namespace kavrelon

@@ -18,14 +18,14 @@ inline constexpr int kFontEntries = 8;
 
 /// The font menu, entries 1 to 8. The last two are captioned in full and named in short.
 inline constexpr std::array<FontMenuEntry, kFontEntries> kFontMenu{{
-    {"MS LineDraw", {"MS LineDraw", 1}},
-    {"Lucida Console", {"Lucida Console", 255}},
-    {"Terminal", {"Terminal", 1}},
-    {"Arial", {"Arial", 255}},
-    {"Lucida Sans Unicode", {"Lucida Sans Unicode", 255}},
-    {"Times New Roman", {"Times New Roman", 255}},
-    {"HyperFont Light", {"HyperFont Lt.", 1}},
-    {"HyperFont Dark", {"HyperFont Dk.", 1}},
+    {"MS LineDraw", {"MS LineDraw", charsets::kDefault}},
+    {"Lucida Console", {"Lucida Console", charsets::kOem}},
+    {"Terminal", {"Terminal", charsets::kDefault}},
+    {"Arial", {"Arial", charsets::kOem}},
+    {"Lucida Sans Unicode", {"Lucida Sans Unicode", charsets::kOem}},
+    {"Times New Roman", {"Times New Roman", charsets::kOem}},
+    {"HyperFont Light", {"HyperFont Lt.", charsets::kDefault}},
+    {"HyperFont Dark", {"HyperFont Dk.", charsets::kDefault}},
 }};
 
 /// The entry that a stored or clicked number means: any number without a font of its own means the first.

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "terminal/KeyStroke.h"
+
 namespace kavrelon {
 
 /// What keys act on: the ways out of the terminal, and its clipboard.
@@ -20,20 +22,17 @@ class KeyTarget {
     virtual std::string textToPaste() = 0;
 };
 
-/// Turns keys into what is sent. Key codes are the platform's virtual-key codes.
+/// Turns keys into what is sent.
 ///
 /// A key arrives as `keyDown`, then, when that left its code alone, as the character that it types.
 class Keyboard {
   public:
-    /// Bits of the shift state.
-    enum Shift : std::int16_t { kShift = 1, kCtrl = 2, kAlt = 4 };
-
     explicit Keyboard(KeyTarget& target) : target_(target) {}
 
-    /// Acts on keys that type no character. Sets `keyCode` to 0 where nothing is to follow.
-    void keyDown(std::int16_t& keyCode, std::int16_t shift);
+    /// Acts on keys that type no character. Sets the key's code to 0 where nothing is to follow.
+    void keyDown(KeyStroke& key);
     /// Sends a typed character, single-byte.
-    void keyPress(std::int16_t character);
+    void keyPress(std::int16_t KeyAscii);
     void keyUp(std::int16_t keyCode);
     /// The window has lost the focus: the Ctrl key's release will not arrive.
     void loseFocus() { CtrlDown_ = false; }
@@ -46,8 +45,9 @@ class Keyboard {
     void CRtoCRLF(bool value) { CRtoCRLF_ = value; }
 
   private:
-    std::string textOf(std::int16_t& keyCode, std::int16_t shift);
-    std::string textWithCtrl(std::int16_t& keyCode);
+    void followCtrl(const KeyStroke& key);
+    std::string textOf(KeyStroke& key);
+    std::string textWithCtrl(KeyStroke& key);
 
     KeyTarget& target_;
     bool CtrlDown_ = false;

@@ -4,6 +4,12 @@
 
 namespace kavrelon {
 
+Size printedCell(Size page, int columns, int lines) {
+    const int width = std::max(page.width / std::max(columns, 1), 1);
+    const int height = std::min(page.height / std::max(lines, 1), 2 * width);
+    return {width, std::max(height, 1)};
+}
+
 PrinterMenu::PrinterMenu(Printers& printers, const std::string& chosen) {
     const std::vector<std::string> names = printers.names();
     const std::string fallback = printers.defaultName();

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "support/Geometry.h"
+
 namespace kavrelon {
 
 /// The system's printers.
@@ -18,6 +20,10 @@ class Printers {
     /// allow. Returns false when the printer does not take the page.
     virtual bool print(const std::string& printer, const std::vector<std::string>& lines, int columns) = 0;
 };
+
+/// The size in pixels of a printed character that lets a screen fill the page's width, or its height when
+/// that comes first. A character is at most twice as high as wide, and at least 1 x 1.
+Size printedCell(Size page, int columns, int lines);
 
 /// What the printer menu shows: the system's printers, the default one marked, and the one in use checked.
 class PrinterMenu {

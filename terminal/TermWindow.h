@@ -12,6 +12,8 @@
 
 namespace kavrelon {
 
+struct KeyStroke;
+
 /// The states of a window, with their public numbers.
 enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2 };
 
@@ -99,12 +101,12 @@ class TermWindowEvents {
     /// Somebody (the user, the system, the Exit entry) wants the window closed. It is gone afterwards.
     virtual void Form_Close() noexcept = 0;
 
-    /// A key went down; `shift` has bit 1 for Shift, 2 for Ctrl, 4 for Alt. When the handler sets the code to
-    /// 0, nothing else is to come of the key: no character, no menu, no default action.
-    virtual void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept = 0;
+    /// A key went down. When the handler sets its code to 0, nothing else is to come of the key: no
+    /// character, no menu, no default action.
+    virtual void Form_KeyDown(KeyStroke& key) noexcept = 0;
     /// A character was typed, in the ANSI code page.
     virtual void Form_KeyPress(std::int16_t KeyAscii) noexcept = 0;
-    virtual void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept = 0;
+    virtual void Form_KeyUp(std::int16_t keyCode) noexcept = 0;
     virtual void Form_LostFocus() noexcept = 0;
     virtual void Form_MouseDown(MouseButton button, Point mouse) noexcept = 0;
     /// The mouse has moved; positions outside the window arrive as long as the left button is held.

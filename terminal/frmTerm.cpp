@@ -161,7 +161,7 @@ void frmTerm::selectFont(std::int16_t index) {
                           std::to_string(index));
     });
     window_->checkFontEntry(entry);
-    screen_.drawAnew();
+    screen_.layOutAndRepaint();
 }
 
 void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,

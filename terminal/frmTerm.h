@@ -8,10 +8,10 @@
 
 #include "terminal/HelpBoxes.h"
 #include "terminal/HostMenus.h"
-#include "terminal/ITerminalCallBack.h"
 #include "terminal/Keyboard.h"
 #include "terminal/PictureFolder.h"
 #include "terminal/Printers.h"
+#include "terminal/TermOwner.h"
 #include "terminal/TermWindow.h"
 #include "terminal/screen/Screen.h"
 #include "terminal/screen/Selection.h"
@@ -36,7 +36,7 @@ class frmTerm final : public TermWindowEvents,
 
     // Session
     /// Stores the way out to the host; null releases it. Not owned: released by `Unload`.
-    void SetCallback(ITerminalCallBack* oValue) { callback_ = oValue; }
+    void SetCallback(TermOwner* oValue) { callback_ = oValue; }
     void TerminalOpen();
     void TerminalClose() noexcept;
     /// Date and time of the last `TerminalClose`; the clock's epoch before the first.
@@ -117,9 +117,9 @@ class frmTerm final : public TermWindowEvents,
     void Form_Activate() noexcept override;
     void Form_Deactivate() noexcept override;
     void Form_Close() noexcept override;
-    void Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept override;
+    void Form_KeyDown(KeyStroke& key) noexcept override;
     void Form_KeyPress(std::int16_t KeyAscii) noexcept override;
-    void Form_KeyUp(std::int16_t keyCode, std::int16_t shift) noexcept override;
+    void Form_KeyUp(std::int16_t keyCode) noexcept override;
     void Form_LostFocus() noexcept override;
     void Form_MouseDown(MouseButton button, Point mouse) noexcept override;
     void Form_MouseMove(bool leftHeld, Point mouse) noexcept override;
@@ -167,7 +167,7 @@ class frmTerm final : public TermWindowEvents,
     void HelpBoxLink(const std::string& Href) noexcept override;
     std::shared_ptr<const Picture> HelpBoxPicture(const std::string& Source) noexcept override;
 
-    ITerminalCallBack& callback() const;
+    TermOwner& callback() const;
     HelpGrid helpGrid() const;
     void selectFont(std::int16_t index);
     void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
@@ -184,7 +184,7 @@ class frmTerm final : public TermWindowEvents,
     Screen screen_{*this};
     Selection selection_{screen_};
     Keyboard keyboard_{*this};
-    ITerminalCallBack* callback_ = nullptr;
+    TermOwner* callback_ = nullptr;
     std::string ConnectionProfile_;
     std::string IniFile_;
     std::string screenWidthCaption_;

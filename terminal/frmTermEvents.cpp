@@ -28,7 +28,7 @@ constexpr int kShowNormal = 1;
 }  // namespace
 
 void frmTerm::Form_Paint() noexcept {
-    carryOn([this] { screen_.paintAll(); });
+    carryOn([this] { screen_.paintWindow(); });
 }
 
 void frmTerm::Form_Resize() noexcept {
@@ -84,7 +84,7 @@ void frmTerm::mnuFileScreenWidth_Click() noexcept {
         screen_.CharsPerLine(widen ? kWideColumns : Screen::kDefaultColumns);
         screenWidthCaption_ = widen ? kNarrowCaption : kWideCaption;
         window_->setScreenWidthCaption(screenWidthCaption_);
-        screen_.drawAnew();
+        screen_.layOutAndRepaint();
     });
 }
 
@@ -111,16 +111,16 @@ void frmTerm::mnuPrinterType_Click(std::int16_t index) noexcept {
     });
 }
 
-void frmTerm::Form_KeyDown(std::int16_t& keyCode, std::int16_t shift) noexcept {
+void frmTerm::Form_KeyDown(KeyStroke& key) noexcept {
     if (!TermActive_) return;
-    carryOn([&] { keyboard_.keyDown(keyCode, shift); });
+    carryOn([&] { keyboard_.keyDown(key); });
 }
 
 void frmTerm::Form_KeyPress(std::int16_t KeyAscii) noexcept {
     carryOn([&] { keyboard_.keyPress(KeyAscii); });
 }
 
-void frmTerm::Form_KeyUp(std::int16_t keyCode, std::int16_t) noexcept {
+void frmTerm::Form_KeyUp(std::int16_t keyCode) noexcept {
     if (TermActive_) keyboard_.keyUp(keyCode);
 }
 
@@ -128,7 +128,7 @@ void frmTerm::Form_LostFocus() noexcept {
     keyboard_.loseFocus();
 }
 
-ITerminalCallBack& frmTerm::callback() const {
+TermOwner& frmTerm::callback() const {
     if (callback_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
     return *callback_;
 }

@@ -43,15 +43,15 @@ class Fields {
 };
 
 void dumpPage(Fields& fields, const HTMLDocument& document) {
-    fields.text("document", document.text());
-    fields.text("title", document.title());
-    fields.number("count", document.count());
-    fields.number("bodyIndex", document.bodyIndex());
-    fields.colour("bodyBgColor", document.bodyBgColor());
-    fields.colour("textColor", document.textColor());
-    fields.colour("linkColor", document.linkColor());
-    fields.text("background", document.background());
-    fields.numbers("links", document.links());
+    fields.text("document", document.mstrDocument());
+    fields.text("title", document.title().value_or("Unknown"));
+    fields.number("count", document.mintElementCount());
+    fields.number("bodyIndex", document.mintBodyIndex());
+    fields.colour("bodyBgColor", document.mlngBodyBgColor());
+    fields.colour("textColor", document.mlngTextColor());
+    fields.colour("linkColor", document.mlngLinkColor());
+    fields.text("background", document.mstrBackground());
+    fields.numbers("links", document.mintLinks());
 }
 
 void dumpElement(Fields& fields, const HTMLElement& element) {
@@ -108,7 +108,7 @@ void printObject(std::ostream& out, Fill fill) {
 
 void dumpDocument(std::ostream& out, const HTMLDocument& document) {
     printObject(out, [&](Fields& fields) { dumpPage(fields, document); });
-    for (const HTMLElement& element : document.elements()) {
+    for (const HTMLElement& element : document.mudtElements()) {
         printObject(out, [&](Fields& fields) { dumpElement(fields, element); });
     }
 }

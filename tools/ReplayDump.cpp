@@ -83,7 +83,7 @@ void writeItems(JsonLine& json, const std::vector<HostMenus::Item>& items) {
 
 std::string stateLine(const frmTerm& window, int index) {
     const Screen& screen = window.screen();
-    const CellAttr attr = screen.rendition().attr();
+    const CellAttr attr = screen.rendition().CurAttr();
     JsonLine json;
     json.beginObject().key("window").value(std::int64_t{index});
     json.key("columns").value(std::int64_t{screen.CharsPerLine()});
@@ -94,8 +94,8 @@ std::string stateLine(const frmTerm& window, int index) {
         .value(std::int64_t{screen.CursorY()});
     json.key("fore").value(std::int64_t{attr.Fore}).key("back").value(std::int64_t{attr.Back});
     json.key("mode").value(std::int64_t{attr.Mode});
-    json.key("foreColour").value(colourText(screen.rendition().foreColour()));
-    json.key("backColour").value(colourText(screen.rendition().backColour()));
+    json.key("foreColour").value(colourText(screen.rendition().ForeColour()));
+    json.key("backColour").value(colourText(screen.rendition().BackColour()));
     json.key("dirty").value(screen.ScreenDirty()).key("cursorDrawn").value(screen.cursorDrawn());
     json.key("helpBoxes").beginArray();
     for (const int slot : window.HelpBoxes().openSlots()) json.value(std::int64_t{slot});

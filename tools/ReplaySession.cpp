@@ -3,9 +3,10 @@
 #include <charconv>
 #include <map>
 #include <ostream>
+#include <utility>
 #include <vector>
 
-#include "recognizer/EscapeTree.h"
+#include "terminal/frmTerm.h"
 #include "tools/JsonLine.h"
 #include "tools/ReplayDump.h"
 
@@ -18,45 +19,7 @@ JsonLine event(const char* name) {
     return json;
 }
 
-EscapeTree pluginTree() {
-    std::vector<std::string> patterns;
-    for (std::int16_t row = 1; row <= kEscapeRows; ++row) patterns.emplace_back(escapeRow(row).pattern);
-    return EscapeTree(patterns);
-}
-
 }  // namespace
-
-class ReplaySession::Host : public HostParent {
-  public:
-    Host(ReplaySession& session, std::string iniFile) : session_(session), iniFile_(std::move(iniFile)) {}
-
-    void ParentSendData(const std::string& Value) override { print("ParentSendData", &Value); }
-    void ParentWindowClosed() override { print("ParentWindowClosed", nullptr); }
-    void ParentSendBreak() override { print("ParentSendBreak", nullptr); }
-    std::string ParentConnectionProfile() override { return "default"; }
-    std::string ParentIniFile() override { return iniFile_; }
-    void ParentSendCommand(const std::string& Value) override { print("ParentSendCommand", &Value); }
-
-  private:
-    void print(const char* name, const std::string* value) {
-        JsonLine json = event(name);
-        if (value != nullptr) json.key("value").value(*value);
-        session_.print(json.endObject().text());
-    }
-
-    ReplaySession& session_;
-    std::string iniFile_;
-};
-
-class ReplaySession::Sink : public TerminalSink {
-  public:
-    explicit Sink(ReplaySession& session) : TerminalSink(session.terminal_), session_(session) {}
-
-  private:
-    void failed(const RuntimeError& error) override { session_.printError(error); }
-
-    ReplaySession& session_;
-};
 
 /// The operands of a line, taken one by one.
 class ReplaySession::Operands {
@@ -116,13 +79,14 @@ class ReplaySession::Operands {
     std::size_t next_ = 0;
 };
 
-ReplaySession::ReplaySession(std::ostream& out, std::string iniFile)
-    : out_(out),
-      host_(std::make_shared<Host>(*this, std::move(iniFile))),
-      terminal_(platform_, "1.0.0"),
-      sink_(std::make_unique<Sink>(*this)),
-      recognizer_(pluginTree(), *sink_) {
-    platform_.onBeep = [this](int frequency, int milliseconds) {
+ReplaySession::ReplaySession(std::ostream& out, std::string iniFile) : out_(out) {
+    parent->iniFile = std::move(iniFile);
+    parent->onCall = [this](const char* member, const std::string* value) {
+        JsonLine json = event(member);
+        if (value != nullptr) json.key("value").value(*value);
+        print(json.endObject().text());
+    };
+    platform.desktop.onBeep = [this](int frequency, int milliseconds) {
         print(event("Beep")
                   .key("frequency")
                   .value(std::int64_t{frequency})
@@ -131,16 +95,15 @@ ReplaySession::ReplaySession(std::ostream& out, std::string iniFile)
                   .endObject()
                   .text());
     };
-    platform_.onClipboard = [this](const std::string& text) {
+    platform.desktop.onClipboard = [this](const std::string& text) {
         print(event("Clipboard").key("value").value(text).endObject().text());
     };
-    terminal_.IClientMain_SetClientParent(host_);
-    terminal_.IClientMain_InitializeClass();
-    terminal_.IClientMain_OnConnection();
+    onFailure = [this](const RuntimeError& error) { printError(error); };
+    connect();
 }
 
 ReplaySession::~ReplaySession() {
-    terminal_.IClientMain_DestroyClass();
+    terminal->IClientMain_DestroyClass();
 }
 
 template <class Call>
@@ -167,66 +130,64 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
          {kAny,
           [](ReplaySession& session, Operands& operands) {
               for (const std::uint8_t byte : operands.bytes()) {
-                  session.attempt([&] { session.terminal_.IClientReceive_ReceiveData(byte); });
+                  session.attempt([&] { session.terminal->IClientReceive_ReceiveData(byte); });
               }
           }}},
         {"seq",
          {kAny, [](ReplaySession& session, Operands& operands) { session.processSequence(operands); }}},
         {"stream",
-         {kAny,
-          [](ReplaySession& session, Operands& operands) { session.recognizer_.feed(operands.bytes()); }}},
-        {"login", {0, [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogin(); }}},
-        {"logout", {0, [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnLogOut(); }}},
-        {"close", {0, [](ReplaySession& session, Operands&) { session.terminal_.IClientMain_OnClose(); }}},
+         {kAny, [](ReplaySession& session, Operands& operands) { session.feed(operands.bytes()); }}},
+        {"login", {0, [](ReplaySession& session, Operands&) { session.terminal->IClientMain_OnLogin(); }}},
+        {"logout", {0, [](ReplaySession& session, Operands&) { session.terminal->IClientMain_OnLogOut(); }}},
+        {"close", {0, [](ReplaySession& session, Operands&) { session.terminal->IClientMain_OnClose(); }}},
         {"cmd",
          {1,
           [](ReplaySession& session, Operands& operands) {
               bool processed = false;
-              session.window().ProcessCmd(operands.string(), processed);
+              session.form().ProcessCmd(operands.string(), processed);
               session.print(JsonLine().beginObject().key("processed").value(processed).endObject().text());
           }}},
         {"key",
          {2,
           [](ReplaySession& session, Operands& operands) {
-              std::int16_t code = operands.number();
-              session.window().Form_KeyDown(code, operands.number());
+              const std::int16_t code = operands.number();
+              KeyStroke key{.keyCode = code, .Shift = operands.number()};
+              session.form().Form_KeyDown(key);
           }}},
         {"press",
          {1, [](ReplaySession& session,
-                Operands& operands) { session.window().Form_KeyPress(operands.number()); }}},
+                Operands& operands) { session.form().Form_KeyPress(operands.number()); }}},
         {"keyup",
-         {1, [](ReplaySession& session,
-                Operands& operands) { session.window().Form_KeyUp(operands.number(), 0); }}},
+         {1,
+          [](ReplaySession& session, Operands& operands) { session.form().Form_KeyUp(operands.number()); }}},
         {"mouse", {4, [](ReplaySession& session, Operands& operands) { session.moveMouse(operands); }}},
-        {"copy", {0, [](ReplaySession& session, Operands&) { session.window().mnuRightClickCopy_Click(); }}},
-        {"paste",
-         {0, [](ReplaySession& session, Operands&) { session.window().mnuRightClickPaste_Click(); }}},
-        {"clear",
-         {0, [](ReplaySession& session, Operands&) { session.window().mnuRightClickClear_Click(); }}},
+        {"copy", {0, [](ReplaySession& session, Operands&) { session.form().mnuRightClickCopy_Click(); }}},
+        {"paste", {0, [](ReplaySession& session, Operands&) { session.form().mnuRightClickPaste_Click(); }}},
+        {"clear", {0, [](ReplaySession& session, Operands&) { session.form().mnuRightClickClear_Click(); }}},
         {"clip",
          {1, [](ReplaySession& session,
-                Operands& operands) { session.platform_.clipboard = operands.string(); }}},
+                Operands& operands) { session.platform.desktop.clipboard = operands.string(); }}},
         {"redraw",
-         {0, [](ReplaySession& session, Operands&) { session.window().screen().Redrawscreen(false); }}},
-        {"expose", {0, [](ReplaySession& session, Operands&) { session.window().Form_Paint(); }}},
+         {0, [](ReplaySession& session, Operands&) { session.form().screen().Redrawscreen(false); }}},
+        {"expose", {0, [](ReplaySession& session, Operands&) { session.form().Form_Paint(); }}},
         {"paint",
          {1, [](ReplaySession& session,
-                Operands& operands) { session.window().screen().PaintOn(operands.choice("on", "off")); }}},
+                Operands& operands) { session.form().screen().PaintOn(operands.choice("on", "off")); }}},
         {"tick",
          {1,
           [](ReplaySession& session, Operands& operands) {
-              session.shownWindow().tick(operands.choice("cursor", "beep") ? TermTimer::cursor_timer
-                                                                           : TermTimer::tmrBeep);
+              session.window().tick(operands.choice("cursor", "beep") ? TermTimer::cursor_timer
+                                                                      : TermTimer::tmrBeep);
           }}},
         {"state",
          {0, [](ReplaySession& session,
-                Operands&) { session.print(stateLine(session.window(), session.terminal_.topIndex())); }}},
+                Operands&) { session.print(stateLine(session.form(), session.terminal->topIndex())); }}},
         {"screen",
          {0, [](ReplaySession& session,
-                Operands&) { session.print(screenLine(session.window(), session.shownWindow())); }}},
+                Operands&) { session.print(screenLine(session.form(), session.window())); }}},
         {"menus",
          {0,
-          [](ReplaySession& session, Operands&) { session.print(menusLine(session.window().hostMenus())); }}},
+          [](ReplaySession& session, Operands&) { session.print(menusLine(session.form().hostMenus())); }}},
     };
     const auto found = commands.find(name);
     return found == commands.end() ? Command{} : found->second;
@@ -234,10 +195,9 @@ ReplaySession::Command ReplaySession::commandNamed(std::string_view name) {
 
 void ReplaySession::processSequence(Operands& operands) {
     const std::int16_t index = operands.number();
-    std::vector<std::string> fields;
+    Texts fields;
     while (!operands.empty()) fields.push_back(operands.string());
-    const std::vector<std::string_view> views(fields.begin(), fields.end());
-    terminal_.IClientEscTree_EscTreeProcess(index, EscapeArguments(views));
+    sequence(index, fields);
 }
 
 void ReplaySession::moveMouse(Operands& operands) {
@@ -245,22 +205,15 @@ void ReplaySession::moveMouse(Operands& operands) {
     const std::int16_t button = operands.number();
     if (button != 1 && button != 2) operands.fail("the mouse has buttons 1 and 2");
     const Point place{operands.number(), operands.number()};
-    frmTerm& form = window();
     if (what == "down") {
-        form.Form_MouseDown(static_cast<MouseButton>(button), place);
+        form().Form_MouseDown(static_cast<MouseButton>(button), place);
     } else if (what == "move") {
-        form.Form_MouseMove(button == 1, place);
+        form().Form_MouseMove(button == 1, place);
     } else if (what == "up") {
-        form.Form_MouseUp(static_cast<MouseButton>(button), place);
+        form().Form_MouseUp(static_cast<MouseButton>(button), place);
     } else {
         operands.fail("mouse takes down, move or up");
     }
-}
-
-HeadlessWindow& ReplaySession::shownWindow() const {
-    HeadlessWindow* window = platform_.windowOf(terminal_.currentWindow());
-    if (window == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
-    return *window;
 }
 
 void ReplaySession::print(const std::string& line) {

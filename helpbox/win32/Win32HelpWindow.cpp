@@ -1,43 +1,31 @@
 #include "helpbox/win32/Win32HelpWindow.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 #include "gdi/GdiHandles.h"
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/Conversions.h"
-#include "support/win32/Module.h"
+#include "support/Keys.h"
+#include "support/win32/KeyState.h"
 
 namespace kavrelon {
 namespace {
 
 /// What the window is called by programs that read the screen aloud.
 constexpr const char* kTitle = "Help";
-constexpr WORD kClose = 1;
+constexpr WORD mnuRightClickClose = 1;
 constexpr int kTwipsPerInch = 1440;
 /// The platform keeps places and sizes in 16 bits here and there.
 constexpr double kFarthest = 32767;
 
 int classHolders = 0;
 
-WNDCLASSEXA describe(HINSTANCE module, WNDPROC procedure) {
-    WNDCLASSEXA result{};
-    result.cbSize = sizeof result;
-    result.lpfnWndProc = procedure;
-    result.hInstance = module;
-    result.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
-    result.lpszClassName = Win32HelpWindow::kClassName;
-    return result;
-}
-
 WindowHandle create(const SharedWindowClass& windowClass) {
-    WindowHandle window(CreateWindowExA(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, windowClass.name(), kTitle,
-                                        WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
-                                        windowClass.module(), nullptr));
-    if (window == nullptr) throw std::bad_alloc();
-    return window;
+    return takeOver(CreateWindowExA(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, windowClass.name(), kTitle,
+                                    WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
+                                    windowClass.module(), nullptr));
 }
 
 /// Twips of one pixel of the desktop, across or down.
@@ -89,58 +77,39 @@ void putAboveOwner(HWND window, UINT flags) {
 
 Win32HelpWindow::Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvents> events)
     : events_(std::move(events)),
-      class_(describe(module, procedure), classHolders),
+      class_(windowClass(module, kClassName, 0), classHolders),
       window_(create(class_)),
       twipsPerPixelX_(twipsPerPixel(LOGPIXELSX)),
       twipsPerPixelY_(twipsPerPixel(LOGPIXELSY)) {
-    // From here on messages arrive; those of the creation went to the platform's own procedure.
-    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    listenTo(window_.get());
 }
 
 Win32HelpWindow::~Win32HelpWindow() {
     if (label_ != nullptr) label_->close();
-    if (window_ != nullptr) SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+    if (window_ != nullptr) stopListeningTo(window_.get());
 }
 
-void Win32HelpWindow::detach() {
-    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+void Win32HelpWindow::windowDestroyed() {
     static_cast<void>(window_.release());
+    if (const auto events = events_.lock()) events->Form_Unload();
 }
 
-LRESULT CALLBACK Win32HelpWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                            LPARAM lParam) noexcept {
-    // The host may let go of everything while an event runs.
-    const ModuleLock inUse;
-    try {
-        if (auto* self = reinterpret_cast<Win32HelpWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA))) {
-            if (const auto answer = self->handle(window, message, wParam)) return *answer;
-        }
-    } catch (...) {
-        // What an event could not do is undone work, not a reason to take the host down.
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
-}
-
-// After an event, which may have destroyed it, nothing touches the object.
-std::optional<LRESULT> Win32HelpWindow::handle(HWND window, UINT message, WPARAM wParam) {
+WindowAnswer Win32HelpWindow::handle(const WindowMessage& message) {
     const std::shared_ptr<HelpWindowEvents> events = events_.lock();
-    switch (message) {
-        case WM_NCDESTROY:
-            detach();
-            if (events != nullptr) events->Form_Unload();
-            return std::nullopt;
+    switch (message.id) {
         case WM_SIZE:
             if (events != nullptr) events->Form_Resize();
             return 0;
         case WM_COMMAND:
-            if (LOWORD(wParam) == kClose && events != nullptr) events->mnuRightClickClose_Click();
+            if (LOWORD(message.wParam) == mnuRightClickClose && events != nullptr)
+                events->mnuRightClickClose_Click();
             return 0;
         case WM_CLOSE:
             if (events != nullptr) events->mnuRightClickClose_Click();
             return 0;
         case WM_MOUSEACTIVATE:
-            SetActiveWindow(GetWindow(window, GW_OWNER));
-            putAboveOwner(window, 0);
+            SetActiveWindow(GetWindow(message.window, GW_OWNER));
+            putAboveOwner(message.window, 0);
             return MA_NOACTIVATE;
         case WM_ERASEBKGND:
             // The label covers every pixel.
@@ -209,9 +178,10 @@ Point Win32HelpWindow::cursor() const {
     return {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
 }
 
-bool Win32HelpWindow::isHeld(std::int16_t buttons) const {
-    const auto held = [buttons](int bit, int key) { return (buttons & bit) != 0 && GetKeyState(key) < 0; };
-    return held(1, VK_LBUTTON) || held(2, VK_RBUTTON) || held(4, VK_MBUTTON);
+bool Win32HelpWindow::isHeld(std::int16_t wanted) const {
+    const auto held = [wanted](int button, int key) { return (wanted & button) != 0 && isDown(key); };
+    return held(buttons::kLeft, VK_LBUTTON) || held(buttons::kRight, VK_RBUTTON) ||
+           held(buttons::kMiddle, VK_MBUTTON);
 }
 
 void Win32HelpWindow::drawFocusRectangle(const Rect& block) {
@@ -225,7 +195,7 @@ void Win32HelpWindow::drawFocusRectangle(const Rect& block) {
 void Win32HelpWindow::popUpRightClickMenu() {
     if (window_ == nullptr) return;
     const Menu mnuRightClick(CreatePopupMenu());
-    AppendMenuA(mnuRightClick.get(), MF_STRING, kClose, "&Close");
+    AppendMenuA(mnuRightClick.get(), MF_STRING, mnuRightClickClose, "&Close");
     const Point mouse = cursor();
     TrackPopupMenu(mnuRightClick.get(), TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, window_.get(), nullptr);
 }

@@ -11,6 +11,7 @@
 #include "htmllabel/LabelContainer.h"
 #include "support/win32/SharedWindowClass.h"
 #include "support/win32/WindowHandle.h"
+#include "support/win32/WindowProcedure.h"
 
 namespace kavrelon {
 
@@ -20,7 +21,7 @@ class Win32LabelWindow;
 ///
 /// When the platform destroys the window underneath, its owner's going for one, the box is told, and this
 /// object ignores calls from then on.
-class Win32HelpWindow final : public HelpWindow, private LabelContainer {
+class Win32HelpWindow final : public HelpWindow, private LabelContainer, private WindowProcedure {
   public:
     static constexpr const char* kClassName = "kavrelon.frmHelp";
 
@@ -43,14 +44,13 @@ class Win32HelpWindow final : public HelpWindow, private LabelContainer {
     Rect rectangleOf(WindowId window) const override;
     bool isShown(WindowId window) const override;
     Point cursor() const override;
-    bool isHeld(std::int16_t buttons) const override;
+    bool isHeld(std::int16_t wanted) const override;
     void drawFocusRectangle(const Rect& block) override;
     void popUpRightClickMenu() override;
 
   private:
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-    std::optional<LRESULT> handle(HWND window, UINT message, WPARAM wParam);
-    void detach();
+    WindowAnswer handle(const WindowMessage& message) override;
+    void windowDestroyed() override;
 
     // What the label asks its container. Messages are not let through for it: boxes come up in the midst of
     // what the host receives, and nothing that arrives later may overtake the rest.

@@ -5,18 +5,10 @@
 #include <utility>
 
 #include "support/com/ComCall.h"
+#include "support/win32/KeyState.h"
 #include "support/win32/Module.h"
 
 namespace kavrelon {
-namespace {
-
-/// The modifier keys that are down: 1 Shift, 2 Ctrl, 4 Alt, for the label and for containers alike.
-std::int16_t modifierKeys() {
-    const auto bit = [](int key, int value) { return GetKeyState(key) < 0 ? value : 0; };
-    return static_cast<std::int16_t>(bit(VK_SHIFT, 1) | bit(VK_CONTROL, 2) | bit(VK_MENU, 4));
-}
-
-}  // namespace
 
 LabelActivation::LabelActivation(IOleInPlaceActiveObject& object, const LabelSite& site, LabelEvents& events,
                                  std::shared_ptr<HTMLLabel> label)
@@ -155,13 +147,13 @@ void LabelActivation::requestSize(Size size) {
 
 bool LabelActivation::takesKey(MSG& message) {
     if (!window_ || (message.hwnd != window() && !IsChild(window(), message.hwnd))) return false;
-    const std::int16_t modifiers = modifierKeys();
+    const std::int16_t shift = shiftState();
     const bool isKey = message.message == WM_KEYDOWN && site_.runs();
-    if (isKey && label_->picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), modifiers))
-        return true;
+    if (isKey && label_->picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), shift)) return true;
     const auto controlSite = site_.query<IOleControlSite>();
+    // Containers know the bits by the same numbers.
     const bool taken =
-        controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(modifiers)) == S_OK;
+        controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(shift)) == S_OK;
     if (isKey && !taken) refusedKey_ = static_cast<LONG>(message.time);
     return taken;
 }

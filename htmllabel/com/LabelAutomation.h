@@ -1,50 +1,133 @@
 #pragma once
 
+#include <windows.h>
+
+#include <olectl.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
 #include "htmllabel/com/LabelParts.h"
 #include "kavrelon.h"
+#include "support/RuntimeError.h"
+#include "support/com/ComText.h"
 #include "support/com/DualInterface.h"
 
 namespace kavrelon {
 
-/// The label's properties for programs and scripts.
+/// One of the label's properties: its name, its number in the type library, and the members that read and
+/// write it. Values that it cannot keep are refused.
+template <class Value, class Given = Value>
+struct LabelProperty {
+    const char* name;
+    DISPID id;
+    Value (HTMLLabel::*read)() const;
+    void (HTMLLabel::*write)(Given) = nullptr;
+    bool (*canKeep)(Given) = nullptr;
+};
+
+/// The label's properties for programs and scripts: the table at the end says each of them once.
 class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual LabelFace {
   public:
     STDMETHODIMP get_Version(BSTR* Value) override;
-    STDMETHODIMP get_DefaultFontName(BSTR* Value) override;
-    STDMETHODIMP put_DefaultFontName(BSTR Value) override;
-    STDMETHODIMP get_DefaultFontSize(float* Value) override;
-    STDMETHODIMP put_DefaultFontSize(float Value) override;
-    STDMETHODIMP get_BackColor(OLE_COLOR* Value) override;
-    STDMETHODIMP put_BackColor(OLE_COLOR Value) override;
-    STDMETHODIMP get_Appearance(short* Value) override;
-    STDMETHODIMP put_Appearance(short Value) override;
-    STDMETHODIMP get_BorderStyle(short* Value) override;
-    STDMETHODIMP put_BorderStyle(short Value) override;
-    STDMETHODIMP get_EnableTooltips(VARIANT_BOOL* Value) override;
-    STDMETHODIMP put_EnableTooltips(VARIANT_BOOL Value) override;
-    STDMETHODIMP get_DocumentHTML(BSTR* Value) override;
+    STDMETHODIMP get_DefaultFontName(BSTR* Value) override { return get(kDefaultFontName, Value); }
+    STDMETHODIMP put_DefaultFontName(BSTR Value) override { return put(kDefaultFontName, Value); }
+    STDMETHODIMP get_DefaultFontSize(float* Value) override { return get(kDefaultFontSize, Value); }
+    STDMETHODIMP put_DefaultFontSize(float Value) override { return put(kDefaultFontSize, Value); }
+    STDMETHODIMP get_BackColor(OLE_COLOR* Value) override { return get(kBackColor, Value); }
+    STDMETHODIMP put_BackColor(OLE_COLOR Value) override { return put(kBackColor, Value); }
+    STDMETHODIMP get_Appearance(short* Value) override { return get(kAppearance, Value); }
+    STDMETHODIMP put_Appearance(short Value) override { return put(kAppearance, Value); }
+    STDMETHODIMP get_BorderStyle(short* Value) override { return get(kBorderStyle, Value); }
+    STDMETHODIMP put_BorderStyle(short Value) override { return put(kBorderStyle, Value); }
+    STDMETHODIMP get_EnableTooltips(VARIANT_BOOL* Value) override { return get(kEnableTooltips, Value); }
+    STDMETHODIMP put_EnableTooltips(VARIANT_BOOL Value) override { return put(kEnableTooltips, Value); }
+    STDMETHODIMP get_DocumentHTML(BSTR* Value) override { return get(kDocumentHTML, Value); }
     STDMETHODIMP put_DocumentHTML(BSTR Value) override;
-    STDMETHODIMP get_EnableScroll(VARIANT_BOOL* Value) override;
-    STDMETHODIMP put_EnableScroll(VARIANT_BOOL Value) override;
-    STDMETHODIMP get_EnableAnchors(VARIANT_BOOL* Value) override;
-    STDMETHODIMP put_EnableAnchors(VARIANT_BOOL Value) override;
-    STDMETHODIMP get_DocumentTitle(BSTR* Value) override;
-    STDMETHODIMP get_UnderlineLinks(VARIANT_BOOL* Value) override;
-    STDMETHODIMP put_UnderlineLinks(VARIANT_BOOL Value) override;
-    STDMETHODIMP get_DefaultPadding(short* Value) override;
-    STDMETHODIMP put_DefaultPadding(short Value) override;
-    STDMETHODIMP get_DefaultSpacing(short* Value) override;
-    STDMETHODIMP put_DefaultSpacing(short Value) override;
+    STDMETHODIMP get_EnableScroll(VARIANT_BOOL* Value) override { return get(kEnableScroll, Value); }
+    STDMETHODIMP put_EnableScroll(VARIANT_BOOL Value) override { return put(kEnableScroll, Value); }
+    STDMETHODIMP get_EnableAnchors(VARIANT_BOOL* Value) override { return get(kEnableAnchors, Value); }
+    STDMETHODIMP put_EnableAnchors(VARIANT_BOOL Value) override { return put(kEnableAnchors, Value); }
+    STDMETHODIMP get_DocumentTitle(BSTR* Value) override { return get(kDocumentTitle, Value); }
+    STDMETHODIMP get_UnderlineLinks(VARIANT_BOOL* Value) override { return get(kUnderlineLinks, Value); }
+    STDMETHODIMP put_UnderlineLinks(VARIANT_BOOL Value) override { return put(kUnderlineLinks, Value); }
+    STDMETHODIMP get_DefaultPadding(short* Value) override { return get(kDefaultPadding, Value); }
+    STDMETHODIMP put_DefaultPadding(short Value) override { return put(kDefaultPadding, Value); }
+    STDMETHODIMP get_DefaultSpacing(short* Value) override { return get(kDefaultSpacing, Value); }
+    STDMETHODIMP put_DefaultSpacing(short Value) override { return put(kDefaultSpacing, Value); }
 
     // IDispatch
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
   private:
-    template <class Value, class Read>
-    HRESULT get(const char* property, Value* value, Read&& read);
-    template <class Write>
-    HRESULT put(const char* property, DISPID id, Write&& write);
+    static bool isChoice(std::int16_t value) { return value == 0 || value == 1; }
+
+    static BSTR toAutomation(const std::string& text) { return toBstr(text).detach(); }
+    static VARIANT_BOOL toAutomation(bool flag) { return flag ? VARIANT_TRUE : VARIANT_FALSE; }
+    template <class Number>
+    static Number toAutomation(Number number) {
+        return number;
+    }
+    template <class Given, class Automation>
+    static auto fromAutomation(Automation value) {
+        if constexpr (std::is_same_v<Automation, BSTR>) {
+            return toAnsi(bstrView(value));
+        } else if constexpr (std::is_same_v<Given, bool>) {
+            return value != VARIANT_FALSE;
+        } else {
+            return static_cast<Given>(value);
+        }
+    }
+
+    template <class Value, class Given, class Automation>
+    HRESULT get(const LabelProperty<Value, Given>& property, Automation* value) {
+        return call<::IHTMLLabel>(this, property.name, [&] {
+            Automation& place = out(value);
+            place = toAutomation((*parts().label.*property.read)());
+        });
+    }
+    template <class Value, class Given, class Automation>
+    HRESULT put(const LabelProperty<Value, Given>& property, Automation value) {
+        return call<::IHTMLLabel>(this, property.name, [&] {
+            change(property, value);
+            parts().changed(property.id);
+        });
+    }
+    /// Writes a property unless a sink of the container objects.
+    template <class Value, class Given, class Automation>
+    void change(const LabelProperty<Value, Given>& property, Automation value) {
+        if (!parts().events.mayChange(property.id)) raise(RuntimeErrorNumber::SetNotPermitted);
+        const auto given = fromAutomation<Given>(value);
+        if (property.canKeep != nullptr && !property.canKeep(given))
+            raise(RuntimeErrorNumber::InvalidPropertyValue);
+        (*parts().label.*property.write)(given);
+    }
+
+    using L = HTMLLabel;
+    using Flag = LabelProperty<bool>;
+    using Short = LabelProperty<std::int16_t>;
+    using Text = LabelProperty<const std::string&>;
+    using Document = LabelProperty<const std::string&, std::string_view>;
+    static constexpr Text kDefaultFontName{"DefaultFontName", 2, &L::DefaultFontName, &L::DefaultFontName};
+    static constexpr LabelProperty<float> kDefaultFontSize{"DefaultFontSize", 3, &L::DefaultFontSize,
+                                                           &L::DefaultFontSize};
+    static constexpr Flag kEnableTooltips{"EnableTooltips", 4, &L::EnableTooltips, &L::EnableTooltips};
+    static constexpr Document kDocumentHTML{"DocumentHTML", 5, &L::DocumentHTML, &L::DocumentHTML};
+    static constexpr Flag kEnableScroll{"EnableScroll", 6, &L::EnableScroll, &L::EnableScroll};
+    static constexpr Flag kEnableAnchors{"EnableAnchors", 7, &L::EnableAnchors, &L::EnableAnchors};
+    static constexpr LabelProperty<std::string> kDocumentTitle{"DocumentTitle", 8, &L::DocumentTitle};
+    static constexpr Flag kUnderlineLinks{"UnderlineLinks", 9, &L::UnderlineLinks, &L::UnderlineLinks};
+    static constexpr Short kDefaultPadding{"DefaultPadding", 10, &L::DefaultPadding, &L::DefaultPadding};
+    static constexpr Short kDefaultSpacing{"DefaultSpacing", 11, &L::DefaultSpacing, &L::DefaultSpacing};
+    static constexpr LabelProperty<Colour> kBackColor{"BackColor", DISPID_BACKCOLOR, &L::BackColor,
+                                                      &L::BackColor};
+    static constexpr Short kAppearance{"Appearance", DISPID_APPEARANCE, &L::Appearance, &L::Appearance,
+                                       isChoice};
+    static constexpr Short kBorderStyle{"BorderStyle", DISPID_BORDERSTYLE, &L::BorderStyle, &L::BorderStyle,
+                                        isChoice};
 };
 
 }  // namespace kavrelon

@@ -35,7 +35,7 @@ LabelEvents::LabelEvents(IConnectionPointContainer& object, const LabelSite& sit
 
 // A handler may close the control and drop it: the object stays until the last sink is back.
 template <class... Values>
-void LabelEvents::raise(DISPID event, const Values&... values) noexcept {
+void LabelEvents::fire(DISPID event, const Values&... values) noexcept {
     if (freezes_ > 0 || !site_.runs()) return;
     try {
         const ComPtr<IUnknown> self(&object_);
@@ -65,12 +65,12 @@ void LabelEvents::changed(DISPID property) const {
 }
 
 void LabelEvents::HyperlinkClick(const std::string& Href) noexcept {
-    raise(kHyperlinkClick, Href);
+    fire(kHyperlinkClick, Href);
 }
 
 std::shared_ptr<const Picture> LabelEvents::LoadImage(const std::string& Source) noexcept {
     Variant answer;
-    raise(kLoadImage, Source, static_cast<VARIANT*>(&answer));
+    fire(kLoadImage, Source, static_cast<VARIANT*>(&answer));
     try {
         return GdiPicture::from(pictureIn(answer).get());
     } catch (...) {
@@ -79,15 +79,15 @@ std::shared_ptr<const Picture> LabelEvents::LoadImage(const std::string& Source)
 }
 
 void LabelEvents::MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept {
-    raise(DISPID_MOUSEDOWN, Button, Shift, X, Y);
+    fire(DISPID_MOUSEDOWN, Button, Shift, X, Y);
 }
 
 void LabelEvents::MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept {
-    raise(DISPID_MOUSEMOVE, Button, Shift, X, Y);
+    fire(DISPID_MOUSEMOVE, Button, Shift, X, Y);
 }
 
 void LabelEvents::MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept {
-    raise(DISPID_MOUSEUP, Button, Shift, X, Y);
+    fire(DISPID_MOUSEUP, Button, Shift, X, Y);
 }
 
 }  // namespace kavrelon

@@ -24,7 +24,7 @@ class LabelEvents final : public HTMLLabelEvents {
     ConnectionPoint& events() noexcept { return events_; }
     ConnectionPoint& propertyNotices() noexcept { return propertyNotices_; }
 
-    /// Each freezing is ended by a thawing; events are raised again after the last one.
+    /// Each freezing is ended by a thawing; events are fired again after the last one.
     void freeze() noexcept { ++freezes_; }
     void thaw() noexcept { freezes_ -= freezes_ > 0 ? 1 : 0; }
 
@@ -40,7 +40,7 @@ class LabelEvents final : public HTMLLabelEvents {
 
   private:
     template <class... Values>
-    void raise(DISPID event, const Values&... values) noexcept;
+    void fire(DISPID event, const Values&... values) noexcept;
 
     IConnectionPointContainer& object_;
     const LabelSite& site_;

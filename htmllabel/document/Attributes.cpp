@@ -76,15 +76,15 @@ void setWidth(HTMLElement& element, std::string_view value) {
 void Attributes::mApplyTagAttributes(HTMLElement& element) {
     const std::int16_t count = mintExtractTagAttributes(element.strRaw);
     for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-        apply(element, mstrAttrNames[i], mstrAttrValues[i]);
+        apply(element, mstrAttrNames_[i], mstrAttrValues_[i]);
     }
 }
 
 /// Gives the number of attributes. Each runs from behind the one before it to its value's delimiter: its
 /// opening quote, or a space.
 std::int16_t Attributes::mintExtractTagAttributes(std::string_view tag) {
-    mstrAttrNames.clear();
-    mstrAttrValues.clear();
+    mstrAttrNames_.clear();
+    mstrAttrValues_.clear();
     auto at = tag.find(' ');
     while (at < tag.size()) {
         auto equals = tag.find('=', at);
@@ -92,7 +92,7 @@ std::int16_t Attributes::mintExtractTagAttributes(std::string_view tag) {
         // A second "=" right behind a value belongs to the name before the next one.
         if (equals == at) equals = tag.find('=', at + 1);
         if (equals == kNone) raise(RuntimeErrorNumber::InvalidProcedureCall);
-        mstrAttrNames.push_back(trim(tag.substr(at, equals - at)));
+        mstrAttrNames_.push_back(trim(tag.substr(at, equals - at)));
 
         const auto begin = tag.find_first_not_of(' ', equals + 1);
         const bool quoted = tag[begin] == '\'' || tag[begin] == '"';
@@ -101,10 +101,10 @@ std::int16_t Attributes::mintExtractTagAttributes(std::string_view tag) {
         if (stop == kNone) stop = tag.size() - 1;
         std::string_view value = trim(tag.substr(begin, stop - begin));
         if (value.starts_with(delimiter)) value.remove_prefix(1);
-        mstrAttrValues.push_back(value);
+        mstrAttrValues_.push_back(value);
         at = static_cast<std::size_t>(narrowToInt16(static_cast<int>(stop) + 2)) - 1;
     }
-    return static_cast<std::int16_t>(mstrAttrValues.size());
+    return static_cast<std::int16_t>(mstrAttrValues_.size());
 }
 
 void Attributes::apply(HTMLElement& element, std::string_view name, std::string_view value) {

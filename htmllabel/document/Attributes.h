@@ -5,7 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/DocumentDefaults.h"
+#include "htmllabel/document/HTMLElement.h"
+#include "htmllabel/document/PageValues.h"
 
 namespace kavrelon {
 
@@ -15,7 +17,7 @@ namespace kavrelon {
 class Attributes {
   public:
     /// `texts` holds what had to be decoded. All three outlive this object.
-    Attributes(const DocumentDefaults& defaults, DocumentPage& page, std::pmr::memory_resource& texts)
+    Attributes(const DocumentDefaults& defaults, PageValues& page, std::pmr::memory_resource& texts)
         : defaults_(defaults), page_(page), texts_(texts) {}
 
     void mApplyTagAttributes(HTMLElement& element);
@@ -28,11 +30,11 @@ class Attributes {
     std::string_view decoded(std::string_view value) const;
 
     const DocumentDefaults& defaults_;
-    DocumentPage& page_;
+    PageValues& page_;
     std::pmr::memory_resource& texts_;
     // The tag being read: entry i of both is its i-th attribute.
-    std::vector<std::string_view> mstrAttrNames;
-    std::vector<std::string_view> mstrAttrValues;
+    std::vector<std::string_view> mstrAttrNames_;
+    std::vector<std::string_view> mstrAttrValues_;
 };
 
 }  // namespace kavrelon

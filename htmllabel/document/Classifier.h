@@ -4,7 +4,9 @@
 #include <string_view>
 
 #include "htmllabel/document/Attributes.h"
-#include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/DocumentDefaults.h"
+#include "htmllabel/document/HTMLElement.h"
+#include "htmllabel/document/PageValues.h"
 
 namespace kavrelon {
 
@@ -12,7 +14,7 @@ namespace kavrelon {
 class Classifier {
   public:
     /// `texts` holds the words. All three outlive this object.
-    Classifier(const DocumentDefaults& defaults, DocumentPage& page, std::pmr::memory_resource& texts)
+    Classifier(const DocumentDefaults& defaults, PageValues& page, std::pmr::memory_resource& texts)
         : defaults_(defaults), page_(page), texts_(texts), attributes_(defaults, page, texts) {}
 
     /// Fills a record that knows its source, code and index. Raises a RuntimeError where it meets what it
@@ -24,7 +26,7 @@ class Classifier {
     void setWords(HTMLElement& element);
 
     const DocumentDefaults& defaults_;
-    DocumentPage& page_;
+    PageValues& page_;
     std::pmr::memory_resource& texts_;
     Attributes attributes_;
 };

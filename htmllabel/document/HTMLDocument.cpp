@@ -12,24 +12,24 @@
 namespace kavrelon {
 
 void HTMLDocument::setDocument(std::string_view html, const DocumentDefaults& defaults) {
-    mstrDocument = normalise(html);
+    mstrDocument_ = normalise(html);
     page_ = {.mlngBodyBgColor = defaults.BackColor, .mstrBackground = std::move(page_.mstrBackground)};
-    std::vector<Piece> pieces = mTokenizeDocument(mstrDocument);
+    std::vector<Piece> pieces = mTokenizeDocument(mstrDocument_);
     // Only the tags' codes matter for this, and before there are records nothing has to be moved.
-    addClosingTags(pieces, mstrDocument);
+    addClosingTags(pieces, mstrDocument_);
     addElements(pieces);
     mClassifyAllElements(defaults);
     mBuildLinkList(defaults.EnableAnchors);
-    mBuildHierarchy(mudtElements, children_);
+    mBuildHierarchy(mudtElements_, children_);
 }
 
 void HTMLDocument::addElements(const std::vector<Piece>& pieces) {
-    const std::string_view text = mstrDocument;
-    mudtElements.clear();
-    mudtElements.reserve(pieces.size());
+    const std::string_view text = mstrDocument_;
+    mudtElements_.clear();
+    mudtElements_.reserve(pieces.size());
     for (const Piece& piece : pieces) {
-        const auto index = static_cast<std::int16_t>(mudtElements.size());
-        HTMLElement& element = mudtElements.emplace_back();
+        const auto index = static_cast<std::int16_t>(mudtElements_.size());
+        HTMLElement& element = mudtElements_.emplace_back();
         element.strRaw =
             piece.length == 0 ? addedCloser(piece.tag()) : text.substr(piece.begin, piece.length);
         element.blnIsTag = piece.tag() != TAG_TEXT;
@@ -43,27 +43,27 @@ void HTMLDocument::mClassifyAllElements(const DocumentDefaults& defaults) {
     texts_.release();
     Classifier classifier(defaults, page_, texts_);
     // What is wrong with one element ends the handling of that element only.
-    for (HTMLElement& element : mudtElements) carryOn([&] { classifier.mClassifyElement(element); });
+    for (HTMLElement& element : mudtElements_) carryOn([&] { classifier.mClassifyElement(element); });
 }
 
 void HTMLDocument::mBuildLinkList(bool enableAnchors) {
-    mintLinks.clear();
+    mintLinks_.clear();
     if (!enableAnchors) return;
-    for (const HTMLElement& element : mudtElements) {
-        if (element.lngTagType == TAG_A) mintLinks.push_back(element.intIndex);
+    for (const HTMLElement& element : mudtElements_) {
+        if (element.lngTagType == TAG_A) mintLinks_.push_back(element.intIndex);
     }
 }
 
-std::string HTMLDocument::title() const {
-    const auto found = std::ranges::find(mudtElements, TAG_TITLE, &HTMLElement::lngTagType);
-    if (mudtElements.end() - found < 2) return "Unknown";
+std::optional<std::string> HTMLDocument::title() const {
+    const auto found = std::ranges::find(mudtElements_, TAG_TITLE, &HTMLElement::lngTagType);
+    if (mudtElements_.end() - found < 2) return std::nullopt;
     const auto words = std::next(found)->strWords;
-    if (words.empty()) return {};
-    return {words.front().data(), words.back().data() + words.back().size()};
+    if (words.empty()) return std::string();
+    return std::string(words.front().data(), words.back().data() + words.back().size());
 }
 
 void HTMLDocument::setHitBox(std::int16_t index, const Rect& box) {
-    HTMLElement& element = mudtElements[static_cast<std::size_t>(index)];
+    HTMLElement& element = mudtElements_[static_cast<std::size_t>(index)];
     element.lngTop = box.top;
     element.lngLeft = box.left;
     element.lngBottom = box.bottom;
@@ -72,7 +72,7 @@ void HTMLDocument::setHitBox(std::int16_t index, const Rect& box) {
 
 bool HTMLDocument::mblnGetParent(const HTMLElement& element, HTMLElement& parent) const {
     if (element.intParent < 1) return false;
-    parent = mudtElements[static_cast<std::size_t>(element.intParent)];
+    parent = mudtElements_[static_cast<std::size_t>(element.intParent)];
     return true;
 }
 
@@ -87,7 +87,7 @@ bool HTMLDocument::mblnFindAncestor(const HTMLElement& element, TagType code, HT
 
 bool HTMLDocument::mblnGetFirstChild(const HTMLElement& element, HTMLElement& child) const {
     if (element.intChildCount < 1) return false;
-    child = mudtElements[static_cast<std::size_t>(element.intChildren.front())];
+    child = mudtElements_[static_cast<std::size_t>(element.intChildren.front())];
     return true;
 }
 
@@ -96,7 +96,7 @@ bool HTMLDocument::mblnGetNextSibling(const HTMLElement& element, HTMLElement& s
     if (!mblnGetParent(element, parent)) return false;
     const int next = element.intSiblingIndex + 1;
     if (next >= parent.intChildCount) return false;
-    sibling = mudtElements[static_cast<std::size_t>(parent.intChildren[static_cast<std::size_t>(next)])];
+    sibling = mudtElements_[static_cast<std::size_t>(parent.intChildren[static_cast<std::size_t>(next)])];
     return true;
 }
 

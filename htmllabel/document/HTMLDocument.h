@@ -2,38 +2,19 @@
 
 #include <cstdint>
 #include <memory_resource>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "htmllabel/document/DocumentDefaults.h"
 #include "htmllabel/document/HTMLElement.h"
+#include "htmllabel/document/PageValues.h"
 
 namespace kavrelon {
 
 struct Piece;
-
-/// The system's button-face colour: bit 31 says that the rest is the number of a system colour.
-inline constexpr Colour kButtonFaceColour = 0x8000000F;
-
-/// What a document takes from the control that shows it.
-struct DocumentDefaults {
-    std::string DefaultFontName = "Arial";
-    float DefaultFontSize = 10;  // points
-    Colour BackColor = kButtonFaceColour;
-    bool EnableAnchors = false;
-};
-
-/// What a document says of its page as a whole.
-struct DocumentPage {
-    /// The last BODY or NOFRAMES element; 0 when there is none.
-    std::int16_t mintBodyIndex = 0;
-    Colour mlngBodyBgColor = kButtonFaceColour;
-    Colour mlngTextColor = 0;
-    Colour mlngLinkColor = 0xFF0000;
-    /// The page's picture.
-    std::string mstrBackground;
-};
 
 /// A parsed document: a flat array of element records in document order, linked into a tree by index, and the
 /// colours and picture of its page.
@@ -52,20 +33,21 @@ class HTMLDocument {
     void setDocument(std::string_view html, const DocumentDefaults& defaults);
 
     /// The normalised text.
-    const std::string& text() const { return mstrDocument; }
-    /// The title's text, decoded; "Unknown" when there is none.
-    std::string title() const;
-    std::span<const HTMLElement> elements() const { return mudtElements; }
-    std::int16_t count() const { return static_cast<std::int16_t>(mudtElements.size()); }
-    std::int16_t bodyIndex() const { return page_.mintBodyIndex; }
-    Colour bodyBgColor() const { return page_.mlngBodyBgColor; }
+    const std::string& mstrDocument() const { return mstrDocument_; }
+    /// The title's text, decoded; nothing when there is no title.
+    std::optional<std::string> title() const;
+    std::span<const HTMLElement> mudtElements() const { return mudtElements_; }
+    std::int16_t mintElementCount() const { return static_cast<std::int16_t>(mudtElements_.size()); }
+    std::int16_t mintBodyIndex() const { return page_.mintBodyIndex; }
+    Colour mlngBodyBgColor() const { return page_.mlngBodyBgColor; }
     /// Changes the page's background without parsing again.
-    void setBodyBgColor(Colour colour) { page_.mlngBodyBgColor = colour; }
-    Colour textColor() const { return page_.mlngTextColor; }
-    Colour linkColor() const { return page_.mlngLinkColor; }
-    const std::string& background() const { return page_.mstrBackground; }
+    void mlngBodyBgColor(Colour colour) { page_.mlngBodyBgColor = colour; }
+    Colour mlngTextColor() const { return page_.mlngTextColor; }
+    Colour mlngLinkColor() const { return page_.mlngLinkColor; }
+    const std::string& mstrBackground() const { return page_.mstrBackground; }
     /// The indices of the A elements in document order; none when anchors are off.
-    std::span<const std::int16_t> links() const { return mintLinks; }
+    std::span<const std::int16_t> mintLinks() const { return mintLinks_; }
+    std::int16_t mintLinkCount() const { return static_cast<std::int16_t>(mintLinks_.size()); }
 
     /// Records where element `index` was drawn.
     void setHitBox(std::int16_t index, const Rect& box);
@@ -84,10 +66,10 @@ class HTMLDocument {
     void mClassifyAllElements(const DocumentDefaults& defaults);
     void mBuildLinkList(bool enableAnchors);
 
-    std::string mstrDocument;
-    std::vector<HTMLElement> mudtElements;
-    DocumentPage page_;
-    std::vector<std::int16_t> mintLinks;
+    std::string mstrDocument_;
+    std::vector<HTMLElement> mudtElements_;
+    PageValues page_;
+    std::vector<std::int16_t> mintLinks_;
     /// What the records view besides the document's text: decoded texts and lists of words.
     std::pmr::monotonic_buffer_resource texts_;
     std::vector<std::int16_t> children_;

@@ -35,8 +35,8 @@ enum class Bullet : std::uint8_t { Disc, Circle, Square };
 
 /// What documents are measured with and drawn on. All places and sizes are pixels of the whole document.
 ///
-/// A colour whose bit 31 is set is the number of a system colour. No call fails: what cannot be drawn is left
-/// out, and what cannot be measured measures 0.
+/// Colours may be system colours. No call fails: what cannot be drawn is left out, and what cannot be
+/// measured measures 0.
 class Canvas {
   public:
     virtual ~Canvas() = default;

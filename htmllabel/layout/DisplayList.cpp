@@ -6,8 +6,6 @@ namespace kavrelon {
 namespace {
 
 constexpr std::size_t kItemsInBand = 32;
-constexpr Colour kHighlightColour = 0x80000014;
-constexpr Colour kSystemColour = 0x80000000;
 constexpr unsigned kLightest = 0xE0;
 
 bool isEmpty(const Rect& place) {
@@ -69,7 +67,7 @@ void drawItem(Canvas& canvas, const DisplayItem& item, std::span<const TextStyle
 }  // namespace
 
 Colour lightEdgeOn(Colour ground) {
-    const bool isLight = (ground & kSystemColour) == 0 && (ground & 0xFF) >= kLightest &&
+    const bool isLight = !isSystemColour(ground) && (ground & 0xFF) >= kLightest &&
                          (ground >> 8 & 0xFF) >= kLightest && (ground >> 16 & 0xFF) >= kLightest;
     return isLight ? kButtonFaceColour : kHighlightColour;
 }

@@ -7,12 +7,11 @@
 
 #include "htmllabel/layout/Canvas.h"
 #include "htmllabel/layout/Flow.h"
-#include "htmllabel/layout/Layout.h"
+#include "htmllabel/layout/TextRun.h"
+#include "support/SystemColours.h"
 
 namespace kavrelon {
 
-/// The dark edges of what looks raised or sunken: the system's shadow colour.
-inline constexpr Colour kShadowColour = 0x80000010;
 /// The light edges of what stands on this ground. The system's highlight is white, which cannot be seen on
 /// light colours; there it is the button face.
 Colour lightEdgeOn(Colour ground);

@@ -44,7 +44,7 @@ TagType lastTag(const HTMLElement& element) {
 
 /// The last tag that ends a HEAD, which without one would hide the whole page; -1 when there is none.
 int lastHeadEnd(const HTMLDocument& document) {
-    const auto elements = document.elements();
+    const auto elements = document.mudtElements();
     const auto found = std::find_if(elements.rbegin(), elements.rend(), [](const HTMLElement& element) {
         return element.lngTagType == TAG_END_HEAD || element.lngTagType == TAG_BODY;
     });
@@ -79,7 +79,7 @@ FlowBuilder::FlowBuilder(const HTMLDocument& document, const LayoutDefaults& def
       lastHeadEnd_(lastHeadEnd(document)) {}
 
 void FlowBuilder::build() {
-    for (const HTMLElement& element : document_.elements()) {
+    for (const HTMLElement& element : document_.mudtElements()) {
         if (element.blnIsTag) {
             if (!hide(element)) tag(element);
         } else if (hidden_ == 0) {
@@ -106,7 +106,7 @@ bool FlowBuilder::hide(const HTMLElement& element) {
 
 // Closers that were added later do not stand in the document's text.
 bool FlowBuilder::standsAfterSpace(std::string_view raw) const {
-    const std::string& text = document_.text();
+    const std::string& text = document_.mstrDocument();
     const std::less<const char*> isBefore;
     const bool within = isBefore(text.data(), raw.data()) && isBefore(raw.data(), text.data() + text.size());
     return within && *(raw.data() - 1) == ' ';

@@ -7,7 +7,8 @@
 #include "htmllabel/layout/Flow.h"
 #include "htmllabel/layout/FlowWriter.h"
 #include "htmllabel/layout/InlineStyles.h"
-#include "htmllabel/layout/Layout.h"
+#include "htmllabel/layout/LayoutDefaults.h"
+#include "htmllabel/layout/PictureSource.h"
 #include "htmllabel/layout/TableWriter.h"
 
 namespace kavrelon {

@@ -20,7 +20,7 @@ InlineStyles::InlineStyles(const HTMLDocument& document, const LayoutDefaults& d
       defaults_(defaults),
       canvas_(canvas),
       flow_(flow),
-      tags_({defaults.DefaultFontName, clampPoints(defaults.DefaultFontSize), document.textColor()}) {}
+      tags_({defaults.DefaultFontName, clampPoints(defaults.DefaultFontSize), document.mlngTextColor()}) {}
 
 std::size_t InlineStyles::HashFontKey::operator()(const FontKey& key) const {
     const std::size_t size = std::hash<float>()(key.points);
@@ -48,7 +48,7 @@ InlineStyles::State InlineStyles::fontState(const HTMLElement& tag) const {
     if (tag.sglFontSize != defaults_.DefaultFontSize || givesAttribute(tag.strRaw, "SIZE")) {
         state.points = clampPoints(tag.sglFontSize);
     }
-    if (tag.lngColor != document_.textColor() || givesAttribute(tag.strRaw, "COLOR")) {
+    if (tag.lngColor != document_.mlngTextColor() || givesAttribute(tag.strRaw, "COLOR")) {
         state.colour = tag.lngColor;
     }
     return state;
@@ -106,7 +106,7 @@ void InlineStyles::openAnchor(const HTMLElement& tag, std::uint32_t mark) {
     state.mark = mark;
     if (isLink) {
         state.isLink = true;
-        state.colour = document_.linkColor();
+        state.colour = document_.mlngLinkColor();
         state.underline = state.underline || defaults_.UnderlineLinks;
     }
     tags_.open(TAG_A, state);

@@ -7,7 +7,7 @@
 
 #include "htmllabel/document/HTMLDocument.h"
 #include "htmllabel/layout/Flow.h"
-#include "htmllabel/layout/Layout.h"
+#include "htmllabel/layout/LayoutDefaults.h"
 #include "htmllabel/layout/TagStack.h"
 
 namespace kavrelon {

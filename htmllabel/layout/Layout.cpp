@@ -35,7 +35,8 @@ void Layout::measure(const HTMLDocument& document, const LayoutDefaults& default
     state_->list.clear(0);
     state_->size = {};
     state_->margin = clampPixels(defaults.DefaultPadding, kMostMargin);
-    state_->pagePicture = document.background().empty() ? nullptr : pictures.picture(document.background());
+    state_->pagePicture =
+        document.mstrBackground().empty() ? nullptr : pictures.picture(document.mstrBackground());
     state_->flow.emplace();
     FlowBuilder(document, defaults, pictures, canvas, *state_->flow).build();
 }
@@ -44,7 +45,7 @@ void Layout::place(HTMLDocument& document, int width) {
     if (!state_->flow) return;
     const Flow& flow = *state_->flow;
     const int margin = state_->margin;
-    state_->background = document.bodyBgColor();
+    state_->background = document.mlngBodyBgColor();
     DisplayList& list = state_->list;
     list.clear(flow.marks.size());
     const int room = std::max(clampPixels(width) - 2 * margin, 0);

@@ -1,42 +1,15 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "htmllabel/document/HTMLDocument.h"
 #include "htmllabel/layout/Canvas.h"
+#include "htmllabel/layout/LayoutDefaults.h"
+#include "htmllabel/layout/PictureSource.h"
+#include "htmllabel/layout/TextRun.h"
 
 namespace kavrelon {
-
-/// What a layout takes from the control that shows the document.
-struct LayoutDefaults {
-    std::string DefaultFontName = "Arial";
-    float DefaultFontSize = 10;  // points
-    bool UnderlineLinks = true;
-    /// The page's margin on all sides, in pixels.
-    std::int16_t DefaultPadding = 4;
-    /// The space above and below rules and tables, in pixels.
-    std::int16_t DefaultSpacing = 4;
-};
-
-/// The pictures that a document names. Asked for each IMG and for the page's picture, while the document is
-/// measured; the pictures must live as long as the layout.
-class PictureSource {
-  public:
-    virtual ~PictureSource() = default;
-    /// Null when there is none of this name.
-    virtual const Picture* picture(std::string_view source) = 0;
-};
-
-/// A piece of text of one element on one line.
-struct TextRun {
-    std::int16_t element = 0;
-    Rect place;
-    std::string_view text;
-};
 
 /// Where everything of a document stands on a page of some width.
 ///

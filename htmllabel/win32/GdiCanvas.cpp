@@ -1,16 +1,12 @@
 #include "htmllabel/win32/GdiCanvas.h"
 
 #include "gdi/GdiPicture.h"
+#include "support/SystemColours.h"
 
 namespace kavrelon {
-namespace {
-
-constexpr Colour kSystemColour = 0x80000000;
-
-}  // namespace
 
 COLORREF toColorRef(Colour colour) {
-    return (colour & kSystemColour) != 0 ? GetSysColor(static_cast<int>(colour & 0xFF)) : colour & 0xFFFFFF;
+    return isSystemColour(colour) ? GetSysColor(systemColourNumber(colour)) : colour & 0xFFFFFF;
 }
 
 GdiCanvas::GdiCanvas(HDC like) : measuring_(CreateCompatibleDC(like)), fonts_(measuring_.get()) {}
@@ -65,7 +61,7 @@ void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {
 }
 
 void GdiCanvas::drawPicture(const Picture& picture, const Rect& place) {
-    const auto* const own = dynamic_cast<const GdiPicture*>(&picture);
+    const GdiPicture* const own = GdiPicture::of(picture);
     if (target_ != nullptr && own != nullptr) own->draw(target_, onTarget(place));
 }
 

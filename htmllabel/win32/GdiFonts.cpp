@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <limits>
 
+#include "gdi/LogFont.h"
 #include "support/Conversions.h"
 
 namespace kavrelon {
@@ -36,14 +37,8 @@ BYTE pitchAndFamily(std::string face) {
 }
 
 LOGFONTA describe(const TextFont& font, int height) {
-    LOGFONTA result{};
-    const auto length = std::min(font.face.size(), sizeof result.lfFaceName - 1);
-    std::copy_n(font.face.data(), length, result.lfFaceName);
-    // Negative: the height of the characters, without the leading above them.
-    result.lfHeight = -height;
-    result.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
-    result.lfItalic = font.italic;
-    result.lfUnderline = font.underline;
+    LOGFONTA result =
+        logFont(font.face, -height, {.bold = font.bold, .italic = font.italic, .underline = font.underline});
     result.lfCharSet = DEFAULT_CHARSET;
     result.lfPitchAndFamily = pitchAndFamily(font.face);
     return result;

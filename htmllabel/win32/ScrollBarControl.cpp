@@ -1,15 +1,13 @@
 #include "htmllabel/win32/ScrollBarControl.h"
 
 #include <algorithm>
-#include <new>
 
 namespace kavrelon {
 
 void ScrollBarControl::create(HINSTANCE module, HWND parent) {
-    const DWORD direction = kind_ == ScrollBar::Vertical ? SBS_VERT : SBS_HORZ;
-    window_.reset(CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | direction, 0, 0, 0, 0, parent, nullptr,
-                                  module, nullptr));
-    if (window_ == nullptr) throw std::bad_alloc();
+    const DWORD direction = kind_ == ScrollBar::vscScroll ? SBS_VERT : SBS_HORZ;
+    window_ = takeOver(CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | direction, 0, 0, 0, 0, parent, nullptr,
+                                       module, nullptr));
 }
 
 void ScrollBarControl::place(const Rect& place) {
@@ -37,17 +35,17 @@ void ScrollBarControl::show(const ScrollState& state) {
 int ScrollBarControl::asked(WORD code) const {
     switch (code) {
         case SB_LINEUP:
-            return state_.Value - state_.SmallChange;
+            return state_.after(ScrollStep::LineUp);
         case SB_LINEDOWN:
-            return state_.Value + state_.SmallChange;
+            return state_.after(ScrollStep::LineDown);
         case SB_PAGEUP:
-            return state_.Value - state_.LargeChange;
+            return state_.after(ScrollStep::PageUp);
         case SB_PAGEDOWN:
-            return state_.Value + state_.LargeChange;
+            return state_.after(ScrollStep::PageDown);
         case SB_TOP:
-            return state_.Min;
+            return state_.after(ScrollStep::Top);
         case SB_BOTTOM:
-            return state_.Max;
+            return state_.after(ScrollStep::Bottom);
         case SB_THUMBTRACK:
         case SB_THUMBPOSITION: {
             // The message itself has only 16 bits for the place of the thumb.
@@ -63,7 +61,7 @@ int ScrollBarControl::asked(WORD code) const {
 }
 
 std::optional<int> ScrollBarControl::scrolled(WPARAM wParam) {
-    const int value = std::max(std::min(asked(LOWORD(wParam)), state_.Max), state_.Min);
+    const int value = state_.limited(asked(LOWORD(wParam)));
     if (value == state_.Value) return std::nullopt;
     ScrollState next = state_;
     next.Value = value;

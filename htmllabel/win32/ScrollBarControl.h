@@ -4,7 +4,8 @@
 
 #include <optional>
 
-#include "htmllabel/LabelWindow.h"
+#include "htmllabel/ScrollState.h"
+#include "support/Geometry.h"
 #include "support/win32/WindowHandle.h"
 
 namespace kavrelon {

@@ -2,13 +2,12 @@
 
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/LabelContainer.h"
+#include "support/Keys.h"
+#include "support/win32/KeyState.h"
 
 namespace kavrelon {
 namespace {
 
-constexpr std::int16_t kLeft = 1;
-constexpr std::int16_t kRight = 2;
-constexpr std::int16_t kMiddle = 4;
 constexpr WPARAM kButtons = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
 
 /// The position in a mouse message: signed, as the mouse may stand to the left of the view port or above it.
@@ -16,15 +15,12 @@ Point position(LPARAM lParam) {
     return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
 }
 
-std::int16_t shiftState() {
-    const auto bit = [](int key, int value) { return GetKeyState(key) < 0 ? value : 0; };
-    return static_cast<std::int16_t>(bit(VK_SHIFT, 1) + bit(VK_CONTROL, 2) + bit(VK_MENU, 4));
-}
-
 std::int16_t buttonsHeld(WPARAM wParam) {
-    const auto bit = [wParam](WPARAM flag, int value) { return (wParam & flag) != 0 ? value : 0; };
-    return static_cast<std::int16_t>(bit(MK_LBUTTON, kLeft) + bit(MK_RBUTTON, kRight) +
-                                     bit(MK_MBUTTON, kMiddle));
+    int held = 0;
+    if ((wParam & MK_LBUTTON) != 0) held |= buttons::kLeft;
+    if ((wParam & MK_RBUTTON) != 0) held |= buttons::kRight;
+    if ((wParam & MK_MBUTTON) != 0) held |= buttons::kMiddle;
+    return static_cast<std::int16_t>(held);
 }
 
 LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, HWND viewPort, std::int16_t button,
@@ -47,17 +43,17 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
                                    WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_LBUTTONDOWN:
-            return buttonDown(label, container, viewPort, kLeft, lParam);
+            return buttonDown(label, container, viewPort, buttons::kLeft, lParam);
         case WM_RBUTTONDOWN:
-            return buttonDown(label, container, viewPort, kRight, lParam);
+            return buttonDown(label, container, viewPort, buttons::kRight, lParam);
         case WM_MBUTTONDOWN:
-            return buttonDown(label, container, viewPort, kMiddle, lParam);
+            return buttonDown(label, container, viewPort, buttons::kMiddle, lParam);
         case WM_LBUTTONUP:
-            return buttonUp(label, viewPort, kLeft, wParam, lParam);
+            return buttonUp(label, viewPort, buttons::kLeft, wParam, lParam);
         case WM_RBUTTONUP:
-            return buttonUp(label, viewPort, kRight, wParam, lParam);
+            return buttonUp(label, viewPort, buttons::kRight, wParam, lParam);
         case WM_MBUTTONUP:
-            return buttonUp(label, viewPort, kMiddle, wParam, lParam);
+            return buttonUp(label, viewPort, buttons::kMiddle, wParam, lParam);
         case WM_CAPTURECHANGED:
             // Taking it again for a second button is no release.
             if (reinterpret_cast<HWND>(lParam) != viewPort) container.mouseReleased();
@@ -90,7 +86,8 @@ std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, H
                 return 0;
             }
             // A dialog that was asked to keep its hands off Tab has to be told where to go with it.
-            if (wParam == VK_TAB && (shift & ~1) == 0) PostMessageA(form, WM_NEXTDLGCTL, shift, FALSE);
+            if (wParam == VK_TAB && (shift & ~shifts::kShift) == 0)
+                PostMessageA(form, WM_NEXTDLGCTL, shift, FALSE);
             return std::nullopt;
         }
         case WM_SETFOCUS:

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <utility>
 
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/ViewPortMessages.h"
+#include "support/SystemColours.h"
 #include "support/win32/Messages.h"
-#include "support/win32/Module.h"
 
 namespace kavrelon {
 namespace {
@@ -26,17 +25,6 @@ constexpr double kTwipsPerInch = 1440;
 constexpr WORD kArrowCursor = 32512;
 constexpr WORD kHourglassCursor = 32514;
 constexpr WORD kHandCursor = 32649;
-
-WNDCLASSEXA describe(HINSTANCE module, const char* name, WNDPROC procedure, UINT style) {
-    WNDCLASSEXA result{};
-    result.cbSize = sizeof result;
-    result.style = style;
-    result.lpfnWndProc = procedure;
-    result.hInstance = module;
-    result.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(kArrowCursor));
-    result.lpszClassName = name;
-    return result;
-}
 
 WORD cursorNumber(MousePointer pointer) {
     switch (pointer) {
@@ -89,23 +77,21 @@ std::shared_ptr<Win32LabelWindow> Win32LabelWindow::create(HINSTANCE module, HWN
                                                            LabelContainer& container) {
     std::shared_ptr<Win32LabelWindow> window(
         new Win32LabelWindow(module, parent, place, std::move(label), container));
-    // From here on messages arrive; those of the creation went to the platform's own procedure.
-    for (const HWND part : {window->outer_.get(), window->viewPort_.get()}) {
-        SetWindowLongPtrA(part, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window.get()));
-    }
+    window->listenTo(window->outer_.get());
+    window->listenTo(window->picViewPort_.get());
     return window;
 }
 
 Win32LabelWindow::Win32LabelWindow(HINSTANCE module, HWND parent, const RECT& place,
                                    std::weak_ptr<HTMLLabel> label, LabelContainer& container)
-    : outerClass_(describe(module, kOuterClass, procedure, CS_HREDRAW | CS_VREDRAW), outerClassHolders),
-      viewPortClass_(describe(module, kViewPortClass, procedure, 0), viewPortClassHolders),
+    : outerClass_(windowClass(module, kOuterClass, CS_HREDRAW | CS_VREDRAW), outerClassHolders),
+      viewPortClass_(windowClass(module, kViewPortClass, 0), viewPortClassHolders),
       label_(std::move(label)),
       container_(&container),
       outer_(createWindow(outerClass_, parent, WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place)),
-      viewPort_(createWindow(viewPortClass_, outer_.get(), WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, {})),
-      vscScroll_(ScrollBar::Vertical),
-      hscScroll_(ScrollBar::Horizontal) {
+      picViewPort_(createWindow(viewPortClass_, outer_.get(), WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, {})),
+      vscScroll_(ScrollBar::vscScroll),
+      hscScroll_(ScrollBar::hscScroll) {
     vscScroll_.create(module, outer_.get());
     hscScroll_.create(module, outer_.get());
     // Not compatible with this window but with the desktop, which stays as long as the surface.
@@ -118,23 +104,22 @@ Win32LabelWindow::~Win32LabelWindow() {
 
 WindowHandle Win32LabelWindow::createWindow(const SharedWindowClass& windowClass, HWND parent, DWORD style,
                                             const RECT& place) {
-    WindowHandle window(CreateWindowExA(
-        0, windowClass.name(), "", WS_CHILD | style, static_cast<int>(place.left),
-        static_cast<int>(place.top), static_cast<int>(place.right - place.left),
-        static_cast<int>(place.bottom - place.top), parent, nullptr, windowClass.module(), nullptr));
-    if (window == nullptr) throw std::bad_alloc();
-    return window;
+    return takeOver(CreateWindowExA(0, windowClass.name(), "", WS_CHILD | style, static_cast<int>(place.left),
+                                    static_cast<int>(place.top), static_cast<int>(place.right - place.left),
+                                    static_cast<int>(place.bottom - place.top), parent, nullptr,
+                                    windowClass.module(), nullptr));
 }
 
 void Win32LabelWindow::detach() noexcept {
-    for (const HWND part : {outer_.get(), viewPort_.get()}) SetWindowLongPtrA(part, GWLP_USERDATA, 0);
+    stopListeningTo(outer_.get());
+    stopListeningTo(picViewPort_.get());
     label_.reset();
     container_ = nullptr;
     // A window of its own on the desktop, which nobody takes along.
     toolTip_.destroy();
     vscScroll_.forget();
     hscScroll_.forget();
-    static_cast<void>(viewPort_.release());
+    static_cast<void>(picViewPort_.release());
 }
 
 void Win32LabelWindow::close() noexcept {
@@ -143,23 +128,13 @@ void Win32LabelWindow::close() noexcept {
     outer_.reset();
 }
 
-LRESULT CALLBACK Win32LabelWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                             LPARAM lParam) noexcept {
-    // The host may let go of everything while an event runs.
-    const ModuleLock inUse;
-    try {
-        if (auto* self = reinterpret_cast<Win32LabelWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA))) {
-            if (const auto alive = self->weak_from_this().lock()) {
-                if (const Answer answer = alive->handle({window, message, wParam, lParam})) return *answer;
-            }
-        }
-    } catch (...) {
-        // What an event could not do is undone work, not a reason to take the host down.
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
+// Only the view port can go by itself: the outer window lets go of all its parts before they are destroyed.
+void Win32LabelWindow::windowDestroyed() {
+    static_cast<void>(picViewPort_.release());
 }
 
-Win32LabelWindow::Answer Win32LabelWindow::handle(const Message& message) {
+WindowAnswer Win32LabelWindow::handle(const WindowMessage& message) {
+    const auto alive = shared_from_this();
     if (message.id == WM_DESTROY && message.window == outer_.get()) {
         detach();
         static_cast<void>(outer_.release());
@@ -167,33 +142,26 @@ Win32LabelWindow::Answer Win32LabelWindow::handle(const Message& message) {
     }
     const std::shared_ptr<HTMLLabel> label = label_.lock();
     if (label == nullptr) return std::nullopt;
-    if (const Answer answer = onTitle(*label, message)) return answer;
+    if (const WindowAnswer answer = onTitle(*label, message)) return answer;
     return message.window == outer_.get() ? onOuter(*label, message) : onViewPort(*label, message);
 }
 
 // The title is what programs that read the screen aloud call the control. Without one it is the window's own
 // text.
-Win32LabelWindow::Answer Win32LabelWindow::onTitle(const HTMLLabel& label, const Message& message) const {
+WindowAnswer Win32LabelWindow::onTitle(const HTMLLabel& label, const WindowMessage& message) {
     if (message.id != WM_GETTEXT && message.id != WM_GETTEXTLENGTH) return std::nullopt;
-    const std::string title = label.DocumentTitle();
-    if (title == "Unknown") return std::nullopt;
-    switch (message.id) {
-        case WM_GETTEXTLENGTH:
-            return static_cast<LRESULT>(title.size());
-        case WM_GETTEXT: {
-            if (message.wParam == 0) return 0;
-            const std::size_t length = std::min<std::size_t>(title.size(), message.wParam - 1);
-            auto* out = reinterpret_cast<char*>(message.lParam);
-            std::memcpy(out, title.data(), length);
-            out[length] = '\0';
-            return static_cast<LRESULT>(length);
-        }
-        default:
-            return std::nullopt;
-    }
+    const std::optional<std::string> title = label.document().title();
+    if (!title) return std::nullopt;
+    if (message.id == WM_GETTEXTLENGTH) return static_cast<LRESULT>(title->size());
+    if (message.wParam == 0) return 0;
+    const std::size_t length = std::min<std::size_t>(title->size(), message.wParam - 1);
+    auto* out = reinterpret_cast<char*>(message.lParam);
+    std::memcpy(out, title->data(), length);
+    out[length] = '\0';
+    return static_cast<LRESULT>(length);
 }
 
-Win32LabelWindow::Answer Win32LabelWindow::onOuter(HTMLLabel& label, const Message& message) {
+WindowAnswer Win32LabelWindow::onOuter(HTMLLabel& label, const WindowMessage& message) {
     switch (message.id) {
         case WM_ERASEBKGND:
             eraseOuter(reinterpret_cast<HDC>(message.wParam));
@@ -213,17 +181,17 @@ Win32LabelWindow::Answer Win32LabelWindow::onOuter(HTMLLabel& label, const Messa
             return onScroll(label, message);
         case WM_MOUSEWHEEL:
             // From the scroll bars, which do not want it.
-            return handleMouse(label, *container_, viewPort_.get(), message.id, message.wParam,
+            return handleMouse(label, *container_, picViewPort_.get(), message.id, message.wParam,
                                message.lParam);
         case WM_TIMER:
-            if (linkTimer_) label.tmrHyperlinkClick_Timer();
+            if (tmrHyperlinkClick_) label.tmrHyperlinkClick_Timer();
             return 0;
         default:
             return std::nullopt;
     }
 }
 
-LRESULT Win32LabelWindow::onScroll(HTMLLabel& label, const Message& message) {
+LRESULT Win32LabelWindow::onScroll(HTMLLabel& label, const WindowMessage& message) {
     ScrollBarControl& bar = message.id == WM_VSCROLL ? vscScroll_ : hscScroll_;
     const std::optional<int> value = bar.scrolled(message.wParam);
     if (!value) return 0;
@@ -236,7 +204,7 @@ LRESULT Win32LabelWindow::onScroll(HTMLLabel& label, const Message& message) {
     return 0;
 }
 
-Win32LabelWindow::Answer Win32LabelWindow::onViewPort(HTMLLabel& label, const Message& message) {
+WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage& message) {
     switch (message.id) {
         case WM_ERASEBKGND:
             // Painting covers every pixel; erasing before it would only flicker.
@@ -251,11 +219,11 @@ Win32LabelWindow::Answer Win32LabelWindow::onViewPort(HTMLLabel& label, const Me
         default:
             break;
     }
-    if (const Answer answer =
+    if (const WindowAnswer answer =
             handleMouse(label, *container_, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    const Answer answer = handleKeys(label, *container_, message.window, message.id, message.wParam);
+    const WindowAnswer answer = handleKeys(label, *container_, message.window, message.id, message.wParam);
     const bool focus = message.id == WM_SETFOCUS || message.id == WM_KILLFOCUS;
     if (focus && container_ != nullptr) container_->focusChanged(message.id == WM_SETFOCUS);
     return answer;
@@ -265,11 +233,11 @@ void Win32LabelWindow::eraseOuter(HDC context) const {
     RECT inner{};
     GetClientRect(outer_.get(), &inner);
     fillBlock(context, inner, look_.BackColor);
-    if (placement_.cornerVisible) fillBlock(context, toRect(placement_.shpCorner), kButtonFaceColour);
+    if (placement_.shpCornerVisible) fillBlock(context, toRect(placement_.shpCorner), kButtonFaceColour);
 }
 
 void Win32LabelWindow::paintViewPort(HTMLLabel& label) {
-    const HWND viewPort = viewPort_.get();
+    const HWND viewPort = picViewPort_.get();
     if (painting_) {
         // An event of the painting under way let this one through: it waits for its turn.
         ValidateRect(viewPort, nullptr);
@@ -282,13 +250,13 @@ void Win32LabelWindow::paintViewPort(HTMLLabel& label) {
         paintDue(label, screen.get(), screen.due());
     }
     painting_ = false;
-    if (std::exchange(paintAgain_, false) && viewPort_ != nullptr)
-        InvalidateRect(viewPort_.get(), nullptr, FALSE);
+    if (std::exchange(paintAgain_, false) && picViewPort_ != nullptr)
+        InvalidateRect(picViewPort_.get(), nullptr, FALSE);
 }
 
 void Win32LabelWindow::paintDue(HTMLLabel& label, HDC screen, const RECT& due) {
     RECT inner{};
-    GetClientRect(viewPort_.get(), &inner);
+    GetClientRect(picViewPort_.get(), &inner);
     const LONG width = due.right - due.left;
     const LONG height = due.bottom - due.top;
     if (width <= 0 || height <= 0) return;
@@ -316,7 +284,7 @@ void Win32LabelWindow::show(bool visible) {
 }
 
 void Win32LabelWindow::setFocus() {
-    if (viewPort_ != nullptr) SetFocus(viewPort_.get());
+    if (picViewPort_ != nullptr) SetFocus(picViewPort_.get());
 }
 
 Size Win32LabelWindow::sizeInTwips() const {
@@ -373,14 +341,14 @@ void Win32LabelWindow::setSurface(const LabelSurface& surface) {
 void Win32LabelWindow::place(const LabelPlacement& placement) {
     if (outer_ == nullptr) return;
     placement_ = placement;
-    moveWindow(viewPort_.get(), toRect(placement.viewPort));
+    moveWindow(picViewPort_.get(), toRect(placement.picViewPort));
     vscScroll_.place(placement.vscScroll);
     hscScroll_.place(placement.hscScroll);
     InvalidateRect(outer_.get(), nullptr, TRUE);
 }
 
 void Win32LabelWindow::setScrollBar(ScrollBar bar, const ScrollState& state) {
-    (bar == ScrollBar::Vertical ? vscScroll_ : hscScroll_).show(state);
+    (bar == ScrollBar::vscScroll ? vscScroll_ : hscScroll_).show(state);
     toolTip_.hide();
     updateOrigin();
 }
@@ -390,20 +358,20 @@ void Win32LabelWindow::updateOrigin() {
 }
 
 void Win32LabelWindow::setMousePointer(MousePointer pointer) {
-    if (std::exchange(pointer_, pointer) == pointer || viewPort_ == nullptr) return;
+    if (std::exchange(pointer_, pointer) == pointer || picViewPort_ == nullptr) return;
     // The platform asks for the pointer before it tells of the move that changes it.
     POINT mouse{};
-    if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == viewPort_.get()) {
+    if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == picViewPort_.get()) {
         SetCursor(LoadCursorA(nullptr, MAKEINTRESOURCEA(cursorNumber(pointer))));
     }
 }
 
 void Win32LabelWindow::setToolTipText(const std::string& text) {
-    toolTip_.show(outerClass_.module(), viewPort_.get(), text);
+    toolTip_.show(outerClass_.module(), picViewPort_.get(), text);
 }
 
 void Win32LabelWindow::enableLinkTimer(bool on) {
-    if (outer_ == nullptr || std::exchange(linkTimer_, on) == on) return;
+    if (outer_ == nullptr || std::exchange(tmrHyperlinkClick_, on) == on) return;
     if (on) {
         SetTimer(outer_.get(), kLinkTimer, kLinkTimerMilliseconds, nullptr);
     } else {
@@ -412,9 +380,9 @@ void Win32LabelWindow::enableLinkTimer(bool on) {
 }
 
 void Win32LabelWindow::repaintViewPort() {
-    if (viewPort_ == nullptr) return;
-    InvalidateRect(viewPort_.get(), nullptr, FALSE);
-    UpdateWindow(viewPort_.get());
+    if (picViewPort_ == nullptr) return;
+    InvalidateRect(picViewPort_.get(), nullptr, FALSE);
+    UpdateWindow(picViewPort_.get());
 }
 
 void Win32LabelWindow::processMessages() {

@@ -15,6 +15,7 @@
 #include "htmllabel/win32/ScrollBarControl.h"
 #include "support/win32/SharedWindowClass.h"
 #include "support/win32/WindowHandle.h"
+#include "support/win32/WindowProcedure.h"
 
 namespace kavrelon {
 
@@ -35,7 +36,9 @@ class HTMLLabel;
 /// The label is not owned. The window keeps itself alive while it handles a message, so that an event may
 /// close it or drop the last reference. When the platform destroys the window underneath, its parent going
 /// for one, the object ignores calls from then on. It is used on the thread that made it.
-class Win32LabelWindow final : public LabelWindow, public std::enable_shared_from_this<Win32LabelWindow> {
+class Win32LabelWindow final : public LabelWindow,
+                               public std::enable_shared_from_this<Win32LabelWindow>,
+                               private WindowProcedure {
   public:
     /// `module` is the one that this code is part of; `place` is in pixels of the parent's inner area. The
     /// window is not visible yet. The container must live until `close`. Throws std::bad_alloc when the
@@ -50,7 +53,7 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     /// The outer window, and the view port in it, which has the focus when the label has it. Null once
     /// closed.
     HWND hWnd() const { return outer_.get(); }
-    HWND picViewPort() const { return viewPort_.get(); }
+    HWND picViewPort() const { return picViewPort_.get(); }
 
     /// Moves and sizes the window, in pixels of the parent's inner area.
     void move(const RECT& place);
@@ -80,26 +83,18 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     void processMessages() override;
 
   private:
-    struct Message {
-        HWND window;
-        UINT id;
-        WPARAM wParam;
-        LPARAM lParam;
-    };
-    using Answer = std::optional<LRESULT>;
-
     Win32LabelWindow(HINSTANCE module, HWND parent, const RECT& place, std::weak_ptr<HTMLLabel> label,
                      LabelContainer& container);
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     static WindowHandle createWindow(const SharedWindowClass& windowClass, HWND parent, DWORD style,
                                      const RECT& place);
 
     // One handler for each family of messages; an answer of nothing means the platform's own.
-    Answer handle(const Message& message);
-    Answer onOuter(HTMLLabel& label, const Message& message);
-    Answer onViewPort(HTMLLabel& label, const Message& message);
-    LRESULT onScroll(HTMLLabel& label, const Message& message);
-    Answer onTitle(const HTMLLabel& label, const Message& message) const;
+    WindowAnswer handle(const WindowMessage& message) override;
+    void windowDestroyed() override;
+    WindowAnswer onOuter(HTMLLabel& label, const WindowMessage& message);
+    WindowAnswer onViewPort(HTMLLabel& label, const WindowMessage& message);
+    LRESULT onScroll(HTMLLabel& label, const WindowMessage& message);
+    static WindowAnswer onTitle(const HTMLLabel& label, const WindowMessage& message);
     void eraseOuter(HDC context) const;
     void paintViewPort(HTMLLabel& label);
     void paintDue(HTMLLabel& label, HDC screen, const RECT& due);
@@ -115,7 +110,7 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     bool painting_ = false;
     bool paintAgain_ = false;
     WindowHandle outer_;
-    WindowHandle viewPort_;
+    WindowHandle picViewPort_;
     ScrollBarControl vscScroll_;
     ScrollBarControl hscScroll_;
     LinkToolTip toolTip_;
@@ -123,7 +118,7 @@ class Win32LabelWindow final : public LabelWindow, public std::enable_shared_fro
     LabelPlacement placement_;
     Size sizeTold_;
     MousePointer pointer_ = MousePointer::Default;
-    bool linkTimer_ = false;
+    bool tmrHyperlinkClick_ = false;
 };
 
 }  // namespace kavrelon

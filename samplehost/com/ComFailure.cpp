@@ -10,10 +10,10 @@ namespace kavrelon {
 
 namespace {
 
-/// "source: description", or nothing when the object left no error information.
+/// "source: description" of the thread's error object; empty when there is none.
 std::string reportedText() {
     ComPtr<IErrorInfo> info;
-    // Asking takes the information away, so that it cannot be mistaken for that of a later call.
+    // This call also removes the error object, so that it cannot be taken for that of a later call.
     if (GetErrorInfo(0, info.put()) != S_OK) return {};
     Bstr source;
     Bstr description;

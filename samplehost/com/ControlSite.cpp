@@ -23,7 +23,7 @@ STDMETHODIMP ControlFrame::SetActiveObject(IOleInPlaceActiveObject* object, LPCO
 ControlSite::ControlSite(HWND form, ComPtr<IDispatch> parent) : form_(form) {
     *frame_.put() = new ControlFrame(form);
     if (!parent) return;
-    // What a control is to its form's programs: an object whose "Parent" is the form.
+    // The control as the form's scripts see it: an object whose "Parent" is the form.
     *extender_.put() = new DispatchObject(
         [parent](DISPID, DISPPARAMS&, VARIANT* result) {
             out(result).vt = VT_DISPATCH;
@@ -83,17 +83,6 @@ STDMETHODIMP ControlSite::TranslateAccelerator(MSG* message, DWORD) {
 STDMETHODIMP ControlSite::OnFocus(BOOL hasFocus) {
     if (onFocus) onFocus(hasFocus != FALSE);
     return S_OK;
-}
-
-STDMETHODIMP ControlSite::GetTypeInfoCount(UINT* count) {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-
-STDMETHODIMP ControlSite::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-    if (info != nullptr) *info = nullptr;
-    return DISP_E_BADINDEX;
 }
 
 // Controls ask for ambient properties by their numbers.

@@ -6,13 +6,14 @@
 
 #include <functional>
 
+#include "samplehost/com/UntypedDispatch.h"
 #include "support/com/ComPtr.h"
 #include "support/com/Implements.h"
 
 namespace kavrelon {
 
-/// The frame around a form, as far as a control needs one: it notes who gets the form's keys first. It is the
-/// form's only one, so it answers for the document's window as well.
+/// The frame window of a form, as far as a control needs one: it notes which object gets the form's keys
+/// first. A form has one frame and no document windows, so the frame answers for those too.
 class ControlFrame final : public Implements<Extending<IOleInPlaceFrame, IOleInPlaceUIWindow, IOleWindow>> {
   public:
     explicit ControlFrame(HWND form) : form_(form) {}
@@ -37,22 +38,23 @@ class ControlFrame final : public Implements<Extending<IOleInPlaceFrame, IOleInP
     ComPtr<IOleInPlaceActiveObject> active_;
 };
 
-/// One control's place on a form: what the form tells the control, and is told by it.
-class ControlSite final
-    : public Implements<IOleClientSite, Extending<IOleInPlaceSite, IOleWindow>, IOleControlSite, IDispatch> {
+/// A control's connection to its form: the form sets properties and handlers, the control calls back.
+class ControlSite final : public Implements<IOleClientSite, Extending<IOleInPlaceSite, IOleWindow>,
+                                            IOleControlSite, UntypedDispatch> {
   public:
-    /// `form` is the window; `parent` the form's object for programs, or null.
+    /// `form` is the window. `parent` is the form's automation object, which the control finds as its
+    /// "Parent"; may be null.
     ControlSite(HWND form, ComPtr<IDispatch> parent);
 
     ControlFrame& frame() { return *frame_; }
-    /// Where the control is to be, in pixels of the form.
+    /// The rectangle for the control, in pixels of the form.
     RECT place{};
-    /// Whether the form is run rather than designed.
+    /// Whether the form runs; otherwise it is being designed.
     bool userMode = true;
-    /// A key that the control leaves to the form; true when the form takes it.
+    /// Gets a key that the control leaves to the form; returns true when the form has used it.
     std::function<bool(const MSG& message)> onKey;
     std::function<void(bool hasFocus)> onFocus;
-    /// The control asks for another place.
+    /// The control asks for another rectangle.
     std::function<void(const RECT& wanted)> onPlaceWanted;
 
     // IOleClientSite
@@ -88,8 +90,6 @@ class ControlSite final
     STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
 
     // IDispatch: the ambient properties
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments,
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;

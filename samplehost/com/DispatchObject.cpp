@@ -4,17 +4,6 @@
 
 namespace kavrelon {
 
-STDMETHODIMP DispatchObject::GetTypeInfoCount(UINT* count) {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-
-STDMETHODIMP DispatchObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-    if (info != nullptr) *info = nullptr;
-    return DISP_E_BADINDEX;
-}
-
 STDMETHODIMP DispatchObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
     if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
     std::fill_n(ids, count, DISPID_UNKNOWN);
@@ -29,7 +18,7 @@ STDMETHODIMP DispatchObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, 
 STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT* result,
                                     EXCEPINFO*, UINT*) {
     if (arguments == nullptr) return E_POINTER;
-    // The handler may lead to this object's end, or to its own.
+    // The handler may call `detach`, which ends it, and release this object.
     const ComPtr<IDispatch> self(this);
     const Handler handler = handler_;
     if (!handler) return S_OK;

@@ -9,28 +9,26 @@
 #include <utility>
 #include <vector>
 
+#include "samplehost/com/UntypedDispatch.h"
 #include "support/com/ComCall.h"
 #include "support/com/Implements.h"
 
 namespace kavrelon {
 
-/// An automation object made of one function: a sink for events, or a form with members that are found by
-/// name.
-class DispatchObject final : public Implements<IDispatch> {
+/// An automation object made from one function: a sink for events, or a form whose members are found by name.
+class DispatchObject final : public Implements<UntypedDispatch> {
   public:
-    /// Gets the member's number, the arguments, last one first, and a place for a result, which may be null.
+    /// Gets the member's number, the arguments in reverse order, and where to put a result, which may be
+    /// null.
     using Handler = std::function<HRESULT(DISPID id, DISPPARAMS& arguments, VARIANT* result)>;
 
-    /// Members with a name have its place in `names` as their number.
+    /// A member's number is the index of its name in `names`.
     explicit DispatchObject(Handler handler, std::vector<std::wstring> names = {})
         : handler_(std::move(handler)), names_(std::move(names)) {}
 
-    /// From here on nothing is handled: a control may keep its reference for longer than what answers it is
-    /// there.
+    /// Stops calling the handler. For its owner's end, which a control's reference may outlive.
     void detach() { handler_ = {}; }
 
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments,
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;

@@ -9,12 +9,13 @@
 
 namespace kavrelon {
 
-/// A control on a form, and all that a container does for it: an example of hosting one without a framework.
+/// A control on a form, with everything that a container has to do for it: an example of hosting one without
+/// a framework.
 class HostedControl {
   public:
-    /// Takes the control in, with the properties that were saved for it, or as a new one without any. `form`
-    /// is the window and `parent` the form's object for programs, which may be null. The control is not
-    /// active yet. Throws ComFailure.
+    /// Sets up the control, with the properties in `saved`, or as a new one when that is null. `form` is the
+    /// window and `parent` the form's automation object, which may be null. The control is not active yet.
+    /// Throws ComFailure.
     HostedControl(ComPtr<IUnknown> control, HWND form, IDispatch* parent = nullptr,
                   IPropertyBag* saved = nullptr);
     /// Closes it.
@@ -27,20 +28,20 @@ class HostedControl {
         return control_.query<Interface>();
     }
     ControlSite& site() { return *site_; }
-    /// The control's window, null when it has none.
+    /// The control's window; null when it has none.
     HWND window() const;
 
-    /// Activates the control at a place, in pixels of the form. Throws ComFailure.
+    /// Activates the control in a rectangle, in pixels of the form. Throws ComFailure.
     void show(const RECT& place);
     /// Moves and sizes it.
     void move(const RECT& place);
     /// Gives it the keyboard. Throws ComFailure.
     void takeFocus();
-    /// Offers a key message to the control first, as every message loop must. True when it was used up.
+    /// Offers a key message to the control, as every message loop must do first. True when it has been used.
     bool translate(MSG& message);
-    /// Has an object of the form receive the control's events.
+    /// Lets `sink` receive the control's events. Throws ComFailure.
     void connect(IDispatch& sink);
-    /// Takes the control off the form, and lets it go. May be called from its events.
+    /// Removes the control from the form and releases it. May be called from its events.
     void close();
 
   private:

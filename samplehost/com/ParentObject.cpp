@@ -25,28 +25,30 @@ ParentRequests& ParentObject::requests() const {
 }
 
 STDMETHODIMP ParentObject::ParentSendData(BSTR Value) {
-    return comCall(member("ParentSendData"), [&] { requests().sendData(toAnsi(bstrView(Value))); });
+    return comCall(member("ParentSendData"), [&] { requests().ParentSendData(toAnsi(bstrView(Value))); });
 }
 
 STDMETHODIMP ParentObject::ParentWindowClosed() {
-    return comCall(member("ParentWindowClosed"), [&] { requests().windowClosed(); });
+    return comCall(member("ParentWindowClosed"), [&] { requests().ParentWindowClosed(); });
 }
 
 STDMETHODIMP ParentObject::ParentSendBreak() {
-    return comCall(member("ParentSendBreak"), [&] { requests().sendBreak(); });
+    return comCall(member("ParentSendBreak"), [&] { requests().ParentSendBreak(); });
 }
 
 STDMETHODIMP ParentObject::get_ParentConnectionProfile(BSTR* Value) {
     return comCall(member("ParentConnectionProfile"),
-                   [&] { out(Value) = toBstr(requests().connectionProfile()).detach(); });
+                   [&] { out(Value) = toBstr(requests().ParentConnectionProfile()).detach(); });
 }
 
 STDMETHODIMP ParentObject::get_ParentIniFile(BSTR* Value) {
-    return comCall(member("ParentIniFile"), [&] { out(Value) = toBstr(requests().iniFile()).detach(); });
+    return comCall(member("ParentIniFile"),
+                   [&] { out(Value) = toBstr(requests().ParentIniFile()).detach(); });
 }
 
 STDMETHODIMP ParentObject::ParentSendCommand(BSTR Value) {
-    return comCall(member("ParentSendCommand"), [&] { requests().sendCommand(toAnsi(bstrView(Value))); });
+    return comCall(member("ParentSendCommand"),
+                   [&] { requests().ParentSendCommand(toAnsi(bstrView(Value))); });
 }
 
 }  // namespace kavrelon

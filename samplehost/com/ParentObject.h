@@ -9,29 +9,28 @@
 
 namespace kavrelon {
 
-/// What the plug-in asks of the program. All calls come in on the user-interface thread, from within calls of
-/// the plug-in or from its windows' events. Text is single-byte.
+/// What the plug-in asks of the program. All calls come on the user-interface thread, during calls of the
+/// plug-in or from its windows' events. Text is single-byte.
 class ParentRequests {
   public:
     virtual ~ParentRequests() = default;
 
-    virtual void sendData(const std::string& text) = 0;
-    virtual void sendBreak() = 0;
-    virtual void sendCommand(const std::string& command) = 0;
-    /// The user has closed the terminal window. The plug-in is still in the middle of closing it: it must not
-    /// be released before this call has returned.
-    virtual void windowClosed() = 0;
-    virtual std::string connectionProfile() = 0;
-    virtual std::string iniFile() = 0;
+    virtual void ParentSendData(const std::string& text) = 0;
+    virtual void ParentSendBreak() = 0;
+    virtual void ParentSendCommand(const std::string& command) = 0;
+    /// The user has closed the terminal window. The plug-in is still closing it and must not be released
+    /// before this call has returned.
+    virtual void ParentWindowClosed() = 0;
+    virtual std::string ParentConnectionProfile() = 0;
+    virtual std::string ParentIniFile() = 0;
 };
 
 /// The object that the plug-in calls back: IClientParent, dual, so that plug-ins may also bind late.
 class ParentObject final : public Implements<DualInterface<IClientParent>> {
   public:
-    /// `requests` must outlive this object or be taken away with `detach`.
+    /// `requests` must outlive this object, or `detach` be called before it ends.
     static ComPtr<ParentObject> create(ParentRequests& requests);
-    /// From here on every call fails: a plug-in may keep its reference for longer than the program keeps what
-    /// answers it.
+    /// Makes every later call fail. For the program's end, which a plug-in's reference may outlive.
     void detach() { requests_ = nullptr; }
 
     STDMETHODIMP ParentSendData(BSTR Value) override;

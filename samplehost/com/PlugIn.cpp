@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "samplehost/com/ComFailure.h"
+#include "support/Bytes.h"
 #include "support/com/ComText.h"
 
 namespace kavrelon {
@@ -20,7 +21,7 @@ struct DestroyArray {
 };
 using ArgumentArray = std::unique_ptr<SAFEARRAY, DestroyArray>;
 
-/// The fields as the plug-in expects them: an array of strings, the first at index 1.
+/// The fields as the plug-in expects them: an array of strings, with the first at index 1.
 ArgumentArray toArguments(std::span<const std::string_view> fields) {
     SAFEARRAYBOUND bound{static_cast<ULONG>(fields.size()), 1};
     ArgumentArray array(SafeArrayCreate(VT_BSTR, 1, &bound));
@@ -73,7 +74,7 @@ PlugIn::~PlugIn() {
 }
 
 void PlugIn::initialise() {
-    // The parent comes first: the plug-in asks it for profile and settings file while it initialises.
+    // The parent first: the plug-in asks it for profile and settings file while it initialises.
     check(main_->SetClientParent(parent_.get()), "The plug-in does not take the host's parent object");
     check(main_->InitializeClass(), "The plug-in could not be initialised");
 
@@ -115,7 +116,7 @@ std::string PlugIn::identity() const {
 void PlugIn::open() {
     open_ = true;
     check(main_->OnConnection(), "The plug-in could not open its window");
-    // This host has no log-in of its own: who is connected is logged in as far as it can tell.
+    // This host cannot tell when the user logs in: it takes a connection for a log-in.
     check(main_->OnLogin(), "The plug-in could not log in");
 }
 
@@ -129,7 +130,7 @@ void PlugIn::print(std::string_view text) {
     // An unfinished sequence would swallow the text.
     recognizer_->reset();
     attempt(receive_->ReceiveStart(), "ReceiveStart");
-    plain({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    plain(bytesOf(text));
     attempt(receive_->ReceiveEnd(), "ReceiveEnd");
 }
 
@@ -145,7 +146,7 @@ void PlugIn::plain(std::span<const std::uint8_t> bytes) {
     bool reported = false;
     for (const std::uint8_t byte : bytes) {
         const HRESULT result = receive_->ReceiveData(byte);
-        // What fails for one byte mostly fails for all of them.
+        // When one byte fails, the others mostly do too: one report is enough.
         if (FAILED(result) && !std::exchange(reported, true)) attempt(result, "ReceiveData");
     }
 }

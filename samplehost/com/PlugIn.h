@@ -17,12 +17,12 @@
 
 namespace kavrelon {
 
-/// What the program wants to know of the stream that it feeds.
+/// Tells the program what becomes of the stream that it feeds.
 class PlugInObserver {
   public:
     virtual ~PlugInObserver() = default;
 
-    /// A sequence that the plug-in does not have; it was dropped.
+    /// A sequence that the plug-in's table does not have; it was dropped.
     virtual void unmatched(std::span<const std::uint8_t> bytes) = 0;
     /// A call of the plug-in failed; the session goes on. `what` is a sentence for the log.
     virtual void failed(const std::string& what) = 0;
@@ -30,27 +30,26 @@ class PlugInObserver {
     virtual void screenSized(int columns, int rows) = 0;
 };
 
-/// A plug-in as a host drives it, from its initialisation to its end: lifecycle, escape tree and received
-/// data.
+/// A plug-in as a host drives it, from initialisation to its end: lifecycle, escape tree and received data.
 class PlugIn final : private EscapeSink {
   public:
     /// Initialises the plug-in and builds the escape tree from its table. Throws ComFailure, and
     /// std::invalid_argument for a table that no tree can be built from.
     PlugIn(ComPtr<IClientMain> main, ComPtr<ParentObject> parent, PlugInObserver& observer);
-    /// Closes the session where it is open, and ends the plug-in. Never call it from within one of the
-    /// plug-in's own calls of the parent object.
+    /// Closes the session if it is open, and ends the plug-in. Must not run during one of the plug-in's calls
+    /// of the parent object.
     ~PlugIn() override;
     PlugIn(const PlugIn&) = delete;
     PlugIn& operator=(const PlugIn&) = delete;
 
     /// Id, description and version, for the log.
     std::string identity() const;
-    /// Tells the plug-in that the connection stands: it shows its window. Throws ComFailure.
+    /// Tells the plug-in that the connection is made, on which it shows its window. Throws ComFailure.
     void open();
-    /// Gives the plug-in a block of what was received; sequences may be cut by the ends of blocks. Window
-    /// messages are let through at its end, and the parent object may be called meanwhile.
+    /// Gives the plug-in a block of received bytes; a sequence may continue in the next block. At the end the
+    /// plug-in lets window messages through, and may call the parent object.
     void receive(std::span<const std::uint8_t> block);
-    /// Shows text of the host's own, behind whatever was received.
+    /// Shows text of the host itself, after the text received so far.
     void print(std::string_view text);
     /// Gives the screen a size as the remote system would. False when the plug-in has no such sequence.
     bool sizeScreen(int columns, int rows);

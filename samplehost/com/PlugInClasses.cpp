@@ -9,13 +9,15 @@
 
 #include "kavrelon.h"
 #include "samplehost/com/ComFailure.h"
-#include "samplehost/win32/Resources.h"
 #include "support/com/ComText.h"
 #include "support/win32/Module.h"
 
 namespace kavrelon {
 
 namespace {
+
+// The resource with the plug-in's manifest; samplehost.rc has the same number.
+constexpr int kPlugInManifest = 100;
 
 ComPtr<IUnknown> createByName(const wchar_t* progId, const std::string& text) {
     CLSID id{};
@@ -31,7 +33,7 @@ class RegisteredClass final : public PlugInClasses {
     ComPtr<IUnknown> create(const Name& name) const override { return createByName(name.progId, name.text); }
 };
 
-/// Makes an activation context the thread's for as long as it lives.
+/// Makes an activation context the current one of the thread while it exists.
 class ActiveContext {
   public:
     explicit ActiveContext(HANDLE context) {
@@ -47,9 +49,9 @@ class ActiveContext {
     ULONG_PTR cookie_ = 0;
 };
 
-/// The manifest is a resource that this class activates, rather than the one that the system activates for
-/// the whole program: a manifest comes before the registry, which would never be asked otherwise. A host that
-/// wants the manifest in any case makes it the program's own and needs no code.
+/// The manifest is a resource that this class activates when it is needed. If it were the manifest of the
+/// whole program, the system would always prefer it to the registry, and `--registered` could not work. A
+/// host that always wants the manifest makes it the program's own and needs no code.
 class ManifestClass final : public PlugInClasses {
   public:
     ManifestClass() {
@@ -82,23 +84,24 @@ class ManifestClass final : public PlugInClasses {
 class ClassInFile final : public PlugInClasses {
   public:
     explicit ClassInFile(const std::string& path) : path_(path) {
-        // With a full path the DLL finds what lies beside it, and no other folder is searched.
+        // With a full path the DLL finds its neighbours in its own folder, and no other folder is searched.
         std::wstring full(MAX_PATH, L'\0');
         const DWORD length =
             GetFullPathNameW(toBstr(path).get(), static_cast<DWORD>(full.size()), full.data(), nullptr);
         if (length > 0 && length < full.size()) {
             module_.reset(LoadLibraryExW(full.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
         }
-        if (!module_)
+        if (!module_) {
             check(HRESULT_FROM_WIN32(GetLastError()), "The library " + path + " could not be loaded");
+        }
     }
 
   private:
     ComPtr<IUnknown> create(const Name& name) const override {
-        // The documented way from a procedure's address to its type.
         using GetClassObject = HRESULT STDAPICALLTYPE(REFCLSID, REFIID, void**);
         const FARPROC entry = GetProcAddress(module_.get(), "DllGetClassObject");
         if (entry == nullptr) throw ComFailure("The library " + path_ + " has no COM classes.");
+        // Through void*: the address has a type without parameters.
         auto* const getClassObject = reinterpret_cast<GetClassObject*>(reinterpret_cast<void*>(entry));
 
         ComPtr<IClassFactory> factory;

@@ -13,17 +13,17 @@ class PlugInClasses {
   public:
     virtual ~PlugInClasses() = default;
 
-    /// Create a plug-in, and an HTML label. Both throw ComFailure.
+    /// A new plug-in and a new HTML label. Both throw ComFailure.
     ComPtr<IClientMain> createPlugIn() const;
     ComPtr<IUnknown> createLabel() const;
 
-    /// From the manifests beside the program; nothing needs to be registered.
+    /// By the manifests next to the program; nothing needs to be registered.
     static std::unique_ptr<PlugInClasses> fromManifest();
-    /// From its registration.
+    /// By their registration.
     static std::unique_ptr<PlugInClasses> fromRegistry();
-    /// Straight from a DLL's file, past registry and manifests.
+    /// Straight from a DLL's file, without registry and manifests.
     static std::unique_ptr<PlugInClasses> fromFile(const std::string& path);
-    /// Those that the options ask for. All four throw ComFailure.
+    /// The way that the options ask for. All four throw ComFailure.
     static std::unique_ptr<PlugInClasses> open(const HostOptions& options);
 
   protected:

@@ -6,10 +6,10 @@
 
 namespace kavrelon {
 
-/// An error code as it is looked up, in hexadecimal digits: "0x80040154".
+/// An error code in the form in which users look it up: "0x80040154".
 std::string errorCode(DWORD code);
 
-/// The system's text for an error code, without a line end or full stop; "error 0x80040154" when it has none.
+/// The system's text for an error code, without line end and full stop; "error 0x80040154" when it has none.
 std::string systemMessage(DWORD code);
 
 }  // namespace kavrelon

@@ -6,7 +6,7 @@ namespace kavrelon {
 
 namespace {
 
-// The banner in pixels, two of which make one cell: the upper and the lower half of it.
+// The banner in pixels. Two of them, one above the other, make a cell.
 constexpr int kBannerPixelRows = 8;
 constexpr std::array<std::string_view, kBannerPixelRows> kBanner{
     "##   ##   ###   ##   ## ######  ####### ##       #####  ##   ##",
@@ -34,7 +34,7 @@ constexpr int kFrameRow = 8;
 constexpr int kFirstEntryRow = kFrameRow + 2;
 constexpr int kEntryColumn = kFrameColumn + 3;
 constexpr int kEntryColumns = kFrameColumns - 6;
-// Beside the highlight: in it the block would show as a hole.
+// Next to the highlight: inside it the block would look like a hole.
 constexpr int kCursorColumn = kEntryColumn - 2;
 constexpr int kSummaryRow = 21;
 constexpr int kRuleRow = 22;

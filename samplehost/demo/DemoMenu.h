@@ -22,9 +22,9 @@ class DemoMenu {
     int size() const { return static_cast<int>(entries_.size()); }
     int highlighted() const { return highlighted_; }
 
-    /// Draws everything on the erased screen.
+    /// Draws everything on an erased screen.
     void draw(const DemoScreen& screen, std::chrono::milliseconds connected);
-    /// Moves the highlight; an index past either end comes in again at the other.
+    /// Moves the highlight; an index past either end continues at the other.
     void highlight(const DemoScreen& screen, int entry);
     /// Moves the highlight without drawing it.
     void remember(int entry) { highlighted_ = entry; }

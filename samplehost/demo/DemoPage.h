@@ -7,7 +7,7 @@
 
 namespace kavrelon {
 
-/// What the keys of the terminal send.
+/// What the terminal's keys send.
 namespace demokey {
 inline constexpr char kLeft = 21;
 inline constexpr char kRight = 6;
@@ -19,14 +19,14 @@ inline constexpr char kBackspace = 8;
 inline constexpr char kDelete = 4;
 }  // namespace demokey
 
-/// The screen that pages are laid out for; larger ones show them in the middle.
+/// The screen size that pages are made for; a larger screen shows them in its middle.
 inline constexpr int kPageColumns = 80;
 inline constexpr int kPageRows = 25;
 
-/// The keys that every page leaves to the session, for the foot of the page.
+/// The keys that the session handles on every page, for the foot of the page.
 inline constexpr std::string_view kPageKeys = "Left, Right: other pages    Esc: menu";
 
-/// What a page is drawn on.
+/// The screen that a page is drawn on.
 struct DemoScreen {
     TerminalWriter& out;
     /// Size of the user's screen in cells.
@@ -34,8 +34,8 @@ struct DemoScreen {
     int rows = kPageRows;
 };
 
-/// One page of the demo session. The session draws title and key hints around it, in rows 0 to 2 and 23 to
-/// 24, unless the page wants the whole screen.
+/// One page of the demo session. The session draws the title in rows 0 to 2 and key hints in rows 23 and 24,
+/// unless the page wants the whole screen.
 class DemoPage {
   public:
     virtual ~DemoPage() = default;
@@ -43,19 +43,19 @@ class DemoPage {
     virtual std::string_view title() const = 0;
     /// One line for the menu, at most 70 characters.
     virtual std::string_view summary() const = 0;
-    /// What the page's own keys do, for the foot of the page; at most 36 characters.
+    /// The page's own keys, for the foot of the page; at most 36 characters.
     virtual std::string_view keys() const { return {}; }
     virtual bool wantsWholeScreen() const { return false; }
-    /// How long the page is worth watching when nobody is at the keyboard.
+    /// How long the page is shown while nobody presses a key.
     virtual std::chrono::milliseconds watchTime() const { return std::chrono::seconds(8); }
 
-    /// Draws the page from scratch on the erased screen. `unattended`: nobody has pressed a key so far, and
-    /// the page may show by itself what it can do.
+    /// Draws the page from its beginning on an erased screen. `unattended`: nobody has pressed a key so far,
+    /// and the page should act by itself.
     virtual void start(const DemoScreen& screen, bool unattended) = 0;
     virtual void advance(const DemoScreen&, std::chrono::milliseconds) {}
     /// Returns whether the key was one of the page's own.
     virtual bool key(const DemoScreen&, char) { return false; }
-    /// Puts back whatever the page has changed beside the screen's text.
+    /// Restores whatever the page has changed other than the screen's text.
     virtual void leave(const DemoScreen&) {}
 };
 

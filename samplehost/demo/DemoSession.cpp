@@ -12,7 +12,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-// Unattended, the menu stands this long; halfway the highlight moves to the page that comes next.
+// How long the menu is shown when unattended. Halfway the highlight moves to the next page.
 constexpr milliseconds kMenuTime{5000};
 
 constexpr std::string_view kWalkingNote = "It walks through its pages until you press a key.";
@@ -80,7 +80,7 @@ void DemoSession::send(std::string_view text) {
     if (!started_ || ending_ || text.empty()) return;
     if (std::exchange(unattended_, false) && current_ < 0) menu_.showNote(screen(), kSteeringNote);
     if (current_ < 0 && text.size() > 1) {
-        // A function key or a paste: shown, so that the user sees what arrives, and not taken for menu keys.
+        // A function key or a paste: it is not for the menu, and is shown so that the user sees what arrives.
         menu_.showNote(screen(), "Received " + visible(text));
         return;
     }

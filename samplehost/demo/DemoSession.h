@@ -12,27 +12,27 @@
 
 namespace kavrelon {
 
-/// The built-in remote system: a menu and pages that show what the terminal can do.
+/// The built-in remote system: a menu, and pages that show what the terminal can do.
 ///
-/// As long as no key arrives it walks through its pages by itself; from the first key on it goes where the
-/// user steers it. Its only clock is the time that `advance` is told.
+/// Until the first key arrives it goes through its pages by itself; after that the user chooses them. Its
+/// only clock is the `elapsed` time of `advance`.
 class DemoSession final : public RemoteSystem {
   public:
     DemoSession();
-    /// A session of other pages than its own.
+    /// A session with these pages instead of its own.
     explicit DemoSession(std::vector<std::unique_ptr<DemoPage>> pages);
     ~DemoSession() override;
 
     void advance(std::chrono::milliseconds elapsed, std::string& received) override;
     void send(std::string_view text) override;
-    /// Breaks off the page that is shown.
+    /// Ends the current page and shows the menu.
     void sendBreak() override;
     void resize(int columns, int rows) override;
     std::optional<SessionEnd> ending() const override { return ending_; }
 
-    /// The page shown, counted from 0, or -1 while the menu is.
+    /// The current page, counted from 0; -1 while the menu is shown.
     int currentPage() const { return current_; }
-    /// The menu's entry under the highlight, counted from 0; behind the pages stands the log-off.
+    /// The menu's highlighted entry, counted from 0. The one after the pages is the log-off.
     int highlighted() const { return menu_.highlighted(); }
     int pageCount() const { return static_cast<int>(pages_.size()); }
 
@@ -56,7 +56,7 @@ class DemoSession final : public RemoteSystem {
     int nextOnWalk_ = 0;
     int columns_ = kPageColumns;
     int rows_ = kPageRows;
-    // The size that the shown page found, which it leaves behind.
+    // The screen size before the current page, which the page restores.
     int columnsBeforePage_ = kPageColumns;
     int rowsBeforePage_ = kPageRows;
     bool started_ = false;

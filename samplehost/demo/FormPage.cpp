@@ -14,7 +14,7 @@ struct FieldLayout {
     int row;
     int column;
     int columns;
-    /// What the page fills in when nobody does.
+    /// What the page types when it is unattended.
     std::string_view sample;
 };
 

@@ -54,7 +54,7 @@ constexpr std::array<Box, 4> kBoxes{{
      "</body></html>"},
 }};
 
-/// Lays help boxes over the screen, one after the other.
+/// Shows help boxes over the screen, one after the other.
 class HelpBoxPage final : public DemoPage {
   public:
     std::string_view title() const override { return "Help boxes"; }
@@ -91,7 +91,7 @@ class HelpBoxPage final : public DemoPage {
         } else if (key == demokey::kDelete) {
             closeAll(screen.out);
         } else if (key >= ' ' && key <= '~' && typed_.size() < kTypedLength) {
-            // The keyboard stays with the terminal, whatever lies on it.
+            // The boxes leave the keyboard to the terminal.
             typed_ += key;
             drawTyped(screen.out);
         } else {

@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 7> kSteps{"Closing the day's ledger", "Co
 constexpr std::array<std::string_view, 5> kBranches{"Eastbridge", "Kingsport", "Northmoor", "Seaview",
                                                     "Westhill"};
 
-/// Output that scrolls away above a progress bar, as a long run on a remote system prints it.
+/// Output that scrolls above a progress bar, as a long run on a remote system prints it.
 class ScrollPage final : public DemoPage {
   public:
     std::string_view title() const override { return "Scrolling output"; }

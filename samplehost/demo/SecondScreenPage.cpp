@@ -21,7 +21,7 @@ constexpr std::array<std::string_view, 7> kLetter{
     "Up to a hundred screens can lie on the first.",
 };
 
-/// Pushes a second screen on the first and takes it away again.
+/// Shows a second screen over the first and removes it again.
 class SecondScreenPage final : public DemoPage {
   public:
     std::string_view title() const override { return "A second screen"; }
@@ -51,7 +51,7 @@ class SecondScreenPage final : public DemoPage {
     bool key(const DemoScreen& screen, char key) override {
         actsItself_ = false;
         if (open_) {
-            // Whatever is pressed, the first screen comes back before anything else happens.
+            // Any key closes the second screen and does nothing else.
             close(screen.out);
             return true;
         }

@@ -36,7 +36,7 @@ TerminalWriter& TerminalWriter::at(int column, int row) {
 }
 
 TerminalWriter& TerminalWriter::style(const Style& style) {
-    // The rendition goes last: a foreground colour would replace it.
+    // The rendition comes last: a foreground colour resets it.
     out_ += "\x1B[3" + std::to_string(static_cast<int>(style.fore)) + ";4" +
             std::to_string(static_cast<int>(style.back)) + ';' +
             std::to_string(static_cast<int>(style.look)) + 'm';
@@ -69,7 +69,7 @@ TerminalWriter& TerminalWriter::clearToEndOfLine() {
 }
 
 TerminalWriter& TerminalWriter::clearScreen() {
-    // The colours outlive the erasing, and the window is cleared in its own background anyway.
+    // Erasing keeps the colours, and clears the window in its own background colour.
     return style({}).text("\x1B[2J");
 }
 
@@ -104,7 +104,7 @@ TerminalWriter& TerminalWriter::closeScreen() {
 }
 
 TerminalWriter& TerminalWriter::helpBox(int number, const CellBox& place, std::string_view text) {
-    // Boxes count their columns from 1, and are three cells wider than they are told.
+    // Boxes count their columns from 1, and are three cells wider than the sequence says.
     constexpr int kExtraColumns = 3;
     constexpr int kMargins = 1;
     const std::string box = std::to_string(number);

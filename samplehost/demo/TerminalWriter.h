@@ -8,11 +8,11 @@ namespace kavrelon {
 /// The eight colours of the terminal.
 enum class Ink { Black, Red, Green, Yellow, Blue, Magenta, Cyan, White };
 
-/// The renditions, by their codes. `Normal` and `Dim` draw the colour at three fifths of its strength, `Bold`
-/// at full strength, `Blink` in italics.
+/// The renditions, by their codes. `Normal` and `Dim` draw the colour at three fifths of its brightness,
+/// `Bold` at full brightness, `Blink` in italics.
 enum class Look { Normal = 0, Bold = 1, Dim = 2, Underline = 4, Blink = 5, Reverse = 7, Hidden = 8 };
 
-/// How text is drawn. Choosing a foreground colour drops the rendition, so the three always go out together.
+/// How text is drawn. A foreground colour resets the rendition, so the three are always sent together.
 struct Style {
     Ink fore = Ink::White;
     Ink back = Ink::Black;
@@ -31,8 +31,8 @@ enum class FrameLines { Single, Double };
 
 /// Composes what a remote system sends to the terminal: text, and the sequences that the terminal knows.
 ///
-/// Cells are counted from 0 and from an origin of the writer's own, so that a page made for 80 x 25 stands in
-/// the middle of a larger screen. Line-drawing characters are those of code page 437.
+/// Cells are counted from 0 and from the writer's own origin, so that a page for 80 x 25 can be in the middle
+/// of a larger screen. Line-drawing characters are those of code page 437.
 class TerminalWriter {
   public:
     /// Appends to `out`, which must outlive the writer.
@@ -42,29 +42,28 @@ class TerminalWriter {
 
     TerminalWriter& at(int column, int row);
     TerminalWriter& style(const Style& style);
-    /// Text as it is, single-byte.
+    /// Appends single-byte text unchanged.
     TerminalWriter& text(std::string_view text);
-    /// Text cut or filled up with blanks to `width` cells.
+    /// Text, cut or padded with blanks to `width` cells.
     TerminalWriter& field(std::string_view text, int width);
     TerminalWriter& repeat(char character, int count);
-    /// To the first column of the next row; the screen scrolls on the last one.
+    /// Moves to the first column of the next row; on the last row the screen scrolls.
     TerminalWriter& newLine();
     TerminalWriter& clearToEndOfLine();
-    /// Erases the whole screen and puts the cursor in its corner.
+    /// Erases the whole screen and moves the cursor to its top left corner.
     TerminalWriter& clearScreen();
 
-    /// Draws the border of `box` in the style in force.
+    /// Draws the border of `box` in the current style.
     TerminalWriter& frame(const CellBox& box, FrameLines lines);
     TerminalWriter& horizontalRule(int column, int row, int columns, FrameLines lines);
 
     TerminalWriter& sizeScreen(int columns, int rows);
     /// Puts a new, empty screen on top of this one.
     TerminalWriter& newScreen();
-    /// Takes the top screen away; the one below is as it was.
+    /// Removes the top screen; the one below is unchanged.
     TerminalWriter& closeScreen();
-    /// Lays a help box over the screen, in place of the one with this number (0 to 50). The text is plain,
-    /// with
-    /// "^" for a line break, or HTML that begins with "<html>".
+    /// Shows a help box over the screen, in place of the one with this number (0 to 50). The text is plain,
+    /// with "^" for a line break, or HTML that begins with "<html>".
     TerminalWriter& helpBox(int number, const CellBox& place, std::string_view text);
     TerminalWriter& hideHelpBox(int number);
     TerminalWriter& logOn(std::string_view user);

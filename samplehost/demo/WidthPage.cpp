@@ -72,7 +72,7 @@ class WidthPage final : public DemoPage {
   private:
     void change(TerminalWriter& out, int columns) {
         wide_ = columns == kWide;
-        // Erased first: what the other width has left in the hidden columns would come up again.
+        // Erased before as well: text of the other width in hidden columns would appear again.
         out.clearScreen().sizeScreen(columns, rows_).clearScreen();
         out.at(2, 1).style({}).text("Articles sold in a year");
         const std::string size = std::to_string(columns) + " columns";

@@ -6,18 +6,15 @@
 #include <utility>
 
 #include "samplehost/com/SystemMessage.h"
+#include "support/Bytes.h"
 
 namespace kavrelon {
 
 namespace {
 
 constexpr DWORD kConnectMilliseconds = 15000;
-// Taken at once before the user interface has its turn again.
+// The most to receive before the user interface gets its turn.
 constexpr std::size_t kMostAtOnce = 64 * 1024;
-
-std::span<const std::uint8_t> bytesOf(std::string_view text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
 
 std::string reasonOf(int error) {
     switch (error) {
@@ -37,7 +34,7 @@ std::string reasonOf(int error) {
 
 using AddressList = std::unique_ptr<addrinfo, decltype(&freeaddrinfo)>;
 
-/// Every address of the name; the list is empty when there is none, and `error` says why.
+/// Every address of the name; the list is empty when there is none, and `error` tells why.
 AddressList addressesOf(const HostOptions& options, int& error) {
     addrinfo hints{};
     hints.ai_family = AF_UNSPEC;
@@ -95,7 +92,7 @@ int Connection::tryAddress(const addrinfo& address) {
     if (WaitForSingleObject(event_, kConnectMilliseconds) != WAIT_OBJECT_0) return WSAETIMEDOUT;
     WSANETWORKEVENTS events{};
     if (WSAEnumNetworkEvents(socket_, event_, &events) != 0) return WSAGetLastError();
-    // What else has happened meanwhile is found by trying.
+    // Asking has reset the event; set, it lets `advance` look for what else has happened.
     WSASetEvent(event_);
     return events.iErrorCode[FD_CONNECT_BIT];
 }
@@ -108,7 +105,7 @@ void Connection::closeSocket() {
 void Connection::advance(std::chrono::milliseconds, std::string& received) {
     if (!ending_) {
         WSANETWORKEVENTS events{};
-        // Resets the event; the calls below make the system set it again when there is more to do.
+        // Resets the event; the calls below let the system set it again when there is more to do.
         WSAEnumNetworkEvents(socket_, event_, &events);
         receiveSome();
         sendQueued();
@@ -140,11 +137,11 @@ void Connection::resize(int columns, int rows) {
 }
 
 void Connection::application(std::span<const std::uint8_t> bytes) {
-    arrived_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    arrived_ += textOf(bytes);
 }
 
 void Connection::network(std::span<const std::uint8_t> bytes) {
-    queued_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    queued_ += textOf(bytes);
 }
 
 void Connection::receiveSome() {
@@ -185,7 +182,7 @@ void Connection::echo(std::string_view text) {
         arrived_ += character;
         if (character == '\r') arrived_ += '\n';
     }
-    // What is shown comes with the next advance, as all else does.
+    // The echo is fetched with the next `advance`, like received text.
     WSASetEvent(event_);
 }
 

@@ -13,7 +13,7 @@
 
 namespace kavrelon {
 
-/// A connection that did not come about; the text is a sentence for the user.
+/// A connection that could not be made; the text is a sentence for the user.
 class ConnectionError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -23,13 +23,13 @@ class ConnectionError : public std::runtime_error {
 class Connection final : public RemoteSystem, private TelnetSink {
   public:
     /// Connects to the host and port of the options, trying every address that the name has. Returns when the
-    /// connection stands; throws ConnectionError.
+    /// connection is made. Throws ConnectionError.
     explicit Connection(const HostOptions& options);
     ~Connection() override;
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Signalled when `advance` has something to do. Stays this object's.
+    /// Signalled when `advance` has something to do. This object keeps it.
     HANDLE readyEvent() const { return event_; }
 
     void advance(std::chrono::milliseconds elapsed, std::string& received) override;
@@ -40,7 +40,7 @@ class Connection final : public RemoteSystem, private TelnetSink {
     std::optional<SessionEnd> ending() const override { return ending_; }
 
   private:
-    /// The system's socket library, for as long as a connection lives.
+    /// Keeps the system's socket library started.
     struct SocketLibrary {
         SocketLibrary();
         ~SocketLibrary() { WSACleanup(); }

@@ -12,6 +12,7 @@
 #include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/Snapshot.h"
 #include "support/PictureName.h"
+#include "support/SystemColours.h"
 #include "support/WebAddress.h"
 #include "support/com/ComText.h"
 #include "support/win32/Module.h"
@@ -87,7 +88,7 @@ void HelpViewer::openLabel() {
     control_->connect(*sink_);
 
     label_->put_BorderStyle(1);
-    label_->put_BackColor(0x80000000U | COLOR_WINDOW);
+    label_->put_BackColor(systemColour(COLOR_WINDOW));
     label_->put_EnableScroll(VARIANT_TRUE);
     label_->put_EnableAnchors(VARIANT_TRUE);
     label_->put_EnableTooltips(VARIANT_TRUE);
@@ -107,7 +108,7 @@ void HelpViewer::setDocument() {
     SetWindowTextW(window_, title.get());
 }
 
-// A label keeps its layout when it is resized: the text fits again once it is set again.
+// A label keeps its layout when it is resized. Setting the text again fits it to the new size.
 void HelpViewer::fitLabel() {
     if (!label_ || IsIconic(window_)) return;
     RECT inner{};
@@ -161,7 +162,7 @@ void HelpViewer::takePicture() {
     PostQuitMessage(0);
 }
 
-// Arguments stand in reverse order.
+// The arguments come in reverse order.
 HRESULT HelpViewer::onEvent(DISPID event, DISPPARAMS& arguments) {
     if (event == kHyperlinkClick && arguments.cArgs == 1 && arguments.rgvarg[0].vt == VT_BSTR) {
         follow(toAnsi(bstrView(arguments.rgvarg[0].bstrVal)));
@@ -178,7 +179,7 @@ HRESULT HelpViewer::onEvent(DISPID event, DISPPARAMS& arguments) {
     return S_OK;
 }
 
-// The document may come from anywhere; what its links open is only ever a page in the user's browser.
+// The document may come from anywhere: its links may only open pages in the user's browser.
 void HelpViewer::follow(const std::string& link) {
     if (webAddressOf(link) == WebAddress::Page) {
         ShellExecuteA(window_, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL);

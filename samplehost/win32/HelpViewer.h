@@ -24,8 +24,8 @@ class HelpViewer {
     HelpViewer(const HelpViewer&) = delete;
     HelpViewer& operator=(const HelpViewer&) = delete;
 
-    /// Runs until the window is closed or its picture, where the options ask for one, is taken. The program's
-    /// exit status.
+    /// Runs until the window is closed or the picture that the options ask for is taken. Returns the
+    /// program's exit status.
     int run();
 
   private:

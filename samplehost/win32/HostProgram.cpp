@@ -12,6 +12,7 @@
 #include "samplehost/win32/Connection.h"
 #include "samplehost/win32/SettingsFile.h"
 #include "samplehost/win32/Snapshot.h"
+#include "support/Bytes.h"
 
 namespace kavrelon {
 
@@ -19,18 +20,14 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// How often a remote system that lives by the clock has its turn.
+// How often a remote system gets its turn that has no event but lives by the clock.
 constexpr milliseconds kTick{20};
 // How long the last words of a session stay on the screen.
 constexpr milliseconds kFarewell{2000};
-// How long the remote system may greet before a text that was asked for is typed.
+// How long the remote system may take to greet before the text of `--type` is sent.
 constexpr milliseconds kGreeting{500};
-// Small enough for the window to answer the user in the middle of a flood.
+// Small enough for the window to answer the user while much is received.
 constexpr std::size_t kBlock = 4096;
-
-std::span<const std::uint8_t> bytesOf(std::string_view text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
 
 std::string readRecording(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -56,7 +53,7 @@ int HostProgram::run() {
         serveRemoteSystem();
         meetDeadlines();
     }
-    // Here, and not where the window was closed: that was within a call of the plug-in.
+    // Only here: when the window was closed, a call of the plug-in was still running.
     plugIn_.reset();
     note("session closed");
     return exitStatus_;
@@ -72,7 +69,7 @@ void HostProgram::openLog() {
 void HostProgram::openRemoteSystem() {
     switch (options_.source) {
         case HostOptions::Source::Demo:
-            // Only the program's own folder is written to, not one that the user has named.
+            // Into the program's own folder only, not into one that the user has named.
             if (!options_.iniFile) storeDemoPicture(defaultSettingsFile());
             remote_ = std::make_unique<DemoSession>();
             break;
@@ -159,7 +156,7 @@ void HostProgram::noteEnding() {
         std::fprintf(stderr, "samplehost: %s\n", ending->sentence.c_str());
         exitStatus_ = 1;
     }
-    // A picture that was asked for is taken first, and shows the last words too.
+    // Where a picture is to be taken, the program ends with it, so that it shows the last words too.
     leaveDue_ = pictureDue_ ? Clock::time_point::max() : Clock::now() + kFarewell;
 }
 
@@ -168,37 +165,37 @@ void HostProgram::meetDeadlines() {
     if (leaveDue_ && now >= *leaveDue_) leave_ = true;
     if (typingDue_ && now >= *typingDue_) {
         typingDue_.reset();
-        sendData(options_.typedText);
+        ParentSendData(options_.typedText);
     }
     if (leave_ || !pictureDue_ || now < *pictureDue_) return;
     saveSnapshot(topWindowOfThread(), *options_.snapshotFile);
     leave_ = true;
 }
 
-void HostProgram::sendData(const std::string& text) {
+void HostProgram::ParentSendData(const std::string& text) {
     if (log_) log_->sent(bytesOf(text));
     remote_->send(text);
 }
 
-void HostProgram::sendBreak() {
+void HostProgram::ParentSendBreak() {
     note("break sent");
     remote_->sendBreak();
 }
 
-void HostProgram::sendCommand(const std::string& command) {
+void HostProgram::ParentSendCommand(const std::string& command) {
     note("plug-in command: " + command);
 }
 
-void HostProgram::windowClosed() {
+void HostProgram::ParentWindowClosed() {
     note("window closed by the user");
     leave_ = true;
 }
 
-std::string HostProgram::connectionProfile() {
+std::string HostProgram::ParentConnectionProfile() {
     return options_.profile.value_or("default");
 }
 
-std::string HostProgram::iniFile() {
+std::string HostProgram::ParentIniFile() {
     return options_.iniFile ? fullPath(*options_.iniFile) : defaultSettingsFile();
 }
 

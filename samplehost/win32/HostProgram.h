@@ -17,8 +17,7 @@
 
 namespace kavrelon {
 
-/// One run of the sample host: it brings a remote system and the plug-in together, and keeps the message
-/// loop.
+/// One run of the sample host: it connects a remote system with the plug-in, and has the message loop.
 class HostProgram final : private ParentRequests, private PlugInObserver {
   public:
     /// Opens the log, finds the plug-in and connects. Throws with a sentence for the user.
@@ -28,19 +27,19 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     HostProgram& operator=(const HostProgram&) = delete;
 
     /// Runs the session until the window is closed, the remote system has ended it or the picture is taken.
-    /// The program's exit status: 0, or 1 for a session that broke off.
+    /// Returns the program's exit status: 0, or 1 for a session that broke off.
     int run();
 
   private:
     using Clock = std::chrono::steady_clock;
 
-    // The plug-in's requests
-    void sendData(const std::string& text) override;
-    void sendBreak() override;
-    void sendCommand(const std::string& command) override;
-    void windowClosed() override;
-    std::string connectionProfile() override;
-    std::string iniFile() override;
+    // Requests of the plug-in
+    void ParentSendData(const std::string& text) override;
+    void ParentSendBreak() override;
+    void ParentSendCommand(const std::string& command) override;
+    void ParentWindowClosed() override;
+    std::string ParentConnectionProfile() override;
+    std::string ParentIniFile() override;
 
     // What becomes of the stream
     void unmatched(std::span<const std::uint8_t> bytes) override;

@@ -9,12 +9,13 @@
 #include <stdexcept>
 
 #include "samplehost/com/SystemMessage.h"
-#include "samplehost/win32/Resources.h"
 
 namespace kavrelon {
 namespace {
 
-constexpr WORD kRawData = 10;  // RT_RCDATA, whose macro is a text of either width
+constexpr WORD kRawData = 10;  // RT_RCDATA, whose macro depends on the character width
+// The resource with the demo session's picture; samplehost.rc has the same number.
+constexpr WORD kDemoPicture = 101;
 
 }  // namespace
 

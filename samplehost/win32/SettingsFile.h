@@ -4,16 +4,15 @@
 
 namespace kavrelon {
 
-/// The full path of a settings file. (Without a folder the system would look for it in its own.)
+/// The full path of a settings file. (The system looks for a name without a folder in its own folder.)
 std::string fullPath(const std::string& path);
 
-/// The user's own settings file of this program. Its folder is there afterwards; the file appears when
-/// something is first stored in it.
+/// Path of the user's settings file for this program. Creates its folder; the file itself appears when
+/// something is first stored in it. Throws with a sentence for the user.
 std::string defaultSettingsFile();
 
-/// Puts the picture of the demo session where the plug-in looks for pictures: into the folder "Pictures"
-/// beside a settings file. A file of its name stays as it is. What fails leaves the session without its
-/// picture.
+/// Puts the picture of the demo session where the plug-in looks for pictures: into the folder "Pictures" next
+/// to a settings file. An existing file stays as it is. After a failure the session has no picture.
 void storeDemoPicture(const std::string& settingsFile);
 
 }  // namespace kavrelon

@@ -1,7 +1,7 @@
 #include "samplehost/win32/Snapshot.h"
 
 #include <objbase.h>
-// Behind the interfaces that it is built on.
+// After objbase.h, whose interfaces it needs.
 #include <gdiplus.h>
 
 #include <memory>
@@ -17,7 +17,7 @@ namespace gdip = Gdiplus::DllExports;
 
 constexpr CLSID kPngEncoder{0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
-/// GDI+ for as long as it lives.
+/// Keeps GDI+ started.
 class GdiPlus {
   public:
     GdiPlus() {
@@ -51,7 +51,7 @@ using MemoryContext = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteMemoryCo
 using ScreenContext = std::unique_ptr<std::remove_pointer_t<HDC>, ReleaseScreenContext>;
 using Image = std::unique_ptr<Gdiplus::GpBitmap, DisposeImage>;
 
-/// Taken from the screen: what the user sees is wanted, not what the window would draw when asked again.
+/// Copied from the screen, to show what the user sees and not what the window would draw when asked again.
 BitmapHandle copyFromScreen(const RECT& area) {
     const int width = area.right - area.left;
     const int height = area.bottom - area.top;

@@ -13,10 +13,10 @@ class SnapshotError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// The topmost visible window of this thread, or the one that it belongs to; null when there is none.
+/// The topmost visible window of this thread, or the window that owns it; null when there is none.
 HWND topWindowOfThread();
 
-/// Writes the window as it is seen, frame and menu included, to a PNG file. Throws SnapshotError.
+/// Writes the window as the user sees it, with frame and menu, to a PNG file. Throws SnapshotError.
 void saveSnapshot(HWND window, const std::string& path);
 
 }  // namespace kavrelon

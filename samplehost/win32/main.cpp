@@ -19,8 +19,8 @@ using namespace kavrelon;
 constexpr int kBadOptions = 2;
 constexpr int kFailed = 1;
 
-/// COM for this thread. The plug-in lives in a single-threaded apartment: on the thread that made it, which
-/// has a message loop.
+/// Keeps COM started for this thread, as a single-threaded apartment: the plug-in is called on the thread
+/// that made it, which must have a message loop.
 class Apartment {
   public:
     Apartment() { check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "COM could not be started"); }

@@ -7,7 +7,7 @@
 
 namespace kavrelon {
 
-/// Makes objects of one class. Aggregation is refused.
+/// Makes objects of one class, which must have a text `kClassName` for error objects. Refuses aggregation.
 template <class Object>
 class ClassFactory final : public Implements<IClassFactory> {
   public:

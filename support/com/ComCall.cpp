@@ -9,10 +9,6 @@
 namespace kavrelon {
 namespace {
 
-constexpr HRESULT runtimeErrorResult(RuntimeErrorNumber number) {
-    return static_cast<HRESULT>(0x800A0000U | static_cast<unsigned>(number));
-}
-
 void setErrorInfo(const ComMember& member, const std::string& source, const std::string& text) {
     ComPtr<ICreateErrorInfo> info;
     if (FAILED(CreateErrorInfo(info.put()))) return;
@@ -30,7 +26,7 @@ HRESULT report(const ComMember& member) {
         return error.result();
     } catch (const RuntimeError& error) {
         setErrorInfo(member, error.source(), error.what());
-        return runtimeErrorResult(error.number());
+        return runtimeErrorResult(static_cast<int>(error.number()));
     } catch (const std::bad_alloc&) {
         SetErrorInfo(0, nullptr);
         return E_OUTOFMEMORY;
@@ -57,7 +53,7 @@ HRESULT reportException(const ComMember& member) noexcept {
     try {
         return report(member);
     } catch (...) {
-        return E_OUTOFMEMORY;  // the error object itself found no memory
+        return E_OUTOFMEMORY;  // there was no memory for the error object
     }
 }
 

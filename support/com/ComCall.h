@@ -12,8 +12,8 @@
 
 namespace kavrelon {
 
-/// A failure with an HRESULT of its own: a bad argument, or the failure of an object that was called, which
-/// goes on to our caller as it came, error object included.
+/// A failure with its own HRESULT: a bad argument, or a failed call of another object, which is passed on to
+/// our caller unchanged, with its error object.
 class ComError : public std::exception {
   public:
     explicit ComError(HRESULT result, ComPtr<IErrorInfo> info = {}) noexcept
@@ -28,8 +28,8 @@ class ComError : public std::exception {
     ComPtr<IErrorInfo> info_;
 };
 
-/// Throws a ComError when the call that gave `result` failed. With the object and the interface that were
-/// called, it takes along the error object that the call left, where that interface leaves any.
+/// Throws a ComError when `result` is a failure. Given the object and the interface that were called, the
+/// ComError carries the error object that the call left, if that interface supports error objects.
 void throwIfFailed(HRESULT result, IUnknown* object = nullptr, REFIID iid = IID_NULL);
 
 /// Which member of which interface was called, for the error object.
@@ -39,13 +39,19 @@ struct ComMember {
     const IID& iid;
 };
 
-/// Turns the exception in flight into an HRESULT and this thread's error object. A RuntimeError becomes
-/// 0x800A0000 + its number, exhausted memory E_OUTOFMEMORY, a ComError what it carries, all else E_FAIL.
+/// The HRESULT that automation clients expect of a run-time error: 0x800A0000 + its number.
+constexpr HRESULT runtimeErrorResult(int number) {
+    return static_cast<HRESULT>(0x800A0000U | static_cast<unsigned>(number));
+}
+
+/// Turns the exception in flight into an HRESULT and this thread's error object: a RuntimeError into its
+/// `runtimeErrorResult`, std::bad_alloc into E_OUTOFMEMORY, a ComError into what it carries, others into
+/// E_FAIL.
 HRESULT reportException(const ComMember& member) noexcept;
 
-/// Runs the work of a member that is called from outside, and gives its result where it has one. No exception
-/// leaves it; a success leaves no error object behind, neither ours nor one of a call that failed on the way
-/// and did not matter.
+/// Runs the work of a member that is called from outside. Returns the work's HRESULT, or S_OK when it has
+/// none. No exception leaves it. A success leaves no error object, not even that of an inner call whose
+/// failure did not matter.
 template <class Work>
 HRESULT comCall(const ComMember& member, Work&& work) noexcept {
     HRESULT result = S_OK;
@@ -62,7 +68,7 @@ HRESULT comCall(const ComMember& member, Work&& work) noexcept {
     return result;
 }
 
-/// Where a result goes; a caller without a place for it has made an error.
+/// The variable that a caller's out parameter points to. Throws a ComError with E_POINTER when it is null.
 template <class Value>
 Value& out(Value* place) {
     if (place == nullptr) throw ComError(E_POINTER);

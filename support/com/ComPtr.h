@@ -11,7 +11,7 @@ template <class Interface>
 class ComPtr {
   public:
     ComPtr() = default;
-    /// Adds a reference of its own.
+    /// Adds a reference.
     explicit ComPtr(Interface* object) noexcept : object_(object) {
         if (object_ != nullptr) object_->AddRef();
     }
@@ -30,20 +30,20 @@ class ComPtr {
     Interface& operator*() const noexcept { return *object_; }
     explicit operator bool() const noexcept { return object_ != nullptr; }
 
-    /// Where a call leaves a reference that becomes this object's. What was held is released.
+    /// For an out parameter: takes over the reference that a call stores here. The old one is released.
     Interface** put() noexcept {
         *this = ComPtr();
         return &object_;
     }
     void** putVoid() noexcept { return reinterpret_cast<void**>(put()); }
-    /// The object as another of its interfaces; empty when it has none such.
+    /// Another interface of the object; empty when it has no such interface.
     template <class Other>
     ComPtr<Other> query() const noexcept {
         ComPtr<Other> other;
         if (object_ != nullptr) object_->QueryInterface(__uuidof(Other), other.putVoid());
         return other;
     }
-    /// Gives the reference away.
+    /// Gives the reference to the caller.
     [[nodiscard]] Interface* detach() noexcept { return std::exchange(object_, nullptr); }
 
   private:

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <new>
 
+#include "support/win32/WideText.h"
+
 namespace kavrelon {
 namespace {
 
@@ -11,7 +13,7 @@ bool isAscii(std::wstring_view text) noexcept {
 }
 
 int convert(std::wstring_view text, char* out, int room) noexcept {
-    // A system whose ANSI code page is UTF-8 has every character, and takes neither flag nor replacement.
+    // UTF-8 as the ANSI code page has every character, and the call refuses flag and default with it.
     const bool hasEverything = GetACP() == CP_UTF8;
     return WideCharToMultiByte(CP_ACP, hasEverything ? 0 : WC_NO_BEST_FIT_CHARS, text.data(),
                                static_cast<int>(text.size()), out, room, hasEverything ? nullptr : "?",
@@ -33,7 +35,7 @@ BSTR* Bstr::put() noexcept {
     return &text_;
 }
 
-// Nearly everything that crosses is a few plain digits or letters, the same in every ANSI code page.
+// Nearly all texts that cross the boundary are short and ASCII, which is the same in every ANSI code page.
 int ansiLength(std::wstring_view text) noexcept {
     return isAscii(text) ? static_cast<int>(text.size()) : convert(text, nullptr, 0);
 }
@@ -53,11 +55,7 @@ std::string toAnsi(std::wstring_view text) {
 }
 
 Bstr toBstr(std::string_view ansi) {
-    const int bytes = static_cast<int>(ansi.size());
-    const int length = bytes > 0 ? MultiByteToWideChar(CP_ACP, 0, ansi.data(), bytes, nullptr, 0) : 0;
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    if (length > 0) MultiByteToWideChar(CP_ACP, 0, ansi.data(), bytes, wide.data(), length);
-    return Bstr(wide);
+    return Bstr(toWide(ansi));
 }
 
 }  // namespace kavrelon

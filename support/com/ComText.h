@@ -10,7 +10,7 @@
 
 namespace kavrelon {
 
-/// Owns an automation string. It may be null, which means the empty text, and may contain NULs.
+/// Owns an automation string. It may be null, which is the empty text, and may contain NULs.
 class Bstr {
   public:
     Bstr() = default;
@@ -26,9 +26,9 @@ class Bstr {
 
     BSTR get() const noexcept { return text_; }
     std::wstring_view view() const noexcept;
-    /// Where a call leaves a string that becomes this object's. What was held is freed.
+    /// For an out parameter: takes over the string that a call stores here. The old one is freed.
     BSTR* put() noexcept;
-    /// Gives the string away.
+    /// Gives the string to the caller.
     [[nodiscard]] BSTR detach() noexcept { return std::exchange(text_, nullptr); }
 
   private:
@@ -40,14 +40,14 @@ inline std::wstring_view bstrView(BSTR text) noexcept {
     return text != nullptr ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
 }
 
-/// Length in bytes of a text in the system's ANSI code page.
+/// Number of bytes of a text in the system's ANSI code page.
 int ansiLength(std::wstring_view text) noexcept;
-/// Converts a text to the system's ANSI code page, to `out`, which has room for its `length` there. What the
-/// page does not have becomes "?", never a lookalike.
+/// Converts a text to the system's ANSI code page. `out` has room for `length` bytes, which is its
+/// `ansiLength`. A character that the page does not have becomes "?", never a similar one.
 void toAnsi(std::wstring_view text, char* out, int length) noexcept;
 std::string toAnsi(std::wstring_view text);
 
-/// The converse of `toAnsi`.
+/// The inverse of `toAnsi`.
 Bstr toBstr(std::string_view ansi);
 
 }  // namespace kavrelon

@@ -74,7 +74,7 @@ STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
         std::find_if(connections_.begin(), connections_.end(),
                      [=](const Connection& connection) { return connection.cookie == cookie; });
     if (found == connections_.end()) return CONNECT_E_NOCONNECTION;
-    // Releasing the sink may lead back here.
+    // Released last: the sink's end may call this member again.
     const Connection ended = std::move(*found);
     connections_.erase(found);
     return S_OK;

@@ -10,20 +10,21 @@
 
 namespace kavrelon {
 
-/// One kind of sinks of an object: where they are registered, and found again to be called.
+/// The sinks of one events interface of an object: clients register them, and the object calls them.
 ///
-/// It is a part of its object and lives as long: every reference to it is one to the object.
+/// It is a member of its object and shares its reference count.
 class ConnectionPoint final : public IConnectionPoint {
   public:
-    /// `iid` is what sinks implement. Sinks of a dispinterface often answer for IDispatch alone, which does.
+    /// `iid` is the interface that sinks implement. With `dispatchDoes`, a sink that only answers for
+    /// IDispatch is accepted too, as many sinks of dispinterfaces do.
     ConnectionPoint(IConnectionPointContainer& object, REFIID iid, bool dispatchDoes)
         : object_(object), iid_(iid), dispatchDoes_(dispatchDoes) {}
     ConnectionPoint(const ConnectionPoint&) = delete;
     ConnectionPoint& operator=(const ConnectionPoint&) = delete;
 
     REFIID iid() const noexcept { return iid_; }
-    /// The sinks there are now, each as the interface that it gave. A sink that is called may end its own
-    /// connection and those of others.
+    /// The sinks connected now, each by the interface that it answered for. A copy: a sink that is called may
+    /// disconnect itself and others.
     std::vector<ComPtr<IUnknown>> sinks() const;
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;

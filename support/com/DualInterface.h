@@ -5,8 +5,8 @@
 
 namespace kavrelon {
 
-/// The automation half of a dual interface, served from the library's type library. A class derives from it
-/// in the place of the interface, and implements the interface's own members.
+/// The IDispatch part of a dual interface, served from the module's own type library. A class derives from it
+/// instead of the interface, and implements the interface's own members.
 template <class DualInterfaceType>
 class DualInterface : public DualInterfaceType {
   public:
@@ -42,7 +42,7 @@ class DualInterface : public DualInterfaceType {
         ITypeInfo* info = nullptr;
         const HRESULT loaded = typeInfo_.load(__uuidof(Interface), &info);
         if (FAILED(loaded)) return loaded;
-        // The member may release this object, and the type information with it.
+        // The member may release this object, and with it the type information.
         const ComPtr<ITypeInfo> kept(info);
         auto* const object = static_cast<Interface*>(this);
         return DispInvoke(object, info, id, flags, parameters, result, exception, badArgument);

@@ -10,8 +10,8 @@
 
 namespace kavrelon {
 
-/// A COM enumerator over a list that was taken when it was made. `Copy` makes of an entry what a caller
-/// receives, and takes references for it.
+/// A COM enumerator over a list that it copied when it was made. `copy` turns an entry into the item that a
+/// caller receives, with a reference for the caller.
 template <class Interface, class Entry, class Item, Item (*copy)(const Entry&)>
 class Enumerator final : public Implements<Interface> {
   public:

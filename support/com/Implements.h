@@ -8,8 +8,8 @@
 
 namespace kavrelon {
 
-/// One of the interfaces of a base that implements several, and those that it extends, as which the object is
-/// found as well.
+/// One interface of a base that implements several, and the interfaces that it extends: QueryInterface
+/// answers for those too.
 template <class Interface, class... Extended>
 struct Face {
     static bool answersTo(REFIID iid) {
@@ -18,7 +18,7 @@ struct Face {
     using Type = Interface;
 };
 
-/// The interfaces of a base that implements several: the base names it `Faces`.
+/// All interfaces of a base that implements several. The base calls this type `Faces`.
 template <class... Each>
 struct FaceList {
     template <class Base>
@@ -31,7 +31,7 @@ struct FaceList {
     }
 };
 
-/// An interface in a class's list that is found as those that it extends as well.
+/// An interface for the list of `Implements`: QueryInterface answers for it and for those that it extends.
 template <class Interface, class... Extended>
 class Extending : public Interface {
   public:
@@ -59,11 +59,11 @@ struct InterfaceOf<Base> {
 };
 }  // namespace detail
 
-/// IUnknown for a class that implements the given interfaces, each named plainly, as a DualInterface, or as a
-/// base that lists its `Faces`. The first of them is also the object's IUnknown and, when it is dual, its
-/// IDispatch. All dual ones report errors through error objects.
+/// IUnknown for a class that implements the given interfaces, each of which is a plain interface, a
+/// DualInterface, or a base that lists its `Faces`. The first is also the object's IUnknown and, when it is
+/// dual, its IDispatch. All dual ones report errors through error objects.
 ///
-/// An object starts with one reference, which belongs to whoever made it, and holds the library until it
+/// An object starts with one reference, which belongs to its maker, and keeps the library loaded until it
 /// ends.
 template <class First, class... Others>
 class Implements : public First, public Others..., public ISupportErrorInfo, private ModuleLock {
@@ -84,7 +84,8 @@ class Implements : public First, public Others..., public ISupportErrorInfo, pri
     STDMETHODIMP_(ULONG) Release() override {
         const LONG left = InterlockedDecrement(&references_);
         if (left == 0) {
-            // What the object lets go of as it ends may call it once more: that must not end it twice.
+            // An object released in the destructor may add and release a reference to this one, which must
+            // not delete it again.
             references_ = 1;
             delete this;
         }

@@ -6,7 +6,7 @@
 namespace kavrelon {
 namespace {
 
-/// What a failed call tells about its failure.
+/// What a failed call reports. Owns the texts in it.
 class ExceptionDetails : public EXCEPINFO {
   public:
     ExceptionDetails() noexcept : EXCEPINFO{} {}
@@ -20,7 +20,7 @@ class ExceptionDetails : public EXCEPINFO {
 
     ComError error() noexcept {
         if (pfnDeferredFillIn != nullptr) pfnDeferredFillIn(this);
-        const HRESULT result = scode != 0 ? scode : static_cast<HRESULT>(0x800A0000U | wCode);
+        const HRESULT result = scode != 0 ? scode : runtimeErrorResult(wCode);
         ComPtr<ICreateErrorInfo> info;
         if (FAILED(CreateErrorInfo(info.put()))) return ComError(result);
         info->SetSource(bstrSource);
@@ -52,7 +52,7 @@ void Arguments::add(VARIANT* reference) {
     addNext(VT_VARIANT | VT_BYREF).pvarVal = reference;
 }
 
-// A call takes its arguments last one first.
+// A call expects its arguments in reverse order.
 VARIANT& Arguments::addNext(VARTYPE type) {
     VARIANT& argument = *reversed_.insert(reversed_.begin(), VARIANT{});
     argument.vt = type;

@@ -9,11 +9,11 @@
 
 namespace kavrelon {
 
-/// The arguments of a late-bound call. Texts are copied; what a reference leads to stays the caller's.
+/// The arguments of a late-bound call. Texts are copied; a VARIANT passed by reference stays the caller's.
 class Arguments {
   public:
     Arguments() = default;
-    /// In the order in which the member declares them.
+    /// Takes them in the order in which the member declares them.
     template <class... Values>
     explicit Arguments(const Values&... values) : Arguments() {
         (add(values), ...);
@@ -37,9 +37,9 @@ class Arguments {
     std::vector<VARIANT> reversed_;
 };
 
-/// Calls a member of an automation object by its name, as a script does: a method, or with
-/// DISPATCH_PROPERTYGET the reading of a property. `result` may be null. Throws a ComError when the object
-/// has no such member or the member fails.
+/// Calls a member of an automation object by its name, as a script does. `flags` is DISPATCH_METHOD for a
+/// method, DISPATCH_PROPERTYGET for reading a property. `result` may be null. Throws a ComError when the
+/// object has no such member or the member fails.
 void callByName(IDispatch& object, const wchar_t* name, WORD flags, Arguments&& arguments = Arguments(),
                 VARIANT* result = nullptr);
 

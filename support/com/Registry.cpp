@@ -95,7 +95,7 @@ std::optional<std::wstring> ClassesRoot::text(const RegistryValue& place) const 
     return data;
 }
 
-/// Whether the registry says the same, and a value without a key says nothing.
+/// Whether the registry has this value. One without a key stands for no condition.
 bool ClassesRoot::holds(const RegistryValue& value) const {
     if (value.key.empty()) return true;
     const std::optional<std::wstring> data = text(value);

@@ -19,13 +19,13 @@ struct RegistryValue {
 /// Values that are written and removed together.
 struct RegistryGroup {
     std::vector<RegistryValue> values = {};
-    /// The value, written before the others, whose data tells that the group is this component's and not
-    /// another's of the same name. One without a key is not asked.
+    /// The value that shows by its data that the group is ours, and not another component's of the same name.
+    /// It is written first. Without a key: no other component can have this group.
     RegistryValue owner = {};
     /// The value, of this group or another, that names the file which the group leads to. While it names
-    /// another file, of a newer copy say, the group is not removed.
+    /// another file, such as a newer copy's, the group is not removed. Without a key: no file matters.
     RegistryValue file = {};
-    /// Another component's group is left as it is, and not replaced.
+    /// Whether `add` leaves another component's group in place instead of replacing it.
     bool yields = false;
 };
 
@@ -34,16 +34,14 @@ class ClassesRoot {
   public:
     static constexpr const wchar_t* kPath = L"Software\\Classes";
 
-    /// `hive` is HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER. Whether it can be opened shows with the first
-    /// change.
+    /// `hive` is HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER. Missing rights show only with the first change.
     explicit ClassesRoot(HKEY hive) noexcept : hive_(hive) {}
 
-    /// Writes the groups. On a failure, which is returned, everything is put back as it was.
+    /// Writes the groups. After a failure, which is returned, everything is as it was before.
     LSTATUS add(const std::vector<RegistryGroup>& groups) const;
 
-    /// Removes the values of the groups that are there and ours, and the keys that this leaves empty: what
-    /// others have put below ours stays. What cannot be removed does not keep the rest; the last failure is
-    /// returned.
+    /// Removes the values of those groups that exist and are ours, and the keys that become empty: what other
+    /// components have put under our keys stays. Goes on after a failure; the last one is returned.
     LSTATUS remove(const std::vector<RegistryGroup>& groups) const;
 
   private:

@@ -1,24 +1,24 @@
-// Gives back what the compiler's run-time library takes when this library is loaded and never returns: a
-// thread-local slot once an exception was thrown, the semaphores of its mutexes, and the memory that it keeps
-// for exceptions when there is no other. Without this, a process that loads and unloads the library a
-// thousand times has no slot left and fails.
+// Frees, when the library is unloaded, what the compiler's run-time library allocates and never frees: a
+// thread-local slot after the first exception, the semaphores of its mutexes, and its memory reserve for
+// exceptions. Without this, a process that loads and unloads the library a thousand times runs out of slots
+// and fails.
 //
-// The run-time is linked in, so its calls of the system go through this image's import slots, and a slot
-// defined here comes before the import library's. The file must be linked as an object, not from an archive.
+// The run-time is linked in statically, so it calls the system through this image's import slots, and a slot
+// defined here takes precedence over the import library's. Link this file as an object, not from an archive.
 
 #include <windows.h>
 
 #include <array>
 
 namespace __gnu_cxx {
-void __freeres();  // frees the memory kept for exceptions
+void __freeres();  // frees the memory reserve for exceptions
 }
 
 namespace {
 
 constexpr LONG kCapacity = 32;
 
-/// What was taken so far. It is filled before any constructor runs, so it has none itself.
+/// Resources allocated so far. Used before any constructor runs, so it has none itself.
 template <class Resource>
 struct Taken {
     std::array<Resource, kCapacity> items;
@@ -50,8 +50,8 @@ DWORD WINAPI allocateThreadSlot() {
     return threadSlots.add(reinterpret_cast<Allocate*>(reinterpret_cast<void*>(found))());
 }
 
-/// Constructed before every other object of the library, and therefore destroyed behind all of them, when
-/// nothing can throw any more.
+/// Constructed before every other object of the library, and therefore destroyed after all of them, when
+/// nothing throws any more.
 struct RuntimeResources {
     ~RuntimeResources() {
         __gnu_cxx::__freeres();

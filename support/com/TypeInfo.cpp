@@ -10,7 +10,7 @@ namespace {
 
 HRESULT loadFromModule(REFIID iid, ITypeInfo** info) {
     ComPtr<ITypeLib> library;
-    // From the file, not by its registration: an object that was made without any works the same.
+    // From the file, not by its registration: objects work the same when the library is not registered.
     const HRESULT loaded = LoadTypeLibEx(modulePath().c_str(), REGKIND_NONE, library.put());
     return SUCCEEDED(loaded) ? library->GetTypeInfoOfGuid(iid, info) : loaded;
 }

@@ -8,11 +8,12 @@
 
 namespace kavrelon {
 
-/// What the library's own type library says of an interface, loaded when it is first asked for. It is kept by
-/// the object that serves the interface, so that the last object takes the loaded library with it.
+/// An interface's description in the module's own type library, loaded on first use. Each object that serves
+/// the interface has its own, so that the type library is released with the last of them.
 class TypeInfo {
   public:
-    /// Null in `info` with a failure when the type library cannot be read. The reference stays ours.
+    /// Stores null in `info` when it fails, which it does when the type library cannot be read. This object
+    /// keeps the reference: the caller must not release it.
     HRESULT load(REFIID iid, ITypeInfo** info) noexcept;
 
   private:

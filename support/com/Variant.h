@@ -6,7 +6,7 @@
 
 namespace kavrelon {
 
-/// Owns an automation value, empty at first.
+/// Owns an automation value, initially empty.
 class Variant : public VARIANT {
   public:
     Variant() noexcept { VariantInit(this); }

@@ -6,14 +6,14 @@
 
 namespace kavrelon {
 
-/// The library's own module.
+/// The module that this code is linked into: the library, or the program.
 HINSTANCE moduleInstance() noexcept;
 
-/// Full path of the library's file.
+/// Full path of that module's file.
 std::wstring modulePath();
 
-/// Keeps the library loaded while it exists: a base of everything that the outside can hold, so that no class
-/// can forget to be counted.
+/// Keeps the library loaded while it exists. A base of every class whose objects clients can hold, so that
+/// none is left out of the count.
 class ModuleLock {
   public:
     ModuleLock() noexcept { lock(); }
@@ -23,7 +23,7 @@ class ModuleLock {
 
     static void lock() noexcept { InterlockedIncrement(&count_); }
     static void unlock() noexcept { InterlockedDecrement(&count_); }
-    /// Whether nothing holds the library any more.
+    /// Whether nothing keeps the library loaded.
     static bool isFree() noexcept { return InterlockedCompareExchange(&count_, 0, 0) == 0; }
 
   private:

@@ -24,7 +24,7 @@ void Painter::use(const Pen& pen) {
     penKnown_ = true;
 }
 
-void Painter::drawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
+void Painter::DrawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
     if (!onlyCells_) {
         drawWithDuties(ch, column, row, pen);
         return;
@@ -41,7 +41,7 @@ void Painter::drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pe
     const Rect block = grid_.cellBlock(column, row);
     surface_->drawText({block.left, block.top}, {&shown, 1});
     if (!picturesHeld_) pictures_.draw(*surface_, grid_, block);
-    if (useMemoryDC_) surface_->keepBlock(block);
+    if (UseMemoryDC_) surface_->keepBlock(block);
 }
 
 void Painter::addPicture(std::int16_t number, Pictures::Placed picture) {
@@ -63,7 +63,7 @@ void Painter::resumePictures(const Rect& block) {
     picturesHeld_ = false;
     if (pictures_.empty()) return;
     pictures_.draw(*surface_, grid_, block);
-    if (useMemoryDC_) surface_->keepBlock(block);
+    if (UseMemoryDC_) surface_->keepBlock(block);
 }
 
 void Painter::drawBlanks(int column, int row, int count, const Pen& pen) {
@@ -75,11 +75,11 @@ void Painter::drawBlanks(int column, int row, int count, const Pen& pen) {
     }
     use(pen);
     surface_->drawText(grid_.cellOrigin(column, row), {kSpaces.data(), static_cast<std::size_t>(count)});
-    if (useMemoryDC_) surface_->keepBlock(grid_.cellBlock(column, row, count));
+    if (UseMemoryDC_) surface_->keepBlock(grid_.cellBlock(column, row, count));
 }
 
-void Painter::clearWindow() {
-    if (useMemoryDC_) {
+void Painter::ClearWindow() {
+    if (UseMemoryDC_) {
         surface_->clearMemory();
     } else {
         surface_->clear();
@@ -87,7 +87,7 @@ void Painter::clearWindow() {
 }
 
 void Painter::scrollImage() {
-    if (useMemoryDC_) {
+    if (UseMemoryDC_) {
         surface_->scrollMemory();
         surface_->showMemory();
     } else {

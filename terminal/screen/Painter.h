@@ -18,9 +18,9 @@ class Painter {
     GridLayout& grid() { return grid_; }
     const GridLayout& grid() const { return grid_; }
 
-    bool useMemoryDC() const { return useMemoryDC_; }
-    void useMemoryDC(bool value) {
-        useMemoryDC_ = value;
+    bool UseMemoryDC() const { return UseMemoryDC_; }
+    void UseMemoryDC(bool value) {
+        UseMemoryDC_ = value;
         findDuties();
     }
 
@@ -35,23 +35,23 @@ class Painter {
     void resumePictures(const Rect& block);
 
     /// Draws one character; code 0 shows as a space.
-    void drawCell(std::uint8_t ch, int column, int row, const Pen& pen);
+    void DrawCell(std::uint8_t ch, int column, int row, const Pen& pen);
     /// Draws `count` spaces from a cell to the right. A count below 1 draws nothing.
     void drawBlanks(int column, int row, int count, const Pen& pen);
-    void clearWindow();
+    void ClearWindow();
     /// Moves the grid's image up by one cell row.
     void scrollImage();
 
   private:
     void use(const Pen& pen);
-    void findDuties() noexcept { onlyCells_ = !useMemoryDC_ && pictures_.empty(); }
+    void findDuties() noexcept { onlyCells_ = !UseMemoryDC_ && pictures_.empty(); }
     void drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pen);
 
     TermSurface* surface_ = nullptr;
     GridLayout grid_;
     Pen penInUse_;
     bool penKnown_ = false;
-    bool useMemoryDC_ = false;
+    bool UseMemoryDC_ = false;
     Pictures pictures_;
     bool picturesHeld_ = false;
     // Nothing beside the cells needs drawing: one question for each cell instead of several.

@@ -27,20 +27,20 @@ Colour blendComponent(Colour from, Colour to, int shift, double fraction) {
 
 }  // namespace
 
-Colour blendColour(Colour from, Colour to, double fraction) {
+Colour BlendColour(Colour from, Colour to, double fraction) {
     return blendComponent(from, to, 0, fraction) | blendComponent(from, to, 8, fraction) |
            blendComponent(from, to, 16, fraction);
 }
 
 void Rendition::set(std::uint8_t code) {
     if (isColour(code, kForeground)) {
-        foreColour_ = kColours[code - kForeground];
+        ForeColour_ = kColours[code - kForeground];
         stamp_.Attr.Fore = code;
         set(kBold);
         return;
     }
     if (isColour(code, kBackground)) {
-        backColour_ = kColours[code - kBackground];
+        BackColour_ = kColours[code - kBackground];
         stamp_.Attr.Back = code;
         set(stamp_.Attr.Mode);
         return;
@@ -66,11 +66,11 @@ void Rendition::set(std::uint8_t code) {
 
 void Rendition::choosePen() {
     penStale_ = false;
-    pen_ = {.text = foreColour_, .back = backColour_};
+    pen_ = {.text = ForeColour_, .back = BackColour_};
     switch (stamp_.Attr.Mode) {
         case kNormal:
         case kDim:
-            pen_.text = blendColour(foreColour_, backColour_, kDimming);
+            pen_.text = BlendColour(ForeColour_, BackColour_, kDimming);
             break;
         case kUnderline:
             pen_.underline = true;
@@ -82,7 +82,7 @@ void Rendition::choosePen() {
             std::swap(pen_.text, pen_.back);
             break;
         case kHidden:
-            pen_.text = backColour_;
+            pen_.text = BackColour_;
             break;
         default:
             break;
@@ -90,7 +90,7 @@ void Rendition::choosePen() {
 }
 
 void Rendition::reset() {
-    set(defaultAttr_.Fore);
+    set(DefaultAttr_.Fore);
     set(stamp_.Attr.Back);
     set(kNormal);
     set(kBold);

@@ -9,7 +9,7 @@
 namespace kavrelon {
 
 /// `from` moved by `fraction` of the way to `to`, each component rounded half to even.
-Colour blendColour(Colour from, Colour to, double fraction);
+Colour BlendColour(Colour from, Colour to, double fraction);
 
 /// The attribute with which characters are written: the codes last set, and the pen that they ask for.
 ///
@@ -35,17 +35,17 @@ class Rendition {
     void set(std::uint8_t code);
 
     /// Makes the current attribute the one to which a reset returns, and which erasing stamps.
-    void keepAsDefault() { defaultAttr_ = stamp_.Attr; }
+    void keepAsDefault() { DefaultAttr_ = stamp_.Attr; }
 
     /// Sets the codes that differ, foreground, background and rendition in this order.
     void apply(CellAttr attr);
 
-    CellAttr attr() const { return stamp_.Attr; }
-    CellAttr defaultAttr() const { return defaultAttr_; }
+    CellAttr CurAttr() const { return stamp_.Attr; }
+    CellAttr DefaultAttr() const { return DefaultAttr_; }
     /// A cell of character 0 in the current attribute.
     const Cell& stamp() const { return stamp_; }
-    Colour foreColour() const { return foreColour_; }
-    Colour backColour() const { return backColour_; }
+    Colour ForeColour() const { return ForeColour_; }
+    Colour BackColour() const { return BackColour_; }
     /// The pen of the current attribute.
     const Pen& pen() {
         if (penStale_) choosePen();
@@ -57,9 +57,9 @@ class Rendition {
     void choosePen();
 
     Cell stamp_;
-    CellAttr defaultAttr_;
-    Colour foreColour_ = 0;
-    Colour backColour_ = 0;
+    CellAttr DefaultAttr_;
+    Colour ForeColour_ = 0;
+    Colour BackColour_ = 0;
     // Worked out when something is drawn: most changes of attribute come in bursts, or while painting is off.
     Pen pen_;
     bool penStale_ = true;

@@ -31,7 +31,7 @@ void Screen::attach(TermSurface& surface) {
 }
 
 void Screen::detach() {
-    endRun();
+    closeRun();
     mark_.forget();
     painter_.removePictures();
     surface_ = nullptr;
@@ -41,15 +41,15 @@ void Screen::detach() {
 void Screen::InitScreen() {
     if (initialised_) return;
     initialised_ = true;
-    if (linesPerPage_ == 0) linesPerPage_ = kDefaultLines;
-    if (charsPerLine_ == 0) charsPerLine_ = kDefaultColumns;
+    if (LinesPerPage_ == 0) LinesPerPage_ = kDefaultLines;
+    if (CharsPerLine_ == 0) CharsPerLine_ = kDefaultColumns;
     term_setfontsize();
     term_setattr("0");
-    setRendition(Rendition::kForeground + 7);
-    setRendition(Rendition::kBackground);
+    rendition_.set(Rendition::kForeground + 7);
+    rendition_.set(Rendition::kBackground);
     rendition_.keepAsDefault();
-    buffer_.setBlankLine(rendition_.defaultAttr());
-    buffer_.blankRows(0, lastLine());
+    buffer_.setBlankLine(rendition_.DefaultAttr());
+    BlankBuffer();
 }
 
 void Screen::control(std::uint8_t ch) {
@@ -72,8 +72,7 @@ void Screen::control(std::uint8_t ch) {
             return;
         case 13:  // CR
             HideCursor();
-            noteRun();
-            cursorX_ = 0;
+            moveToColumn(0);
             return;
         default:  // NUL and DC1 are ignored
             return;
@@ -83,75 +82,72 @@ void Screen::control(std::uint8_t ch) {
 void Screen::print(std::uint8_t ch) {
     if (surface_ == nullptr) return;
     HideCursor();
-    const Raised writing(writing_);
-    if (cursorX_ == rightMargin() && autoWrap_) {
-        noteRun();
-        cursorX_ = 0;
+    const Raised writing(Writing_);
+    if (CursorX_ == RightMargin() && AutoWrap_) {
+        moveToColumn(0);
         lineFeed();
     }
-    screenDirty_ = true;
-    if (beginRun()) {
-        storeInRun(ch);
-        return;
+    ScreenDirty_ = true;
+    const int end = std::min(RightMargin(), kMaxScreen);
+    if (!painting() && CursorX_ < end) {
+        openRun(end);
+        if (runEnd_ != 0) return storeInRun(ch);
     }
-    buffer_.put(column(), cursorY_, {ch, rendition_.attr()});
-    if (painting() && cursorX_ < rightMargin()) painter_.drawCell(ch, column(), cursorY_, rendition_.pen());
-    ++cursorX_;
+    buffer_.PutCell(CursorX_, CursorY_, {ch, rendition_.CurAttr()});
+    if (painting() && CursorX_ < RightMargin()) painter_.DrawCell(ch, CursorX_, CursorY_, rendition_.pen());
+    ++CursorX_;
 }
 
 void Screen::backspace() {
-    if (cursorX_ < 1) return;
+    if (CursorX_ < 1) return;
     HideCursor();
-    noteRun();
-    --cursorX_;
+    moveToColumn(CursorX_ - 1);
 }
 
 void Screen::tabulate() {
     HideCursor();
-    noteRun();
-    const auto searched = tabStops_.begin() + (kTabStops - 1);
+    // No operation fills the table yet, so a tab finds no stop and takes the last one, which leads to column
+    // 0. Searched all the same: filling it is all that tab stops will need.
+    const auto searched = TabStops_.begin() + (kTabStops - 1);
     const auto next =
-        std::find_if(tabStops_.begin(), searched, [this](std::int16_t stop) { return stop > cursorX_; });
-    cursorX_ = *next;
+        std::find_if(TabStops_.begin(), searched, [this](std::int16_t stop) { return stop > CursorX_; });
+    moveToColumn(*next);
 }
 
 void Screen::lineFeed() {
-    noteRun();
-    if (cursorY_ >= lastLine()) {
-        scrollUp();
+    // Closed meanwhile: a row that finds no memory must not leave the old one open.
+    const int end = closeRun();
+    if (CursorY_ >= LastLine()) {
+        ScrollUp();
     } else {
-        ++cursorY_;
+        ++CursorY_;
     }
-    if (runEnd_ != 0) moveRunToCursorRow();
+    openRun(end);
 }
 
-void Screen::scrollUp() {
-    screenDirty_ = true;
+void Screen::ScrollUp() {
+    ScreenDirty_ = true;
     if (painting()) {
-        scrollOnWindow();
+        scrollWithImage();
     } else {
-        buffer_.scrollUp(linesPerPage_);
+        buffer_.moveRowsUp(LinesPerPage_);
     }
 }
 
-bool Screen::beginRun() {
-    const int end = std::min(rightMargin(), kMaxScreen);
-    if (painting() || cursorX_ >= end) return false;
+void Screen::openRun(int end) {
+    closeRun();
+    if (end == 0 || CursorY_ >= kMaxScreen) return;
+    run_ = buffer_.rowInPlace(CursorY_);
     runEnd_ = end;
-    moveRunToCursorRow();
-    return runEnd_ != 0;
 }
 
-void Screen::moveRunToCursorRow() {
-    if (cursorY_ < kMaxScreen) {
-        run_ = buffer_.rowInPlace(cursorY_);
-    } else {
-        runEnd_ = 0;
-    }
+void Screen::blankRows(int first, int last) {
+    closeRun();
+    buffer_.blankRows(first, last);
 }
 
 void Screen::DataReceiveStart() {
-    writing_ = true;
+    Writing_ = true;
     mark_.wantedAfterBurst = mark_.drawn();
     HideCursor();
 }
@@ -161,27 +157,22 @@ void Screen::DataReceiveEnd() {
         mark_.wantedAfterBurst = false;
         ShowCursor();
     }
-    writing_ = false;
+    Writing_ = false;
 }
 
 void Screen::term_setattr(std::string_view Ch) {
     if (Ch.empty()) raise(RuntimeErrorNumber::InvalidProcedureCall);
-    setRendition(static_cast<std::uint8_t>(Ch.front()));
-}
-
-void Screen::setRendition(std::uint8_t code) {
-    rendition_.set(code);
-    screenDirty_ = true;
+    rendition_.set(static_cast<std::uint8_t>(Ch.front()));
+    ScreenDirty_ = true;
 }
 
 void Screen::CursorX(int value) {
-    noteRun();
-    cursorX_ = std::max(std::min(value, charsPerLine_), 0);
+    moveToColumn(std::max(std::min(value, CharsPerLine_), 0));
 }
 
 void Screen::CursorY(int value) {
-    endRun();
-    cursorY_ = std::max(std::min(value, lastLine()), 0);
+    closeRun();
+    CursorY_ = std::max(std::min(value, LastLine()), 0);
 }
 
 void Screen::SetCursor(int Col, int Row) {
@@ -190,100 +181,89 @@ void Screen::SetCursor(int Col, int Row) {
 }
 
 void Screen::sizeChanged() {
-    SetCursor(column(), cursorY_);
-    selectionShown_ = false;
+    SetCursor(CursorX_, CursorY_);
+    SelectionShown_ = false;
 }
 
 void Screen::CharsPerLine(std::int16_t value) {
-    endRun();
-    charsPerLine_ = value;
+    CharsPerLine_ = value;
     sizeChanged();
 }
 
 void Screen::LinesPerPage(std::int16_t value) {
-    endRun();
-    linesPerPage_ = value;
+    LinesPerPage_ = value;
     sizeChanged();
-}
-
-void Screen::AutoWrap(bool value) {
-    endRun();
-    autoWrap_ = value;
 }
 
 void Screen::ScreenSize(std::int16_t Width, std::int16_t& Height) {
     CharsPerLine(static_cast<std::int16_t>(sizeOr(Width, kDefaultColumns)));
     Height = static_cast<std::int16_t>(sizeOr(Height, kDefaultLines));
     LinesPerPage(Height);
-    drawAnew();
+    layOutAndRepaint();
 }
 
 void Screen::ClearScreen() {
     SetCursor(0, 0);
     observer_.screenErased();
     painter_.removePictures();
-    buffer_.blankRows(0, lastLine());
-    clearWindow();
-    setRendition(Rendition::kNormal);
-    setRendition(Rendition::kBold);
-    screenDirty_ = false;
+    BlankBuffer();
+    ClearWindow();
+    rendition_.set(Rendition::kNormal);
+    rendition_.set(Rendition::kBold);
+    ScreenDirty_ = false;
 }
 
-void Screen::blankOnWindow(int firstRow, int lastRow) {
-    screenDirty_ = true;
+void Screen::drawBlankRows(int firstRow, int lastRow) {
+    ScreenDirty_ = true;
     if (!painting()) return;
     lastRow = std::min(lastRow, kMaxScreen - 1);
     for (int row = firstRow; row <= lastRow; ++row)
-        painter_.drawBlanks(0, row, charsPerLine_, rendition_.pen());
+        painter_.drawBlanks(0, row, CharsPerLine_, rendition_.pen());
 }
 
 void Screen::ClearLine() {
-    endRun();
-    buffer_.blankRow(cursorY_);
-    blankOnWindow(cursorY_, cursorY_);
+    blankRows(CursorY_, CursorY_);
+    drawBlankRows(CursorY_, CursorY_);
 }
 
 void Screen::ClearEndOfLine() {
-    endRun();
-    screenDirty_ = true;
+    ScreenDirty_ = true;
     if (painting()) {
-        painter_.drawBlanks(column(), cursorY_, charsPerLine_ - column(), rendition_.pen());
+        painter_.drawBlanks(CursorX_, CursorY_, CharsPerLine_ - CursorX_, rendition_.pen());
     }
-    if (cursorX_ + 1 > charsPerLine_) return;
+    if (CursorX_ + 1 > CharsPerLine_) return;
     // One column past the last shown one: the pending column is erased too.
-    buffer_.fill(column(), charsPerLine_, cursorY_, {0, rendition_.defaultAttr()});
+    buffer_.fill(CursorX_, CharsPerLine_, CursorY_, {0, rendition_.DefaultAttr()});
 }
 
 void Screen::ClearStartOfLine() {
-    endRun();
-    blankOnWindow(cursorY_, cursorY_);
+    drawBlankRows(CursorY_, CursorY_);
     // The window loses the whole row, the buffer only its start: the rest shows again at the next repaint.
-    buffer_.fill(0, column(), cursorY_, {' ', rendition_.defaultAttr()});
+    buffer_.fill(0, CursorX_, CursorY_, {' ', rendition_.DefaultAttr()});
 }
 
 void Screen::ClearEndOfScreen() {
     ClearEndOfLine();
-    buffer_.blankRows(cursorY_ + 1, lastLine());
-    observer_.rowsErased(cursorY_);
-    blankOnWindow(cursorY_ + 1, lastLine());
+    blankRows(CursorY_ + 1, LastLine());
+    observer_.rowsErased(CursorY_);
+    drawBlankRows(CursorY_ + 1, LastLine());
 }
 
 void Screen::ClearBeginOfScreen() {
-    endRun();
-    blankOnWindow(0, cursorY_ - 1);
+    drawBlankRows(0, CursorY_ - 1);
     ClearStartOfLine();
-    buffer_.blankRows(0, cursorY_);
+    blankRows(0, CursorY_);
 }
 
 CellPlace Screen::cellAt(Point pixel) const {
-    return grid().cellAt(pixel, std::min(charsPerLine_, kMaxScreen), std::min(linesPerPage_, kMaxScreen));
+    return grid().cellAt(pixel, std::min(CharsPerLine_, kMaxScreen), std::min(LinesPerPage_, kMaxScreen));
 }
 
 CellPlace Screen::nearestCell(CellPlace place) const {
     const auto within = [](int value, int most) {
         return std::clamp(value, 1, std::clamp(most, 1, kMaxScreen));
     };
-    return {within(place.column, charsPerLine_), within(place.row, linesPerPage_)};
+    return {within(place.column, CharsPerLine_), within(place.row, LinesPerPage_)};
 }
 
 std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
@@ -296,7 +276,7 @@ std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
             Cell cell = buffer_.record(row).Cells[static_cast<std::size_t>(column)];
             if (cell.Char == 0) {
                 cell.Char = ' ';
-                buffer_.put(column - 1, row - 1, cell);
+                buffer_.PutCell(column - 1, row - 1, cell);
             }
             text += static_cast<char>(cell.Char);
         }
@@ -306,9 +286,9 @@ std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
 
 std::vector<std::string> Screen::lines() const {
     std::vector<std::string> lines;
-    for (int row = 1; row <= std::min(linesPerPage_, kMaxScreen); ++row) {
+    for (int row = 1; row <= std::min(LinesPerPage_, kMaxScreen); ++row) {
         std::string& line = lines.emplace_back();
-        for (int column = 1; column <= std::min(charsPerLine_, kMaxScreen); ++column) {
+        for (int column = 1; column <= std::min(CharsPerLine_, kMaxScreen); ++column) {
             const std::uint8_t ch = buffer_.record(row).Chars(column);
             line += ch == 0 ? ' ' : static_cast<char>(ch);
         }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "terminal/screen/CursorMark.h"
@@ -42,7 +43,7 @@ class Screen {
     void WriteTerm(std::uint8_t Ch) {
         if (!isPrinted(Ch)) {
             control(Ch);
-        } else if (cursorX_ < runEnd_) {
+        } else if (CursorX_ < runEnd_) {
             storeInRun(Ch);
         } else {
             print(Ch);
@@ -55,24 +56,23 @@ class Screen {
     /// Carries out the rendition code that is the first character's code; an empty text raises
     /// InvalidProcedureCall.
     void term_setattr(std::string_view Ch);
-    void setRendition(std::uint8_t code);
     void ResetScreenDefaults() { term_setattr("0"); }
 
     // Cursor and size
 
-    std::int16_t CursorX() const { return static_cast<std::int16_t>(cursorX_); }
+    std::int16_t CursorX() const { return static_cast<std::int16_t>(CursorX_); }
     /// Values out of range are clamped.
     void CursorX(int value);
-    std::int16_t CursorY() const { return static_cast<std::int16_t>(cursorY_); }
+    std::int16_t CursorY() const { return static_cast<std::int16_t>(CursorY_); }
     void CursorY(int value);
     void SetCursor(int Col, int Row);
-    std::int16_t CharsPerLine() const { return static_cast<std::int16_t>(charsPerLine_); }
+    std::int16_t CharsPerLine() const { return static_cast<std::int16_t>(CharsPerLine_); }
     /// Stores the number of columns, whatever it is; draws nothing.
     void CharsPerLine(std::int16_t value);
-    std::int16_t LinesPerPage() const { return static_cast<std::int16_t>(linesPerPage_); }
+    std::int16_t LinesPerPage() const { return static_cast<std::int16_t>(LinesPerPage_); }
     void LinesPerPage(std::int16_t value);
-    bool AutoWrap() const { return autoWrap_; }
-    void AutoWrap(bool value);
+    bool AutoWrap() const { return AutoWrap_; }
+    void AutoWrap(bool value) { AutoWrap_ = value; }
     /// Sets the size and draws the screen anew; the buffer keeps its contents. Sizes below 1 mean the
     /// default, sizes above 1024 mean 1024; the height that was used is left in `Height`.
     void ScreenSize(std::int16_t Width, std::int16_t& Height);
@@ -88,11 +88,11 @@ class Screen {
 
     // Painting
 
-    bool PaintOn() const { return paintOn_; }
+    bool PaintOn() const { return PaintOn_; }
     void PaintOn(bool value);
-    bool UseMemoryDC() const { return painter_.useMemoryDC(); }
+    bool UseMemoryDC() const { return painter_.UseMemoryDC(); }
     void UseMemoryDC(bool value);
-    bool AutoSize() const { return autoSize_; }
+    bool AutoSize() const { return AutoSize_; }
     void AutoSize(bool value);
     /// The font's size in points, rounded.
     std::int16_t ScreenFontSize() const;
@@ -104,7 +104,7 @@ class Screen {
     /// is neither maximised nor minimised is asked to fit the grid when `mayResizeWindow`.
     void term_setfontsize(bool mayResizeWindow = false);
     /// Clears the window, lays the grid out and draws everything from the buffer.
-    void drawAnew();
+    void layOutAndRepaint();
     /// The window's inner area has changed: lays the grid out, and draws everything if anything was written.
     void windowResized();
     /// Draws the cells between two corners, 1-based; a bound below 1 means the full range. With `PaintOnly`
@@ -112,7 +112,7 @@ class Screen {
     void RepaintScreen(bool Selected = false, int FromCol = 0, int FromRow = 0, int ToCol = 0, int ToRow = 0,
                        bool PaintOnly = false);
     void Redrawscreen(bool PaintOnly = false);
-    void paintAll();
+    void paintWindow();
 
     const Pictures& pictures() const { return painter_.pictures(); }
     /// Shows a picture over a rectangle of cells until it is cleared or the screen is. It takes the place of
@@ -122,8 +122,8 @@ class Screen {
     void ClearPicture(std::int16_t number);
     void clearPictures();
 
-    bool SelectionShown() const { return selectionShown_; }
-    void SelectionShown(bool value) { selectionShown_ = value; }
+    bool SelectionShown() const { return SelectionShown_; }
+    void SelectionShown(bool value) { SelectionShown_ = value; }
 
     /// The cell under a pixel of the window, or the nearest one.
     CellPlace cellAt(Point pixel) const;
@@ -144,7 +144,7 @@ class Screen {
     /// Puts back a mark that a repaint took off and has not put back.
     void restoreCursor();
 
-    bool ScreenDirty() const { return screenDirty_; }
+    bool ScreenDirty() const { return ScreenDirty_; }
     bool cursorDrawn() const { return mark_.drawn(); }
     const ScreenBuffer& buffer() const { return buffer_; }
     const Rendition& rendition() const { return rendition_; }
@@ -163,17 +163,16 @@ class Screen {
         return printed;
     }();
 
-    bool painting() const { return paintOn_ && painter_.surface() != nullptr; }
-    int lastLine() const { return linesPerPage_ - 1; }
-    int rightMargin() const { return charsPerLine_; }
-    int column() const { return static_cast<int>(cursorX_); }
+    bool painting() const { return PaintOn_ && painter_.surface() != nullptr; }
+    int LastLine() const { return LinesPerPage_ - 1; }
+    int RightMargin() const { return CharsPerLine_; }
 
     void storeInRun(std::uint8_t ch) {
-        Cell& cell = run_.line->Cells[static_cast<std::size_t>(cursorX_ + 1)];
+        Cell& cell = run_.line->Cells[static_cast<std::size_t>(CursorX_ + 1)];
         cell = rendition_.stamp();
         cell.Char = ch;
-        ++cursorX_;
-        writing_ = false;
+        ++CursorX_;
+        Writing_ = false;
     }
     // Kept out of the loops that feed bytes: inlined there, they would crowd out the common case.
     [[gnu::noinline]] void control(std::uint8_t ch);
@@ -181,27 +180,33 @@ class Screen {
     void backspace();
     void tabulate();
     void lineFeed();
-    void scrollUp();
-    bool beginRun();
-    void endRun() {
+    void ScrollUp();
+    void openRun(int end);
+    /// Closes the run, and tells where it ended: 0 if it was closed.
+    int closeRun() {
         noteRun();
-        runEnd_ = 0;
+        return std::exchange(runEnd_, 0);
     }
     /// Tells the buffer how far the run has been written; due before the cursor leaves its end. The cursor of
-    /// a screen wider than can be stored may stand behind the row.
+    /// a screen wider than can be stored may be past the row.
     void noteRun() {
-        if (runEnd_ == 0 || *run_.extent > cursorX_) return;
-        *run_.extent = static_cast<int>(std::min(cursorX_, runEnd_) + 1);
+        if (runEnd_ != 0 && *run_.extent <= CursorX_) *run_.extent = std::min(CursorX_, runEnd_) + 1;
     }
-    void moveRunToCursorRow();
+    /// The one way to change the column, but for the stores that move it on.
+    void moveToColumn(int column) {
+        noteRun();
+        CursorX_ = column;
+    }
+    void blankRows(int first, int last);
+    void BlankBuffer() { blankRows(0, LastLine()); }
     void sizeChanged();
     void takeMarkOff();
-    void clearWindow();
-    void blankOnWindow(int firstRow, int lastRow);
+    void ClearWindow();
+    void drawBlankRows(int firstRow, int lastRow);
     void drawCells(const CellRect& cells);
-    void redraw(const CellRect& cells);
+    void drawPictureCells(const CellRect& cells);
     // Kept out of the scroll that a burst without painting consists of.
-    [[gnu::noinline]] void scrollOnWindow();
+    [[gnu::noinline]] void scrollWithImage();
 
     ScreenObserver& observer_;
     TermSurface* surface_ = nullptr;
@@ -210,25 +215,25 @@ class Screen {
     Painter painter_;
     CursorMark mark_;
 
-    // The cursor's row, open for characters that need nothing but storing: painting is off, the mark is not
-    // drawn, the row is in memory. Whatever changes one of these closes it (runEnd_ becomes 0).
+    // The run: the cursor's row, open for characters that need nothing but storing. It is open only while
+    // nothing is drawn, so the mark is off, and ends (runEnd_) where a character wraps or is refused.
+    // Whatever has the cursor's row blanked or moved, or the cursor leave it, closes it first.
     ScreenBuffer::RowInPlace run_{};
-    std::ptrdiff_t runEnd_ = 0;
+    int runEnd_ = 0;
 
-    // As wide as an address, because it is the index of every character's store.
-    std::ptrdiff_t cursorX_ = 0;
-    int cursorY_ = 0;
-    int charsPerLine_ = 0;
-    int linesPerPage_ = 0;
+    int CursorX_ = 0;
+    int CursorY_ = 0;
+    int CharsPerLine_ = 0;
+    int LinesPerPage_ = 0;
     // No operation sets a stop: with all of them 0 a tab returns to column 0.
-    std::array<std::int16_t, kTabStops> tabStops_{};
+    std::array<std::int16_t, kTabStops> TabStops_{};
     bool initialised_ = false;
-    bool autoWrap_ = true;
-    bool paintOn_ = true;
-    bool autoSize_ = true;
-    bool writing_ = false;
-    bool screenDirty_ = false;
-    bool selectionShown_ = false;
+    bool AutoWrap_ = true;
+    bool PaintOn_ = true;
+    bool AutoSize_ = true;
+    bool Writing_ = false;
+    bool ScreenDirty_ = false;
+    bool SelectionShown_ = false;
     // The cells that the window shows in reverse, while a selection is shown.
     CellRect reversed_;
 };

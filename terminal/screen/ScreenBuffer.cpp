@@ -10,11 +10,11 @@ const ScreenLine kUntouched{};
 }  // namespace
 
 void ScreenBuffer::setBlankLine(CellAttr attr) {
-    std::fill(blankLine_.Cells.begin() + 1, blankLine_.Cells.end(), Cell{' ', attr});
+    std::fill(BlankLine_.Cells.begin() + 1, BlankLine_.Cells.end(), Cell{' ', attr});
     for (Row& row : rows_) row.extent = kStoredCells;
 }
 
-void ScreenBuffer::put(int column, int row, Cell cell) {
+void ScreenBuffer::PutCell(int column, int row, Cell cell) {
     if (column < -1 || column >= kMaxScreen || row < -1 || row >= kMaxScreen) {
         raise(RuntimeErrorNumber::SubscriptOutOfRange);
     }
@@ -26,7 +26,7 @@ void ScreenBuffer::put(int column, int row, Cell cell) {
 
 void ScreenBuffer::fill(int first, int last, int row, Cell cell) {
     if (first > last) return;
-    put(first, row, cell);
+    PutCell(first, row, cell);
     const int stored = std::min(last, kMaxScreen - 1);
     Row& target = writableRow(row + 1);
     const auto cells = target.line->Cells.begin() + 1;
@@ -42,12 +42,8 @@ const ScreenLine& ScreenBuffer::record(int index) const {
 }
 
 void ScreenBuffer::blank(Row& row) {
-    std::copy_n(blankLine_.Cells.begin(), row.extent, row.line->Cells.begin());
+    std::copy_n(BlankLine_.Cells.begin(), row.extent, row.line->Cells.begin());
     row.extent = 0;
-}
-
-void ScreenBuffer::blankRow(int row) {
-    blankRows(row, row);
 }
 
 void ScreenBuffer::blankRows(int first, int last) {

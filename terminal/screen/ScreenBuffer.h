@@ -21,7 +21,7 @@ class ScreenBuffer {
     void setBlankLine(CellAttr attr);
 
     /// Stores a cell. Column and row may be -1 to 1023; anything else raises SubscriptOutOfRange.
-    void put(int column, int row, Cell cell);
+    void PutCell(int column, int row, Cell cell);
 
     /// Stores the same cell in columns `first` to `last`; one that lies outside raises SubscriptOutOfRange
     /// once those before it are stored.
@@ -30,23 +30,20 @@ class ScreenBuffer {
     /// A record for reading, 0 to 1024 (screen row + 1); a record never written reads as zeros.
     const ScreenLine& record(int index) const;
 
-    /// Record r + 1 takes a copy of the blank line. Rows outside the buffer are left alone.
-    void blankRow(int row);
-    /// Blanks screen rows `first` to `last`.
+    /// Screen rows `first` to `last` each take a copy of the blank line. Rows outside the buffer are left
+    /// alone.
     void blankRows(int first, int last);
     /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
-    void scrollUp(int lines) {
+    void moveRowsUp(int lines) {
         if (lines != ringSize_ && !setRing(lines)) return;
         if (++ringStart_ == ringSize_) ringStart_ = 0;
         blank(writableRow(ringSize_));
     }
 
-    /// A screen row for writing in place: column c is element c + 1 of the line. Whoever writes sees to it
-    /// that `extent` is at least the last element written + 1. Valid until the buffer is changed in another
-    /// way.
+    /// A screen row for writing in place. Good until the row is blanked or moved.
     struct RowInPlace {
         ScreenLine* line;
-        int* extent;
+        int* extent;  ///< whoever writes sees to it that it is at least the last element written + 1
     };
     /// Row 0 to 1023.
     RowInPlace rowInPlace(int row) {
@@ -80,7 +77,7 @@ class ScreenBuffer {
     // screen without lines is not taken for the ring in use.
     int ringSize_ = 1;
     int ringStart_ = 0;
-    ScreenLine blankLine_;
+    ScreenLine BlankLine_;
 };
 
 }  // namespace kavrelon

@@ -13,18 +13,18 @@ constexpr CellRect kNoCells{0, 0, 0, 0};
 }  // namespace
 
 void Screen::PaintOn(bool value) {
-    endRun();
-    paintOn_ = value;
+    closeRun();
+    PaintOn_ = value;
 }
 
 void Screen::UseMemoryDC(bool value) {
-    painter_.useMemoryDC(value);
+    painter_.UseMemoryDC(value);
     if (value) RepaintScreen();
 }
 
 void Screen::AutoSize(bool value) {
-    autoSize_ = value;
-    drawAnew();
+    AutoSize_ = value;
+    layOutAndRepaint();
 }
 
 std::int16_t Screen::ScreenFontSize() const {
@@ -32,11 +32,11 @@ std::int16_t Screen::ScreenFontSize() const {
 }
 
 void Screen::ScreenFontSize(std::int16_t points) {
-    if (autoSize_ || surface_ == nullptr) return;
+    if (AutoSize_ || surface_ == nullptr) return;
     if (points < 1) raise(RuntimeErrorNumber::InvalidProcedureCall);
     surface_->setFontSize(points);
     term_setfontsize(true);
-    drawAnew();
+    layOutAndRepaint();
 }
 
 void Screen::setFont(const FontChoice& font) {
@@ -45,20 +45,20 @@ void Screen::setFont(const FontChoice& font) {
 
 void Screen::term_setfontsize(bool mayResizeWindow) {
     if (surface_ == nullptr) return;
-    painter_.grid().layOut(*surface_, charsPerLine_, linesPerPage_, autoSize_);
-    if (!mayResizeWindow || autoSize_) return;
-    const Rect whole = grid().cellBlock(0, 0, charsPerLine_);
-    surface_->requestInnerSize({whole.width(), whole.height() * linesPerPage_});
+    painter_.grid().layOut(*surface_, CharsPerLine_, LinesPerPage_, AutoSize_);
+    if (!mayResizeWindow || AutoSize_) return;
+    const Rect whole = grid().cellBlock(0, 0, CharsPerLine_);
+    surface_->requestInnerSize({whole.width(), whole.height() * LinesPerPage_});
 }
 
-void Screen::clearWindow() {
+void Screen::ClearWindow() {
     mark_.forget();
-    if (painting()) painter_.clearWindow();
+    if (painting()) painter_.ClearWindow();
 }
 
-void Screen::drawAnew() {
+void Screen::layOutAndRepaint() {
     const bool marked = mark_.drawn();
-    clearWindow();
+    ClearWindow();
     term_setfontsize();
     RepaintScreen();
     if (marked) ShowCursor();
@@ -69,8 +69,8 @@ void Screen::windowResized() {
     const bool marked = mark_.drawn();
     HideCursor();
     term_setfontsize();
-    if (screenDirty_) {
-        clearWindow();
+    if (ScreenDirty_) {
+        ClearWindow();
         RepaintScreen();
     }
     if (marked) ShowCursor();
@@ -78,8 +78,8 @@ void Screen::windowResized() {
 }
 
 void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, int ToRow, bool PaintOnly) {
-    const CellAttr saved = rendition_.attr();
-    if (!writing_) {
+    const CellAttr saved = rendition_.CurAttr();
+    if (!Writing_) {
         mark_.wantedAfterRepaint = mark_.drawn();
         HideCursor();
     }
@@ -89,16 +89,16 @@ void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, i
         return;
     }
     const auto [firstColumn, lastColumn] =
-        std::minmax({FromCol < 1 ? 1 : FromCol, ToCol < 1 ? charsPerLine_ : ToCol});
+        std::minmax({FromCol < 1 ? 1 : FromCol, ToCol < 1 ? CharsPerLine_ : ToCol});
     const auto [firstRow, lastRow] =
-        std::minmax({FromRow < 1 ? 1 : FromRow, ToRow < 1 ? linesPerPage_ : ToRow});
+        std::minmax({FromRow < 1 ? 1 : FromRow, ToRow < 1 ? LinesPerPage_ : ToRow});
     // The full range of a screen without columns or rows runs from below 1.
     const CellRect cells{std::max(firstColumn, 1), std::max(firstRow, 1), std::min(lastColumn, kMaxScreen),
                          std::min(lastRow, kMaxScreen)};
     reversed_ = Selected ? cells : kNoCells;
     drawCells(cells);
     rendition_.apply(saved);
-    screenDirty_ = true;
+    ScreenDirty_ = true;
     restoreCursor();
 }
 
@@ -110,9 +110,9 @@ void Screen::drawCells(const CellRect& cells) {
         const ScreenLine& line = buffer_.record(row);
         for (int column = cells.left; column <= cells.right; ++column) {
             CellAttr attr = line.Attrs(column);
-            if (selectionShown_ && reversed_.holds(column, row)) attr.Mode = Rendition::kReverse;
+            if (SelectionShown_ && reversed_.holds(column, row)) attr.Mode = Rendition::kReverse;
             rendition_.apply(attr);
-            painter_.drawCell(line.Chars(column), column - 1, row - 1, rendition_.pen());
+            painter_.DrawCell(line.Chars(column), column - 1, row - 1, rendition_.pen());
         }
     }
     const Point from = grid().cellOrigin(cells.left - 1, cells.top - 1);
@@ -120,22 +120,22 @@ void Screen::drawCells(const CellRect& cells) {
     painter_.resumePictures({from.x, from.y, to.x, to.y});
 }
 
-void Screen::redraw(const CellRect& cells) {
-    screenDirty_ = true;
-    const CellAttr saved = rendition_.attr();
+void Screen::drawPictureCells(const CellRect& cells) {
+    ScreenDirty_ = true;
+    const CellAttr saved = rendition_.CurAttr();
     const bool marked = mark_.drawn();
     HideCursor();
     drawCells({std::max(cells.left, 1), std::max(cells.top, 1),
-               std::min({cells.right, charsPerLine_, kMaxScreen}),
-               std::min({cells.bottom, linesPerPage_, kMaxScreen})});
+               std::min({cells.right, CharsPerLine_, kMaxScreen}),
+               std::min({cells.bottom, LinesPerPage_, kMaxScreen})});
     rendition_.apply(saved);
     if (marked) ShowCursor();
 }
 
-void Screen::scrollOnWindow() {
+void Screen::scrollWithImage() {
     painter_.scrollImage();
-    buffer_.scrollUp(linesPerPage_);
-    if (selectionShown_) {
+    buffer_.moveRowsUp(LinesPerPage_);
+    if (SelectionShown_) {
         --reversed_.top;
         --reversed_.bottom;
     }
@@ -143,7 +143,7 @@ void Screen::scrollOnWindow() {
     // The pictures' images have moved up by a row as well.
     CellRect cells = pictures().extent();
     --cells.top;
-    redraw(cells);
+    drawPictureCells(cells);
 }
 
 void Screen::DisplayPicture(std::int16_t number, const CellRect& place,
@@ -151,7 +151,7 @@ void Screen::DisplayPicture(std::int16_t number, const CellRect& place,
     ClearPicture(number);
     if (picture == nullptr) return;
     painter_.addPicture(number, {place, std::move(picture)});
-    redraw(place);
+    drawPictureCells(place);
 }
 
 void Screen::ClearPicture(std::int16_t number) {
@@ -159,7 +159,7 @@ void Screen::ClearPicture(std::int16_t number) {
     if (found == pictures().all().end()) return;
     const CellRect place = found->second.place;
     painter_.removePicture(number);
-    redraw(place);
+    drawPictureCells(place);
 }
 
 void Screen::clearPictures() {
@@ -167,16 +167,16 @@ void Screen::clearPictures() {
 }
 
 void Screen::Redrawscreen(bool PaintOnly) {
-    if (selectionShown_) {
-        selectionShown_ = false;
+    if (SelectionShown_) {
+        SelectionShown_ = false;
         RepaintScreen();
     } else if (PaintOnly) {
         RepaintScreen(false, 0, 0, 0, 0, true);
     }
 }
 
-void Screen::paintAll() {
-    selectionShown_ = false;
+void Screen::paintWindow() {
+    SelectionShown_ = false;
     const bool marked = mark_.drawn();
     // The mark of a cursor in the pending column stands outside the grid: off it comes before that is
     // painted.
@@ -187,8 +187,7 @@ void Screen::paintAll() {
 }
 
 void Screen::ShowCursor() {
-    endRun();
-    if (painting()) mark_.show(*surface_, grid().cellBlock(column(), cursorY_));
+    if (painting()) mark_.show(*surface_, grid().cellBlock(CursorX_, CursorY_));
 }
 
 void Screen::takeMarkOff() {
@@ -196,7 +195,7 @@ void Screen::takeMarkOff() {
 }
 
 void Screen::blinkCursor() {
-    if (writing_) return;
+    if (Writing_) return;
     if (mark_.drawn()) {
         HideCursor();
     } else {

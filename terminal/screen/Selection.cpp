@@ -6,32 +6,34 @@ namespace kavrelon {
 
 void Selection::begin(Point mouse) {
     drop();
-    start_ = end_ = screen_.cellAt(mouse);
+    const CellPlace under = screen_.cellAt(mouse);
+    start(under);
+    end(under);
 }
 
 void Selection::extend(Point mouse) {
     // The screen may have become smaller since the button went down.
-    start_ = screen_.nearestCell(start_);
-    end_ = screen_.nearestCell(end_);
+    start(screen_.nearestCell(start()));
+    end(screen_.nearestCell(end()));
     const CellPlace under = screen_.cellAt(mouse);
-    if (screen_.SelectionShown() && under == end_) return;
+    if (screen_.SelectionShown() && under == end()) return;
     if (!singleCell()) repaint(false);
-    end_ = under;
+    end(under);
     if (singleCell()) return;
     screen_.SelectionShown(true);
     repaint(true);
 }
 
 std::string Selection::text() const {
-    return screen_.GetScreenText(start_, end_);
+    return screen_.GetScreenText(start(), end());
 }
 
 void Selection::drop() {
     screen_.Redrawscreen();
 }
 
-void Selection::repaint(bool selected) {
-    screen_.RepaintScreen(selected, start_.column, start_.row, end_.column, end_.row);
+void Selection::repaint(bool Selected) {
+    screen_.RepaintScreen(Selected, SelStartCol_, SelStartRow_, SelEndCol_, SelEndRow_);
 }
 
 }  // namespace kavrelon

@@ -10,7 +10,7 @@ class Screen;
 
 /// The rectangle of cells that the user marks with the mouse. Always a rectangle, never a run of lines.
 ///
-/// It is highlighted by painting its cells in reverse, and only there: output goes on beneath it, and what is
+/// It is highlighted by painting its cells in reverse, and only there: output goes on below it, and what is
 /// copied is what the cells hold by then.
 class Selection {
   public:
@@ -26,12 +26,25 @@ class Selection {
     void drop();
 
   private:
-    bool singleCell() const { return start_ == end_; }
-    void repaint(bool selected);
+    CellPlace start() const { return {SelStartCol_, SelStartRow_}; }
+    void start(CellPlace place) {
+        SelStartCol_ = place.column;
+        SelStartRow_ = place.row;
+    }
+    CellPlace end() const { return {SelEndCol_, SelEndRow_}; }
+    void end(CellPlace place) {
+        SelEndCol_ = place.column;
+        SelEndRow_ = place.row;
+    }
+    bool singleCell() const { return start() == end(); }
+    void repaint(bool Selected);
 
     Screen& screen_;
-    CellPlace start_;
-    CellPlace end_;
+    // Counted from 1.
+    int SelStartCol_ = 1;
+    int SelStartRow_ = 1;
+    int SelEndCol_ = 1;
+    int SelEndRow_ = 1;
 };
 
 }  // namespace kavrelon

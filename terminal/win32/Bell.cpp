@@ -6,10 +6,11 @@
 #include <bit>
 #include <cstdint>
 
+#include "terminal/BellLimit.h"
+
 namespace kavrelon {
 namespace {
 
-constexpr DWORD kQuietMilliseconds = 1000;
 constexpr SIZE_T kStackBytes = 64 * 1024;
 
 /// What the thread is told, in its one pointer-sized argument.
@@ -21,16 +22,7 @@ static_assert(sizeof(Tone) == sizeof(std::uint32_t));
 
 /// Set while a request is looked at and while the thread runs; whoever set it may touch what is below.
 std::atomic<bool> busy{false};
-bool soundedBefore = false;
-DWORD lastStart = 0;
-
-bool dueAgain() {
-    const DWORD now = GetTickCount();
-    if (soundedBefore && now - lastStart < kQuietMilliseconds) return false;
-    soundedBefore = true;
-    lastStart = now;
-    return true;
-}
+BellLimit limit;
 
 HMODULE thisModule(DWORD flags) {
     HMODULE module = nullptr;
@@ -67,7 +59,7 @@ bool startThread(Tone tone) {
 void soundBell(int frequencyHertz, int milliseconds) noexcept {
     if (busy.exchange(true)) return;
     const Tone tone{static_cast<std::uint16_t>(frequencyHertz), static_cast<std::uint16_t>(milliseconds)};
-    if (!dueAgain() || !startThread(tone)) busy = false;
+    if (!limit.mayRing(GetTickCount()) || !startThread(tone)) busy = false;
 }
 
 }  // namespace kavrelon

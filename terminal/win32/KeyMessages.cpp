@@ -1,6 +1,7 @@
 #include "terminal/win32/KeyMessages.h"
 
-#include "terminal/Keyboard.h"
+#include "support/Keys.h"
+#include "terminal/KeyStroke.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
@@ -12,29 +13,19 @@ bool isDown(int key) {
 
 std::int16_t shiftState() {
     int state = 0;
-    if (isDown(VK_SHIFT)) state |= Keyboard::kShift;
-    if (isDown(VK_CONTROL)) state |= Keyboard::kCtrl;
-    if (isDown(VK_MENU)) state |= Keyboard::kAlt;
+    if (isDown(VK_SHIFT)) state |= shifts::kShift;
+    if (isDown(VK_CONTROL)) state |= shifts::kCtrl;
+    if (isDown(VK_MENU)) state |= shifts::kAlt;
     return static_cast<std::int16_t>(state);
-}
-
-bool isRightHand(LPARAM flags) {
-    return (HIWORD(flags) & KF_EXTENDED) != 0;
-}
-
-/// The Pause key calls itself Cancel while Ctrl is held.
-std::int16_t keyCode(WPARAM key) {
-    return static_cast<std::int16_t>(key == VK_CANCEL ? VK_PAUSE : key);
 }
 
 }  // namespace
 
-std::optional<LRESULT> KeyMessages::handle(TermWindowEvents& events, UINT message, WPARAM wParam,
-                                           LPARAM lParam) {
+std::optional<LRESULT> KeyMessages::handle(TermWindowEvents& events, UINT message, WPARAM wParam) {
     switch (message) {
         case WM_KEYDOWN:
         case WM_SYSKEYDOWN:
-            return keyDown(events, wParam, lParam);
+            return keyDown(events, wParam);
         case WM_KEYUP:
         case WM_SYSKEYUP:
             return keyUp(events, wParam);
@@ -52,26 +43,20 @@ std::optional<LRESULT> KeyMessages::handle(TermWindowEvents& events, UINT messag
     }
 }
 
-std::optional<LRESULT> KeyMessages::keyDown(TermWindowEvents& events, WPARAM key, LPARAM flags) {
+std::optional<LRESULT> KeyMessages::keyDown(TermWindowEvents& events, WPARAM key) {
     const std::shared_ptr<State> state = state_;
     *state = {};
-    // Whoever had the keyboard in between, a menu for one, may have kept the release to itself.
-    if (!isDown(VK_CONTROL)) events.Form_KeyUp(VK_CONTROL, shiftState());
-    // AltGr arrives as Ctrl and the right Alt key. What it types are characters, not Ctrl combinations.
-    if (key == VK_CONTROL && isDown(VK_RMENU)) return 0;
-    if (key == VK_MENU && isRightHand(flags) && isDown(VK_CONTROL))
-        events.Form_KeyUp(VK_CONTROL, shiftState());
-
-    std::int16_t code = keyCode(key);
-    events.Form_KeyDown(code, shiftState());
-    if (code != 0) return std::nullopt;
+    KeyStroke stroke{
+        .keyCode = static_cast<std::int16_t>(key), .Shift = shiftState(), .rightAlt = isDown(VK_RMENU)};
+    events.Form_KeyDown(stroke);
+    if (stroke.keyCode != 0) return std::nullopt;
     *state = {.swallowCharacter = true, .swallowAltUp = isDown(VK_MENU)};
     return 0;
 }
 
 std::optional<LRESULT> KeyMessages::keyUp(TermWindowEvents& events, WPARAM key) {
     const bool swallowed = key == VK_MENU && state_->swallowAltUp;
-    events.Form_KeyUp(keyCode(key), shiftState());
+    events.Form_KeyUp(static_cast<std::int16_t>(key));
     return swallowed ? std::optional<LRESULT>(0) : std::nullopt;
 }
 

@@ -14,11 +14,11 @@ class TermWindowEvents;
 class KeyMessages {
   public:
     /// The window procedure's answer; nothing where the platform's own procedure is to go on. An event may
-    /// have destroyed this object: nothing may touch it behind the call.
-    std::optional<LRESULT> handle(TermWindowEvents& events, UINT message, WPARAM wParam, LPARAM lParam);
+    /// have destroyed this object: nothing may touch it after the call.
+    std::optional<LRESULT> handle(TermWindowEvents& events, UINT message, WPARAM wParam);
 
   private:
-    std::optional<LRESULT> keyDown(TermWindowEvents& events, WPARAM key, LPARAM flags);
+    std::optional<LRESULT> keyDown(TermWindowEvents& events, WPARAM key);
     std::optional<LRESULT> keyUp(TermWindowEvents& events, WPARAM key);
 
     struct State {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "support/Conversions.h"
+#include "terminal/win32/GdiFaces.h"
 #include "terminal/win32/OemCharacters.h"
 
 namespace kavrelon {
@@ -24,7 +25,7 @@ bool isPlain(UINT byte) {
 constexpr int kLineOverlap = 1;
 
 Font createFont(const FontFace& face, int height) {
-    const LOGFONTA description = logFont(face, -height);
+    const LOGFONTA description = describe(face, -height);
     return Font(CreateFontIndirectA(&description));
 }
 
@@ -98,7 +99,7 @@ RealisedFont::RealisedFont(HDC context, const FontFace& face, const FontFace* li
 }
 
 void RealisedFont::createLineFont(const FontFace& lineFace) {
-    LOGFONTA description = logFont(lineFace, cell_.height + 2 * kLineOverlap);
+    LOGFONTA description = describe(lineFace, cell_.height + 2 * kLineOverlap);
     description.lfWidth = cell_.width + 2 * kLineOverlap;
     lineFont_.reset(CreateFontIndirectA(&description));
 }
@@ -106,7 +107,7 @@ void RealisedFont::createLineFont(const FontFace& lineFace) {
 HFONT RealisedFont::textFont(bool italic, bool underline) {
     Font& font = textFonts_[(italic ? 1U : 0U) + (underline ? 2U : 0U)];
     if (font == nullptr) {
-        LOGFONTA description = logFont(face_, -height_);
+        LOGFONTA description = describe(face_, -height_);
         description.lfItalic = italic;
         description.lfUnderline = underline;
         font.reset(CreateFontIndirectA(&description));
@@ -126,8 +127,9 @@ TermFont::TermFont(HDC context) : context_(context) {
 void TermFont::choose(const FontChoice& choice) {
     release();
     cells_.clear();
-    face_ = findFace(context_, choice);
-    lineFace_ = face_.linesJoin ? std::nullopt : findLineFace(context_);
+    GdiFaces faces(context_);
+    face_ = findFace(faces, choice);
+    lineFace_ = face_.linesJoin ? std::nullopt : findLineFace(faces);
 }
 
 void TermFont::setPoints(double points) {

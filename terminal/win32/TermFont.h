@@ -10,7 +10,7 @@
 
 #include "gdi/GdiHandles.h"
 #include "support/Geometry.h"
-#include "terminal/win32/FontFace.h"
+#include "terminal/FontFace.h"
 
 namespace kavrelon {
 

@@ -4,10 +4,10 @@
 
 #include <winspool.h>
 
-#include <algorithm>
 #include <array>
 
 #include "gdi/GdiHandles.h"
+#include "gdi/LogFont.h"
 #include "terminal/win32/OemCharacters.h"
 
 namespace kavrelon {
@@ -15,14 +15,12 @@ namespace {
 
 constexpr const char* kJobName = "Terminal screen";
 
-/// A fixed-pitch font in which the screen fills the page's width, or its height when that comes first.
 Font pageFont(HDC context, int columns, int lines) {
-    LOGFONTA description{};
+    const Size page{GetDeviceCaps(context, HORZRES), GetDeviceCaps(context, VERTRES)};
+    const Size cell = printedCell(page, columns, lines);
+    LOGFONTA description = logFont({}, cell.height);
+    description.lfWidth = cell.width;
     description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
-    const int pageHeight = GetDeviceCaps(context, VERTRES);
-    description.lfWidth = std::max(GetDeviceCaps(context, HORZRES) / std::max(columns, 1), 1);
-    description.lfHeight =
-        std::max(std::min<int>(pageHeight / std::max(lines, 1), 2 * description.lfWidth), 1);
     return Font(CreateFontIndirectA(&description));
 }
 

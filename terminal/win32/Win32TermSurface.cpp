@@ -116,10 +116,11 @@ void Win32TermSurface::select(HFONT font) {
 }
 
 void Win32TermSurface::drawPicture(const Picture& picture, const Rect& place, const Rect& clip) {
-    if (context_ == nullptr || held_ > 0) return;
+    const GdiPicture* const own = GdiPicture::of(picture);
+    if (context_ == nullptr || held_ > 0 || own == nullptr) return;
     const int before = SaveDC(context_);
     IntersectClipRect(context_, clip.left, clip.top, clip.right, clip.bottom);
-    static_cast<const GdiPicture&>(picture).draw(context_, toRect(place));
+    own->draw(context_, toRect(place));
     RestoreDC(context_, before);
 }
 

@@ -1,10 +1,8 @@
 #include "terminal/win32/Win32TermWindow.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
-#include "support/win32/Module.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
 #include "terminal/win32/MouseMessages.h"
@@ -46,71 +44,48 @@ RECT workArea(HWND window) {
 
 }  // namespace
 
-Win32TermWindow::OwnedWindow Win32TermWindow::create(const WindowClass& windowClass, HMENU menu) {
-    OwnedWindow window(CreateWindowExA(0, WindowClass::kName, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
-                                       CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, menu,
-                                       windowClass.module(), nullptr));
-    if (window == nullptr) throw std::bad_alloc();
-    return window;
+WindowHandle Win32TermWindow::create(const WindowClass& windowClass, HMENU menu) {
+    return takeOver(CreateWindowExA(0, WindowClass::kName, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, menu,
+                                    windowClass.module(), nullptr));
 }
 
 Win32TermWindow::Win32TermWindow(const WindowClass& windowClass, std::weak_ptr<TermWindowEvents> events)
     : events_(std::move(events)), window_(create(windowClass, menus_.bar())), surface_(window_.get()) {
     menus_.handOver();
-    // From here on messages arrive; those of the creation went to the platform's own procedure.
-    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    listenTo(window_.get());
 }
 
 Win32TermWindow::~Win32TermWindow() {
     if (window_ == nullptr) return;
-    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+    stopListeningTo(window_.get());
     surface_.detach();
     window_.reset();
 }
 
-Win32TermWindow* Win32TermWindow::of(HWND window) {
-    return reinterpret_cast<Win32TermWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-}
-
-void Win32TermWindow::detach() {
-    SetWindowLongPtrA(window_.get(), GWLP_USERDATA, 0);
+void Win32TermWindow::windowDestroyed() {
+    const std::shared_ptr<TermWindowEvents> events = events_.lock();
     surface_.detach();
     menus_.forget();
     static_cast<void>(window_.release());
+    if (events != nullptr) events->Form_Close();
 }
 
-LRESULT CALLBACK Win32TermWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                            LPARAM lParam) noexcept {
-    // Menus and message boxes run inside a message, and the host may let go of everything meanwhile.
-    const ModuleLock inUse;
-    try {
-        if (Win32TermWindow* self = of(window)) {
-            if (const Answer answer = self->handle({window, message, wParam, lParam})) return *answer;
-        }
-    } catch (...) {
-        // What an event could not do is undone work, not a reason to take the host down.
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
-}
-
-Win32TermWindow::Answer Win32TermWindow::handle(const Message& message) {
+WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
     // Held for the length of the message, so that a handler may let go of the last reference.
     const std::shared_ptr<TermWindowEvents> events = events_.lock();
-    if (events == nullptr) {
-        if (message.id == WM_NCDESTROY) detach();
-        return std::nullopt;
-    }
-    if (const Answer answer = onDrawing(*events, message)) return answer;
-    if (const Answer answer = onCommand(*events, message)) return answer;
-    if (const Answer answer =
+    if (events == nullptr) return std::nullopt;
+    if (const WindowAnswer answer = onDrawing(*events, message)) return answer;
+    if (const WindowAnswer answer = onCommand(*events, message)) return answer;
+    if (const WindowAnswer answer =
             handleMouse(*events, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam, message.lParam);
+    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam);
     return onSession(*events, message);
 }
 
-Win32TermWindow::Answer Win32TermWindow::onDrawing(TermWindowEvents& events, const Message& message) {
+WindowAnswer Win32TermWindow::onDrawing(TermWindowEvents& events, const WindowMessage& message) {
     switch (message.id) {
         case WM_ERASEBKGND:
             // Painting covers every pixel; erasing before it would only flicker.
@@ -142,13 +117,13 @@ template <class Change>
 void Win32TermWindow::redrawAtOnce(HWND window, Change change) {
     surface_.holdDrawing();
     change();
-    if (of(window) != this) return;
+    if (listenerOf(window) != this) return;
     surface_.resumeDrawing();
     InvalidateRect(window, nullptr, FALSE);
     UpdateWindow(window);
 }
 
-Win32TermWindow::Answer Win32TermWindow::onCommand(TermWindowEvents& events, const Message& message) {
+WindowAnswer Win32TermWindow::onCommand(TermWindowEvents& events, const WindowMessage& message) {
     switch (message.id) {
         case WM_COMMAND: {
             const WORD command = LOWORD(message.wParam);
@@ -178,7 +153,7 @@ Win32TermWindow::Answer Win32TermWindow::onCommand(TermWindowEvents& events, con
     }
 }
 
-Win32TermWindow::Answer Win32TermWindow::onSession(TermWindowEvents& events, const Message& message) {
+WindowAnswer Win32TermWindow::onSession(TermWindowEvents& events, const WindowMessage& message) {
     switch (message.id) {
         case WM_ACTIVATE:
             if (LOWORD(message.wParam) == WA_INACTIVE) {
@@ -193,10 +168,6 @@ Win32TermWindow::Answer Win32TermWindow::onSession(TermWindowEvents& events, con
         case WM_ENDSESSION:
             if (message.wParam != FALSE) events.Form_Close();
             return 0;
-        case WM_NCDESTROY:
-            detach();
-            events.Form_Close();
-            return DefWindowProcA(message.window, message.id, message.wParam, message.lParam);
         default:
             return std::nullopt;
     }

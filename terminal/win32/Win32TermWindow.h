@@ -5,8 +5,9 @@
 #include <array>
 #include <memory>
 #include <optional>
-#include <type_traits>
 
+#include "support/win32/WindowHandle.h"
+#include "support/win32/WindowProcedure.h"
 #include "terminal/TermWindow.h"
 #include "terminal/win32/KeyMessages.h"
 #include "terminal/win32/TermMenus.h"
@@ -19,16 +20,13 @@ namespace kavrelon {
 ///
 /// When the platform destroys the window underneath, its owner is told as if it had been closed, and this
 /// object ignores calls from then on.
-class Win32TermWindow final : public TermWindow {
+class Win32TermWindow final : public TermWindow, private WindowProcedure {
   public:
     /// Throws std::bad_alloc when the platform has no window to give.
     Win32TermWindow(const WindowClass& windowClass, std::weak_ptr<TermWindowEvents> events);
     ~Win32TermWindow() override;
     Win32TermWindow(const Win32TermWindow&) = delete;
     Win32TermWindow& operator=(const Win32TermWindow&) = delete;
-
-    /// The procedure for the class of these windows.
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     void drawText(Point at, std::span<const std::uint8_t> text) override { surface_.drawText(at, text); }
     void setPen(const Pen& pen) override { surface_.setPen(pen); }
@@ -79,35 +77,21 @@ class Win32TermWindow final : public TermWindow {
     void reportFailure(const std::string& text) override;
 
   private:
-    struct DestroyHandle {
-        void operator()(HWND window) const noexcept { DestroyWindow(window); }
-    };
-    using OwnedWindow = std::unique_ptr<std::remove_pointer_t<HWND>, DestroyHandle>;
-
-    struct Message {
-        HWND window;
-        UINT id;
-        WPARAM wParam;
-        LPARAM lParam;
-    };
-    using Answer = std::optional<LRESULT>;
-
-    static OwnedWindow create(const WindowClass& windowClass, HMENU menu);
-    static Win32TermWindow* of(HWND window);
+    static WindowHandle create(const WindowClass& windowClass, HMENU menu);
 
     // One handler for each family of messages. After an event, which may have destroyed it, none touches the
     // object, and each gives an answer.
-    Answer handle(const Message& message);
-    Answer onDrawing(TermWindowEvents& events, const Message& message);
-    Answer onCommand(TermWindowEvents& events, const Message& message);
-    Answer onSession(TermWindowEvents& events, const Message& message);
+    WindowAnswer handle(const WindowMessage& message) override;
+    WindowAnswer onDrawing(TermWindowEvents& events, const WindowMessage& message);
+    WindowAnswer onCommand(TermWindowEvents& events, const WindowMessage& message);
+    static WindowAnswer onSession(TermWindowEvents& events, const WindowMessage& message);
     template <class Change>
     void redrawAtOnce(HWND window, Change change);
-    void detach();
+    void windowDestroyed() override;
 
     std::weak_ptr<TermWindowEvents> events_;
     TermMenus menus_;
-    OwnedWindow window_;
+    WindowHandle window_;
     Win32TermSurface surface_;
     KeyMessages keys_;
     WindowState stateWhenShown_ = WindowState::Normal;

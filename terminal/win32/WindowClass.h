@@ -11,7 +11,7 @@ class WindowClass {
   public:
     static constexpr const char* kName = "kavrelon.frmTerm";
 
-    WindowClass(HINSTANCE module, WNDPROC procedure);
+    explicit WindowClass(HINSTANCE module);
 
     HINSTANCE module() const { return registration_.module(); }
 

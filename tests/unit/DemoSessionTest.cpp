@@ -2,9 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "headless/TerminalSink.h"
-#include "plugin/EscapeTable.h"
-#include "recognizer/EscapeRecognizer.h"
 #include "samplehost/PlaySession.h"
 #include "tests/unit/Session.h"
 
@@ -48,16 +45,10 @@ class DemoTest : public ConnectedTest, private TerminalSink {
     int faults = 0;
 
   private:
-    static EscapeTree tree() {
-        std::vector<std::string> patterns;
-        for (std::int16_t row = 1; row <= kEscapeRows; ++row) patterns.emplace_back(escapeRow(row).pattern);
-        return EscapeTree(patterns);
-    }
-
     void unmatched(std::span<const std::uint8_t>) override { ++faults; }
     void failed(const RuntimeError&) override { ++faults; }
 
-    EscapeRecognizer recognizer{tree(), *this};
+    EscapeRecognizer recognizer{escapeTree(), *this};
 };
 
 bool isOneOf(char character, std::string_view set) {
@@ -185,7 +176,7 @@ TEST_F(DemoTest, ScrollingOutputKeepsItsBarInTheLastRow) {
 }
 
 TEST_F(DemoTest, PageLeavesTheScreenAsLargeAsItFoundIt) {
-    sequence(35, std::vector<std::string_view>{"100", "30"});
+    sequence(rows::kSizeScreen, std::vector<std::string_view>{"100", "30"});
     pass(milliseconds{0});
     EXPECT_EQ(shownRows()[12].substr(35, 1), "1") << "the menu is not in the middle";
     press("5 ");

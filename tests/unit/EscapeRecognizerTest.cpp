@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "plugin/EscapeTable.h"
-#include "recognizer/EscapeTree.h"
+#include "headless/HeadlessSession.h"
 
 namespace kavrelon {
 namespace {
@@ -46,12 +45,6 @@ std::string recognise(const EscapeTree& tree, std::string_view stream, std::size
     return recorder.line;
 }
 
-EscapeTree pluginTree() {
-    std::vector<std::string> patterns;
-    for (std::int16_t i = 1; i <= kEscapeRows; ++i) patterns.emplace_back(escapeRow(i).pattern);
-    return EscapeTree(patterns);
-}
-
 /// Every case, a stream and what becomes of it, must give the same whatever blocks the stream comes in.
 void expectCases(const EscapeTree& tree, const std::vector<std::pair<std::string, std::string>>& cases) {
     for (const auto& [stream, expected] : cases) {
@@ -62,7 +55,7 @@ void expectCases(const EscapeTree& tree, const std::vector<std::pair<std::string
 }
 
 TEST(EscapeRecognizer, FindsTheRowsOfTheTable) {
-    expectCases(pluginTree(),
+    expectCases(HeadlessSession::escapeTree(),
                 {
                     {"\033[12;34H\033[5A\033[A", "{2|12|34}{3|5}{4}"},
                     {"\033[1;2f\033D\033M\033Hx", "{11|1|2}{14}{15}{16}x"},
@@ -80,7 +73,7 @@ TEST(EscapeRecognizer, FindsTheRowsOfTheTable) {
 }
 
 TEST(EscapeRecognizer, DropsWhatMatchesNoRow) {
-    expectCases(pluginTree(),
+    expectCases(HeadlessSession::escapeTree(),
                 {
                     {"a\033[?2004hb\033[mc", "a~\033[?2004h~b~\033[m~c"},
                     {"\033[>4;2m\033[;H\033[1 qx", "~\033[>4;2m~~\033[;H~~\033[1 q~x"},
@@ -94,7 +87,7 @@ TEST(EscapeRecognizer, DropsWhatMatchesNoRow) {
 }
 
 TEST(EscapeRecognizer, LimitsTheDamageOfBrokenSequences) {
-    expectCases(pluginTree(),
+    expectCases(HeadlessSession::escapeTree(),
                 {
                     {"\033[1\033[Hx", "~\033[1~{1}x"},
                     {"\033[1\030x\033]0;\032y", "~\033[1\030~x~\033]0;\032~y"},
@@ -142,8 +135,8 @@ TEST(EscapeRecognizer, GivesUpWhatNeverEnds) {
         // A quoted text that does not end leaves the shorter sequence at its beginning.
         const std::string givenUp = start == quoted ? "~" + start + "~" + ones : "~" + start + ones + "~";
         for (const std::size_t block : {std::size_t{1}, std::size_t{1000}, 3 * limit}) {
-            EXPECT_TRUE(recognise(pluginTree(), quoted + "\n" + start + ones + "text\033[H", block) ==
-                        "~" + quoted + "~\n" + givenUp + "text{1}")
+            EXPECT_TRUE(recognise(HeadlessSession::escapeTree(), quoted + "\n" + start + ones + "text\033[H",
+                                  block) == "~" + quoted + "~\n" + givenUp + "text{1}")
                 << start << block;
         }
     }
@@ -151,7 +144,7 @@ TEST(EscapeRecognizer, GivesUpWhatNeverEnds) {
 
 TEST(EscapeRecognizer, ResetForgetsAnUnfinishedSequence) {
     Recorder recorder;
-    EscapeRecognizer recognizer(pluginTree(), recorder);
+    EscapeRecognizer recognizer(HeadlessSession::escapeTree(), recorder);
     recognizer.feed(bytesOf("\033[1"));
     recognizer.reset();
     recognizer.feed(bytesOf("2H\033\bL0\r"));
@@ -161,7 +154,7 @@ TEST(EscapeRecognizer, ResetForgetsAnUnfinishedSequence) {
 }
 
 TEST(EscapeRecognizer, FindsTheSameWhateverTheBlocks) {
-    const EscapeTree tree = pluginTree();
+    const EscapeTree& tree = HeadlessSession::escapeTree();
     std::mt19937 random(20);
     const std::vector<std::string> pieces{
         "\033", "[", "1", ";",  "H",  "m", "\"", "p",    "\b",   "L1 ", "\r", "\n",          "KB ",

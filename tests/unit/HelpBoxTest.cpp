@@ -1,5 +1,6 @@
 #include <tuple>
 
+#include "headless/HeadlessHelpWindow.h"
 #include "tests/unit/Session.h"
 
 namespace kavrelon {
@@ -12,7 +13,6 @@ namespace {
 
 constexpr std::int16_t kLeft = 1;
 constexpr std::int16_t kRight = 2;
-constexpr int kNewScreen = 36;
 
 Rect block(int left, int top, int width, int height) {
     return {left, top, left + width, top + height};
@@ -122,7 +122,7 @@ TEST_F(HelpBoxTest, ItFollowsTheGridAndStaysWithItsWindow) {
     setSize(100, 40);
     EXPECT_EQ(place(), block(start.left - 80, start.top - 120, 104, 87));
     const frmTerm& below = form();
-    sequence(kNewScreen);
+    sequence(rows::kNewScreen);
     EXPECT_EQ(below.HelpBoxes().openSlots().size() + form().HelpBoxes().openSlots().size(), 1U);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -22,12 +23,12 @@ class Parsed {
     static Parsed inBody(const std::string& body) { return Parsed("<HTML><BODY>" + body + "</BODY></HTML>"); }
 
     const HTMLDocument* operator->() const { return &document_; }
-    const HTMLElement& operator[](std::size_t index) const { return document_.elements()[index]; }
+    const HTMLElement& operator[](std::size_t index) const { return document_.mudtElements()[index]; }
 
     /// The sources of the elements between BODY and its closer, each in front of a bar.
     std::string pieces() const {
         std::string text;
-        const auto all = document_.elements();
+        const auto all = document_.mudtElements();
         for (std::size_t i = 2; i + 2 < all.size(); ++i) text += std::string(all[i].strRaw) + "|";
         return text;
     }
@@ -37,18 +38,18 @@ class Parsed {
     std::string tree() const {
         std::string text;
         const std::size_t linked = write(text, 0);
-        return text + (linked < document_.elements().size() ? "..." : "");
+        return text + (linked < document_.mudtElements().size() ? "..." : "");
     }
 
   private:
     // NOLINTNEXTLINE(misc-no-recursion): the documents of the tests nest a few levels
     std::size_t write(std::string& text, std::size_t index) const {
-        const HTMLElement& element = document_.elements()[index];
+        const HTMLElement& element = document_.mudtElements()[index];
         text += element.strRaw;
         std::size_t linked = 1;
         for (std::size_t k = 0; k < element.intChildren.size(); ++k) {
             const auto child = static_cast<std::size_t>(element.intChildren[k]);
-            const HTMLElement& record = document_.elements()[child];
+            const HTMLElement& record = document_.mudtElements()[child];
             EXPECT_EQ(record.intParent, element.intIndex) << record.strRaw;
             EXPECT_EQ(record.intSiblingIndex, k) << record.strRaw;
             EXPECT_EQ(record.intIndex, child) << record.strRaw;
@@ -102,7 +103,7 @@ TEST(HtmlDocumentTest, Normalises) {
          "HTML>"},
         {"&amp;lt; &LT; &nbsp; &l\nt; &am", "<HTML><BODY>&#038;lt; &LT; &nbsp; &l t; &am</BODY></HTML>"},
     };
-    for (const auto& c : cases) EXPECT_EQ(Parsed(c.html)->text(), c.document) << c.html;
+    for (const auto& c : cases) EXPECT_EQ(Parsed(c.html)->mstrDocument(), c.document) << c.html;
 }
 
 TEST(HtmlDocumentTest, CutsTagsCommentsAndText) {
@@ -127,11 +128,13 @@ TEST(HtmlDocumentTest, CutsTagsCommentsAndText) {
 TEST(HtmlDocumentTest, CutsOffWhatLiesBehindTheLastPlace) {
     const std::string head = "<HTML><BODY>";
     const auto documentOf = [&](std::size_t length) { return head + std::string(length, 'x') + "<B>y</B>"; };
-    EXPECT_EQ(Parsed(documentOf(32767 - 12 - 3))->count(), 4) << "the last tag ends at the last place";
-    EXPECT_EQ(Parsed(documentOf(32767 - 12 - 2))->count(), 3) << "a tag that ends behind it is cut off";
-    EXPECT_EQ(Parsed(documentOf(32767 - 12))->count(), 2)
+    EXPECT_EQ(Parsed(documentOf(32767 - 12 - 3))->mintElementCount(), 4)
+        << "the last tag ends at the last place";
+    EXPECT_EQ(Parsed(documentOf(32767 - 12 - 2))->mintElementCount(), 3)
+        << "a tag that ends behind it is cut off";
+    EXPECT_EQ(Parsed(documentOf(32767 - 12))->mintElementCount(), 2)
         << "and so is the text before one that begins there";
-    EXPECT_EQ(Parsed(documentOf(100'000))->text().size(), 100'020U) << "the text is kept";
+    EXPECT_EQ(Parsed(documentOf(100'000))->mstrDocument().size(), 100'020U) << "the text is kept";
 }
 
 TEST(HtmlDocumentTest, KnowsTheTags) {
@@ -194,22 +197,22 @@ TEST(HtmlDocumentTest, ReadsAttributesOverDefaults) {
 
 TEST(HtmlDocumentTest, ReadsThePage) {
     Parsed page("<BODY BGCOLOR=\"#FFFFFF\" TEXT=navy LINK=ff0001><FONT>x<B TEXT=teal BACKGROUND=b.gif>");
-    EXPECT_EQ(page->bodyBgColor(), 0xFFFFFFU);
+    EXPECT_EQ(page->mlngBodyBgColor(), 0xFFFFFFU);
     EXPECT_EQ(page[1].lngBgColor, 0U);
-    EXPECT_EQ(page->linkColor(), 0x0100FFU);
+    EXPECT_EQ(page->mlngLinkColor(), 0x0100FFU);
     EXPECT_EQ(page[2].lngColor, 0x800000U) << "a FONT has the colour of what came before it";
-    EXPECT_EQ(page->textColor(), 0x808000U);
-    EXPECT_EQ(page->background(), "b.gif");
+    EXPECT_EQ(page->mlngTextColor(), 0x808000U);
+    EXPECT_EQ(page->mstrBackground(), "b.gif");
 
     HTMLDocument document;
     document.setDocument("<BODY BGCOLOR=red BACKGROUND=b.gif>", {});
     document.setDocument("<B><A></A><P>x<BODY><A>", {.BackColor = 7, .EnableAnchors = false});
-    EXPECT_EQ(document.bodyBgColor(), 7U);
-    EXPECT_EQ(document.background(), "b.gif") << "a page's picture stays";
-    EXPECT_EQ(document.elements()[static_cast<std::size_t>(document.bodyIndex())].strRaw, "<BODY>");
-    EXPECT_TRUE(document.links().empty());
-    document.setDocument(document.text(), {.EnableAnchors = true});
-    EXPECT_EQ(std::vector(document.links().begin(), document.links().end()),
+    EXPECT_EQ(document.mlngBodyBgColor(), 7U);
+    EXPECT_EQ(document.mstrBackground(), "b.gif") << "a page's picture stays";
+    EXPECT_EQ(document.mudtElements()[static_cast<std::size_t>(document.mintBodyIndex())].strRaw, "<BODY>");
+    EXPECT_TRUE(document.mintLinks().empty());
+    document.setDocument(document.mstrDocument(), {.EnableAnchors = true});
+    EXPECT_EQ(std::vector(document.mintLinks().begin(), document.mintLinks().end()),
               (std::vector<std::int16_t>{2, 8}));
 }
 
@@ -242,11 +245,11 @@ TEST(HtmlDocumentTest, DecodesTextAndDividesItIntoWords) {
 }
 
 TEST(HtmlDocumentTest, FindsTheTitle) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"", "Unknown"},
+    const std::pair<std::string, std::optional<std::string>> cases[] = {
+        {"", std::nullopt},
         {"<TITLE>Help &amp; you</TITLE><TITLE>x</TITLE>", "Help & you"},
         {"<TITLE><B>x</B></TITLE>", ""},
-        {"<HTML><BODY><TITLE>", "Unknown"},
+        {"<HTML><BODY><TITLE>", std::nullopt},
     };
     for (const auto& [html, title] : cases) EXPECT_EQ(Parsed(html)->title(), title) << html;
 }

@@ -22,7 +22,7 @@ Outcome outcomeOf(const std::string& html) {
     label.parse(html);
     label.layOut(kPageWidth);
     label.draw();
-    Outcome outcome{label.document.count(), 0, label.layout.size().width, ""};
+    Outcome outcome{label.document.mintElementCount(), 0, label.layout.size().width, ""};
     for (const TextRun& run : label.layout.runs()) {
         outcome.drawn += static_cast<int>(std::ranges::count_if(run.text, [](char c) { return c != ' '; }));
         outcome.last = run.text;

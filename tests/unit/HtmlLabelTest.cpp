@@ -34,9 +34,9 @@ TEST(FormCallTest, CutsProcedureAndArguments) {
 
 TEST(LabelPlacementTest, PlacesThePartsInTwips) {
     LabelOutline outline{.twips = {3000, 1500}, .barThickness = {16, 20}, .Appearance = 0};
-    EXPECT_EQ(placeLabelParts(outline).viewPort, (Rect{0, 0, 200, 100}));
+    EXPECT_EQ(placeLabelParts(outline).picViewPort, (Rect{0, 0, 200, 100}));
     outline.Appearance = 1;
-    EXPECT_EQ(placeLabelParts(outline).viewPort, (Rect{0, 0, 198, 98}));
+    EXPECT_EQ(placeLabelParts(outline).picViewPort, (Rect{0, 0, 198, 98}));
     outline.EnableScroll = true;
     const LabelPlacement noBars{
         {0, 0, 180, 96}, {180, 0, 196, 96}, {0, 96, 200, 116}, {180, 96, 196, 116}, true};
@@ -77,7 +77,8 @@ class HtmlLabelTest : public ::testing::Test, protected HTMLLabelEvents {
     const std::string lines =
         "<br>2<br>3<br>4<br>5<br>6<br>7<br>8<br>9<br>10<br>11<br>12<br>13<br>14<br>15<br>";
     const HTMLElement& link(std::size_t place) const {
-        return label->document().elements()[static_cast<std::size_t>(label->document().links()[place])];
+        return label->document()
+            .mudtElements()[static_cast<std::size_t>(label->document().mintLinks()[place])];
     }
     // Just inside the top left corner of a link.
     Point onLink(std::size_t place) const { return {link(place).lngLeft + 1, link(place).lngTop + 1}; }
@@ -156,12 +157,13 @@ TEST_F(HtmlLabelTest, KeepsItsPlaceWhenPropertiesParseAgainButNotWhenResized) {
     for (const auto& [windowState, userMode, width, value] : resizes) {
         window.surroundings() = {{6000, 1500}, true, userMode, windowState};
         label->UserControl_Resize();
-        EXPECT_EQ(window.shown().placement.viewPort.right, width);
+        EXPECT_EQ(window.shown().placement.picViewPort.right, width);
         EXPECT_EQ(window.shown().vscScroll.Value, value);
     }
     label->vscScroll_Change(100);
     window.surroundings().visible = false;
     label->DocumentHTML("short");
+    EXPECT_EQ(label->DocumentTitle(), "Unknown");
     EXPECT_EQ(window.shown().vscScroll.Value, 0);
     window.repaintViewPort();
     EXPECT_FALSE(window.shown().vscScroll.visible);
@@ -228,9 +230,9 @@ TEST_F(HtmlLabelTest, FollowsLinksLaterAndJumpsAtOnce) {
         lines + "<a name=mid>here</a>" + lines + "<a name=end>end</a>");
     for (const std::size_t followed : {3U, 0U}) release(followed);
     EXPECT_THAT(events(), IsEmpty());
-    EXPECT_TRUE(window.shown().linkTimer);
+    EXPECT_TRUE(window.shown().tmrHyperlinkClick);
     for (int tick = 0; tick < 2; ++tick) label->tmrHyperlinkClick_Timer();
-    EXPECT_FALSE(window.shown().linkTimer);
+    EXPECT_FALSE(window.shown().tmrHyperlinkClick);
     release(3);
     label->tmrHyperlinkClick_Timer();
     EXPECT_THAT(events(), ElementsAre("click #mid", "call Go a"));

@@ -89,7 +89,7 @@ class HtmlLayoutTest : public testing::Test {
     std::string boxes(std::string_view html, int width = 208) {
         show(html, width);
         std::string all;
-        for (const HTMLElement& e : document.elements()) {
+        for (const HTMLElement& e : document.mudtElements()) {
             if (e.strName.empty() && e.strHref.empty()) continue;
             all += corners(e.lngLeft, e.lngTop, e.lngRight, e.lngBottom) + ' ';
         }

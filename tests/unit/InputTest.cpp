@@ -12,18 +12,18 @@ namespace kavrelon {
 namespace {
 
 using namespace std::string_literals;
+using namespace rows;
 using Texts = std::vector<std::string>;
 
-constexpr int kSizeScreen = 35, kNewScreen = 36, kCloseScreen = 37, kAddKnowledgeBase = 41,
-              kClearKnowledgeBase = 42, kAddRemote = 43;
 constexpr std::int16_t kCtrl = 17;
 
 class InputTest : public ConnectedTest {
   protected:
     /// A key going down; what is left of its code.
-    std::int16_t key(std::int16_t code, std::int16_t shift = 0) const {
-        form().Form_KeyDown(code, shift);
-        return code;
+    std::int16_t key(std::int16_t code, std::int16_t shift = 0) const { return key(KeyStroke{code, shift}); }
+    std::int16_t key(KeyStroke stroke) const {
+        form().Form_KeyDown(stroke);
+        return stroke.keyCode;
     }
     void drag(Point from, Point to) const {
         form().Form_MouseDown(MouseButton::Left, from);
@@ -43,20 +43,42 @@ TEST_F(InputTest, KeysThatAreUsedUpLeaveNothingForTheWindow) {
                                                       {38, false}, {19, false}, {42, false}};
     for (const auto& [code, usedUp] : cases) EXPECT_EQ(key(code) == 0, usedUp) << code;
     key(kCtrl, 2);
-    for (const auto& [code, usedUp] : withCtrl) EXPECT_EQ(key(code) == 0, usedUp) << code << " with Ctrl";
+    for (const auto& [code, usedUp] : withCtrl) EXPECT_EQ(key(code, 2) == 0, usedUp) << code << " with Ctrl";
 }
 
 TEST_F(InputTest, CtrlNeverSticks) {
-    const std::function<void()> releases[] = {[this] { form().Form_KeyUp(kCtrl, 0); },
+    const std::function<void()> releases[] = {[this] { form().Form_KeyUp(kCtrl); },
                                               [this] { form().Form_LostFocus(); }};
     for (const auto& release : releases) {
         key(kCtrl, 2);
-        form().Form_KeyUp(65, 2);
+        form().Form_KeyUp(65);
         form().Form_KeyPress('a');
         release();
         form().Form_KeyPress('a');
     }
     EXPECT_EQ(parent->calls, (Texts{"data !", "data a", "data !", "data a"}));
+}
+
+TEST_F(InputTest, KeysTellWhetherCtrlIsMeant) {
+    const KeyStroke ctrl{kCtrl, 2}, alt{18, 6}, altGr{18, 6, true}, altGrAgain{kCtrl, 6, true};
+    const struct {
+        const char* what;
+        std::vector<KeyStroke> strokes;
+        std::string sent;
+    } cases[] = {{"with Alt", {ctrl, alt}, "data !"},
+                 {"let go while a menu had the keyboard", {ctrl, {27, 0}}, "data a"},
+                 {"AltGr", {ctrl, altGr}, "data a"},
+                 {"AltGr, repeating", {ctrl, altGr, altGrAgain}, "data a"},
+                 {"the right Alt key first", {{18, 4, true}, altGrAgain}, "data a"},
+                 {"the Pause key under its other name", {ctrl, {3, 2}, {19, 0}}, "break data a"}};
+    for (const auto& c : cases) {
+        parent->calls.clear();
+        for (const KeyStroke& stroke : c.strokes) key(stroke);
+        form().Form_KeyPress('a');
+        std::string sent;
+        for (const std::string& call : parent->calls) sent += (sent.empty() ? "" : " ") + call;
+        EXPECT_EQ(sent, c.sent) << c.what;
+    }
 }
 
 TEST_F(InputTest, InactiveOrLockedKeyboardsSendNothing) {
@@ -116,7 +138,7 @@ TEST_F(InputTest, HighlightFollowsTheMouseInEveryDirection) {
         EXPECT_EQ(highlighted(), 6);
         form().Form_MouseUp(MouseButton::Left, to);
         form().mnuRightClickCopy_Click();
-        EXPECT_EQ(platform.clipboard, "cdeijk");
+        EXPECT_EQ(platform.desktop.clipboard, "cdeijk");
         EXPECT_EQ(highlighted(), 0);
     }
 }
@@ -135,24 +157,24 @@ TEST_F(InputTest, ContextMenuFollowsWhatIsAllowed) {
 
 TEST_F(InputTest, HeldClipboardRingsAndLosesNothing) {
     std::vector<int> bells;
-    platform.onBeep = [&](int frequency, int) { bells.push_back(frequency); };
+    platform.desktop.onBeep = [&](int frequency, int) { bells.push_back(frequency); };
     type("text");
-    platform.clipboard = "before";
-    platform.clipboardHeld = true;
+    platform.desktop.clipboard = "before";
+    platform.desktop.clipboardHeld = true;
     drag(at(0, 0), at(3, 0));
     form().mnuRightClickCopy_Click();
     form().mnuRightClickPaste_Click();
     form().mnuRightClickClear_Click();
     EXPECT_EQ(bells, (std::vector<int>{100, 100, 100}));
-    EXPECT_EQ(platform.clipboard, "before");
+    EXPECT_EQ(platform.desktop.clipboard, "before");
     EXPECT_TRUE(parent->calls.empty());
-    platform.clipboardHeld = false;
+    platform.desktop.clipboardHeld = false;
     form().mnuRightClickCopy_Click();
-    EXPECT_EQ(platform.clipboard, "text") << "the selection is still there";
+    EXPECT_EQ(platform.desktop.clipboard, "text") << "the selection is still there";
 
-    platform.clipboard = std::string(1 << 20, 'x');
+    platform.desktop.clipboard = std::string(1 << 20, 'x');
     form().mnuRightClickPaste_Click();
-    EXPECT_EQ(parent->calls, Texts{"data " + platform.clipboard}) << "sent whole";
+    EXPECT_EQ(parent->calls, Texts{"data " + platform.desktop.clipboard}) << "sent whole";
 }
 
 TEST_F(InputTest, DragEndsOnTheScreenThatHasBecomeSmaller) {
@@ -161,7 +183,7 @@ TEST_F(InputTest, DragEndsOnTheScreenThatHasBecomeSmaller) {
     setSize(80, 3);
     form().Form_MouseMove(true, at(78, 2));
     form().mnuRightClickCopy_Click();
-    EXPECT_EQ(platform.clipboard, "  ");
+    EXPECT_EQ(platform.desktop.clipboard, "  ");
 }
 
 TEST(LauncherTest, TakesCommandTextsApart) {
@@ -201,7 +223,7 @@ TEST(LauncherTest, OnlySomeFailuresGetASecondAttempt) {
 
 TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     HeadlessLauncher& launcher = platform.headlessLauncher;
-    sequence(kAddKnowledgeBase, {"http://localhost/a", "A"});
+    sequence(kAddKB, {"http://localhost/a", "A"});
     sequence(kAddRemote, {"\"C:\\My Tools\\t.exe\"  /x", "Tool"});
     EXPECT_TRUE(window().remoteMenuEnabled());
     EXPECT_TRUE(launcher.shellStarts.empty()) << "nothing starts without the user's choice";
@@ -216,7 +238,7 @@ TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     EXPECT_EQ(window().failures(),
               Texts{"Unable to start Program: \"C:\\My Tools\\t.exe\"  /x\nError: result 5"});
     // The items of a cleared knowledge base stay on the menu; choosing one says what is the matter.
-    sequence(kClearKnowledgeBase);
+    sequence(kClearKB);
     for (const auto item : std::initializer_list<std::int16_t>{1, -1, 32767})
         form().mnKnowledgeBaseLink_Click(item);
     form().mnuRemoteConnection_Click(7);

@@ -11,6 +11,7 @@
 namespace kavrelon {
 namespace {
 
+using namespace rows;
 using Marks = std::vector<Point>;
 
 constexpr Pen kWhiteOnBlack{0xFFFFFF, 0x000000};
@@ -33,22 +34,22 @@ class PaintingTest : public ConnectedTest {
 TEST_F(PaintingTest, EachByteIsDrawnAtOnceAndThePenSetWhenItChanges) {
     type("a");
     const int pens = window().penCalls();
-    sequence(30, {"31"});
-    sequence(31, {"37", "44;40;7;1"});
+    sequence(kSetAttribute, {"31"});
+    sequence(kSetAttributes, {"37", "44;40;7;1"});
     EXPECT_EQ(drawn([this] { type("bcdef\r\n"); }), 5);
     EXPECT_EQ(window().penCalls(), pens);
-    sequence(30, {"31"});
+    sequence(kSetAttribute, {"31"});
     type("ijk");
     EXPECT_EQ(window().penCalls(), pens + 1);
 }
 
 TEST_F(PaintingTest, RepaintDrawsEachCellOnceInItsOwnPen) {
     setSize(20, 1);
-    sequence(30, {"31"});
+    sequence(kSetAttribute, {"31"});
     type("RRRRRRRRRR");
-    sequence(31, {"32", "4"});
+    sequence(kSetAttributes, {"32", "4"});
     type("GGGGGGGG");
-    sequence(31, {"35", "46;8"});
+    sequence(kSetAttributes, {"35", "46;8"});
     const int pens = window().penCalls();
     EXPECT_EQ(drawn([this] { screen().RepaintScreen(); }), 20);
     EXPECT_LE(window().penCalls() - pens, 4);
@@ -61,7 +62,7 @@ TEST_F(PaintingTest, RepaintDrawsEachCellOnceInItsOwnPen) {
 
 TEST_F(PaintingTest, SelectionIsHighlightedBetweenItsCorners) {
     setSize(6, 3);
-    sequence(31, {"31", "44;4"});
+    sequence(kSetAttributes, {"31", "44;4"});
     type("abcdefghijklmnopqr");
     const Pen normal{0x0000FF, 0xFF0000, false, true}, reversed{0xFF0000, 0x0000FF};
     for (const bool selected : {true, false}) {
@@ -101,8 +102,11 @@ TEST_F(PaintingTest, NothingIsDrawnWhilePaintingIsOff) {
     const int pens = window().penCalls();
     screen().PaintOn(false);
     type("more\r\n" + std::string(100, '\n'));
-    for (const int row : {1, 19, 21, 22, 23, 25, 26}) sequence(row);
-    sequence(30, {"31"});
+    for (const int row : {kHome, kClearEndOfLine, kClearStartOfLine, kClearLine, kClearEndOfScreen,
+                          kClearBeginOfScreen, kClearScreen}) {
+        sequence(row);
+    }
+    sequence(kSetAttribute, {"31"});
     blink();
     selectAll();
     form().Redrawscreen();
@@ -140,8 +144,8 @@ TEST_F(PaintingTest, CursorMarkGivesWayToOutputAndComesBackAfterABurst) {
         {[this] { screen().CursorY(24), type("\n"); }, {}},
         {[this] { type("\b"); }, {}},
         {[this] { screen().CursorX(0), type("\b"); }, {{9, 3}}},
-        {[this] { sequence(12); }, {{9, 3}}},
-        {[this] { sequence(26); }, {{0, 0}}},
+        {[this] { sequence(kSaveCursor); }, {{9, 3}}},
+        {[this] { sequence(kClearScreen); }, {{0, 0}}},
         {[this] { form().EraseScreen(); }, {}},
         {[this] { selectAll(); }, {{9, 3}}},
         {[this] { setSize(5, 2); }, {{5, 1}}},
@@ -170,17 +174,20 @@ TEST_F(PaintingTest, MemoryBitmapHoldsThePictureOfTheWindow) {
     screen().UseMemoryDC(true);
     for (const Session* session : {static_cast<const Session*>(this), static_cast<const Session*>(&plain)}) {
         session->setSize(30, 6);
-        session->sequence(31, {"33", "41"});
+        session->sequence(kSetAttributes, {"33", "41"});
         session->type("one\r\ntwo\r\n" + std::string(70, 'w') + "\r\n\n\nlast");
-        session->sequence(2, {"2", "5"});
-        for (const int row : {19, 22, 3, 23, 1, 25}) session->sequence(row, {"1"});
+        session->sequence(kCursorPosition, {"2", "5"});
+        for (const int row :
+             {kClearEndOfLine, kClearLine, kCursorUp, kClearEndOfScreen, kHome, kClearBeginOfScreen}) {
+            session->sequence(row, {"1"});
+        }
         session->type("end\r\n\n\n\n\n\n\nscrolled");
         session->blink();
     }
     EXPECT_EQ(drawn([this] { form().Form_Paint(); }), 0);
     EXPECT_EQ(picture(), plain.picture());
     blink();
-    sequence(26);
+    sequence(kClearScreen);
     form().Form_Paint();
     EXPECT_EQ(picture(), std::vector<ShownCell>(6 * 31));
 }

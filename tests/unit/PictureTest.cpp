@@ -209,7 +209,7 @@ TEST_F(PictureTest, OutputBelowItNeverShowsAndAllComesBackAsTheBufferHasIt) {
         EXPECT_EQ(marks().size(), screen().cursorDrawn() ? 1 : 0);
         screen().HideCursor();
         const auto before = cells();
-        screen().drawAnew();
+        screen().layOutAndRepaint();
         ASSERT_EQ(cells(), before) << "step " << step << ": " << seen();
     }
 }

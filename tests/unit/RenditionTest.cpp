@@ -68,13 +68,13 @@ TEST_F(RenditionTest, OtherCodesOnlyMarkTheScreenAsWritten) {
 TEST_F(RenditionTest, TheFirstCharacterIsTheCode) {
     screen().term_setattr("\x1F tail");
     screen().term_setattr("0");
-    EXPECT_EQ(screen().rendition().attr(), (CellAttr{37, 40, 1}));
+    EXPECT_EQ(screen().rendition().CurAttr(), (CellAttr{37, 40, 1}));
     EXPECT_EQ(errorOf([this] { screen().term_setattr(""); }), 5);
 }
 
 TEST(Blend, RoundsEachComponentHalfToEven) {
-    EXPECT_EQ(blendColour(0x010305, 0, 0.5), 0x000202U);
-    EXPECT_EQ(blendColour(0x123456, 0x654321, 0.25), 0x273849U);
+    EXPECT_EQ(BlendColour(0x010305, 0, 0.5), 0x000202U);
+    EXPECT_EQ(BlendColour(0x123456, 0x654321, 0.25), 0x273849U);
 }
 
 }  // namespace

@@ -14,10 +14,9 @@
 namespace kavrelon {
 namespace {
 
+using namespace rows;
+
 constexpr CellAttr kDefaultAttr{37, 40, 1};
-// Table rows of the erase sequences.
-constexpr int kClearEndOfLine = 19, kClearStartOfLine = 21, kClearLine = 22, kClearEndOfScreen = 23,
-              kClearBeginOfScreen = 25, kClearScreen = 26;
 
 class ScreenTest : public ConnectedTest {};
 
@@ -47,7 +46,7 @@ TEST_F(ScreenTest, ErasingClosesHelpBoxes) {
         {kClearBeginOfScreen, {0, 4, 5, 20}}, {kClearEndOfScreen, {0, 4}}, {kClearScreen, {}}};
     for (const auto& [erase, open] : cases) {
         for (const char* top : {"0", "4", "5", "20"}) {
-            sequence(39, {top, top, "1", "10", "3", "text"});
+            sequence(kShowHelpBox, {top, top, "1", "10", "3", "text"});
         }
         screen().SetCursor(0, 5);
         sequence(erase);
@@ -89,7 +88,11 @@ TEST_F(ScreenTest, NoSizeBreaksAnyOperation) {
                 step([&] { type(typed); });
             }
             step([&] { screen().SetCursor(corner, corner); });
-            for (const int row : {19, 21, 22, 23, 25, 26, 3, 5, 7, 9}) step([&] { sequence(row, {"1"}); });
+            for (const int row :
+                 {kClearEndOfLine, kClearStartOfLine, kClearLine, kClearEndOfScreen, kClearBeginOfScreen,
+                  kClearScreen, kCursorUp, kCursorDown, kCursorForward, kCursorBack}) {
+                step([&] { sequence(row, {"1"}); });
+            }
             step([&] { blink(), form().Form_Paint(); });
             if (paint) step([&] { form().Form_Resize(); });
         }
@@ -175,7 +178,7 @@ class ScreenTwin : public ConnectedTest {
         const int count = oneOf(1, 2, 10, 90);
         for (int i = 0; i < count; ++i) {
             const int byte = below(8) == 0 ? oneOf(8, 9, 10, 10, 10, 11, 12, 13) : below(256);
-            const CellAttr attr = screen().rendition().attr();
+            const CellAttr attr = screen().rendition().CurAttr();
             const auto ch = static_cast<std::uint8_t>(byte);
             ASSERT_EQ(errorOf([&] { form().DataReceive(ch); }), errorOf([&] { plain.write(ch, attr); }));
         }
@@ -183,7 +186,7 @@ class ScreenTwin : public ConnectedTest {
     void moveCursor() {
         const int column = below(plain.columns + 3) - 1;
         const int row = below(plain.lines + 3) - 1;
-        sequence(2, {std::to_string(row + 1), std::to_string(column + 1)});
+        sequence(kCursorPosition, {std::to_string(row + 1), std::to_string(column + 1)});
         plain.moveTo(column, row);
     }
     void changeSize() {
@@ -198,7 +201,7 @@ class ScreenTwin : public ConnectedTest {
         const int choice = below(20);
         if (choice < 12) write();
         if (choice == 12 || choice == 13) moveCursor();
-        if (choice == 14) sequence(30, {std::to_string(oneOf(0, 1, 7, 31, 32, 44, 48))});
+        if (choice == 14) sequence(kSetAttribute, {std::to_string(oneOf(0, 1, 7, 31, 32, 44, 48))});
         if (choice == 15 && below(4) == 0) changeSize();
         if (choice == 16) blink();
         if (choice == 17) {

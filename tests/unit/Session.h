@@ -3,17 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
-#include <memory>
 #include <ostream>
 #include <stdexcept>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
-#include "headless/HeadlessWindow.h"
-#include "headless/TextProfileFile.h"
-#include "plugin/clsTerminal.h"
+#include "headless/EscapeRows.h"
+#include "headless/HeadlessSession.h"
+#include "support/RuntimeError.h"
 
 namespace kavrelon {
 
@@ -35,71 +33,14 @@ int errorOf(Call&& call) {
     return 0;
 }
 
-/// A host that notes what reaches it, one text a call, and fails the member that it is told to fail.
-class RecordingParent final : public HostParent {
+/// A session with the views of its screen that tests compare.
+class Session : public HeadlessSession {
   public:
-    std::vector<std::string> calls;
-    std::string failing;
-    std::string iniFile = "/nowhere/settings.ini";
-    std::function<void()> whenWindowClosed = [] {};
-
-    void ParentSendData(const std::string& Value) override { note("data", Value); }
-    void ParentWindowClosed() override {
-        note("closed");
-        whenWindowClosed();
-    }
-    void ParentSendBreak() override { note("break"); }
-    std::string ParentConnectionProfile() override { return answer("profile", "default"); }
-    std::string ParentIniFile() override { return answer("ini", iniFile); }
-    void ParentSendCommand(const std::string& Value) override { note("command", Value); }
-
-  private:
-    void note(const std::string& member, const std::string& value = {}) {
-        calls.push_back(value.empty() ? member : member + " " + value);
-        answer(member, {});
-    }
-    std::string answer(const std::string& member, std::string value) const {
-        if (failing == member) throw std::runtime_error(member);
-        return value;
-    }
-};
-
-/// A plug-in on headless windows with a recording host.
-class Session {
-  public:
-    using Texts = std::vector<std::string>;
-
-    TextProfileFile profiles;
-    HeadlessPlatform platform{profiles};
-    std::shared_ptr<RecordingParent> parent = std::make_shared<RecordingParent>();
-    std::unique_ptr<clsTerminal> terminal = std::make_unique<clsTerminal>(platform, "1.0.70");
-
-    void connect() {
-        terminal->IClientMain_SetClientParent(parent);
-        terminal->IClientMain_InitializeClass();
-        terminal->IClientMain_OnConnection();
-    }
-
-    frmTerm& form() const { return terminal->currentWindow(); }
-    Screen& screen() const { return form().screen(); }
-    HeadlessWindow& window() const { return *platform.windowOf(form()); }
-
-    void type(std::string_view bytes) const {
-        for (const char byte : bytes) terminal->IClientReceive_ReceiveData(static_cast<std::uint8_t>(byte));
-    }
-    void sequence(int index, const Texts& fields = {}, int lowerBound = 1) const {
-        const std::vector<std::string_view> views(fields.begin(), fields.end());
-        terminal->IClientEscTree_EscTreeProcess(static_cast<std::int16_t>(index),
-                                                EscapeArguments(views, lowerBound));
-    }
     void setSize(std::int16_t columns, std::int16_t lines) const { screen().ScreenSize(columns, lines); }
     void blink() const { window().tick(TermTimer::cursor_timer); }
 
     Point cursor() const { return {screen().CursorX(), screen().CursorY()}; }
-    /// A stored cell; the attribute and the shown cell likewise, 0-based.
-    std::uint8_t stored(int column, int row) const {
-        return screen().buffer().record(row + 1).Chars(column + 1);
-    }
+    /// The stored attribute and the shown cell, 0-based.
     CellAttr attr(int column, int row) const { return screen().buffer().record(row + 1).Attrs(column + 1); }
     ShownCell shown(int column, int row) const { return window().cells().shown(column, row); }
 
@@ -125,7 +66,7 @@ class Session {
         }
         return cells;
     }
-    /// The cells that stand inverted.
+    /// The cells that are inverted.
     std::vector<Point> marks() const {
         std::vector<Point> inverted;
         Point at;

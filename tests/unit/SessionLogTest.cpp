@@ -5,20 +5,19 @@
 #include <sstream>
 #include <string>
 
+#include "support/Bytes.h"
+
 namespace kavrelon {
 namespace {
 
 TEST(SessionLog, WritesOneReadableLineForEachPiece) {
-    const auto bytes = [](std::string_view text) {
-        return SessionLog::Bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
-    };
     const SessionLog::Clock::time_point start;
     std::ostringstream out;
     SessionLog log(out, start);
-    log.received(bytes("ab\r\n\n\"\\\x1B\xFF"), start + std::chrono::milliseconds(7));
-    log.unmatched(bytes("\x1B[m"), start + std::chrono::milliseconds(7));
-    log.sent(bytes(""), start);
-    log.sent(bytes(std::string(81, 'x')), start + std::chrono::milliseconds(61250));
+    log.received(bytesOf("ab\r\n\n\"\\\x1B\xFF"), start + std::chrono::milliseconds(7));
+    log.unmatched(bytesOf("\x1B[m"), start + std::chrono::milliseconds(7));
+    log.sent(bytesOf(""), start);
+    log.sent(bytesOf(std::string(81, 'x')), start + std::chrono::milliseconds(61250));
     log.note("connection closed", start + std::chrono::hours(30));
     EXPECT_EQ(out.str(),
               "       0.007 received  \"ab\\r\\n\"\n"

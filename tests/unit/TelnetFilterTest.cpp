@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "support/Bytes.h"
+
 namespace kavrelon {
 namespace {
 
@@ -21,13 +23,9 @@ class Connection : public TelnetSink {
     void application(Bytes bytes) override { shown.append(bytes.begin(), bytes.end()); }
     void network(Bytes bytes) override { sent.append(bytes.begin(), bytes.end()); }
 
-    void feed(std::string_view text) {
-        filter.feed({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-    }
-    void type(std::string_view text) {
-        filter.send({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-    }
-    /// What has been sent since the last time.
+    void feed(std::string_view text) { filter.feed(bytesOf(text)); }
+    void type(std::string_view text) { filter.send(bytesOf(text)); }
+    /// Everything sent since the last call.
     std::string takeSent() { return std::exchange(sent, {}); }
 
     TelnetFilter filter{{"ansi", 80, 25}, *this};

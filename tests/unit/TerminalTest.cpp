@@ -14,10 +14,8 @@ namespace kavrelon {
 namespace {
 
 using namespace std::string_literals;
+using namespace rows;
 using Texts = std::vector<std::string>;
-
-constexpr int kLogOff = 32, kLogOn = 33, kSizeScreen = 35, kNewScreen = 36, kCloseScreen = 37,
-              kFunctionKey = 38, kShowHelpBox = 39, kHideHelpBox = 40, kAddRemote = 43;
 
 class TerminalTest : public ConnectedTest {
   protected:
@@ -40,13 +38,13 @@ TEST_F(TerminalTest, CursorSequences) {
         Point cursor;
         int lowerBound = 1;
     } cases[] = {
-        {11, {"10", "20"}, {19, 9}},
-        {2, {"unused", "10", "20"}, {19, 9}, 0},
-        {2, {"999", "32767"}, {80, 24}},
-        {2, {"0", "-5"}, {0, 0}},
-        {2, {" +3 ", "2.5"}, {1, 2}},
-        {3, {"5"}, {7, 11}},
-        {5, {"99"}, {7, 13}},
+        {kForceCursorPosition, {"10", "20"}, {19, 9}},
+        {kCursorPosition, {"unused", "10", "20"}, {19, 9}, 0},
+        {kCursorPosition, {"999", "32767"}, {80, 24}},
+        {kCursorPosition, {"0", "-5"}, {0, 0}},
+        {kCursorPosition, {" +3 ", "2.5"}, {1, 2}},
+        {kCursorUp, {"5"}, {7, 11}},
+        {kCursorDown, {"99"}, {7, 13}},
     };
     for (const auto& c : cases) {
         screen().SetCursor(7, 12);
@@ -61,12 +59,12 @@ TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
         Texts fields;
         int error;
         int lowerBound = 1;
-    } cases[] = {{2, {"x"}, 13},
-                 {2, {"40000", "x"}, 6},
-                 {2, {"-32768", "1"}, 6},
-                 {2, {"5", "6"}, 9, std::numeric_limits<int>::min()},
-                 {kFunctionKey, {"F7", "x"}, 13},
-                 {kFunctionKey, {"AS99999", "x"}, 6},
+    } cases[] = {{kCursorPosition, {"x"}, 13},
+                 {kCursorPosition, {"40000", "x"}, 6},
+                 {kCursorPosition, {"-32768", "1"}, 6},
+                 {kCursorPosition, {"5", "6"}, 9, std::numeric_limits<int>::min()},
+                 {kSetFunctionKey, {"F7", "x"}, 13},
+                 {kSetFunctionKey, {"AS99999", "x"}, 6},
                  {kShowHelpBox, {"1", "x", "1", "1", "99999", "text"}, 13},
                  {kHideHelpBox, {"51"}, 9},
                  {kAddRemote, {"program"}, 9}};
@@ -98,11 +96,11 @@ TEST_F(TerminalTest, AttributeWalk) {
         {{"7;\xE9"}, {37, 40, 7}, 13},
     };
     for (const auto& c : cases) {
-        for (const int row : {30, 31}) {
+        for (const int row : {kSetAttribute, kSetAttributes}) {
             SCOPED_TRACE(testing::PrintToString(c.fields));
-            sequence(31, {"37", "40", "1"});
+            sequence(kSetAttributes, {"37", "40", "1"});
             EXPECT_EQ(errorOf([&] { sequence(row, c.fields, c.lowerBound); }), c.error);
-            EXPECT_EQ(screen().rendition().attr(), c.attr);
+            EXPECT_EQ(screen().rendition().CurAttr(), c.attr);
         }
     }
 }
@@ -166,8 +164,8 @@ TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
     closeByUser();
     frmTerm& closed = form();
     type("text\a\r\n");
-    for (int row = 1; row <= 44; ++row) {
-        if (row != kNewScreen && row != kLogOn && row != kLogOn + 1)
+    for (int row = 1; row <= terminal->IClientEscTree_EscTreeCount(); ++row) {
+        if (row != kNewScreen && row != kLogOn && row != kLogOnWithText)
             sequence(row, {"1", "1", "1", "1", "1", "1"});
     }
     closed.DisplayTerminalWindows();
@@ -203,7 +201,7 @@ TEST_F(TerminalTest, PushedWindowClosedByTheUserKeepsItsPlace) {
 }
 
 TEST_F(TerminalTest, HostMayDestroyThePlugInFromAnyWindowEvent) {
-    parent->whenWindowClosed = [this] {
+    parent->onCall = [this](const char*, const std::string*) {
         form().mnuFileExit_Click();
         terminal->IClientMain_DestroyClass();
     };
@@ -221,7 +219,7 @@ TEST_F(TerminalTest, MembersNeedAWindowAndAParent) {
     for (clsTerminal* plugIn : {fresh.terminal.get(), terminal.get()}) {
         const std::function<void()> members[] = {
             [=] { plugIn->IClientReceive_ReceiveData('x'); },
-            [=] { plugIn->IClientEscTree_EscTreeProcess(1, {}); },
+            [=] { plugIn->IClientEscTree_EscTreeProcess(kHome, {}); },
             [=] { plugIn->IClientMain_OnConnection(); },
             [=] { plugIn->IClientMain_OnClose(); },
             [=] { plugIn->SendBreak(); },
@@ -230,7 +228,7 @@ TEST_F(TerminalTest, MembersNeedAWindowAndAParent) {
             [=] { plugIn->IClientMain_InitializeClass(); },
         };
         for (const auto& member : members) EXPECT_EQ(errorOf(member), 91);
-        plugIn->IClientEscTree_EscTreeProcess(12, {});
+        plugIn->IClientEscTree_EscTreeProcess(kSaveCursor, {});
         plugIn->IClientReceive_ReceiveEnd();
         plugIn->IClientMain_OnLogin();
         plugIn->IClientMain_OnLogOut();
@@ -271,14 +269,15 @@ TEST(FunctionKeys, Translation) {
                                                          {"^ 7x", "x"},
                                                          {"^^27x", "7x"},
                                                          {"^00", "\0"s}};
-    for (const auto& [text, translated] : cases) EXPECT_EQ(FunctionKeys::translate(text), translated) << text;
+    for (const auto& [text, translated] : cases)
+        EXPECT_EQ(FunctionKeys::TranslateKeyString(text), translated) << text;
 }
 
 TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
     const std::pair<std::string, std::int16_t> cases[] = {{"13", 13},   {"A1", 13}, {"S12", 36}, {"SA2", 38},
                                                           {"AS12", 48}, {"A40", 0}, {"0", 0},    {"49", 0}};
     for (const auto& [name, key] : cases) {
-        sequence(kFunctionKey, {name, "^9427 " + name});
+        sequence(kSetFunctionKey, {name, "^9427 " + name});
         EXPECT_EQ(terminal->FuncKey(key), key == 0 ? "" : "^27 " + name);
     }
     for (const auto key : std::initializer_list<std::int16_t>{-32768, -1, 49, 32767}) {
@@ -299,7 +298,7 @@ class ReceiveLaw : public ConnectedTest {
             for (const Texts& shape : shapes) {
                 for (const int lowerBound : {1, 0, -3}) {
                     logons += errorOf([&] { sequence(row, shape, lowerBound); }) == 0 &&
-                              (row == kLogOn || row == kLogOn + 1);
+                              (row == kLogOn || row == kLogOnWithText);
                 }
                 errorOf([&] { type("x\a\r\n\x05\x1B[c\x1BZ"); });
             }

@@ -68,8 +68,8 @@ class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabel
         }));
     }
     Point middleOfLink() const {
-        const auto index = static_cast<std::size_t>(label->document().links()[0]);
-        const HTMLElement& link = label->document().elements()[index];
+        const auto index = static_cast<std::size_t>(label->document().mintLinks()[0]);
+        const HTMLElement& link = label->document().mudtElements()[index];
         return {(link.lngLeft + link.lngRight) / 2, (link.lngTop + link.lngBottom) / 2};
     }
     WindowImage shown() const { return WindowImage(window->picViewPort()); }

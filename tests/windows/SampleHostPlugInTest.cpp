@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "samplehost/com/ComFailure.h"
+#include "support/Bytes.h"
 #include "support/com/ComText.h"
 #include "support/com/DualInterface.h"
 #include "support/com/Implements.h"
@@ -13,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// What a plug-in was called with, one text a call, and the call that it is to fail.
+/// The calls that a plug-in got, one text for each, and the call that has to fail.
 struct Calls {
     std::vector<std::string> made;
     std::string failing;
@@ -24,7 +25,7 @@ struct Calls {
     }
 };
 
-/// A plug-in that is not the terminal: another table, and calls that only leave a note.
+/// A plug-in other than the terminal: it has another table, and only notes its calls.
 class OtherPlugIn final : public Implements<DualInterface<IClientMain>, DualInterface<IClientReceive>,
                                             DualInterface<IClientEscTree>> {
   public:
@@ -111,20 +112,18 @@ class PlugInHostTest : public testing::Test, protected ParentRequests, protected
         calls.made.clear();
         return plugIn;
     }
-    static void receive(PlugIn& plugIn, std::string_view text) {
-        plugIn.receive({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-    }
+    static void receive(PlugIn& plugIn, std::string_view text) { plugIn.receive(bytesOf(text)); }
 
     Calls calls;
     std::vector<std::string> observed;
 
   private:
-    void sendData(const std::string&) override {}
-    void sendBreak() override {}
-    void sendCommand(const std::string&) override {}
-    void windowClosed() override {}
-    std::string connectionProfile() override { return {}; }
-    std::string iniFile() override { return {}; }
+    void ParentSendData(const std::string&) override {}
+    void ParentSendBreak() override {}
+    void ParentSendCommand(const std::string&) override {}
+    void ParentWindowClosed() override {}
+    std::string ParentConnectionProfile() override { return {}; }
+    std::string ParentIniFile() override { return {}; }
 
     void unmatched(std::span<const std::uint8_t> bytes) override {
         observed.push_back("unmatched " + std::to_string(bytes.size()));
@@ -169,7 +168,7 @@ TEST_F(PlugInHostTest, FollowsTheTableOfAnyPlugIn) {
     plugIn->print("o");
     receive(*plugIn, "e\r");
     EXPECT_THAT(calls.made, ElementsAre("[", "]", "[", "o", "]", "[", "e", "\r", "]"))
-        << "text of the host's own is taken for a sequence's";
+        << "the host's own text is taken for part of a sequence";
 }
 
 TEST_F(PlugInHostTest, FailuresAreToldAndTheStreamGoesOn) {

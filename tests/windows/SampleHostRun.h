@@ -24,8 +24,8 @@ inline void require(bool done, const char* otherwise) {
     if (!done) throw std::runtime_error(otherwise);
 }
 
-/// The sample host as a child process, with standard output and error read from one pipe. What still runs at
-/// the end is ended.
+/// The sample host as a child process, whose standard output and error are read from one pipe. The destructor
+/// ends it if it still runs.
 class HostRun {
   public:
     static constexpr DWORD kPatience = 30000;
@@ -44,7 +44,7 @@ class HostRun {
         start.dwFlags = STARTF_USESTDHANDLES;
         start.hStdOutput = start.hStdError = writing;
         PROCESS_INFORMATION started{};
-        std::string command = '"' + besideThisProgram("samplehost.exe") + "\" " + arguments;
+        std::string command = '"' + nextToThisProgram("samplehost.exe") + "\" " + arguments;
         require(CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
                                &started),
                 "samplehost.exe was not started");
@@ -64,8 +64,8 @@ class HostRun {
         return static_cast<int>(status);
     }
 
-    /// What the program, which has ended, has printed. The pipe's end is not waited for: a service that the
-    /// system started on the program's behalf may still hold it.
+    /// The output of the program, which must have ended. Does not wait for the end of the pipe: a service
+    /// that the system started for the program may still hold it.
     std::string printed() const {
         std::string text;
         DWORD waiting = 0;
@@ -75,7 +75,7 @@ class HostRun {
         return text;
     }
 
-    /// The program's visible window, null as long as there is none.
+    /// The program's visible window; null while it has none.
     HWND window() const {
         DWORD owner = 0;
         HWND window = GetTopWindow(nullptr);
@@ -86,7 +86,7 @@ class HostRun {
         return window;
     }
 
-    static std::string besideThisProgram(const std::string& name) {
+    static std::string nextToThisProgram(const std::string& name) {
         std::array<char, MAX_PATH> path{};
         GetModuleFileNameA(nullptr, path.data(), MAX_PATH);
         const std::string program = path.data();
@@ -99,7 +99,7 @@ class HostRun {
     DWORD id_ = 0;
 };
 
-/// The other end of a connection: takes one on a free port of this machine. Every wait has an end.
+/// The other end of a connection: accepts one on a free port of this machine. No wait is endless.
 class TinyServer {
   public:
     TinyServer() {
@@ -134,7 +134,7 @@ class TinyServer {
     }
     void send(std::string_view bytes) { ::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0); }
 
-    /// Sends whatever the connection takes at once; false when it is gone.
+    /// Sends as much as the connection takes without waiting; false when the connection has ended.
     bool flood(std::string_view bytes) {
         u_long nonBlocking = 1;
         ioctlsocket(client_, FIONBIO, &nonBlocking);
@@ -168,7 +168,7 @@ class TinyServer {
     std::string received_;
 };
 
-/// A folder for one test's files, emptied and gone afterwards.
+/// A folder for one test's files, removed at the end.
 class HostFolder {
   public:
     HostFolder() : path_(std::filesystem::temp_directory_path() / "samplehost_test") {

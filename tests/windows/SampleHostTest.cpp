@@ -1,5 +1,5 @@
 #include "tests/windows/SampleHostRun.h"
-// Behind the socket headers, which come before everything of Windows.
+// After the socket headers, which must come before all others of Windows.
 #include <objbase.h>
 
 #include <gdiplus.h>
@@ -21,7 +21,7 @@ using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::Not;
 
-/// The colours of a picture, as 0xRRGGBB; empty when the file is none or is too small for a window.
+/// The colours of a picture, as 0xRRGGBB; empty when it is no picture or too small for a window.
 std::set<unsigned> coloursOf(const std::string& path) {
     ULONG_PTR token = 0;
     const Gdiplus::GdiplusStartupInput input;
@@ -44,7 +44,7 @@ std::set<unsigned> coloursOf(const std::string& path) {
 
 class SampleHostTest : public testing::Test {
   protected:
-    /// Options that keep a run away from the user's own settings.
+    /// Options that leave the user's own settings alone.
     std::string own() const { return "--ini \"" + folder.file("host.ini") + "\" "; }
     std::string log() const { return "--log \"" + folder.file("host.log") + "\" "; }
     std::string snapshot(int after) const {
@@ -68,7 +68,7 @@ TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
         {"--play " + missing, 1, missing + " could not be read."},
         {"--help-viewer " + missing, 1, missing + " could not be read."},
         {"--library " + missing, 1, missing + " could not be loaded"},
-        {"--library " + HostRun::besideThisProgram("samplehost.exe"), 1, "has no COM classes."},
+        {"--library " + HostRun::nextToThisProgram("samplehost.exe"), 1, "has no COM classes."},
         {"--log " + missing + "\\x.log", 1, "could not be written."},
         {own() + "--snapshot " + missing + "\\x.png --after 0", 1, "could not be written."},
     };
@@ -82,7 +82,7 @@ TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
 
 TEST_F(SampleHostTest, ShowsTheDemoWhereverTheLibraryComesFrom) {
     for (const std::string& way : {std::string(), std::string("--registered"),
-                                   "--library \"" + HostRun::besideThisProgram("kavrelon.dll") + '"'}) {
+                                   "--library \"" + HostRun::nextToThisProgram("kavrelon.dll") + '"'}) {
         SCOPED_TRACE(way);
         const HostRun host(own() + snapshot(700) + way);
         EXPECT_EQ(host.exitStatus(), 0);
@@ -95,7 +95,7 @@ TEST_F(SampleHostTest, ShowsTheDemoWhereverTheLibraryComesFrom) {
     EXPECT_THAT(folder.read("host.ini"), HasSubstr("FontStyle=1"));
 }
 
-TEST_F(SampleHostTest, ShowsADocumentWithThePicturesBesideIt) {
+TEST_F(SampleHostTest, ShowsADocumentWithThePicturesNextToIt) {
     const auto picture = [](const char* pixel) {
         return std::string("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0", 30) +
                std::string(24, '\0') + std::string(pixel, 3) + '\0';
@@ -112,7 +112,7 @@ TEST_F(SampleHostTest, ShowsADocumentWithThePicturesBesideIt) {
     EXPECT_EQ(colours.count(0x604020U), 0U) << "a picture with a path is shown";
 }
 
-TEST_F(SampleHostTest, GoesOnBehindWhatThePlugInRefuses) {
+TEST_F(SampleHostTest, GoesOnAfterWhatThePlugInRefuses) {
     std::string stream = "\x1B[99999;1H\x1B[38;5;1mshown";
     for (int byte = 0; byte < 256; ++byte) stream += static_cast<char>(byte);
     stream += "\x1B[32m\r\n" + std::string(200, '\xDB');
@@ -122,7 +122,7 @@ TEST_F(SampleHostTest, GoesOnBehindWhatThePlugInRefuses) {
     EXPECT_THAT(folder.read("host.log"),
                 AllOf(HasSubstr("note      @(,) failed: "), HasSubstr("Overflow"), HasSubstr("(0x800A0006)"),
                       HasSubstr("unmatched \"\\x1B"), HasSubstr("plug-in TERM, Terminal Window, version")));
-    EXPECT_EQ(coloursOf(folder.file("host.png")).count(0x00FF00U), 1U) << "what came behind is not shown";
+    EXPECT_EQ(coloursOf(folder.file("host.png")).count(0x00FF00U), 1U) << "the text after it is not shown";
 }
 
 TEST_F(SampleHostTest, HoldsATelnetSessionUntilItIsCutOff) {
@@ -181,7 +181,7 @@ TEST(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
 
     telnet.send("a\xFF\r");
     EXPECT_TRUE(server.receives(std::string_view("a\xFF\xFF\r\0", 5)));
-    EXPECT_EQ(shown(), "a\xFF\r\n") << "the server does not echo, so that is the client's part";
+    EXPECT_EQ(shown(), "a\xFF\r\n") << "the server does not echo, so the client has to";
     server.send("\xFF\xFB\x01");
     EXPECT_TRUE(ready());
     EXPECT_EQ(shown(), "");
@@ -203,12 +203,12 @@ class NotingRequests final : public ParentRequests {
   public:
     std::string last;
 
-    void sendData(const std::string& text) override { last = "data " + text; }
-    void sendBreak() override { last = "break"; }
-    void sendCommand(const std::string& command) override { last = "command " + command; }
-    void windowClosed() override { throw std::runtime_error("out of order"); }
-    std::string connectionProfile() override { return "office"; }
-    std::string iniFile() override { return "C:\\host.ini"; }
+    void ParentSendData(const std::string& text) override { last = "data " + text; }
+    void ParentSendBreak() override { last = "break"; }
+    void ParentSendCommand(const std::string& command) override { last = "command " + command; }
+    void ParentWindowClosed() override { throw std::runtime_error("out of order"); }
+    std::string ParentConnectionProfile() override { return "office"; }
+    std::string ParentIniFile() override { return "C:\\host.ini"; }
 };
 
 TEST(SampleHostParentTest, ServesEarlyAndLateBoundPlugIns) {

@@ -22,7 +22,7 @@ class WindowDrawing : public WindowTest {
     TestForm openWith(const FontChoice& face, Size outer) {
         TestForm form = open(outer);
         form->screen().setFont(face);
-        form->screen().drawAnew();
+        form->screen().layOutAndRepaint();
         return form;
     }
 };
@@ -38,7 +38,8 @@ TEST_F(WindowDrawing, CellsHaveTheColoursOfTheirRendition) {
                                          {{36, 41, 8}, RGB(255, 0, 0), RGB(255, 0, 0)}}};
     const TestForm form = open();
     for (std::size_t row = 0; row < cases.size(); ++row) {
-        for (const std::uint8_t code : cases[row].codes) form->screen().setRendition(code);
+        for (const std::uint8_t code : cases[row].codes)
+            form->screen().term_setattr(std::string(1, static_cast<char>(code)));
         form.writeAt(0, static_cast<int>(row), "\xDB ");
     }
     const WindowImage shown = form.picture();
@@ -55,7 +56,7 @@ TEST_F(WindowDrawing, EveryByteHasAPictureThatStaysInItsCell) {
         for (const auto rendition : {Rendition::kBold, Rendition::kUnderline, Rendition::kBlink}) {
             const TestForm form =
                 openWith(face, rendition == Rendition::kBold ? Size{640, 420} : Size{900, 620});
-            form->screen().setRendition(rendition);
+            form->screen().term_setattr(std::string(1, static_cast<char>(rendition)));
             for (int byte = 1; byte < 256; ++byte) {
                 const char text = isDrawnAsPicture(byte) ? static_cast<char>(byte) : ' ';
                 form.writeAt(byte % kColumns * 2, byte / kColumns * 2, {&text, 1});
@@ -80,7 +81,7 @@ TEST_F(WindowDrawing, LinesAndBlocksJoinTheirNeighbours) {
             const TestForm form = openWith(face, size);
             for (int row = 0; row < 3; ++row) form.writeAt(0, row, "\xB3\xBA\xDB\xDB\xDB");
             form.writeAt(0, 4, "\xC4\xC4\xC4\xCD\xCD\xCD");
-            form->screen().setRendition(Rendition::kBlink);
+            form->screen().term_setattr(std::string(1, Rendition::kBlink));
             for (int row = 0; row < 3; ++row) form.writeAt(10, row, "\xB3");
 
             const WindowImage shown = form.picture();
@@ -126,7 +127,7 @@ TEST_F(WindowDrawing, ScrollingMovesTheGridAndNothingElse) {
         const TestForm form = open();
         form->screen().UseMemoryDC(memory);
         for (int row = 0; row < 25; ++row) {
-            form->screen().setRendition(static_cast<std::uint8_t>(31 + row % 7));
+            form->screen().term_setattr(std::string(1, static_cast<char>(31 + row % 7)));
             form.writeAt(0, row, std::string(80, static_cast<char>('A' + row)));
         }
         const Rect first = form.cell(0, 0);

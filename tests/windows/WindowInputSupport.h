@@ -11,7 +11,7 @@
 namespace kavrelon {
 
 /// Writes down what leaves the terminal, in order.
-class InputLog final : public ITerminalCallBack {
+class InputLog final : public TermOwner {
   public:
     std::string sent;
     std::function<void()> onInput = [] {};

@@ -1,11 +1,12 @@
 #include "WindowTestSupport.h"
+#include "terminal/FontMenu.h"
 #include "terminal/win32/Win32ProfileFile.h"
 
 namespace kavrelon {
 namespace {
 
 /// Counts how often a window tells that it closes.
-class CloseCounter final : public ITerminalCallBack {
+class CloseCounter final : public TermOwner {
   public:
     int closed = 0;
     void WindowHasClosed() override { ++closed; }
@@ -89,7 +90,7 @@ TEST_F(WindowLife, AHundredAndOneWindowsLeaveNothingBehind) {
             if (i % 20 == 0) forms.back()->DisplayTerminalWindows();
             forms.back()->screen().UseMemoryDC(i % 20 == 0);
             for (const auto code : {Rendition::kBold, Rendition::kUnderline, Rendition::kBlink}) {
-                forms.back()->screen().setRendition(code);
+                forms.back()->screen().term_setattr(std::string(1, static_cast<char>(code)));
                 for (const char byte : {'a', '\xDB', '\xE1', '\n'}) {
                     forms.back()->WriteTerm(static_cast<std::uint8_t>(byte));
                 }

@@ -5,10 +5,11 @@
 
 namespace kavrelon {
 
-/// What a terminal window needs of whoever created it: the way out to the host.
-class ITerminalCallBack {
+/// What a terminal window needs of whoever created it: the way out to the host. The library's own class
+/// offers the same five members to others, as the automation interface ITerminalCallBack.
+class TermOwner {
   public:
-    virtual ~ITerminalCallBack() = default;
+    virtual ~TermOwner() = default;
 
     /// The window is about to close.
     virtual void WindowHasClosed() = 0;

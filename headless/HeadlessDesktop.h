@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "helpbox/HelpWindow.h"
+#include "support/Geometry.h"
+
+namespace kavrelon {
+
+class HeadlessHelpWindow;
+class HeadlessWindow;
+
+/// What headless windows share: one another, the clipboard, the bell and the mouse.
+struct HeadlessDesktop {
+    /// The windows there are. They enter and leave the lists themselves.
+    std::vector<HeadlessWindow*> terminalWindows;
+    std::vector<HeadlessHelpWindow*> helpWindows;
+    HeadlessWindow* active = nullptr;
+    WindowId lastId = 0;
+
+    /// What help windows ask about other windows.
+    std::function<Rect(WindowId)> rectangleOf = [](WindowId) { return Rect{}; };
+    std::function<bool(WindowId)> isShown = [](WindowId) { return true; };
+
+    std::string clipboard;
+    /// Another program holds the clipboard and does not let go.
+    bool clipboardHeld = false;
+    /// Called with what is put on the clipboard.
+    std::function<void(const std::string&)> onClipboard = [](const std::string&) {};
+    /// Called when the bell sounds, with hertz and milliseconds.
+    std::function<void(int, int)> onBeep = [](int, int) {};
+
+    Point cursor;
+    std::int16_t heldButtons = 0;
+};
+
+}  // namespace kavrelon

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "support/Picture.h"
+
+namespace kavrelon {
+
+/// A picture without pixels: a headless window shows its letter in the cells that it covers.
+class HeadlessPicture final : public Picture {
+  public:
+    HeadlessPicture(char letter, bool opaque) : letter_(letter), opaque_(opaque) {}
+    char letter() const { return letter_; }
+    Size size() const override { return {64, 64}; }
+    bool opaque() const override { return opaque_; }
+
+  private:
+    char letter_;
+    bool opaque_;
+};
+
+}  // namespace kavrelon

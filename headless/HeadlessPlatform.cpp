@@ -1,0 +1,56 @@
+#include "headless/HeadlessPlatform.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "headless/HeadlessHelpWindow.h"
+#include "headless/HeadlessWindow.h"
+
+namespace kavrelon {
+
+HeadlessPlatform::HeadlessPlatform(ProfileFile& profiles) : profiles_(profiles) {
+    desktop.rectangleOf = [this](WindowId id) {
+        const HeadlessWindow* window = windowOf(id);
+        return window == nullptr ? Rect{} : window->rectangle();
+    };
+    desktop.isShown = [this](WindowId id) {
+        const HeadlessWindow* window = windowOf(id);
+        return window != nullptr && window->visible() && window->state() != WindowState::Minimised;
+    };
+}
+
+HeadlessWindow* HeadlessPlatform::windowOf(const TermWindowEvents& events) const {
+    const auto found = std::ranges::find_if(desktop.terminalWindows, [&](const HeadlessWindow* window) {
+        return window->events().get() == &events;
+    });
+    return found == desktop.terminalWindows.end() ? nullptr : *found;
+}
+
+std::unique_ptr<TermWindow> HeadlessPlatform::createWindow(std::weak_ptr<TermWindowEvents> events) {
+    return std::make_unique<HeadlessWindow>(desktop, std::move(events));
+}
+
+std::unique_ptr<HelpWindow> HeadlessPlatform::createHelpWindow(std::weak_ptr<HelpWindowEvents> events) {
+    return std::make_unique<HeadlessHelpWindow>(desktop, std::move(events));
+}
+
+const HeadlessWindow* HeadlessPlatform::windowOf(WindowId id) const {
+    const auto found = std::ranges::find(desktop.terminalWindows, id, &HeadlessWindow::id);
+    return found == desktop.terminalWindows.end() ? nullptr : *found;
+}
+
+std::shared_ptr<const Picture> HeadlessPlatform::loadPicture(const std::string& path) {
+    picturesLookedFor.push_back(path);
+    const auto found = pictureFiles.find(path);
+    return found == pictureFiles.end() ? nullptr : std::make_shared<HeadlessPicture>(found->second);
+}
+
+void HeadlessPlatform::processMessages() {
+    while (!pendingMessages.empty()) {
+        const auto message = std::move(pendingMessages.front());
+        pendingMessages.pop_front();
+        message();
+    }
+}
+
+}  // namespace kavrelon
