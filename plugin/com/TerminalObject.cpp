@@ -131,7 +131,7 @@ STDMETHODIMP TerminalObject::EscTreeProcess(short Index, SAFEARRAY** Args, long*
     return call<IClientEscTree>("IClientEscTree_EscTreeProcess", [&] {
         out(Result) = 0;
         // A row that does not exist is the caller's first mistake, whatever its array is like.
-        escapeRow(Index);
+        static_cast<void>(escapeTable().row(Index));
         const ArgumentArray fields(Args != nullptr ? *Args : nullptr);
         terminal_.IClientEscTree_EscTreeProcess(Index, fields.arguments());
     });

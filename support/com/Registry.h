@@ -8,7 +8,7 @@
 
 namespace kavrelon {
 
-/// A text value below the root of class registrations. An empty name is the key's default value.
+/// A text value under the root of class registrations. An empty name means the key's default value.
 struct RegistryValue {
     std::wstring key;
     std::wstring name;
@@ -29,7 +29,7 @@ struct RegistryGroup {
     bool yields = false;
 };
 
-/// A root of class registrations, of the machine or of the user, open for changes.
+/// The root of class registrations of the machine or of the user, for changes.
 class ClassesRoot {
   public:
     static constexpr const wchar_t* kPath = L"Software\\Classes";
