@@ -37,6 +37,7 @@ void LabelActivation::openWindow() {
     HWND form = nullptr;
     if (!site || site->CanInPlaceActivate() != S_OK) throw ComError(E_FAIL);
     throwIfFailed(site->GetWindow(&form));
+    if (IsWindow(form) == FALSE) throw ComError(OLE_E_INVALIDHWND);
     throwIfFailed(site->OnInPlaceActivate());
     inPlaceSite_ = site;
     RECT place{};
@@ -118,7 +119,11 @@ void LabelActivation::deactivate() {
 void LabelActivation::hide() {
     deactivateUi();
     if (!window_ || !std::exchange(visible_, false)) return;
-    window_->show(false);
+    // Hiding does not take the keyboard away.
+    const auto window = window_;
+    const HWND focus = GetFocus();
+    if (focus == window->hWnd() || IsChild(window->hWnd(), focus)) SetFocus(GetParent(window->hWnd()));
+    window->show(false);
 }
 
 void LabelActivation::place(const RECT& place, const RECT& clip) {

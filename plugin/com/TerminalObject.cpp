@@ -158,4 +158,9 @@ STDMETHODIMP TerminalObject::SendCommand(BSTR Value) {
     return call<::ITerminalCallBack>("SendCommand", [&] { terminal_.SendCommand(toAnsi(bstrView(Value))); });
 }
 
+// The object is called by its class's name, in programs and debuggers.
+STDMETHODIMP TerminalObject::GetClassInfo(ITypeInfo** info) {
+    return classInfo_.give(CLSID_clsTerminal, info);
+}
+
 }  // namespace kavrelon

@@ -22,9 +22,7 @@ class DualInterface : public DualInterfaceType {
         if (info == nullptr) return E_POINTER;
         *info = nullptr;
         if (index != 0) return DISP_E_BADINDEX;
-        const HRESULT loaded = typeInfo_.load(__uuidof(Interface), info);
-        if (SUCCEEDED(loaded)) (*info)->AddRef();
-        return loaded;
+        return typeInfo_.give(__uuidof(Interface), info);
     }
 
     STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {

@@ -258,7 +258,39 @@ TEST_F(ComControl, DrawsItselfWithoutAWindow) {
         EXPECT_EQ(image.at(440, 290), RGB(0, 0xFF, 0)) << metafile;
         EXPECT_TRUE(image.all({0, 0, 500, 60}, kBlack) && image.all({450, 0, 500, 400}, kBlack)) << metafile;
     }
+    const auto view = label.query<IViewObject2>();
+    SIZEL size{};
+    for (const auto& [aspect, index, answer] :
+         {std::tuple{DVASPECT_CONTENT, 0, DV_E_LINDEX}, {DVASPECT_ICON, -1, DV_E_DVASPECT}}) {
+        const auto any = static_cast<DWORD>(aspect);
+        EXPECT_EQ(view->Draw(any, index, nullptr, nullptr, nullptr, screen, &bounds, nullptr, nullptr, 0),
+                  answer);
+        EXPECT_EQ(view->GetExtent(any, index, nullptr, &size), answer);
+    }
     ReleaseDC(form, screen);
+}
+
+TEST_F(ComControl, NeedsAFormWithAWindow) {
+    for (const HWND window : {static_cast<HWND>(nullptr), reinterpret_cast<HWND>(0x7FFE)}) {
+        HostedControl homeless(create<IUnknown>(), window);
+        EXPECT_EQ(homeless.query<IOleObject>()->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr),
+                  OLE_E_INVALIDHWND);
+    }
+}
+
+TEST_F(ComControl, LeavesNoKeyboardInAHiddenWindow) {
+    open();
+    SetForegroundWindow(form);
+    control->takeFocus();
+    ASSERT_EQ(GetFocus(), viewPort());
+    bool formHears = false;
+    control->site().onFocus = [&](bool has) { formHears = !has; };
+    control->query<IOleObject>()->DoVerb(OLEIVERB_HIDE, nullptr, nullptr, 0, nullptr, nullptr);
+    EXPECT_FALSE(IsWindowVisible(control->window()));
+    EXPECT_EQ(GetFocus(), form);
+    EXPECT_TRUE(formHears);
+    control->takeFocus();
+    EXPECT_EQ(GetFocus(), viewPort());
 }
 
 // This container has no ambient properties, and never asks a control to take the keyboard.

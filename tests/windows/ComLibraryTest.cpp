@@ -48,6 +48,8 @@ TEST_F(ComLibrary, CanBeUnloadedWhenNothingHoldsIt) {
     expectUnloadable(S_OK, "nothing is out");
     auto receive = library.create<IClientMain>().query<IClientReceive>();
     expectUnloadable(S_FALSE, "one interface of an object is out");
+    library.classObject()->LockServer(FALSE);
+    expectUnloadable(S_FALSE, "a lock taken off once too often does not count for the object");
     receive = {};
     expectUnloadable(S_OK, "the object is gone");
 }

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ocidl.h>
+
 #include "tests/windows/ComTestSupport.h"
 
 namespace kavrelon {
@@ -99,6 +101,12 @@ TEST_F(ComSession, IsOneObjectBehindAllInterfaces) {
     EXPECT_EQ(callBack_.query<IClientMain>().get(), main_.get());
     EXPECT_EQ(table.query<IDispatch>().get(), static_cast<IDispatch*>(main_.get()));
 
+    ComPtr<ITypeInfo> classInfo;
+    Bstr name;
+    EXPECT_EQ(main_.query<IProvideClassInfo>()->GetClassInfo(classInfo.put()), S_OK);
+    EXPECT_EQ(classInfo->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(name.view(), L"clsTerminal");
+
     void* none = this;
     EXPECT_EQ(main_->QueryInterface(IID_IClassFactory, &none), E_NOINTERFACE);
     EXPECT_EQ(none, nullptr);
@@ -168,7 +176,10 @@ TEST_F(ComSession, CallsAScriptedParentByName) {
     EXPECT_EQ(scripted.detach()->Release(), 0U);
     // An object that is no parent at all has none of the members.
     EXPECT_EQ(main_->SetClientParent(receive_.get()), S_OK);
-    EXPECT_EQ(callBack_->SendBreak(), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(callBack_->SendBreak(), runtimeError(438));
+    EXPECT_EQ(
+        takeErrorInfo(),
+        "Object doesn't support this property or method: ParentSendBreak (SendBreak) <kavrelon.clsTerminal>");
     main_->DestroyClass();
 }
 
