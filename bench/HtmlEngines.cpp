@@ -1,8 +1,8 @@
 #include "bench/HtmlEngines.h"
 
-#include <algorithm>
 #include <memory>
 
+#include "headless/FindNamed.h"
 #include "headless/LabelEngine.h"
 
 namespace kavrelon::bench {
@@ -56,9 +56,7 @@ std::span<const HtmlStep> htmlSteps() {
 }
 
 const HtmlStep* findHtmlStep(std::string_view name) {
-    const auto* const found = std::find_if(std::begin(kSteps), std::end(kSteps),
-                                           [&](const HtmlStep& step) { return name == step.name; });
-    return found == std::end(kSteps) ? nullptr : found;
+    return findNamed(kSteps, name);
 }
 
 }  // namespace kavrelon::bench

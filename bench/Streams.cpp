@@ -1,7 +1,8 @@
 #include "bench/Streams.h"
 
-#include <algorithm>
 #include <random>
+
+#include "headless/FindNamed.h"
 
 namespace kavrelon::bench {
 namespace {
@@ -125,9 +126,7 @@ std::span<const StreamKind> streamKinds() {
 }
 
 const StreamKind* findStreamKind(std::string_view name) {
-    const auto* const found = std::find_if(std::begin(kKinds), std::end(kKinds),
-                                           [&](const StreamKind& kind) { return kind.name == name; });
-    return found == std::end(kKinds) ? nullptr : found;
+    return findNamed(kKinds, name);
 }
 
 }  // namespace kavrelon::bench

@@ -35,13 +35,7 @@ void registerAll() {
     }
 }
 
+[[maybe_unused]] const bool kRegistered = (registerAll(), true);
+
 }  // namespace
 }  // namespace kavrelon::bench
-
-int main(int argc, char** argv) {
-    kavrelon::bench::registerAll();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-}

@@ -2,17 +2,16 @@
 // document, lays it out and draws it.
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <new>
 #include <string>
-#include <string_view>
 
 #include "headless/HtmlDocuments.h"
 #include "headless/LabelEngine.h"
+#include "headless/NumberIn.h"
 
 namespace {
 
@@ -46,15 +45,13 @@ void operator delete(void* block, std::size_t) noexcept {
 
 int main(int argc, char** argv) {
     using namespace kavrelon;
-    std::size_t length = 0;
-    const std::string_view given = argc == 2 ? argv[1] : "";
-    std::from_chars(given.data(), given.data() + given.size(), length);
-    if (length < 200) {
+    const auto length = argc == 2 ? numberIn<std::size_t>(argv[1]) : std::nullopt;
+    if (!length || *length < 200) {
         std::fputs("usage: html_memory LENGTH\n", stderr);
         return 2;
     }
     for (const HtmlDocumentKind& kind : htmlDocumentKinds()) {
-        const std::string html = kind.make(length);
+        const std::string html = kind.make(*length);
         const std::size_t before = held;
         mostHeld = held;
         LabelEngine label;

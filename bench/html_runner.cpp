@@ -1,25 +1,18 @@
 // Does a step of an HTML engine's work on a document as often as it is told and prints the document's length,
 // for instruction counts: the difference between two runs is what the step costs.
 
-#include <charconv>
 #include <cstdio>
 #include <string>
 #include <string_view>
 
 #include "bench/HtmlEngines.h"
 #include "headless/HtmlDocuments.h"
+#include "headless/NumberIn.h"
 
 namespace {
 
 using namespace kavrelon;
 using namespace kavrelon::bench;
-
-/// The number that a whole text spells, -1 when it spells none.
-int number(std::string_view text) {
-    int value = 0;
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && stop == text.data() + text.size() ? value : -1;
-}
 
 int usage() {
     std::fputs(
@@ -38,16 +31,17 @@ int usage() {
 int main(int argc, char** argv) {
     if (argc < 4) return usage();
     const HtmlDocumentKind* const kind = findHtmlDocumentKind(argv[2]);
-    const int length = number(argv[3]);
-    if (kind == nullptr || length < 200) return usage();
-    const std::string html = kind->make(static_cast<std::size_t>(length));
+    const auto length = numberIn<std::size_t>(argv[3]);
+    if (kind == nullptr || length < 200U) return usage();
+    const std::string html = kind->make(*length);
     if (argc == 4 && argv[1] == std::string_view("print")) {
         return std::fwrite(html.data(), 1, html.size(), stdout) == html.size() ? 0 : 1;
     }
 
     const HtmlStep* const step = findHtmlStep(argv[1]);
-    if (step == nullptr || argc != 5 || number(argv[4]) < 0) return usage();
+    const auto count = argc == 5 ? numberIn<unsigned>(argv[4]) : std::nullopt;
+    if (step == nullptr || !count) return usage();
     const auto work = step->prepare(html);
-    for (int count = number(argv[4]); count > 0; --count) work();
+    for (unsigned left = *count; left > 0; --left) work();
     std::printf("%zu\n", html.size());
 }

@@ -2,23 +2,19 @@
 // once with a count of 0 and once with more, and the difference is the engine's work. `compare` plays it
 // through both and fails where they show different text: then they have not done the same work.
 
-#include <charconv>
+#include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "bench/Engines.h"
+#include "headless/NumberIn.h"
 
 namespace {
 
+using namespace kavrelon;
 using namespace kavrelon::bench;
-
-/// The number that a whole text spells, 0 when it spells none.
-int number(std::string_view text) {
-    int value = 0;
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && stop == text.data() + text.size() ? value : 0;
-}
 
 std::unique_ptr<Engine> makeEngine(std::string_view name, ScreenExtent extent) {
     if (name == "ours") return makeOurEngine(extent, false);
@@ -60,14 +56,16 @@ int main(int argc, char** argv) {
     if (argc != 5) return usage();
     const std::string_view size = argv[3];
     const std::size_t cross = std::min(size.find('x'), size.size() - 1);
-    const ScreenExtent extent{number(size.substr(0, cross)), number(size.substr(cross + 1))};
+    const auto columns = numberIn<int>(size.substr(0, cross));
+    const auto lines = numberIn<int>(size.substr(cross + 1));
     const StreamKind* const kind = findStreamKind(argv[2]);
-    if (kind == nullptr || extent.columns < 20 || extent.lines < 1) return usage();
+    if (kind == nullptr || columns < 20 || lines < 1) return usage();
+    const ScreenExtent extent{*columns, *lines};
     const std::string stream = kind->make(extent, kStreamLength);
     if (argv[1] == std::string_view("compare")) return compare(stream, extent) ? 0 : 1;
 
     const auto engine = makeEngine(argv[1], extent);
     if (engine == nullptr) return usage();
-    for (int count = number(argv[4]); count > 0; --count) engine->play(stream);
+    for (int count = numberIn<int>(argv[4]).value_or(0); count > 0; --count) engine->play(stream);
     std::printf("%zu\n", stream.size());
 }

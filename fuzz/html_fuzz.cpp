@@ -7,30 +7,16 @@
 #include <vector>
 
 #include "fuzz/Input.h"
-#include "headless/HeadlessCanvas.h"
+#include "headless/NoPictures.h"
+#include "headless/RecordingCanvas.h"
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Layout.h"
 
 namespace {
 
 using namespace kavrelon;
 using fuzz::require;
-
-class NoPictures final : public PictureSource {
-  public:
-    const Picture* picture(std::string_view) override { return nullptr; }
-};
-
-/// Keeps what is drawn.
-class RecordingCanvas final : public HeadlessCanvas {
-  public:
-    void drawText(FontId font, Colour colour, Point at, std::string_view text) override {
-        HeadlessCanvas::drawText(font, colour, at, text);
-        texts.push_back(
-            {{}, {at.x, at.y, at.x + textWidth(font, text), at.y + metrics(font).height()}, text});
-    }
-    std::vector<TextRun> texts;
-};
 
 /// An input: three bytes that say what the label's properties and its width are, and the document.
 struct HtmlInput {
@@ -116,15 +102,8 @@ std::string drawable(const HTMLElement& element) {
 }
 
 bool hidesText(const HTMLElement& element) {
-    switch (element.lngTagType) {
-        case TAG_HEAD:
-        case TAG_TITLE:
-        case TAG_SCRIPT:
-        case TAG_STYLE:
-            return true;
-        default:
-            return false;
-    }
+    const TagTraits& tag = traitsOf(element.lngTagType);
+    return tag.content != TagContent::Shown && !tag.isCloser;
 }
 
 /// Every text is on the page, in full; nothing of it only where tags hide text.
@@ -154,7 +133,7 @@ bool theSame(const TextRun& one, const TextRun& other) {
     return one.place == other.place && one.text == other.text;
 }
 
-bool fits(const TextRun& drawn, const TextRun& run) {
+bool fits(const RecordingCanvas::Text& drawn, const TextRun& run) {
     return drawn.text == run.text && drawn.place.left == run.place.left && drawn.place.top == run.place.top &&
            drawn.place.right <= run.place.right && drawn.place.bottom <= run.place.bottom;
 }

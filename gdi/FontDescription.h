@@ -4,7 +4,7 @@
 
 namespace kavrelon {
 
-/// A font as a program describes it; the name is text of the ANSI code page, the size in points.
+/// A font as a program describes it. The name is text in the ANSI code page; the size is in points.
 struct FontDescription {
     std::string Name;
     double Size = 0;

@@ -17,7 +17,7 @@ struct DestroyMenuHandle {
     void operator()(HMENU menu) const noexcept { DestroyMenu(menu); }
 };
 
-/// Owners of platform handles. What is drawn with must not be selected anywhere when it is let go.
+/// Owners of platform handles. A drawing object must not be selected in any context when it is deleted.
 using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
 using GdiPen = std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject>;
 using GdiBrush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DeleteGdiObject>;
@@ -26,7 +26,7 @@ using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;
 using OwnedContext = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteContext>;
 using Menu = std::unique_ptr<std::remove_pointer_t<HMENU>, DestroyMenuHandle>;
 
-/// Selects an object into a context and puts the one before it back at the end.
+/// Selects an object into a context for the length of a scope, and then selects the previous one again.
 class Selected {
   public:
     Selected(HDC context, HGDIOBJ object) : context_(context), before_(SelectObject(context, object)) {}
@@ -36,7 +36,7 @@ class Selected {
     Selected(const Selected&) = delete;
     Selected& operator=(const Selected&) = delete;
 
-    /// Whether the context took the object.
+    /// Whether the context accepted the object.
     explicit operator bool() const { return before_ != nullptr; }
 
   private:

@@ -27,7 +27,7 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseFile>;
 
-/// COM on this thread for the length of a scope, whether its program has started it there or not.
+/// Initialises COM on this thread for the length of a scope, in case the program has not done so.
 class ComInUse {
   public:
     ComInUse() : begun_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
@@ -41,7 +41,7 @@ class ComInUse {
     bool begun_;
 };
 
-/// The bytes of a file; none when it is missing, no file of a disk, or too large for a picture.
+/// The bytes of a file; none when it is missing, not on a disk, or too large for a picture.
 FileBytes contentOf(const std::wstring& path) {
     const HANDLE handle =
         CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
@@ -58,7 +58,7 @@ FileBytes contentOf(const std::wstring& path) {
     return content;
 }
 
-/// The platform's own decoder of a format, whatever else is installed.
+/// The platform's decoder for a format, whatever other decoders are installed.
 const CLSID& decoderOf(PictureFormat format) {
     switch (format) {
         case PictureFormat::Gif:
@@ -126,13 +126,13 @@ GdiPicture::GdiPicture(PixelBitmap pixels)
 GdiPicture::GdiPicture(ComPtr<IPicture> object, Size size) : object_(std::move(object)), size_(size) {}
 
 std::shared_ptr<GdiPicture> GdiPicture::load(const std::wstring& path) {
-    // What stands behind such a character would not count, and the rest may name something else.
+    // The platform would ignore what follows this character, and what precedes it may name another file.
     if (path.find(L'\0') != std::wstring::npos) return nullptr;
     try {
         FileBytes file = contentOf(path);
         const std::optional<PictureOutline> outline = outlineOf(file);
         if (!outline) return nullptr;
-        // Behind its first image an animation ends here: the decoder would make all the others at once.
+        // An animation is cut after its first image: the decoder would decode all of them.
         file.resize(outline->length);
         if (outline->format == PictureFormat::Gif) file.push_back(';');
         const ComPtr<IStream> stream = streamOf(file);
@@ -174,13 +174,14 @@ void GdiPicture::drawObject(HDC target, const RECT& place) const noexcept {
     OLE_YSIZE_HIMETRIC height = 0;
     if (FAILED(object_->get_Width(&width)) || FAILED(object_->get_Height(&height))) return;
     const int before = SaveDC(target);
-    // Pictures have their origin at the bottom.
+    // The origin of picture objects is at the bottom.
     object_->Render(target, place.left, place.top, place.right - place.left, place.bottom - place.top, 0,
                     height, width, -height, &place);
     RestoreDC(target, before);
 }
 
-// Drawing an object can take long. How much it lets through shows where it is drawn on black and on white.
+// Drawing an object can take long, so it is rendered to pixels. Drawing it on black and on white shows how
+// transparent each pixel is.
 bool GdiPicture::renderTo(PixelBitmap& pixels) const {
     PixelBitmap onWhite(pixels.size());
     if (!onWhite) return false;
@@ -197,7 +198,8 @@ bool GdiPicture::renderTo(PixelBitmap& pixels) const {
 }
 
 const PixelBitmap& GdiPicture::scaledTo(Size wanted) const noexcept {
-    // A place far larger than any window is stretched to as it is drawn, most of it being clipped away.
+    // For a place far larger than any window the pixels are stretched while drawing, when most of it is
+    // clipped.
     if ((pixels_ && wanted == size_) || !withinPictureLimits(wanted)) return pixels_;
     if (scaled_ && scaled_.size() == wanted) return scaled_;
     try {

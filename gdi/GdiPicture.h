@@ -16,21 +16,21 @@ namespace kavrelon {
 /// A picture that can be drawn on a device context.
 class GdiPicture final : public Picture {
   public:
-    /// Reads a BMP, GIF, JPEG, PNG, ICO or placeable WMF file; what it is its content tells, not its name. An
-    /// animation counts as its first image, an icon as its largest. Null when there is no such file, when it
-    /// is no whole picture, and when it or its picture is too large to be meant.
+    /// Reads a BMP, GIF, JPEG, PNG, ICO or placeable WMF file; the content decides which it is, not the name.
+    /// An animation counts as its first image, an icon as its largest. Null when the file is missing, is not
+    /// a complete picture, or is too large, or its picture is.
     static std::shared_ptr<GdiPicture> load(const std::wstring& path);
-    /// A picture object of the automation libraries, kept for as long as this one lives; null for none and
-    /// for an empty one.
+    /// A picture object of the automation libraries, kept for as long as this one lives. Null for a null or
+    /// empty object.
     static std::shared_ptr<GdiPicture> from(IPicture* picture);
 
-    /// The picture as one that can be drawn here; null for another platform's.
+    /// The picture as a `GdiPicture`; null for one of another platform.
     static const GdiPicture* of(const Picture& picture) { return dynamic_cast<const GdiPicture*>(&picture); }
 
     Size size() const override { return size_; }
     bool opaque() const override { return opaque_; }
-    /// Draws it scaled to `place`, on what is there already where it is transparent. `target` is left as it
-    /// was.
+    /// Draws it scaled to `place`, over the present content where it is transparent. Restores the state of
+    /// `target`.
     void draw(HDC target, const RECT& place) const noexcept;
 
   private:
@@ -39,15 +39,16 @@ class GdiPicture final : public Picture {
 
     void drawObject(HDC target, const RECT& place) const noexcept;
     bool renderTo(PixelBitmap& pixels) const;
-    /// Empty for an object that could not be made pixels of.
+    /// Empty for an object that could not be rendered to pixels.
     const PixelBitmap& scaledTo(Size wanted) const noexcept;
 
-    // One of the two is there.
+    // Exactly one of the two is set.
     PixelBitmap pixels_;
     ComPtr<IPicture> object_;
     Size size_;
     bool opaque_ = false;
-    // As last drawn: pictures stay where they are, and are drawn again whenever something under them changes.
+    // The pixels at the size last drawn: a picture is drawn again whenever something under it changes, mostly
+    // at the same size.
     mutable PixelBitmap scaled_;
 };
 

@@ -13,9 +13,9 @@ struct FontStyle {
     bool strikethrough = false;
 };
 
-/// The platform's description of a font. The name of the face is text of the ANSI code page, and is cut to
-/// what the description holds. A positive height, in pixels, is a cell's, a negative one a character's:
-/// without the leading above it. Character set, pitch and family are left for the platform to choose.
+/// The platform's description of a font. The face's name is text in the ANSI code page, cut to the length
+/// that fits. Heights are in pixels: a positive one is a cell's, a negative one a character's, without the
+/// leading above it. Character set, pitch and family are left for the platform to choose.
 LOGFONTA logFont(std::string_view face, LONG height, const FontStyle& style = {});
 
 }  // namespace kavrelon

@@ -9,17 +9,17 @@
 
 namespace kavrelon {
 
-/// A bitmap whose pixels lie in memory, rows from the top down. An empty one has no pixels.
+/// A bitmap whose pixels are in memory, in rows from the top down. An empty one has no pixels.
 class PixelBitmap {
   public:
     PixelBitmap() = default;
-    /// All pixels clear; stays empty when the platform has no memory for it.
+    /// All pixels are clear. Stays empty when the platform has no memory for it.
     explicit PixelBitmap(Size size);
 
     explicit operator bool() const { return bitmap_ != nullptr; }
     Size size() const { return size_; }
     std::span<Pixel> pixels() const;
-    /// Has `draw` draw on it, in a context of its own. False when there is none.
+    /// Calls `draw` with a context that draws on the bitmap. False when there is no such context.
     template <class Draw>
     bool paint(Draw draw) const {
         const OwnedContext context(CreateCompatibleDC(nullptr));
@@ -29,7 +29,7 @@ class PixelBitmap {
         GdiFlush();
         return true;
     }
-    /// Draws it stretched to `place`; `opaque` says that it needs no blending.
+    /// Draws it stretched to `place`; an `opaque` one needs no blending.
     void draw(HDC target, const RECT& place, bool opaque) const noexcept;
 
   private:

@@ -24,8 +24,8 @@ LOGFONTA describe(const FontDescription& font, HDC context) {
                     .strikethrough = font.Strikethrough});
 }
 
-/// The screen's context as a window hands it out, for the length of a scope. It is given back with DeleteDC;
-/// where the platform refuses that it would stay lent, one more each time, so it is released then.
+/// A window's context of the screen, for the length of a scope. It is returned with DeleteDC; where the
+/// platform refuses that, it is released, since otherwise one context more would be lost each time.
 class LentContext {
   public:
     explicit LentContext(HWND window) : window_(window), context_(GetDC(window)) {}
@@ -96,7 +96,7 @@ void pcMemDC::destroy() {
     if (context != nullptr) DeleteDC(context);
     mlWidth = 0;
     mlHeight = 0;
-    // Last, with its context gone, nothing holds the font any more.
+    // Last: once its context is gone, nothing uses the font.
     releaseFont(context);
 }
 
@@ -129,7 +129,8 @@ void pcMemDC::CreateFromPicture(IPicture* sPic) {
 void pcMemDC::Cls(HDC target) {
     if (!IsMemDC()) return;
     releaseBitmap();
-    // Not compatible with the memory context: that one is monochrome while no bitmap is in it.
+    // Compatible with the screen rather than with the memory context, which is monochrome while it has no
+    // bitmap.
     makeBitmap(LentContext(mhWnd).get(), mlWidth, mlHeight);
     if (mhBmpOld == nullptr) {
         destroy();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "headless/FindNamed.h"
 #include "headless/HelpText.h"
 
 namespace kavrelon {
@@ -122,9 +123,7 @@ std::span<const HtmlDocumentKind> htmlDocumentKinds() {
 }
 
 const HtmlDocumentKind* findHtmlDocumentKind(std::string_view name) {
-    const auto* const found = std::find_if(std::begin(kKinds), std::end(kKinds),
-                                           [&](const HtmlDocumentKind& kind) { return name == kind.name; });
-    return found == std::end(kKinds) ? nullptr : found;
+    return findNamed(kKinds, name);
 }
 
 }  // namespace kavrelon

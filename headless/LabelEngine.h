@@ -3,24 +3,22 @@
 #include <string_view>
 
 #include "headless/HeadlessCanvas.h"
+#include "headless/NoPictures.h"
 #include "htmllabel/document/HTMLDocument.h"
 #include "htmllabel/layout/Layout.h"
 
 namespace kavrelon {
 
-/// What documents are laid out in, in pixels.
+/// The width, in pixels, of the page on which documents are measured.
 inline constexpr int kPageWidth = 600;
 
-/// Our engine, all that a label has for a document.
+/// All that a label has for a document, on a canvas that draws nothing.
 struct LabelEngine {
-    class NoPictures final : public PictureSource {
-      public:
-        const Picture* picture(std::string_view) override { return nullptr; }
-    };
-
-    void parse(std::string_view html) { document.setDocument(html, {}); }
-    void layOut(int width) {
-        layout.measure(document, {}, pictures, canvas);
+    void parse(std::string_view html, const DocumentDefaults& defaults = {}) {
+        document.setDocument(html, defaults);
+    }
+    void layOut(int width, const LayoutDefaults& defaults = {}) {
+        layout.measure(document, defaults, pictures, canvas);
         layout.place(document, width);
     }
     void draw() { layout.draw(canvas, {0, 0, layout.size().width, layout.size().height}); }

@@ -1,28 +1,24 @@
 #include "headless/TextProfileFile.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <vector>
+
+#include "support/AsciiText.h"
 
 namespace kavrelon {
 namespace {
 
 using Lines = std::vector<std::string>;
 
-std::string_view trim(std::string_view text) {
-    const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
-    while (!text.empty() && blank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && blank(text.back())) text.remove_suffix(1);
-    return text;
+std::string_view trimBlanks(std::string_view text) {
+    return trim(text, " \t\r");
 }
 
 bool sameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
-    });
+    return std::ranges::equal(a, b, {}, asciiUpper, asciiUpper);
 }
 
 Lines readLines(const std::string& path) {
@@ -36,28 +32,28 @@ Lines readLines(const std::string& path) {
 }
 
 bool isHeader(std::string_view line) {
-    return trim(line).starts_with('[');
+    return trimBlanks(line).starts_with('[');
 }
 
 bool isHeaderOf(std::string_view line, std::string_view section) {
-    line = trim(line);
-    return line.starts_with('[') && sameName(trim(line.substr(1, line.find(']') - 1)), section);
+    line = trimBlanks(line);
+    return line.starts_with('[') && sameName(trimBlanks(line.substr(1, line.find(']') - 1)), section);
 }
 
 std::string_view keyOf(std::string_view line) {
-    return trim(line.substr(0, line.find('=')));
+    return trimBlanks(line.substr(0, line.find('=')));
 }
 
 std::string_view valueOf(std::string_view line) {
     const auto equals = line.find('=');
     if (equals == std::string_view::npos) return {};
-    std::string_view value = trim(line.substr(equals + 1));
+    std::string_view value = trimBlanks(line.substr(equals + 1));
     const bool quoted =
         value.size() > 1 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-/// A section's lines behind its header, as a range of the file; both ends at the end when there is none.
+/// A section's lines after its header, as a range of the file; both ends at the end when there is none.
 struct Body {
     Lines::iterator header;
     Lines::iterator end;
@@ -89,9 +85,9 @@ void store(Lines& lines, const std::string& section, const std::string& key, con
         *found = line;
         return;
     }
-    // A new key goes behind the section's last line, before the blank ones that part it from the next.
+    // A new key goes after the section's last line, before the blank ones that divide it from the next.
     auto place = body.end;
-    while (place - 1 != body.header && trim(*(place - 1)).empty()) --place;
+    while (place - 1 != body.header && trimBlanks(*(place - 1)).empty()) --place;
     lines.insert(place, line);
 }
 

@@ -16,24 +16,25 @@ using WindowId = std::uintptr_t;
 /// The help box's platform seam: its window, and what a drag needs of the desktop.
 ///
 /// A window is created hidden, with a thin border and without a caption, and never becomes the active one. No
-/// call fails: what a window cannot do any more it ignores. Its owner may destroy it at any time, also from
-/// within one of its own events.
+/// call fails: a window ignores what it cannot do any more. Its owner may destroy it at any time, even in one
+/// of its events.
 class HelpWindow {
   public:
     virtual ~HelpWindow() = default;
 
-    /// Twips of one pixel, to the nearest whole number. `Move` counts in them.
+    /// Twips per pixel, rounded to the nearest whole number. `Move` counts in twips.
     virtual int twipsPerPixelX() const = 0;
     virtual int twipsPerPixelY() const = 0;
 
-    /// Puts the label's window into the box. Null where labels are not drawn. It lives as long as the box.
+    /// Puts the label's window into the box. Null where labels are not drawn. It lives as long as the box's
+    /// window.
     virtual LabelWindow* addLabel(const std::shared_ptr<HTMLLabel>& label) = 0;
     /// Places the label in the box's top left corner.
     virtual void sizeLabel(Size twips) = 0;
     /// The size inside the border, in twips.
     virtual Size innerSize() const = 0;
 
-    /// Makes the box stand above this window, and end with it.
+    /// Keeps the box above this window; the box is destroyed with it.
     virtual void setOwner(WindowId owner) = 0;
     virtual void setVisible(bool visible) = 0;
     /// Moves the whole window, in twips of the desktop.
@@ -50,7 +51,7 @@ class HelpWindow {
     virtual Point cursor() const = 0;
     /// Whether one of these mouse buttons (bits of `buttons`) is down in the event being handled.
     virtual bool isHeld(std::int16_t wanted) const = 0;
-    /// Draws the outline of a block of the desktop, in pixels; a second time it is gone.
+    /// Draws the outline of a block of the desktop, in pixels; drawing it again removes it.
     virtual void drawFocusRectangle(const Rect& block) = 0;
     /// Pops `mnuRightClick` up at the mouse. The choice arrives as an event, before or after this returns.
     virtual void popUpRightClickMenu() = 0;
@@ -63,11 +64,11 @@ class HelpWindowEvents {
 
     /// The size inside the border has changed.
     virtual void Form_Resize() noexcept = 0;
-    /// The platform has taken the window away.
+    /// The platform has destroyed the window.
     virtual void Form_Unload() noexcept = 0;
     virtual void mnuRightClickClose_Click() noexcept = 0;
-    /// The button of a drag was let go, or the drag's mouse taken away, and the label may have kept it to
-    /// itself.
+    /// The mouse button was released during a drag, or another window has captured the mouse. The label does
+    /// not always tell of it.
     virtual void dragEnded() noexcept = 0;
 };
 

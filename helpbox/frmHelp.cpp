@@ -8,7 +8,7 @@
 namespace kavrelon {
 namespace {
 
-/// What a box is taller than its cells, in twips.
+/// By how much a box is taller than its cells, in twips.
 constexpr double kExtraHeight = 100;
 
 Rect shifted(const Rect& block, Point by) {
@@ -94,7 +94,7 @@ void frmHelp::ShowBox(WindowId OwnerForm, WindowId ParenthWnd) {
     mhParent = ParenthWnd;
     mblnShown = true;
     window_->setOwner(OwnerForm);
-    // Placed before it appears, it is not seen to jump.
+    // Placed before it appears, so that it is not seen to jump.
     placeAgain();
     parentChanged();
 }
@@ -125,7 +125,7 @@ void frmHelp::parentChanged() {
     const auto keep = shared_from_this();
     const bool shown = window_->isShown(mhParent);
     if (shown) {
-        // A minimised window stands nowhere; only where it stands shown counts.
+        // A minimised window has no real position; only that of a shown one counts.
         const Point parent = corner(window_->rectangleOf(mhParent));
         if (parent != parentCorner_) moveTo(shifted(window_->rectangle(), travel(parentCorner_, parent)));
         parentCorner_ = parent;
@@ -143,7 +143,7 @@ void frmHelp::Form_Resize() noexcept {
     });
 }
 
-// A label that may scroll keeps room for its scroll bars: this one may when its text needs it.
+// A label that may scroll reserves room for its scroll bars: this one may scroll only when its text needs it.
 void frmHelp::layOutText() {
     const auto keep = shared_from_this();
     for (const bool scrolls : {false, true}) {
@@ -168,7 +168,7 @@ void frmHelp::mnuRightClickClose_Click() noexcept {
 void frmHelp::HyperlinkClick(const std::string& Href) noexcept {
     const auto keep = shared_from_this();
     if (!isLoaded()) return;
-    // The label follows a link at the release of any button, also at the end of a drag.
+    // The label follows a link at the release of any button, even at the end of a drag.
     if (pressed_ == buttons::kRight) return window_->popUpRightClickMenu();
     if (pressed_ == buttons::kLeft && !dragged_ && owner_ != nullptr) owner_->HelpBoxLink(Href);
 }
@@ -190,7 +190,7 @@ void frmHelp::MouseMove(std::int16_t Button, std::int16_t, float, float) noexcep
 void frmHelp::MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept {
     if (!isLoaded()) return;
     const auto keep = shared_from_this();
-    // With links on, the label tells of moves in the same way as of a release.
+    // With links on, the label reports moves as releases.
     if (window_->isHeld(Button)) return MouseMove(Button, Shift, X, Y);
     if (Button == buttons::kLeft) {
         drop();

@@ -12,7 +12,7 @@ namespace kavrelon {
 
 class frmHelp;
 
-/// Who shows a help box. None of the calls throws; each may close the box.
+/// The owner of a help box. None of the calls throws; each may close the box.
 class HelpBoxOwner {
   public:
     virtual ~HelpBoxOwner() = default;
@@ -28,7 +28,7 @@ class HelpBoxOwner {
 /// A help box: a small window over the terminal's that shows a text, plain or in a small subset of HTML, at a
 /// place given in character cells. The user drags it with the left mouse button and closes it from a menu.
 ///
-/// After it has been closed, by whomever, the object stays and ignores what it is told.
+/// Once it is closed, the object stays and ignores all calls.
 class frmHelp final : public HelpWindowEvents,
                       public std::enable_shared_from_this<frmHelp>,
                       public HTMLLabelEvents {
@@ -39,10 +39,10 @@ class frmHelp final : public HelpWindowEvents,
     frmHelp(const frmHelp&) = delete;
     frmHelp& operator=(const frmHelp&) = delete;
 
-    /// Where the grid of cells stands, in pixels from the corner of the parent window's rectangle, and the
-    /// size of a cell. Moves a box that has been shown; so do the cell rectangle and the font.
+    /// Sets where the grid of cells is, in pixels from the corner of the parent window's rectangle, and the
+    /// size of a cell. Moves a box that has been shown; so do `SetBoxCord` and `FontInfo`.
     void SetBase(std::int16_t XOffset, std::int16_t YOffset, float CharWidth, float CharHeight);
-    /// The box in cells. Rows count from 0, but columns from 1.
+    /// Sets the box's rectangle in cells. Rows count from 0, but columns from 1.
     void SetBoxCord(std::int16_t iTop, std::int16_t iLeft, std::int16_t iWidth, std::int16_t iHeight);
     std::int16_t BoxTop() const { return mintTop; }
     std::int16_t BoxLeft() const { return mintLeft; }
@@ -53,15 +53,15 @@ class frmHelp final : public HelpWindowEvents,
     const std::string& HelpInfo() const { return txtHelp->DocumentHTML(); }
     /// Shows a text: HTML when it contains "<html>", plain text otherwise. "^" breaks the line in both.
     void HelpInfo(std::string_view text);
-    /// The text's font. It is set one point below the size given.
+    /// Sets the text's font, one point smaller than the size given.
     void FontInfo(const std::string& sFontName, std::int16_t iFontSize);
-    /// Shows the box above `OwnerForm`, at its cells of the window `ParenthWnd`; while that cannot be seen,
-    /// as soon as it can.
+    /// Shows the box above `OwnerForm`, at its cells of the window `ParenthWnd`: at once, or as soon as that
+    /// window is visible.
     void ShowBox(WindowId OwnerForm, WindowId ParenthWnd);
-    /// The parent window has moved, or it was shown, hidden, minimised or restored: the box goes with it,
-    /// from where the user has dragged it.
+    /// The parent window has moved, or it was shown, hidden, minimised or restored: the box follows it,
+    /// keeping the offset from a drag.
     void parentChanged();
-    /// Closes the box for good. Doing it twice is harmless.
+    /// Closes the box for good. May be called more than once.
     void Unload() noexcept;
     bool isLoaded() const { return window_ != nullptr; }
 
@@ -83,7 +83,7 @@ class frmHelp final : public HelpWindowEvents,
     void Form_Load();
     void placeAgain();
     void layOutText();
-    /// Moves the window to a block of the desktop, in pixels.
+    /// Moves the window to this block of the desktop, in pixels.
     void moveTo(const Rect& place);
 
     void beginDrag();
@@ -92,7 +92,7 @@ class frmHelp final : public HelpWindowEvents,
     void drop();
 
     HelpBoxOwner* owner_;
-    // The label's window is the box's, and the label is told before it goes.
+    // The box owns the label's window, and detaches the label before that is destroyed.
     std::shared_ptr<HTMLLabel> txtHelp = std::make_shared<HTMLLabel>();
     std::unique_ptr<HelpWindow> window_;
     std::string document_;
@@ -109,7 +109,7 @@ class frmHelp final : public HelpWindowEvents,
     std::int16_t mintHeight = 0;
     bool mblnShown = false;
     WindowId mhParent = 0;
-    /// The corner of the parent window where the box was last placed by it.
+    /// The parent window's corner when the box was last placed relative to it.
     Point parentCorner_;
 
     Point dragStart_;

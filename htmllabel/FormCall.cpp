@@ -15,7 +15,8 @@ std::string unquoted(std::string_view argument) {
     return std::string(quoted ? argument.substr(1, argument.size() - 2) : argument);
 }
 
-// Where the first argument of a list ends: at a comma or at the list's end; nowhere when its quote is open.
+// Where the first argument of a list ends: at a comma or at the list's end; npos when its quote is not
+// closed.
 std::size_t argumentEnd(std::string_view list) {
     std::size_t searchFrom = 0;
     const auto first = list.find_first_not_of(' ');

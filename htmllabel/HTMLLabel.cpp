@@ -5,7 +5,7 @@
 namespace kavrelon {
 
 void HTMLLabel::attach(LabelWindow* window, HTMLLabelEvents* events) {
-    layout_.reset();  // it was measured with the fonts of the window before
+    layout_.reset();  // it was measured with the previous window's fonts
     window_ = window;
     events_ = events;
     mstrPendingHref.clear();
@@ -17,7 +17,7 @@ void HTMLLabel::attach(LabelWindow* window, HTMLLabelEvents* events) {
     placement_ = {};
     if (window_ == nullptr) return;
     showSurface();
-    // A window that never sees a resize that counts, as at design time, has its parts in place all the same.
+    // At design time no resize counts, and the parts must be in place all the same.
     outerSize_ = window_->sizeInTwips();
     fitParts({});
 }
@@ -58,15 +58,15 @@ void HTMLLabel::DocumentHTML(std::string_view value) {
     setDocument(std::string(value), StartAt::Top);
 }
 
-// False when there is no document. A new document that still waits is the one to be parsed.
+// False when there is no document. A new document that is still waiting is the one that is parsed.
 bool HTMLLabel::parseAgain() {
     if (!pendingText_ && document_.mintElementCount() == 0) return false;
     setDocument(DocumentHTML(), pendingText_ ? StartAt::Top : StartAt::SamePlace);
     return true;
 }
 
-// Everything that lets events in is followed by a look whether this is still the document to be set, and
-// whether there still is a window.
+// After everything that lets events in, this checks whether its document is still the one to set, and whether
+// there is still a window.
 void HTMLLabel::setDocument(std::string text, StartAt start) {
     const auto alive = weak_from_this().lock();
     const Operation mine = ++operation_;
@@ -120,9 +120,8 @@ std::vector<std::string> HTMLLabel::pictureSources() const {
     return sources;
 }
 
-// Has the container supply the pictures that it has not been asked for yet. False when there is nothing to
-// lay out now: a handler has set another document, or the call comes from within a handler that lets a paint
-// through.
+// Asks the container for the pictures that it has not been asked for yet. False when there is nothing to lay
+// out now: a handler has set another document, or this call comes from a paint inside such a handler.
 bool HTMLLabel::loadPictures() {
     const Operation mine = operation_;
     if (loading_ == mine) return false;
@@ -146,8 +145,8 @@ LayoutDefaults HTMLLabel::layoutDefaults() const {
             .DefaultSpacing = properties_.DefaultSpacing};
 }
 
-// The pass after the parser: pictures, layout, scroll bars. `offset` is the place of the document to show. A
-// control that has no extent yet is not laid out to it: resizing would never put that right.
+// The pass after the parser: pictures, layout, scroll bars. `offset` is the position in the document to show.
+// A control without a size yet is not laid out: a later resize would not correct the layout.
 void HTMLLabel::layOut(Point offset) {
     if (placement_.picViewPort.width() == 0 || placement_.picViewPort.height() == 0) return;
     if (!loadPictures() || window_ == nullptr) return;
@@ -195,7 +194,7 @@ void HTMLLabel::drawPage(Canvas& canvas, Size page) {
     layout.measure(document_, layoutDefaults(), pictures_, canvas);
     layout.place(document_, page.width);
     layout.draw(canvas, {0, 0, page.width, page.height});
-    // The links' boxes are the window's again.
+    // Sets the links' boxes back to the window's layout.
     if (layout_ != nullptr) layout_->place(document_, layoutWidth_);
 }
 

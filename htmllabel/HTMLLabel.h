@@ -17,17 +17,18 @@
 
 namespace kavrelon {
 
-/// What the label tells its container. A handler may do anything with the label: give it another document,
-/// change its properties, or destroy it. None throws.
+/// What the label tells its container. A handler may do anything with the label: set another document, change
+/// properties, or destroy it. None throws.
 class HTMLLabelEvents {
   public:
     virtual ~HTMLLabelEvents() = default;
 
     virtual void HyperlinkClick(const std::string& Href) noexcept = 0;
-    /// The picture of this source; null when the container has none. Asked once for each source of a
+    /// The picture for this source; null when the container has none. Asked once for each source of a
     /// document.
     virtual std::shared_ptr<const Picture> LoadImage(const std::string& Source) noexcept = 0;
-    // Button and Shift are bits, of `buttons` and of `shifts`: those of public events. Places are in twips.
+    // Button and Shift are bits, of `buttons` and of `shifts`: those of public events. Positions are in
+    // twips.
     virtual void MouseDown(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
     virtual void MouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
     virtual void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept = 0;
@@ -35,24 +36,24 @@ class HTMLLabelEvents {
 
 /// The label: a control that shows a document in a small subset of HTML, scrolls it and follows its links.
 ///
-/// Portable: its window, scroll bars and timer stand behind the `LabelWindow` seam. Make one with
+/// Portable: its window, scroll bars and timer are behind the `LabelWindow` seam. Make one with
 /// `std::make_shared`; its handlers keep it alive while they run, so that an event may drop the last
 /// reference.
 ///
-/// While the label lets messages through or fires an event, anything may be done to it. Of several documents
-/// that are being set at a time the one begun last stays, and the other calls end quietly.
+/// Anything may be done to the label while it lets messages through or fires an event. When several documents
+/// are being set at once, the one started last stays, and the other calls return without effect.
 class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
   public:
     HTMLLabel() = default;
     HTMLLabel(const HTMLLabel&) = delete;
     HTMLLabel& operator=(const HTMLLabel&) = delete;
 
-    /// Gives the label its window and its listener; null takes them away. Neither is owned. A label without a
+    /// Gives the label its window and its listener; null removes them. Neither is owned. A label without a
     /// window still takes properties and a document; the document is laid out when a window shows it.
     void attach(LabelWindow* window, HTMLLabelEvents* events);
 
-    // Properties. Setting the font or `BackColor` parses the document again, the others are stored and take
-    // effect with the next parse or layout. Any value is taken.
+    // Properties. Setting the font or `BackColor` parses the document again; the others are stored and take
+    // effect at the next parse or layout. Any value is accepted.
     static constexpr const char* Version = "0.3.0";
     const std::string& DefaultFontName() const { return properties_.DefaultFontName; }
     void DefaultFontName(const std::string& value);
@@ -80,13 +81,13 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     const std::string& DocumentHTML() const {
         return pendingText_ ? *pendingText_ : document_.mstrDocument();
     }
-    /// Parses the text and, when the container shows the control, lays it out and draws it from its top. A
+    /// Parses the text and, when the container shows the control, lays it out and draws it from the top. A
     /// document set while the control is hidden is laid out when it is first shown or painted.
     void DocumentHTML(std::string_view value);
     /// The document's title; "Unknown" when it has none.
     std::string DocumentTitle() const { return document_.title().value_or("Unknown"); }
 
-    /// All properties that a container saves. Setting them parses the document, if there is one, once.
+    /// All properties that a container saves. Setting them parses a document only once.
     const HTMLLabelProperties& savedProperties() const { return properties_; }
     void savedProperties(const HTMLLabelProperties& properties);
 
@@ -94,39 +95,40 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     const ScrollState& vscScroll() const { return vscScroll_; }
     const ScrollState& hscScroll() const { return hscScroll_; }
 
-    // What the window tells the label: each event under the name of its handler. Places are pixels of the
-    // view port. None throws.
+    // What the window tells the label: each event under the name of its handler. Positions are in pixels of
+    // the view port. None throws.
     void UserControl_Resize() noexcept;
     void UserControl_Show() noexcept;
-    /// The user moved a bar to this value. A value out of the bar's range is ignored.
+    /// The user moved a bar to this value. A value outside the bar's range is ignored.
     void vscScroll_Change(int value) noexcept;
     void hscScroll_Change(int value) noexcept;
     void picViewPort_MouseDown(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept;
     void picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept;
     void picViewPort_MouseUp(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept;
-    /// The mouse wheel turned by this many notches, away from the user being positive. True when the label
-    /// scrolls at all.
+    /// The mouse wheel turned by this many notches, positive away from the user. True when the label can
+    /// scroll at all.
     bool picViewPort_MouseWheel(double notches) noexcept;
-    /// True when the key was the label's own.
+    /// True when the label has used the key.
     bool picViewPort_KeyDown(std::int16_t KeyCode, std::int16_t Shift) noexcept;
     void picViewPort_GotFocus() noexcept;
     void picViewPort_LostFocus() noexcept;
     void tmrHyperlinkClick_Timer() noexcept;
-    /// Draws what the view port shows. The canvas takes places in the document: the window has moved it so
-    /// that the document's pixel (`hscScroll().Value`, `vscScroll().Value`) is the view port's top left one.
+    /// Draws what the view port shows. The canvas takes positions in the document: the window has shifted it
+    /// so that the document's pixel (`hscScroll().Value`, `vscScroll().Value`) is the view port's top left
+    /// one.
     void picViewPort_Paint(Canvas& canvas, Size viewPort) noexcept;
 
     /// Draws the top of the document laid out to the width of a page, on any canvas: for printing, and where
-    /// there is no window. What the window shows stays as it is.
+    /// there is no window. What the window shows does not change.
     void drawPage(Canvas& canvas, Size page);
 
   private:
-    // The number of a call that sets a document: of several at a time the last one counts.
+    // The number of a call that sets a document: of several at once only the last one counts.
     using Operation = unsigned;
     enum class StartAt : std::uint8_t { Top, SamePlace };
     using MouseEvent = void (HTMLLabelEvents::*)(std::int16_t, std::int16_t, float, float) noexcept;
 
-    // Runs a handler: keeps the label alive meanwhile, and lets no error out.
+    // Runs a handler: keeps the label alive during it, and lets no error out.
     template <class Handler>
     void handle(Handler&& handler) noexcept {
         carryOn([&] {
@@ -167,7 +169,7 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     HTMLLabelProperties properties_ = HTMLLabelProperties::atCreation();
 
     HTMLDocument document_;
-    // A text that waits for messages to be through before it becomes the document.
+    // A text that becomes the document once the pending messages are through.
     std::optional<std::string> pendingText_;
     LabelPictures pictures_;
     // Null until the document has been laid out for this window.
@@ -182,12 +184,12 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     LabelPlacement placement_;
     ScrollState vscScroll_;
     ScrollState hscScroll_;
-    // What the wheel has turned short of a whole pixel.
+    // The part of a pixel that the wheel has turned so far.
     double wheelRest_ = 0;
 
     std::string mstrPendingHref;
     bool hasFocus_ = false;
-    // The link that the keyboard has walked to: its place in the document's list of links.
+    // The link that the keyboard has moved to: its position in the document's list of links.
     std::optional<int> linkInFocus_;
 };
 

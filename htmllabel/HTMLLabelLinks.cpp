@@ -10,7 +10,7 @@ namespace kavrelon {
 
 namespace {
 
-// Whether a link leads somewhere and has a place to be seen at.
+// Whether a link leads somewhere and is visible on the page.
 bool isReachable(const HTMLElement& link) {
     return !link.strHref.empty() && link.lngRight > link.lngLeft && link.lngBottom > link.lngTop;
 }
@@ -23,7 +23,7 @@ void HTMLLabel::fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, 
                       static_cast<float>(mouse.y * window_->twipsPerPixelY()));
 }
 
-// The first link in the document whose box holds this pixel of the view port, its edges not counting.
+// The first link in the document whose box contains this pixel of the view port, not counting its edges.
 const HTMLElement* HTMLLabel::linkAt(Point mouse) const {
     const int x = mouse.x + hscScroll_.Value;
     const int y = mouse.y + vscScroll_.Value;
@@ -39,7 +39,7 @@ void HTMLLabel::picViewPort_MouseDown(std::int16_t Button, std::int16_t Shift, P
     handle([=, this] { fire(&HTMLLabelEvents::MouseDown, Button, Shift, mouse); });
 }
 
-// While anchors are on, the way of the pointer beside the links reaches the container as `MouseUp`.
+// While anchors are on, the container gets the moves outside links as `MouseUp`.
 void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, Point mouse) noexcept {
     handle([=, this] {
         if (window_ == nullptr) return;
@@ -64,7 +64,7 @@ void HTMLLabel::picViewPort_MouseUp(std::int16_t Button, std::int16_t Shift, Poi
     });
 }
 
-// The container hears of a link from the timer, when no handler of the label's is under way.
+// The container hears of a link from the timer, when none of the label's handlers is running.
 void HTMLLabel::follow(const HTMLElement& link) {
     if (window_ == nullptr) return;
     if (EnableScroll() && link.strHref.starts_with('#')) return jumpTo(link.strHref.substr(1));
@@ -117,8 +117,8 @@ Rect HTMLLabel::linkBox(int place) const {
     return {element.lngLeft, element.lngTop, element.lngRight, element.lngBottom};
 }
 
-// Walks on to the next link that leads somewhere and is seen. Past the last one the key is the container's,
-// and the next walk begins anew.
+// Moves on to the next link that is reachable. After the last one the container gets the key, and the next
+// move starts again at the first.
 bool HTMLLabel::walkLinks(int step) {
     const int count = document_.mintLinkCount();
     const int outside = step > 0 ? -1 : count;

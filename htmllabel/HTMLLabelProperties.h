@@ -7,7 +7,7 @@
 
 namespace kavrelon {
 
-/// The label's properties that a container saves, in the order of saving and under the names of saving.
+/// The label's properties that a container saves, in the order and with the names in which they are saved.
 struct HTMLLabelProperties {
     std::int16_t Appearance = 1;   // 1 is three-dimensional
     std::int16_t BorderStyle = 1;  // 0 is none
@@ -22,10 +22,14 @@ struct HTMLLabelProperties {
     std::int16_t DefaultSpacing = 4;  // pixels
     bool operator==(const HTMLLabelProperties&) const = default;
 
-    /// What a property is that a container's saved set lacks.
+    /// Whether a value is one of the two of `Appearance` or of `BorderStyle`.
+    static bool isChoice(std::int16_t value);
+    /// Whether all values can be kept. What is read from outside may hold anything.
+    bool isValid() const;
+
+    /// The values of properties that are missing in a container's saved set.
     static HTMLLabelProperties whenNotSaved() { return {}; }
-    /// What a control starts with that no container has given anything yet: the surface has no border, and
-    /// the font is another one.
+    /// The values of a new control, before a container has set anything: no border, and another font.
     static HTMLLabelProperties atCreation() {
         HTMLLabelProperties properties;
         properties.BorderStyle = 0;

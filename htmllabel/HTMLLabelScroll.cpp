@@ -14,7 +14,7 @@ namespace {
 constexpr int kMinimised = 1;
 constexpr int kLinesPerNotch = 3;
 
-// What a key asks of the vertical bar; nothing when it is not one of scrolling.
+// What a key asks of the vertical bar; nothing when it is no scroll key.
 std::optional<ScrollStep> stepOf(std::int16_t KeyCode, std::int16_t Shift) {
     const bool ctrl = (Shift & shifts::kCtrl) != 0;
     switch (KeyCode) {
@@ -48,8 +48,8 @@ LabelOutline HTMLLabel::outline() const {
             .hscVisible = hscScroll_.visible};
 }
 
-// Fits the bars to the page and the parts to the bars. One round is enough: the width of the view port hangs
-// on neither bar, and its height on the horizontal one only.
+// Fits the bars to the page and the parts to the bars. One round is enough: the width of the view port
+// depends on neither bar, and its height only on the horizontal one.
 void HTMLLabel::fitParts(Point offset) {
     const Size page = layout_ != nullptr ? layout_->size() : Size{};
     Canvas& canvas = window_->canvas();
@@ -70,8 +70,8 @@ void HTMLLabel::fitParts(Point offset) {
 void HTMLLabel::UserControl_Resize() noexcept {
     handle([this] {
         if (window_ == nullptr) return;
-        // The guards are for resizes that should leave the parts where they are; before the first there is
-        // nothing to leave.
+        // These resizes should leave the parts where they are; before the first resize there is nothing to
+        // leave.
         if (outerSize_ != Size{}) {
             const auto windowState = window_->parentWindowState();
             if (!windowState || *windowState == kMinimised || !window_->userMode()) return;
@@ -91,7 +91,7 @@ void HTMLLabel::scrollHome() {
     window_->setScrollBar(ScrollBar::vscScroll, vscScroll_);
 }
 
-// As the bars do: a value out of range is rejected, and a new one is a change that repaints.
+// Like the bars: a value outside the range is rejected, and a new value repaints.
 void HTMLLabel::scrollTo(ScrollBar bar, int value) {
     ScrollState& state = bar == ScrollBar::vscScroll ? vscScroll_ : hscScroll_;
     if (value < state.Min || value > state.Max || value == state.Value) return;
@@ -130,7 +130,7 @@ bool HTMLLabel::picViewPort_MouseWheel(double notches) noexcept {
     return true;
 }
 
-// Single steps are not limited: one that would leave the range is rejected by the bar.
+// Line steps are not limited: the bar rejects one that would leave the range.
 bool HTMLLabel::scrollByKey(std::int16_t KeyCode, std::int16_t Shift) {
     if (!EnableScroll()) return false;
     const auto step = stepOf(KeyCode, Shift);

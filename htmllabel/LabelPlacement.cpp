@@ -8,13 +8,13 @@ namespace kavrelon {
 
 namespace {
 
-// The border's share of the control's outer size, in twips. Without scroll bars less is left free.
+// The border's share of the control's outer size, in twips. Without scroll bars less is reserved.
 int borderInset(const LabelOutline& outline) {
     const int flat = outline.EnableScroll ? 30 : 0;
     return outline.Appearance == 1 ? flat + 30 : flat;
 }
 
-// A part in twips; one that would be less than nothing has no extent.
+// A part given in twips, in pixels; one whose size would be negative is empty.
 Rect pixels(const LabelOutline& outline, Point corner, Size size) {
     const auto across = [&](int twips) { return roundHalfToEven(twips / outline.twipsPerPixelX); };
     const auto down = [&](int twips) { return roundHalfToEven(twips / outline.twipsPerPixelY); };

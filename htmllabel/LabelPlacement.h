@@ -6,7 +6,7 @@
 
 namespace kavrelon {
 
-/// Where the label's parts stand in its window, in pixels. Without scrolling the bars stand nowhere.
+/// Where the label's parts are in its window, in pixels. Without scrolling the bars are empty.
 struct LabelPlacement {
     Rect picViewPort;
     Rect vscScroll;
@@ -16,7 +16,7 @@ struct LabelPlacement {
     bool operator==(const LabelPlacement&) const = default;
 };
 
-/// What the places of the parts depend on.
+/// What the positions of the parts depend on.
 struct LabelOutline {
     /// The control's outer size in twips, and the screen's resolution.
     Size twips;
@@ -30,8 +30,8 @@ struct LabelOutline {
     bool hscVisible = false;
 };
 
-/// Places the parts. The vertical bar's room is taken off whether it is visible or not, so that the width of
-/// the view port, and with it the layout, does not hang on the document's height.
+/// Places the parts. The room for the vertical bar is reserved whether it is visible or not, so that the
+/// width of the view port, and with it the layout, does not depend on the document's height.
 LabelPlacement placeLabelParts(const LabelOutline& outline);
 
 }  // namespace kavrelon

@@ -16,7 +16,7 @@ namespace kavrelon {
 /// The mouse pointers that the label shows, with their public numbers.
 enum class MousePointer : std::int16_t { Default = 0, Arrow = 1, Hourglass = 11, Custom = 99 };
 
-/// How the control's own surface looks, behind and around its parts.
+/// How the control's own surface looks, under and around its parts.
 struct LabelSurface {
     std::int16_t Appearance = 1;   // 1 is three-dimensional
     std::int16_t BorderStyle = 0;  // 0 is none
@@ -26,13 +26,13 @@ struct LabelSurface {
 
 /// The label's platform seam: the window that holds its parts, and what is around it.
 ///
-/// No call fails: what a window cannot do any more it ignores. Only `repaintViewPort`, `processMessages` and
-/// `callParent` let events in while they run; the other calls come back before anything else happens.
+/// No call fails: a window ignores what it cannot do any more. Only `repaintViewPort`, `processMessages` and
+/// `callParent` let events in while they run; the other calls return before anything else happens.
 class LabelWindow {
   public:
     virtual ~LabelWindow() = default;
 
-    /// What documents are measured with. Lives as long as the window.
+    /// The canvas that documents are measured with. Lives as long as the window.
     virtual Canvas& canvas() = 0;
 
     /// The control's outer size in twips, and the screen's resolution.
@@ -44,17 +44,17 @@ class LabelWindow {
 
     /// Whether the container shows the control.
     virtual bool containerVisible() const = 0;
-    /// The container runs the control rather than designing with it.
+    /// Whether the container runs the control rather than designing with it.
     virtual bool userMode() const = 0;
     /// The containing form's "WindowState" (1 is minimised); nothing when there is a form that has none. A
     /// container without a form counts as normal (0).
     virtual std::optional<int> parentWindowState() const = 0;
     /// Calls a public procedure of the containing form with these arguments; failures are dropped. Anything
-    /// may happen meanwhile, the end of the control included.
+    /// may happen during the call, even the end of the control.
     virtual void callParent(const std::string& procedure, const std::vector<std::string>& arguments) = 0;
 
     virtual void setSurface(const LabelSurface& surface) = 0;
-    /// Moves the parts. What the view port has gained is painted later.
+    /// Moves the parts. New area of the view port is painted later.
     virtual void place(const LabelPlacement& placement) = 0;
     /// Shows a bar in this state. `Value` is the part of the document that the view port's top left corner
     /// shows: the label repaints the view port itself.
@@ -64,9 +64,10 @@ class LabelWindow {
     virtual void setToolTipText(const std::string& text) = 0;
     /// Starts or stops `tmrHyperlinkClick` (100 ms). Starting it while it runs does nothing.
     virtual void enableLinkTimer(bool on) = 0;
-    /// Has the whole view port painted again, at once.
+    /// Repaints the whole view port at once.
     virtual void repaintViewPort() = 0;
-    /// Lets pending window messages through. Any event may arrive meanwhile, the end of the control included.
+    /// Lets pending window messages through. Any event may arrive during the call, even the end of the
+    /// control.
     virtual void processMessages() = 0;
 };
 

@@ -23,11 +23,16 @@ constexpr bool equalsInUpperCase(std::string_view text, std::string_view upperCa
     return true;
 }
 
+/// The text without those of `characters` that are at both ends.
+constexpr std::string_view trim(std::string_view text, std::string_view characters) {
+    const auto first = text.find_first_not_of(characters);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(characters) + 1 - first);
+}
+
 /// The text without the spaces (only character 32) at both ends.
 constexpr std::string_view trimSpaces(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+    return trim(text, " ");
 }
 
 }  // namespace kavrelon

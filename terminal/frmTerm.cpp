@@ -15,10 +15,7 @@
 namespace kavrelon {
 
 frmTerm::frmTerm(TermPlatform& platform)
-    : platform_(platform),
-      platformKept_(platform.weak_from_this().lock()),
-      pictureFolder_(platform),
-      screenWidthCaption_(kWideCaption) {}
+    : platform_(platform), platformKept_(platform.weak_from_this().lock()), pictureFolder_(platform) {}
 
 frmTerm::~frmTerm() = default;
 

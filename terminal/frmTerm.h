@@ -9,6 +9,7 @@
 #include "terminal/HelpBoxes.h"
 #include "terminal/HostMenus.h"
 #include "terminal/Keyboard.h"
+#include "terminal/MenuItems.h"
 #include "terminal/PictureFolder.h"
 #include "terminal/Printers.h"
 #include "terminal/TermOwner.h"
@@ -143,9 +144,6 @@ class frmTerm final : public TermWindowEvents,
     PrinterMenu printerMenu() override;
 
   private:
-    static constexpr const char* kWideCaption = "132 Char per Line";
-    static constexpr const char* kNarrowCaption = "80 Char per Line";
-
     explicit frmTerm(TermPlatform& platform);
     void Form_Load();
 
@@ -187,7 +185,7 @@ class frmTerm final : public TermWindowEvents,
     TermOwner* callback_ = nullptr;
     std::string ConnectionProfile_;
     std::string IniFile_;
-    std::string screenWidthCaption_;
+    std::string screenWidthCaption_ = kWideCaption;
     std::chrono::system_clock::time_point CloseDate_;
     WindowState PrevWindowState_ = WindowState::Normal;
     bool PasteOk_ = true;

@@ -1,11 +1,11 @@
 #include "tools/ReplaySession.h"
 
-#include <charconv>
 #include <map>
 #include <ostream>
 #include <utility>
 #include <vector>
 
+#include "headless/NumberIn.h"
 #include "terminal/frmTerm.h"
 #include "tools/JsonLine.h"
 #include "tools/ReplayDump.h"
@@ -40,11 +40,9 @@ class ReplaySession::Operands {
 
     std::int16_t number() {
         const std::string text = word();
-        std::int16_t value = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (error != std::errc() || end != text.data() + text.size())
-            fail("\"" + text + "\" is no 16-bit number");
-        return value;
+        const auto value = numberIn<std::int16_t>(text);
+        if (!value) fail("\"" + text + "\" is no 16-bit number");
+        return *value;
     }
 
     std::vector<std::uint8_t> bytes() {

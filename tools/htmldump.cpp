@@ -1,6 +1,5 @@
 // htmldump FILE: parses a document as the label does and prints what it is made of, one JSON line each.
 
-#include <charconv>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -9,9 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "headless/HeadlessCanvas.h"
-#include "htmllabel/document/HTMLDocument.h"
-#include "htmllabel/layout/Layout.h"
+#include "headless/LabelEngine.h"
+#include "headless/NumberIn.h"
 #include "tools/HtmlDump.h"
 
 namespace {
@@ -28,19 +26,11 @@ struct Options {
     std::string file;
 };
 
-class NoPictures final : public PictureSource {
-  public:
-    const Picture* picture(std::string_view /*source*/) override { return nullptr; }
-};
-
-/// A number that is not negative, whole where `Number` is.
+/// A finite number that is not negative, whole where `Number` is.
 template <class Number>
-std::optional<Number> number(std::string_view text) {
-    Number value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool all = error == std::errc() && end == text.data() + text.size();
-    const bool fits = value >= 0 && value <= std::numeric_limits<Number>::max();
-    return all && fits ? std::optional(value) : std::nullopt;
+std::optional<Number> measure(std::string_view text) {
+    const auto number = numberIn<Number>(text);
+    return number >= Number{0} && number <= std::numeric_limits<Number>::max() ? number : std::nullopt;
 }
 
 /// Nothing when the command line is malformed.
@@ -52,11 +42,11 @@ std::optional<Options> parseOptions(int argc, char** argv) {
         if (option == "--no-anchors") {
             options.defaults.EnableAnchors = false;
         } else if (option == "--font-size") {
-            const auto points = number<float>(argv[++next]);
+            const auto points = measure<float>(argv[++next]);
             if (!points) return std::nullopt;
             options.defaults.DefaultFontSize = *points;
         } else if (option == "--layout") {
-            options.pageWidth = number<int>(argv[++next]);
+            options.pageWidth = measure<int>(argv[++next]);
             if (!options.pageWidth) return std::nullopt;
         } else {
             return std::nullopt;
@@ -68,16 +58,12 @@ std::optional<Options> parseOptions(int argc, char** argv) {
 }
 
 void dump(const std::string& html, const Options& options) {
-    HTMLDocument document;
-    document.setDocument(html, options.defaults);
-    if (!options.pageWidth) return dumpDocument(std::cout, document);
-    HeadlessCanvas canvas;
-    NoPictures pictures;
-    Layout layout;
-    layout.measure(document, {.DefaultFontSize = options.defaults.DefaultFontSize}, pictures, canvas);
-    layout.place(document, *options.pageWidth);
-    dumpDocument(std::cout, document);
-    dumpLayout(std::cout, layout);
+    LabelEngine label;
+    label.parse(html, options.defaults);
+    if (!options.pageWidth) return dumpDocument(std::cout, label.document);
+    label.layOut(*options.pageWidth, {.DefaultFontSize = options.defaults.DefaultFontSize});
+    dumpDocument(std::cout, label.document);
+    dumpLayout(std::cout, label.layout);
 }
 
 std::string readAll(std::istream& input) {

@@ -9,15 +9,16 @@
 #include "support/Conversions.h"
 #include "support/Keys.h"
 #include "support/win32/KeyState.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
 
-/// What the window is called by programs that read the screen aloud.
+/// The window's name for screen readers.
 constexpr const char* kTitle = "Help";
 constexpr WORD mnuRightClickClose = 1;
 constexpr int kTwipsPerInch = 1440;
-/// The platform keeps places and sizes in 16 bits here and there.
+/// The platform keeps some positions and sizes in 16 bits.
 constexpr double kFarthest = 32767;
 
 int classHolders = 0;
@@ -28,7 +29,7 @@ WindowHandle create(const SharedWindowClass& windowClass) {
                                     windowClass.module(), nullptr));
 }
 
-/// Twips of one pixel of the desktop, across or down.
+/// Twips per pixel of the desktop, horizontally or vertically.
 int twipsPerPixel(int resolution) {
     const HDC desktop = GetDC(nullptr);
     const int dotsPerInch = std::max(GetDeviceCaps(desktop, resolution), 1);
@@ -47,12 +48,10 @@ HWND toHandle(WindowId window) {
 Rect rectangleOfWindow(HWND window) {
     RECT place{};
     GetWindowRect(window, &place);
-    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
-            static_cast<int>(place.bottom)};
+    return fromPlatform(place);
 }
 
-/// Whether a window stands above its owner. Not every platform takes it along when the owner comes to the
-/// front.
+/// Whether a window is above its owner. Not every platform moves it to the front with the owner.
 bool standsAboveOwner(HWND window) {
     const HWND owner = GetWindow(window, GW_OWNER);
     HWND below = window;
@@ -60,14 +59,14 @@ bool standsAboveOwner(HWND window) {
     return below == owner;
 }
 
-/// Puts a window on top of those that have its owner; what stands above them, other programs' windows for
-/// one, stays there.
+/// Puts a window on top of those that have the same owner. Windows above them, such as those of other
+/// programs, stay above.
 void putAboveOwner(HWND window, UINT flags) {
     const HWND owner = GetWindow(window, GW_OWNER);
     HWND above = GetWindow(owner, GW_HWNDPREV);
     while (above != nullptr && (above == window || GetWindow(above, GW_OWNER) == owner))
         above = GetWindow(above, GW_HWNDPREV);
-    // Right behind a topmost window it would become one itself.
+    // Directly below a topmost window it would become topmost itself.
     if (above != nullptr && (GetWindowLongA(above, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0) above = HWND_TOP;
     SetWindowPos(window, above, 0, 0, 0, 0,
                  flags | SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
@@ -116,7 +115,7 @@ WindowAnswer Win32HelpWindow::handle(const WindowMessage& message) {
             return 1;
         case WM_CONTEXTMENU:
         case WM_MOUSEWHEEL:
-            // What the label leaves of these would go on to the owner.
+            // Otherwise those that the label does not handle would go on to the owner.
             return 0;
         default:
             return std::nullopt;
@@ -174,8 +173,7 @@ bool Win32HelpWindow::isShown(WindowId window) const {
 }
 
 Point Win32HelpWindow::cursor() const {
-    const DWORD place = GetMessagePos();
-    return {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+    return pointIn(static_cast<LPARAM>(GetMessagePos()));
 }
 
 bool Win32HelpWindow::isHeld(std::int16_t wanted) const {
@@ -185,7 +183,7 @@ bool Win32HelpWindow::isHeld(std::int16_t wanted) const {
 }
 
 void Win32HelpWindow::drawFocusRectangle(const Rect& block) {
-    const RECT outline{block.left, block.top, block.right, block.bottom};
+    const RECT outline = toPlatform(block);
     const HWND desktop = GetDesktopWindow();
     const HDC context = GetDC(desktop);
     DrawFocusRect(context, &outline);

@@ -19,14 +19,13 @@ class Win32LabelWindow;
 
 /// A help box's window on the desktop. A click on it counts as one on its owner, which has the keyboard.
 ///
-/// When the platform destroys the window underneath, its owner's going for one, the box is told, and this
-/// object ignores calls from then on.
+/// When the platform destroys the window, for example with its owner, the box is told, and this object
+/// ignores calls from then on.
 class Win32HelpWindow final : public HelpWindow, private LabelContainer, private WindowProcedure {
   public:
     static constexpr const char* kClassName = "kavrelon.frmHelp";
 
-    /// `module` is the one that this code is part of. Throws std::bad_alloc when the platform has no window
-    /// to give.
+    /// `module` is the module of this code. Throws std::bad_alloc when the platform cannot create the window.
     Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvents> events);
     ~Win32HelpWindow() override;
     Win32HelpWindow(const Win32HelpWindow&) = delete;
@@ -52,15 +51,15 @@ class Win32HelpWindow final : public HelpWindow, private LabelContainer, private
     WindowAnswer handle(const WindowMessage& message) override;
     void windowDestroyed() override;
 
-    // What the label asks its container. Messages are not let through for it: boxes come up in the midst of
-    // what the host receives, and nothing that arrives later may overtake the rest.
+    // What the label asks its container. Messages are not let through for it: boxes are shown while the host
+    // is receiving data, and nothing that arrives later may overtake the rest of it.
     bool visible() const noexcept override { return placed_; }
     bool userMode() const noexcept override { return true; }
     std::optional<int> parentWindowState() const noexcept override { return 0; }
     bool takesFocus() const noexcept override { return false; }
     bool letsMessagesThrough() const noexcept override { return false; }
     void mouseReleased() noexcept override;
-    /// The box has no procedures for its text to call.
+    /// A help box has no procedures that its text could call.
     void callParent(const std::string&, const std::vector<std::string>&) noexcept override {}
 
     std::weak_ptr<HelpWindowEvents> events_;
@@ -69,7 +68,7 @@ class Win32HelpWindow final : public HelpWindow, private LabelContainer, private
     std::shared_ptr<Win32LabelWindow> label_;
     int twipsPerPixelX_;
     int twipsPerPixelY_;
-    /// The box has an owner, and a place that is worth laying the text out for.
+    /// The box has an owner and a position, so that its text is worth laying out.
     bool placed_ = false;
 };
 

@@ -59,15 +59,15 @@ void LabelActivation::openWindow() {
 
 void LabelActivation::ambientsChanged() const {
     if (!window_) return;
-    // Programs that read the screen aloud call the control so, as long as its document has no title.
+    // Screen readers call the control by this name as long as its document has no title.
     SetWindowTextW(window(), site_.displayName().c_str());
-    // While the form is designed the designer has the mouse.
+    // In design mode the designer gets the mouse.
     EnableWindow(window(), site_.runs() ? TRUE : FALSE);
     RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 void LabelActivation::closeWindow() noexcept {
-    // What is drawn without a window may show pictures all the same.
+    // Drawing without a window may also ask for pictures.
     label_->attach(nullptr, &events_);
     visible_ = false;
     clipped_ = false;
@@ -156,14 +156,14 @@ bool LabelActivation::takesKey(MSG& message) {
     const bool isKey = message.message == WM_KEYDOWN && site_.runs();
     if (isKey && label_->picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), shift)) return true;
     const auto controlSite = site_.query<IOleControlSite>();
-    // Containers know the bits by the same numbers.
+    // Containers use the same bits.
     const bool taken =
         controlSite && controlSite->TranslateAccelerator(&message, static_cast<DWORD>(shift)) == S_OK;
     if (isKey && !taken) refusedKey_ = static_cast<LONG>(message.time);
     return taken;
 }
 
-// A control that the user clicks into has the keyboard without the container's doing.
+// A click gives the control the keyboard without the container's help.
 void LabelActivation::focusChanged(bool hasFocus) noexcept {
     if (hasFocus == hasFocus_) return;
     hasFocus_ = hasFocus;
@@ -171,7 +171,7 @@ void LabelActivation::focusChanged(bool hasFocus) noexcept {
     try {
         if (hasFocus) activateUi();
     } catch (...) {
-        // The container does not want it to be the active one; it has the focus all the same.
+        // The container does not want this control to be the active one; it still has the focus.
     }
     const auto controlSite = site_.query<IOleControlSite>();
     if (controlSite) controlSite->OnFocus(hasFocus ? TRUE : FALSE);

@@ -21,7 +21,7 @@ namespace kavrelon {
 /// The label in place: its window on the container's form, from activation to deactivation, and the keyboard
 /// that it shares with the container.
 ///
-/// Containers may do anything while they are called, the end of the activation included.
+/// A container may do anything while it is called, even end the activation.
 class LabelActivation final : private LabelContainer {
   public:
     LabelActivation(IOleInPlaceActiveObject& object, const LabelSite& site, LabelEvents& events,
@@ -31,7 +31,7 @@ class LabelActivation final : private LabelContainer {
     LabelActivation& operator=(const LabelActivation&) = delete;
 
     bool isActive() const noexcept { return static_cast<bool>(inPlaceSite_); }
-    /// Null when there is none.
+    /// The label's window; null when there is none.
     HWND window() const noexcept;
 
     /// Shows the window on the form, where the container wants it. Throws a ComError when the container does
@@ -43,13 +43,13 @@ class LabelActivation final : private LabelContainer {
     void deactivate();
     void hide();
 
-    /// Moves the window, in pixels of the form; what lies outside `clip` is not to be seen.
+    /// Moves the window, in pixels of the form; the part outside `clip` stays hidden.
     void place(const RECT& place, const RECT& clip);
     /// Asks the container for this size, in pixels.
     void requestSize(Size size);
-    /// Offers a key to the label, and then to the container. False when neither takes it.
+    /// Offers a key to the label, and then to the container. False when neither uses it.
     bool takesKey(MSG& message);
-    /// The container has changed what it tells of itself.
+    /// The container has changed its ambient properties.
     void ambientsChanged() const;
 
   private:
@@ -74,7 +74,7 @@ class LabelActivation final : private LabelContainer {
     LabelEvents& events_;
     std::shared_ptr<HTMLLabel> label_;
 
-    // There while the label is in place.
+    // These exist while the label is in place.
     ComPtr<IOleInPlaceSite> inPlaceSite_;
     ComPtr<IOleInPlaceFrame> frame_;
     ComPtr<IOleInPlaceUIWindow> document_;
@@ -83,7 +83,7 @@ class LabelActivation final : private LabelContainer {
     bool uiActive_ = false;
     bool hasFocus_ = false;
     bool clipped_ = false;
-    /// When the last key came that neither label nor container took.
+    /// The time of the last key that neither the label nor the container used.
     std::optional<LONG> refusedKey_;
 };
 

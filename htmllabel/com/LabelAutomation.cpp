@@ -11,7 +11,7 @@ STDMETHODIMP LabelAutomation::get_Version(BSTR* Value) {
     });
 }
 
-// The document is not saved: a new one leaves nothing to be saved. It brings its title along.
+// The document is not saved, so a new one leaves nothing to save. Its title changes with it.
 STDMETHODIMP LabelAutomation::put_DocumentHTML(BSTR Value) {
     return call<::IHTMLLabel>(this, kDocumentHTML.name, [&] {
         change(kDocumentHTML, Value);
@@ -21,7 +21,8 @@ STDMETHODIMP LabelAutomation::put_DocumentHTML(BSTR Value) {
     });
 }
 
-// Late-bound programs know colours as signed numbers, system colours being negative; scripts know no others.
+// Late-bound programs expect colours as signed numbers, with negative ones for system colours; scripts have
+// no unsigned ones.
 STDMETHODIMP LabelAutomation::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
     Variant colour;

@@ -28,7 +28,7 @@ struct LabelProperty {
     bool (*canKeep)(Given) = nullptr;
 };
 
-/// The label's properties for programs and scripts: the table at the end says each of them once.
+/// The label's properties for programs and scripts: the table at the end lists them.
 class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual LabelFace {
   public:
     STDMETHODIMP get_Version(BSTR* Value) override;
@@ -63,8 +63,6 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
   private:
-    static bool isChoice(std::int16_t value) { return value == 0 || value == 1; }
-
     static BSTR toAutomation(const std::string& text) { return toBstr(text).detach(); }
     static VARIANT_BOOL toAutomation(bool flag) { return flag ? VARIANT_TRUE : VARIANT_FALSE; }
     template <class Number>
@@ -96,7 +94,7 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
             parts().changed(property.id);
         });
     }
-    /// Writes a property unless a sink of the container objects.
+    /// Writes a property, unless one of the container's sinks objects.
     template <class Value, class Given, class Automation>
     void change(const LabelProperty<Value, Given>& property, Automation value) {
         if (!parts().events.mayChange(property.id)) raise(RuntimeErrorNumber::SetNotPermitted);
@@ -125,9 +123,9 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
     static constexpr LabelProperty<Colour> kBackColor{"BackColor", DISPID_BACKCOLOR, &L::BackColor,
                                                       &L::BackColor};
     static constexpr Short kAppearance{"Appearance", DISPID_APPEARANCE, &L::Appearance, &L::Appearance,
-                                       isChoice};
+                                       HTMLLabelProperties::isChoice};
     static constexpr Short kBorderStyle{"BorderStyle", DISPID_BORDERSTYLE, &L::BorderStyle, &L::BorderStyle,
-                                        isChoice};
+                                        HTMLLabelProperties::isChoice};
 };
 
 }  // namespace kavrelon

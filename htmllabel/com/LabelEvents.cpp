@@ -12,10 +12,14 @@ namespace {
 constexpr DISPID kHyperlinkClick = 1;
 constexpr DISPID kLoadImage = 2;
 
-/// The picture in a handler's answer; null when it is something else. A handler may have left a reference of
-/// its own.
+/// The picture in a handler's answer; null when there is none. The handler may have left a reference to
+/// another variant.
 ComPtr<IPicture> pictureIn(const VARIANT& given) {
+<<<<<<< HEAD
     if (!isReadable(given)) return {};
+=======
+    // Only one level of reference: automation does not allow a reference to a reference.
+>>>>>>> main
     const VARIANT& answer = given.vt == (VT_VARIANT | VT_BYREF) ? *given.pvarVal : given;
     IUnknown* object = nullptr;
     if (answer.vt == VT_DISPATCH || answer.vt == VT_UNKNOWN) object = answer.punkVal;
@@ -33,7 +37,7 @@ LabelEvents::LabelEvents(IConnectionPointContainer& object, const LabelSite& sit
       events_(object, DIID_DHTMLLabelEvents, true),
       propertyNotices_(object, IID_IPropertyNotifySink, false) {}
 
-// A handler may close the control and drop it: the object stays until the last sink is back.
+// A handler may close the control and release it: the object stays alive until the last sink returns.
 template <class... Values>
 void LabelEvents::fire(DISPID event, const Values&... values) noexcept {
     if (freezes_ > 0 || !site_.runs()) return;

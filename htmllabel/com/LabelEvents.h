@@ -14,17 +14,17 @@
 
 namespace kavrelon {
 
-/// Hands the label's events to the container's sinks, unless the container designs with the control or has
-/// frozen its events.
+/// Passes the label's events to the container's sinks, unless the container is in design mode or has frozen
+/// the events.
 class LabelEvents final : public HTMLLabelEvents {
   public:
     LabelEvents(IConnectionPointContainer& object, const LabelSite& site);
 
-    /// The points where sinks are registered: that of the events, and that of the changes of properties.
+    /// Where sinks register: for the events, and for changes of properties.
     ConnectionPoint& events() noexcept { return events_; }
     ConnectionPoint& propertyNotices() noexcept { return propertyNotices_; }
 
-    /// Each freezing is ended by a thawing; events are fired again after the last one.
+    /// Each `freeze` needs its `thaw`; events are fired again after the last one.
     void freeze() noexcept { ++freezes_; }
     void thaw() noexcept { freezes_ -= freezes_ > 0 ? 1 : 0; }
 

@@ -13,8 +13,8 @@ namespace kavrelon {
 /// The HTML label as a control for containers: each base is one group of its interfaces, and all work on the
 /// same parts.
 ///
-/// Not marked as safe for untrusted callers: its documents come from afar, and their links can call into the
-/// form that the control is on.
+/// Not marked as safe for untrusted callers: its documents come from remote systems, and their links can call
+/// into the form that the control is on.
 class LabelObject final : public Implements<LabelAutomation, LabelOleObject, LabelInPlaceObject,
                                             LabelViewObject, LabelPersistence, LabelConnections> {
   public:

@@ -11,7 +11,7 @@ namespace kavrelon {
 
 STDMETHODIMP LabelOleObject::SetClientSite(IOleClientSite* site) {
     return call<IOleObject>(this, "SetClientSite", [&] {
-        // A control that changes hands leaves the form that it was on.
+        // A control that moves to another site leaves its form.
         if (site != parts().site.client()) parts().activation.deactivate();
         parts().site.set(site);
     });
@@ -75,14 +75,14 @@ HRESULT LabelOleObject::doVerb(LONG verb) {
         case OLEIVERB_DISCARDUNDOSTATE:
             return S_OK;
         default:
-            // An unknown verb of the object's own counts as the primary one.
+            // An unknown positive verb counts as the primary one.
             if (verb < 0) return E_NOTIMPL;
             activation.activateUi();
             return OLEOBJ_S_INVALIDVERB;
     }
 }
 
-// None of its own: there is nothing to be done with a label but to show it.
+// There are none: a label can only be shown.
 STDMETHODIMP LabelOleObject::EnumVerbs(IEnumOLEVERB** enumerator) {
     if (enumerator == nullptr) return E_POINTER;
     *enumerator = nullptr;

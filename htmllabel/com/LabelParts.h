@@ -16,12 +16,12 @@
 
 namespace kavrelon {
 
-/// What the interfaces of one control work on together.
+/// The parts that all interfaces of one control work on.
 struct LabelParts {
     LabelParts(IConnectionPointContainer& object, IOleInPlaceActiveObject& activeObject)
         : events(object, site), activation(activeObject, site, events, label) {}
 
-    /// A property has another value now.
+    /// Marks a property as changed, and tells the sinks.
     void changed(DISPID property) {
         isDirty = true;
         events.changed(property);
@@ -53,8 +53,8 @@ class LabelFace {
     ~LabelFace() = default;
     virtual LabelParts& parts() noexcept = 0;
 
-    /// Runs the work of a member of `Interface`, with the object held: the container may let go of it while
-    /// it is called.
+    /// Runs the work of a member of `Interface`, and keeps the object alive: the container may release it
+    /// while it is called.
     template <class Interface, class Object, class Work>
     static HRESULT call(Object* object, const char* member, Work&& work) {
         const ComPtr<IUnknown> self(static_cast<Interface*>(object));

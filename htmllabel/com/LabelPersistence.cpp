@@ -28,7 +28,7 @@ STDMETHODIMP LabelPersistence::IsDirty() {
     return parts().isDirty ? S_OK : S_FALSE;
 }
 
-// A control starts as a new one, so there is nothing to be done but to mind the order of calls.
+// A control is created with its initial values, so only the order of calls is checked.
 void LabelPersistence::initialise() {
     if (loaded_) throw ComError(CO_E_ALREADYINITIALIZED);
 }
@@ -36,7 +36,7 @@ void LabelPersistence::initialise() {
 void LabelPersistence::take(const HTMLLabelProperties& properties) {
     parts().label->savedProperties(properties);
     loaded_ = true;
-    parts().changed(DISPID_UNKNOWN);  // that is: any of them
+    parts().changed(DISPID_UNKNOWN);  // this means: any of them
     parts().isDirty = false;
 }
 

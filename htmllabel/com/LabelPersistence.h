@@ -9,7 +9,7 @@
 
 namespace kavrelon {
 
-/// The label's saved properties, in each of the three ways in which containers keep them.
+/// The label's saved properties, in the three forms in which containers keep them.
 class LabelPersistence : public IPersistStreamInit,
                          public IPersistStorage,
                          public IPersistPropertyBag,

@@ -10,7 +10,7 @@
 namespace kavrelon {
 namespace {
 
-/// A property of the container, of one type; false when it has no such property.
+/// Reads an ambient property of the container as this type; false when there is no such property.
 bool readAmbient(IOleClientSite* client, DISPID id, VARTYPE type, Variant& value) noexcept {
     const auto ambients = ComPtr<IOleClientSite>(client).query<IDispatch>();
     if (!ambients) return false;
@@ -42,7 +42,7 @@ bool LabelSite::ambientFlag(DISPID id, bool otherwise) const noexcept {
     return readAmbient(client_.get(), id, VT_BOOL, flag) ? flag.boolVal != VARIANT_FALSE : otherwise;
 }
 
-// An extended control names its form. Without one, what the control lies in may be the form itself.
+// An extended control names its form. Without an extended control, the container may be the form itself.
 ComPtr<IDispatch> LabelSite::form() const noexcept {
     ComPtr<IDispatch> extender;
     const auto site = query<IOleControlSite>();

@@ -12,10 +12,10 @@
 
 namespace kavrelon {
 
-/// The container, as far as it can be asked: what it tells of itself, and the form that the control is on.
+/// The container: its ambient properties, and the form that the control is on.
 class LabelSite {
   public:
-    /// Takes a reference; null lets the container go.
+    /// Takes a reference; null releases the container.
     void set(IOleClientSite* client);
     IOleClientSite* client() const noexcept { return client_.get(); }
     template <class Interface>
@@ -23,10 +23,10 @@ class LabelSite {
         return client_.query<Interface>();
     }
 
-    /// Asks the container anew for what it may have changed.
+    /// Asks the container again for what it may have changed.
     void refreshAmbients() noexcept;
-    /// Whether the container runs the control, rather than designing with it or having stopped. A container
-    /// that does not tell runs it.
+    /// Whether the container runs the control, rather than designing with it or having stopped it. The
+    /// default is yes.
     bool runs() const noexcept { return runs_; }
     /// The control's name on its form, empty where it has none.
     std::wstring displayName() const;

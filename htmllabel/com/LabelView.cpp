@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kHimetricPerInch = 2540;
 
-/// A device context's state for the length of a scope.
+/// Saves a device context's state, and restores it at the end of a scope.
 class SavedState {
   public:
     explicit SavedState(HDC context) : context_(context), saved_(SaveDC(context)) {}
@@ -30,10 +30,10 @@ int resolution(int which) {
     return GetDeviceCaps(screen.get(), which);
 }
 
-/// Has one unit of the target be a pixel of the page.
+/// Maps one unit of the target to a pixel of the page.
 void mapPage(HDC target, Size page, const RECTL& bounds, const RECTL* metafileWindow) {
     if (metafileWindow != nullptr) {
-        // A metafile has coordinates and nothing else: those of the container, at another scale.
+        // A metafile has only coordinates: those of the container, at another scale.
         const auto scaled = [](LONG value, int length, LONG lengthInBounds) {
             return MulDiv(static_cast<int>(value), length, static_cast<int>(lengthInBounds));
         };
@@ -56,7 +56,7 @@ void mapPage(HDC target, Size page, const RECTL& bounds, const RECTL* metafileWi
                      static_cast<int>(corners[1].y - corners[0].y), nullptr);
 }
 
-/// The frame of the control's surface; gives its width.
+/// Draws the frame of the control's surface, and returns its width.
 int drawBorder(const HTMLLabel& label, HDC target, Size page) {
     if (label.BorderStyle() == 0) return 0;
     RECT edge{0, 0, page.width, page.height};

@@ -9,12 +9,12 @@
 
 namespace kavrelon {
 
-/// The label as a picture, and who wants to know when it has changed.
+/// The label as a picture, and the sink that is told of changes.
 class LabelView {
   public:
-    /// Draws the label as it is without a window, with the top of its document: `page` pixels of the screen,
-    /// scaled to `bounds` of the target. `metafileWindow` is what the container has made the coordinates of
-    /// a metafile, null for other targets.
+    /// Draws the label without a window, from the top of its document: `page` pixels of the screen, scaled to
+    /// `bounds` of the target. `metafileWindow` is the coordinate system of a metafile; null for other
+    /// targets.
     static void draw(HTMLLabel& label, Size page, HDC target, const RECTL& bounds,
                      const RECTL* metafileWindow);
 
@@ -28,7 +28,7 @@ class LabelView {
     DWORD flags_ = 0;
 };
 
-/// The screen's resolution, which sizes without a window are taken at: HIMETRIC (0.01 mm) to pixels and back.
+/// Convert HIMETRIC (0.01 mm) to pixels and back, at the screen's resolution.
 Size toPixels(SIZEL himetric);
 SIZEL toHimetric(Size pixels);
 

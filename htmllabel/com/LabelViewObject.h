@@ -9,7 +9,7 @@
 
 namespace kavrelon {
 
-/// The label for containers that draw it themselves: form designers, and programs that print.
+/// The label for containers that draw it themselves: form designers and programs that print.
 class LabelViewObject : public IViewObjectEx, protected virtual LabelFace {
   public:
     using Faces = FaceList<Face<IViewObjectEx, IViewObject2, IViewObject>>;

@@ -2,7 +2,6 @@
 
 #include <oleauto.h>
 
-#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -13,7 +12,7 @@
 namespace kavrelon {
 namespace {
 
-/// Visits the properties in the order of saving, with their names and those of another set beside them.
+/// Visits the properties in the order of saving, with their names and their counterparts in another set.
 template <class Properties, class Visitor>
 void visit(Properties& properties, const HTMLLabelProperties& others, Visitor&& visitor) {
     using P = HTMLLabelProperties;
@@ -33,29 +32,18 @@ void visit(Properties& properties, const HTMLLabelProperties& others, Visitor&& 
     each(L"DefaultSpacing", &P::DefaultSpacing);
 }
 
-/// Whether a value can be meant.
-bool canBeMeant(const HTMLLabelProperties& properties) {
-    constexpr float kLargestFont = 2160;
-    constexpr std::size_t kLongestName = 255;
-    const auto isChoice = [](std::int16_t value) { return value == 0 || value == 1; };
-    return isChoice(properties.Appearance) && isChoice(properties.BorderStyle) &&
-           std::isfinite(properties.DefaultFontSize) && properties.DefaultFontSize >= 1 &&
-           properties.DefaultFontSize <= kLargestFont && properties.DefaultFontName.size() <= kLongestName &&
-           properties.DefaultPadding >= 0 && properties.DefaultSpacing >= 0;
-}
-
-/// The set with defaults for what cannot be meant: programs may set anything, but what is saved is read
-/// again.
+/// The set with defaults in place of invalid values: programs may set anything, but a saved set must be
+/// readable again.
 HTMLLabelProperties readable(const HTMLLabelProperties& properties) {
     HTMLLabelProperties result = HTMLLabelProperties::whenNotSaved();
     visit(result, properties, [&](const wchar_t*, auto& value, const auto& wanted) {
         auto byDefault = std::exchange(value, wanted);
-        if (!canBeMeant(result)) value = std::move(byDefault);
+        if (!result.isValid()) value = std::move(byDefault);
     });
     return result;
 }
 
-// How each type of property stands in a variant. Colours are signed there, as containers know them.
+// How a variant holds each type of property. Colours are signed there, as containers expect.
 
 constexpr VARTYPE variantType(std::int16_t) {
     return VT_I2;
@@ -180,7 +168,7 @@ HTMLLabelProperties loadProperties(IPropertyBag& bag, IErrorLog* log) {
               if (FAILED(bag.Read(name, &entry, log)) || entry.vt == VT_EMPTY) return;
               const bool isOfType = SUCCEEDED(changeType(entry, entry, variantType(value)));
               if (isOfType) fromVariant(entry, value);
-              if (isOfType && canBeMeant(properties)) return;
+              if (isOfType && properties.isValid()) return;
               value = byDefault;
               logBadEntry(log, name);
           });
@@ -219,7 +207,7 @@ HTMLLabelProperties decodeProperties(IStream& stream) {
     std::string_view rest = body;
     HTMLLabelProperties properties;
     visit(properties, properties, [&](const wchar_t*, auto& value, const auto&) { take(rest, value); });
-    if (!rest.empty() || !canBeMeant(properties)) failDamaged();
+    if (!rest.empty() || !properties.isValid()) failDamaged();
     return properties;
 }
 

@@ -10,17 +10,17 @@
 
 namespace kavrelon {
 
-/// Reads a saved set from a container's property bag. What the bag lacks has its default, and so has what
-/// cannot be meant; the log, where there is one, is told of the latter.
+/// Reads a saved set from a container's property bag. A property that is missing or invalid gets its default;
+/// an invalid one is reported to the log, if there is one.
 HTMLLabelProperties loadProperties(IPropertyBag& bag, IErrorLog* log);
-/// Writes them all, or those that differ from what a bag that lacks them would give; what cannot be meant as
-/// its default. Throws a ComError.
+/// Writes all properties, or only those that differ from their default; an invalid one is written as its
+/// default. Throws a ComError.
 void saveProperties(const HTMLLabelProperties& properties, IPropertyBag& bag, bool all);
 
-/// The same set as bytes for a stream, with the version of their form, and with the same defaults.
+/// The same set as bytes for a stream, with a version number. An invalid property is written as its default.
 std::string encodeProperties(const HTMLLabelProperties& properties);
-/// Reads these from a stream, which stands behind them then. Throws a ComError for what is no such set, or
-/// only a part of one.
+/// Reads these bytes from a stream, and leaves it after them. Throws a ComError when they are not a complete
+/// set.
 HTMLLabelProperties decodeProperties(IStream& stream);
 
 }  // namespace kavrelon

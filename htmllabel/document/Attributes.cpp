@@ -7,23 +7,18 @@
 #include "htmllabel/document/Colours.h"
 #include "htmllabel/document/NameKey.h"
 #include "htmllabel/document/TextDecoder.h"
+#include "support/AsciiText.h"
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
 namespace {
 
-constexpr auto kNone = std::string_view::npos;
-
-std::string_view trim(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == kNone) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
+constexpr auto kNotFound = std::string_view::npos;
 
 std::string without(std::string_view text, std::string_view part) {
     std::string left;
-    for (auto at = text.find(part); at != kNone; at = text.find(part)) {
+    for (auto at = text.find(part); at != kNotFound; at = text.find(part)) {
         left += text.substr(0, at);
         text.remove_prefix(at + part.size());
     }
@@ -33,8 +28,8 @@ std::string without(std::string_view text, std::string_view part) {
 /// A size in pixels, or the fraction that a percentage is. `unit` may stand behind pixels.
 float toExtent(std::string_view value, std::string_view unit) {
     constexpr float kPercent = 100;
-    if (value.find('%') != kNone) return toSingle(without(value, "%")) / kPercent;
-    return value.find(unit) == kNone || unit.empty() ? toSingle(value) : toSingle(without(value, unit));
+    if (value.find('%') != kNotFound) return toSingle(without(value, "%")) / kPercent;
+    return value.find(unit) == kNotFound || unit.empty() ? toSingle(value) : toSingle(without(value, unit));
 }
 
 /// The first of a list of names; a list that begins with a comma is taken whole.
@@ -88,18 +83,18 @@ std::int16_t Attributes::mintExtractTagAttributes(std::string_view tag) {
     auto at = tag.find(' ');
     while (at < tag.size()) {
         auto equals = tag.find('=', at);
-        if (equals == kNone) break;
+        if (equals == kNotFound) break;
         // A second "=" right behind a value belongs to the name before the next one.
         if (equals == at) equals = tag.find('=', at + 1);
-        if (equals == kNone) raise(RuntimeErrorNumber::InvalidProcedureCall);
-        mstrAttrNames_.push_back(trim(tag.substr(at, equals - at)));
+        if (equals == kNotFound) raise(RuntimeErrorNumber::InvalidProcedureCall);
+        mstrAttrNames_.push_back(trimSpaces(tag.substr(at, equals - at)));
 
         const auto begin = tag.find_first_not_of(' ', equals + 1);
         const bool quoted = tag[begin] == '\'' || tag[begin] == '"';
         const char delimiter = quoted ? tag[begin] : ' ';
         auto stop = tag.find(delimiter, begin + 1);
-        if (stop == kNone) stop = tag.size() - 1;
-        std::string_view value = trim(tag.substr(begin, stop - begin));
+        if (stop == kNotFound) stop = tag.size() - 1;
+        std::string_view value = trimSpaces(tag.substr(begin, stop - begin));
         if (value.starts_with(delimiter)) value.remove_prefix(1);
         mstrAttrValues_.push_back(value);
         at = static_cast<std::size_t>(narrowToInt16(static_cast<int>(stop) + 2)) - 1;

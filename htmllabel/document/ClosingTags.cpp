@@ -11,23 +11,10 @@
 namespace kavrelon {
 namespace {
 
-constexpr TagSet kEndCells = {TAG_TD,    TAG_TR,    TAG_END_TR,    TAG_END_TABLE, TAG_THEAD, TAG_END_THEAD,
-                              TAG_TBODY, TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,  TAG_END_BODY};
-constexpr TagSet kEndRows = {TAG_TR,    TAG_END_TABLE, TAG_THEAD,     TAG_END_THEAD, TAG_TBODY,
-                             TAG_TFOOT, TAG_END_TBODY, TAG_END_TFOOT, TAG_BODY,      TAG_END_BODY};
-constexpr TagSet kEndParagraphs = {TAG_P,           TAG_DIV,        TAG_END_DIV,   TAG_HEADING,
-                                   TAG_END_HEADING, TAG_UL,         TAG_END_UL,    TAG_OL,
-                                   TAG_END_OL,      TAG_LI,         TAG_HR,        TAG_TABLE,
-                                   TAG_END_TABLE,   TAG_BLOCKQUOTE, TAG_CENTER,    TAG_END_BLOCKQUOTE,
-                                   TAG_END_CENTER,  TAG_FORM,       TAG_END_FORM,  TAG_TD,
-                                   TAG_END_TD,      TAG_TR,         TAG_END_TR,    TAG_THEAD,
-                                   TAG_TBODY,       TAG_TFOOT,      TAG_END_THEAD, TAG_END_TBODY,
-                                   TAG_END_TFOOT,   TAG_BODY,       TAG_END_BODY};
-
 /// An index of a piece or of an opened element. There are never more than 32767 elements, those that are
 /// added included: each of these has an opener of three characters or more.
 using Index = std::int16_t;
-constexpr Index kNone = -1;
+constexpr Index kNotOpen = -1;
 
 template <class Items>
 Index sizeOf(const Items& items) {
@@ -42,10 +29,10 @@ struct Missing {
 
 /// The open elements that a closer would close.
 struct Innermost {
-    Index table = kNone;
-    Index row = kNone;        // of that table
-    Index cell = kNone;       // of that table
-    Index paragraph = kNone;  // of that cell
+    Index table = kNotOpen;
+    Index row = kNotOpen;        // of that table
+    Index cell = kNotOpen;       // of that table
+    Index paragraph = kNotOpen;  // of that cell
 };
 
 /// Matches closers with openers of their own kind only, so that closers in the wrong order are no missing
@@ -61,7 +48,7 @@ class Matcher {
         std::vector<Missing> found;
         for (auto element = opened_.rbegin(); element != opened_.rend(); ++element) {
             if (element->closed || element->code == TAG_TABLE) continue;
-            found.push_back({endOf(*element), static_cast<std::uint8_t>(element->code + 1)});
+            found.push_back({endOf(*element), static_cast<std::uint8_t>(closerOf(element->tag()))});
         }
         std::ranges::stable_sort(found, {}, &Missing::before);
         return found;
@@ -73,9 +60,11 @@ class Matcher {
         bool closed = false;
         Index index = 0;
         /// The first piece that ends it if no closer comes.
-        Index ender = kNone;
+        Index ender = kNotOpen;
         /// As it was before this one.
         Innermost outside;
+
+        TagType tag() const { return static_cast<TagType>(code); }
     };
 
     Opened& at(Index element) { return opened_[static_cast<std::size_t>(element)]; }
@@ -83,7 +72,7 @@ class Matcher {
     void take(Index index) {
         const Piece& piece = pieces_[static_cast<std::size_t>(index)];
         const TagType code = isDocumentEnd(piece) ? TAG_END_BODY : piece.tag();
-        if (code == TAG_END_TABLE && innermost_.table == kNone) return;
+        if (code == TAG_END_TABLE && innermost_.table == kNotOpen) return;
         noteEnds(index, code);
         switch (code) {
             case TAG_P:
@@ -94,11 +83,11 @@ class Matcher {
                 break;
             case TAG_TR:
                 innermost_.row = open(index, code);
-                innermost_.paragraph = kNone;
+                innermost_.paragraph = kNotOpen;
                 break;
             case TAG_TD:
                 innermost_.cell = open(index, code);
-                innermost_.paragraph = kNone;
+                innermost_.paragraph = kNotOpen;
                 break;
             case TAG_END_P:
                 if (const Opened* p = close(innermost_.paragraph))
@@ -128,13 +117,13 @@ class Matcher {
     }
 
     Index open(Index index, TagType code) {
-        opened_.push_back({static_cast<std::uint8_t>(code), false, index, kNone, innermost_});
+        opened_.push_back({static_cast<std::uint8_t>(code), false, index, kNotOpen, innermost_});
         return static_cast<Index>(opened_.size() - 1);
     }
 
     /// Null when there is none to close.
     const Opened* close(Index element) {
-        if (element == kNone) return nullptr;
+        if (element == kNotOpen) return nullptr;
         at(element).closed = true;
         return &at(element);
     }
@@ -142,15 +131,16 @@ class Matcher {
     /// Notes where the innermost paragraph, cell and row end if no closer comes.
     void noteEnds(Index index, TagType code) {
         const auto note = [&](Index element) {
-            if (element != kNone && at(element).ender == kNone) at(element).ender = index;
+            if (element != kNotOpen && at(element).ender == kNotOpen) at(element).ender = index;
         };
-        if (kEndParagraphs.has(code)) note(innermost_.paragraph);
-        if (kEndCells.has(code)) note(innermost_.cell);
-        if (kEndRows.has(code)) note(innermost_.row);
+        const TagEnds ends = traitsOf(code).ends;
+        if (ends >= TagEnds::Paragraph) note(innermost_.paragraph);
+        if (ends >= TagEnds::Cell) note(innermost_.cell);
+        if (ends >= TagEnds::Row) note(innermost_.row);
     }
 
     Index endOf(const Opened& element) const {
-        if (element.ender != kNone) return element.ender;
+        if (element.ender != kNotOpen) return element.ender;
         return element.index < documentEnd_ ? documentEnd_ : sizeOf(pieces_);
     }
 

@@ -33,16 +33,17 @@ class Linker {
         for (std::size_t i = 1; i < elements_.size(); ++i) {
             HTMLElement& element = elements_[i];
             HTMLElement& parent = at(level);
+            const TagTraits& tag = traitsOf(element.lngTagType);
             element.intParent = level;
             element.intSiblingIndex = parent.intChildCount;
-            if (kClosingTags.has(element.lngTagType)) {
+            if (tag.endsLevel) {
                 endLevel(parent, parent.intChildCount + 1);
                 if (level == 0) return i + 1;
                 level = parent.intParent;
                 continue;
             }
             ++parent.intChildCount;
-            if (kContainerTags.has(element.lngTagType)) level = element.intIndex;
+            if (tag.opensLevel) level = element.intIndex;
         }
         for (; level != 0; level = at(level).intParent) endLevel(at(level), at(level).intChildCount);
         endLevel(at(0), at(0).intChildCount);

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "support/AsciiText.h"
+
 namespace kavrelon {
 namespace {
 
@@ -36,15 +38,10 @@ bool isWhite(char c) {
     return classOf(c) == ByteClass::Space || classOf(c) == ByteClass::OtherWhite;
 }
 
-constexpr char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 /// Whether `html` holds `tag`, which is upper-case and begins with "<", in any case.
 bool containsTag(std::string_view html, std::string_view tag) {
     for (auto at = html.find('<'); at != std::string_view::npos; at = html.find('<', at + 1)) {
-        const std::string_view here = html.substr(at, tag.size());
-        if (std::ranges::equal(here, tag, {}, upper)) return true;
+        if (equalsInUpperCase(html.substr(at, tag.size()), tag)) return true;
     }
     return false;
 }
@@ -84,8 +81,10 @@ class Copier {
 
     const Entity* entityAt(std::size_t at) const {
         const std::string_view rest = html_.substr(at);
-        const auto* found =
-            std::ranges::find_if(kEntities, [&](const Entity& e) { return rest.starts_with(e.name); });
+        if (rest.size() == 1) return nullptr;
+        // Most of them differ in their first letter.
+        const auto* found = std::ranges::find_if(
+            kEntities, [&](const Entity& e) { return e.name[1] == rest[1] && rest.starts_with(e.name); });
         return found == std::end(kEntities) ? nullptr : found;
     }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <string>
 
 #include "htmllabel/document/NameKey.h"
 
@@ -13,96 +15,49 @@ struct NamedTag {
     TagType code;
 };
 
-constexpr NamedTag named(std::string_view name, TagType code) {
-    return {nameKey(name), code};
+/// Calls `use(row, name)` for each opener's name.
+template <class Use>
+constexpr void forEachName(const Use& use) {
+    for (const TagRow& row : kTagRows) {
+        std::string_view names = row.names;
+        while (!names.empty()) {
+            const std::size_t length = std::min(names.find(' '), names.size());
+            use(row, names.substr(0, length));
+            names.remove_prefix(std::min(length + 1, names.size()));
+        }
+    }
 }
 
-constexpr auto kTags = [] {
-    std::array tags{
-        named("HEAD", TAG_HEAD),
-        named("/HEAD", TAG_END_HEAD),
-        named("TITLE", TAG_TITLE),
-        named("/TITLE", TAG_END_TITLE),
-        named("BODY", TAG_BODY),
-        named("NOFRAMES", TAG_BODY),
-        named("/BODY", TAG_END_BODY),
-        named("/NOFRAMES", TAG_END_BODY),
-        named("!--", TAG_COMMENT),
-        named("--", TAG_COMMENT_END),
-        named("STRONG", TAG_B),
-        named("B", TAG_B),
-        named("/STRONG", TAG_END_B),
-        named("/B", TAG_END_B),
-        named("EM", TAG_I),
-        named("I", TAG_I),
-        named("/EM", TAG_END_I),
-        named("/I", TAG_END_I),
-        named("U", TAG_U),
-        named("/U", TAG_END_U),
-        named("P", TAG_P),
-        named("/P", TAG_END_P),
-        named("DIV", TAG_DIV),
-        named("/DIV", TAG_END_DIV),
-        named("BR", TAG_BR),
-        named("HR", TAG_HR),
-        named("UL", TAG_UL),
-        named("/UL", TAG_END_UL),
-        named("OL", TAG_OL),
-        named("/OL", TAG_END_OL),
-        named("LI", TAG_LI),
-        named("TABLE", TAG_TABLE),
-        named("/TABLE", TAG_END_TABLE),
-        named("THEAD", TAG_THEAD),
-        named("/THEAD", TAG_END_THEAD),
-        named("TBODY", TAG_TBODY),
-        named("/TBODY", TAG_END_TBODY),
-        named("TFOOT", TAG_TFOOT),
-        named("/TFOOT", TAG_END_TFOOT),
-        named("TR", TAG_TR),
-        named("/TR", TAG_END_TR),
-        named("TD", TAG_TD),
-        named("TH", TAG_TD),
-        named("/TD", TAG_END_TD),
-        named("/TH", TAG_END_TD),
-        named("FONT", TAG_FONT),
-        named("/FONT", TAG_END_FONT),
-        named("A", TAG_A),
-        named("/A", TAG_END_A),
-        named("IMG", TAG_IMG),
-        named("BLOCKQUOTE", TAG_BLOCKQUOTE),
-        named("/BLOCKQUOTE", TAG_END_BLOCKQUOTE),
-        named("H1", TAG_HEADING),
-        named("H2", TAG_HEADING),
-        named("H3", TAG_HEADING),
-        named("H4", TAG_HEADING),
-        named("H5", TAG_HEADING),
-        named("H6", TAG_HEADING),
-        named("/H1", TAG_END_HEADING),
-        named("/H2", TAG_END_HEADING),
-        named("/H3", TAG_END_HEADING),
-        named("/H4", TAG_END_HEADING),
-        named("/H5", TAG_END_HEADING),
-        named("/H6", TAG_END_HEADING),
-        named("BIG", TAG_BIG),
-        named("/BIG", TAG_END_BIG),
-        named("SMALL", TAG_SMALL),
-        named("/SMALL", TAG_END_SMALL),
-        named("CENTER", TAG_CENTER),
-        named("/CENTER", TAG_END_CENTER),
-        named("SUB", TAG_SUB),
-        named("/SUB", TAG_END_SUB),
-        named("SUP", TAG_SUP),
-        named("/SUP", TAG_END_SUP),
-        named("FORM", TAG_FORM),
-        named("/FORM", TAG_END_FORM),
-        named("SCRIPT", TAG_SCRIPT),
-        named("/SCRIPT", TAG_END_SCRIPT),
-        named("STYLE", TAG_STYLE),
-        named("/STYLE", TAG_END_STYLE),
-    };
+constexpr std::size_t kNameCount = [] {
+    std::size_t count = 0;
+    forEachName([&](const TagRow& row, std::string_view) { count += row.isPaired() ? 2 : 1; });
+    return count;
+}();
+
+/// All names of all tags, for a search by key.
+constexpr std::array<NamedTag, kNameCount> kTags = [] {
+    std::array<NamedTag, kNameCount> tags{};
+    auto* next = tags.begin();
+    forEachName([&](const TagRow& row, std::string_view name) {
+        *next++ = {nameKey(name), row.opener};
+        if (row.isPaired()) *next++ = {nameKey(std::string("/").append(name)), row.closer};
+    });
     std::ranges::sort(tags, {}, &NamedTag::key);
     return tags;
 }();
+
+constexpr bool codesAreInOrder() {
+    int next = 0;
+    for (const TagRow& row : kTagRows) {
+        if (row.opener != next) return false;
+        next = row.closer + 1;
+    }
+    return true;
+}
+
+static_assert(codesAreInOrder(), "each code from 0 on has one row");
+static_assert(kTags.front().key != 0, "every name can be looked up");
+static_assert(std::ranges::adjacent_find(kTags, {}, &NamedTag::key) == kTags.end(), "names differ");
 
 }  // namespace
 

@@ -1,37 +1,73 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <initializer_list>
+#include <iterator>
 #include <string_view>
 
 #include "htmllabel/document/TagType.h"
 
 namespace kavrelon {
 
-/// A set of tag codes.
-class TagSet {
-  public:
-    constexpr TagSet(std::initializer_list<TagType> codes) {
-        for (const TagType code : codes) bits_ |= std::uint64_t{1} << code;
-    }
-    constexpr bool has(TagType code) const { return ((bits_ >> code) & 1) != 0; }
+enum class TagLevel : std::uint8_t { Leaf, Container };
+enum class TagContent : std::uint8_t { Shown, Hidden, Foreign };
+/// Each value includes those before it.
+enum class TagEnds : std::uint8_t { Nothing, Paragraph, Cell, Row };
 
-  private:
-    std::uint64_t bits_ = 0;
+/// A row of `Tags.def`, where the fields are described. A lone tag is its own closer.
+struct TagRow {
+    TagType opener;
+    TagType closer;
+    std::string_view names;
+    TagLevel level;
+    TagContent content;
+    TagEnds openerEnds;
+    TagEnds closerEnds;
+
+    constexpr bool isPaired() const { return opener != closer; }
 };
 
-/// Tags that open a level of the tree.
-inline constexpr TagSet kContainerTags = {TAG_HEAD,  TAG_TITLE, TAG_BODY,       TAG_B,       TAG_I,
-                                          TAG_U,     TAG_P,     TAG_DIV,        TAG_UL,      TAG_OL,
-                                          TAG_TABLE, TAG_TR,    TAG_TD,         TAG_FONT,    TAG_A,
-                                          TAG_BIG,   TAG_SMALL, TAG_BLOCKQUOTE, TAG_HEADING, TAG_CENTER};
+inline constexpr TagRow kTagRows[] = {
+#define LONE(tag, code, names, ends) \
+    {tag, tag, names, TagLevel::Leaf, TagContent::Shown, TagEnds::ends, TagEnds::ends},
+#define PAIR(opener, closer, code, names, level, content, openerEnds, closerEnds) \
+    {opener, closer, names, TagLevel::level, TagContent::content, TagEnds::openerEnds, TagEnds::closerEnds},
+#include "htmllabel/document/Tags.def"
+};
 
-/// Tags that end the level they stand in.
-inline constexpr TagSet kClosingTags = {TAG_END_HEAD,    TAG_END_TITLE, TAG_END_BODY,  TAG_END_B,
-                                        TAG_END_I,       TAG_END_U,     TAG_END_P,     TAG_END_DIV,
-                                        TAG_END_UL,      TAG_END_OL,    TAG_END_TABLE, TAG_END_TR,
-                                        TAG_END_TD,      TAG_END_FONT,  TAG_END_A,     TAG_END_BLOCKQUOTE,
-                                        TAG_END_HEADING, TAG_END_BIG,   TAG_END_SMALL, TAG_END_CENTER};
+/// Codes are the numbers below this one.
+inline constexpr std::size_t kTagCodes = static_cast<std::size_t>(std::rbegin(kTagRows)->closer) + 1;
+
+/// What the rows say of one code.
+struct TagTraits {
+    bool opensLevel = false;
+    bool endsLevel = false;
+    bool isCloser = false;
+    TagContent content = TagContent::Shown;
+    TagEnds ends = TagEnds::Nothing;
+};
+
+inline constexpr std::array<TagTraits, kTagCodes> kTagTraits = [] {
+    std::array<TagTraits, kTagCodes> traits{};
+    for (const TagRow& row : kTagRows) {
+        const bool isContainer = row.level == TagLevel::Container;
+        traits[row.closer] = {false, isContainer, row.isPaired(), row.content, row.closerEnds};
+        traits[row.opener] = {isContainer, false, false, row.content, row.openerEnds};
+    }
+    return traits;
+}();
+
+constexpr const TagTraits& traitsOf(TagType code) {
+    return kTagTraits[static_cast<std::size_t>(code)];
+}
+
+constexpr TagType closerOf(TagType opener) {
+    return static_cast<TagType>(opener + 1);
+}
+constexpr TagType openerOf(TagType closer) {
+    return static_cast<TagType>(closer - 1);
+}
 
 /// Whether an element's source is a tag or a comment: from "<" to ">".
 bool mblnIsTag(std::string_view text);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "support/AsciiText.h"
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 
@@ -9,10 +10,6 @@ namespace kavrelon {
 namespace {
 
 constexpr std::string_view kReference = "&#";
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 /// Writes a decoded text, which is never longer than its source.
 class Decoder {
@@ -45,7 +42,7 @@ class Decoder {
         constexpr std::int16_t kLastCharacter = 255;
         const std::size_t first = at;
         std::int16_t code = 0;
-        for (; isDigit(text_[at]); ++at) code = narrowToInt16(code * 10 + (text_[at] - '0'));
+        for (; isAsciiDigit(text_[at]); ++at) code = narrowToInt16(code * 10 + (text_[at] - '0'));
         if (at > first && code < kFirstDropped) {
             if (code > kLastCharacter) raise(RuntimeErrorNumber::InvalidProcedureCall);
             append(static_cast<char>(code));

@@ -9,7 +9,7 @@
 namespace kavrelon {
 namespace {
 
-constexpr auto kNone = std::string_view::npos;
+constexpr auto kNotFound = std::string_view::npos;
 /// Places are counted from 1, in 16 bits.
 constexpr std::size_t kLastPlace = std::numeric_limits<std::int16_t>::max();
 
@@ -26,7 +26,7 @@ class Cutter {
         while (isPlace(start)) {
             const std::size_t end = tagEnd(start);
             // Without a ">" this "<" and all behind it are stray.
-            if (end == kNone || end > kLastPlace || end <= start) break;
+            if (end == kNotFound || end > kLastPlace || end <= start) break;
             addTag(start, end);
             if (end == kLastPlace) break;
             const std::size_t next = document_.find('<', end);
@@ -44,10 +44,10 @@ class Cutter {
         constexpr std::size_t kUnendedComment = 2;
         if (document_.substr(start).starts_with("<!--")) {
             const auto mark = document_.find("-->", start);
-            return mark == kNone ? kUnendedComment : mark + 3;
+            return mark == kNotFound ? kUnendedComment : mark + 3;
         }
         const auto bracket = document_.find('>', start);
-        return bracket == kNone ? kNone : bracket + 1;
+        return bracket == kNotFound ? kNotFound : bracket + 1;
     }
 
     void addTag(std::size_t start, std::size_t end) {

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <vector>
 
-#include "htmllabel/document/TagType.h"
+#include "htmllabel/document/TagTable.h"
 
 namespace kavrelon {
 
@@ -19,6 +20,8 @@ struct Piece {
 
     TagType tag() const { return static_cast<TagType>(code); }
 };
+
+static_assert(kTagCodes <= std::numeric_limits<std::uint8_t>::max() + 1, "a piece has room for its code");
 
 /// Cuts a normalised text into tags, comments and the text between them. Text of spaces only, before the
 /// first tag or after the last makes no element. Ends at what it cannot cut: a comment without an end, a

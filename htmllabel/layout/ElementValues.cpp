@@ -2,18 +2,16 @@
 
 #include <algorithm>
 
+#include "support/AsciiText.h"
+
 namespace kavrelon {
 namespace {
 
 constexpr float kLeastPoints = 1;
 constexpr float kMostPoints = 200;
 
-char upper(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
 bool equalUpper(char a, char b) {
-    return upper(a) == b;
+    return asciiUpper(a) == b;
 }
 
 }  // namespace
@@ -32,7 +30,7 @@ bool givesAttribute(std::string_view raw, std::string_view name) {
 }
 
 bool isHeaderCell(const HTMLElement& cell) {
-    return cell.strRaw.size() > 2 && upper(cell.strRaw[2]) == 'H';
+    return cell.strRaw.size() > 2 && asciiUpper(cell.strRaw[2]) == 'H';
 }
 
 int clampPixels(double value, int most) {

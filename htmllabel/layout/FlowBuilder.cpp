@@ -4,37 +4,15 @@
 #include <charconv>
 #include <functional>
 
-#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/ElementValues.h"
 #include "htmllabel/layout/PictureBox.h"
+#include "htmllabel/layout/TagRole.h"
 
 namespace kavrelon {
 namespace {
 
 constexpr int kIndent = 30;
 constexpr int kMostSpacing = 1000;
-
-enum Hidden : unsigned { kHead = 1, kTitle = 2, kScript = 4, kStyle = 8 };
-
-/// What hides the text between this opener or closer and its partner; 0 for tags that hide nothing.
-unsigned hiddenBetween(TagType code) {
-    switch (code) {
-        case TAG_HEAD:
-        case TAG_END_HEAD:
-            return kHead;
-        case TAG_TITLE:
-        case TAG_END_TITLE:
-            return kTitle;
-        case TAG_SCRIPT:
-        case TAG_END_SCRIPT:
-            return kScript;
-        case TAG_STYLE:
-        case TAG_END_STYLE:
-            return kStyle;
-        default:
-            return 0;
-    }
-}
 
 /// A "<" of a script or title makes one tag of all up to the next ">": its closer counts, and not that tag.
 TagType lastTag(const HTMLElement& element) {
@@ -49,10 +27,6 @@ int lastHeadEnd(const HTMLDocument& document) {
         return element.lngTagType == TAG_END_HEAD || element.lngTagType == TAG_BODY;
     });
     return found == elements.rend() ? -1 : found->intIndex;
-}
-
-TagType openerOf(TagType closer) {
-    return static_cast<TagType>(closer - 1);
 }
 
 std::string_view numberText(int number, std::pmr::memory_resource& store) {
@@ -82,8 +56,8 @@ void FlowBuilder::build() {
     for (const HTMLElement& element : document_.mudtElements()) {
         if (element.blnIsTag) {
             if (!hide(element)) tag(element);
-        } else if (hidden_ == 0) {
-            if (tables_.awaitsCell()) tables_.openImpliedCell();
+        } else if (!isHidden()) {
+            needCell();
             writer_.text(element, styles_.current(), styles_.mark());
         }
     }
@@ -91,15 +65,15 @@ void FlowBuilder::build() {
 }
 
 bool FlowBuilder::hide(const HTMLElement& element) {
-    const TagType code = hidden_ == 0 ? element.lngTagType : lastTag(element);
-    if (code == TAG_BODY) hidden_ &= ~(kHead | kTitle);
-    const unsigned what = hiddenBetween(code);
-    if (what == 0) return hidden_ != 0;
-    const bool opens = code % 2 == 0;
-    if (!opens) {
-        hidden_ &= ~what;
-    } else if ((hidden_ & (kScript | kStyle)) == 0 && (what != kHead || element.intIndex < lastHeadEnd_)) {
-        hidden_ |= what;
+    const TagType code = isHidden() ? lastTag(element) : element.lngTagType;
+    if (code == TAG_BODY) hiddenHtml_.reset();
+    const TagTraits& tag = traitsOf(code);
+    if (tag.content == TagContent::Shown) return isHidden();
+    auto& open = tag.content == TagContent::Foreign ? hiddenForeign_ : hiddenHtml_;
+    if (tag.isCloser) {
+        open.reset(static_cast<std::size_t>(openerOf(code)));
+    } else if (hiddenForeign_.none() && (code != TAG_HEAD || element.intIndex < lastHeadEnd_)) {
+        open.set(static_cast<std::size_t>(code));
     }
     return true;
 }
@@ -115,154 +89,81 @@ bool FlowBuilder::standsAfterSpace(std::string_view raw) const {
 void FlowBuilder::tag(const HTMLElement& element) {
     if (standsAfterSpace(element.strRaw)) writer_.spaceBeforeTag();
     if (element.lngTagType != TAG_A && !element.strName.empty()) writer_.mark(element.intIndex);
-    switch (element.lngTagType) {
-        case TAG_TABLE:
-        case TAG_END_TABLE:
-        case TAG_THEAD:
-        case TAG_END_THEAD:
-        case TAG_TBODY:
-        case TAG_END_TBODY:
-        case TAG_TFOOT:
-        case TAG_END_TFOOT:
-        case TAG_TR:
-        case TAG_END_TR:
-        case TAG_TD:
-        case TAG_END_TD:
-            tableTag(element);
-            return;
-        case TAG_A:
-            anchor(element);
-            return;
-        case TAG_IMG:
-            picture(element);
-            return;
-        case TAG_HR:
-        case TAG_LI:
-            if (tables_.awaitsCell()) tables_.openImpliedCell();
-            break;
-        default:
-            // Between cells these would change cells that they do not stand in.
-            if (tables_.awaitsCell()) return;
-    }
-    inlineTag(element);
-    blockTag(element);
-}
-
-void FlowBuilder::inlineTag(const HTMLElement& element) {
-    switch (element.lngTagType) {
-        case TAG_B:
-        case TAG_I:
-        case TAG_U:
-        case TAG_FONT:
-        case TAG_HEADING:
-        case TAG_BIG:
-        case TAG_SMALL:
-        case TAG_SUB:
-        case TAG_SUP:
-            styles_.open(element);
-            break;
-        case TAG_END_B:
-        case TAG_END_I:
-        case TAG_END_U:
-        case TAG_END_FONT:
-        case TAG_END_A:
-        case TAG_END_HEADING:
-        case TAG_END_BIG:
-        case TAG_END_SMALL:
-        case TAG_END_SUB:
-        case TAG_END_SUP:
-            styles_.close(openerOf(element.lngTagType));
-            break;
-        default:
-            break;
-    }
-}
-
-void FlowBuilder::blockTag(const HTMLElement& element) {
     const TagType code = element.lngTagType;
-    switch (code) {
-        case TAG_P:
-        case TAG_DIV:
-        case TAG_HEADING:
-            openBlock(element, lineHeight_);
-            break;
-        case TAG_END_P:
-        case TAG_END_DIV:
-        case TAG_END_HEADING:
-            closeBlock(openerOf(code), lineHeight_);
-            break;
-        case TAG_BLOCKQUOTE:
-            openBlock(element, lineHeight_, kIndent);
-            break;
-        case TAG_END_BLOCKQUOTE:
-            closeBlock(TAG_BLOCKQUOTE, lineHeight_);
-            break;
-        case TAG_CENTER:
-        case TAG_FORM:
-            openBlock(element, 0);
-            break;
-        case TAG_END_CENTER:
-        case TAG_END_FORM:
-            closeBlock(openerOf(code), 0);
-            break;
-        case TAG_BR:
-            writer_.lineBreak(styles_.current());
-            break;
-        case TAG_HR:
-            writer_.rule({givenWidth(element), givenAlign(element, Align::Center)}, spacing_);
-            break;
-        case TAG_UL:
-        case TAG_OL:
-            openList(element);
-            break;
-        case TAG_END_UL:
-        case TAG_END_OL:
-            closeList(openerOf(code));
-            break;
-        case TAG_LI:
-            listItem(element);
-            break;
-        default:
-            break;
-    }
-}
-
-void FlowBuilder::tableTag(const HTMLElement& element) {
-    switch (element.lngTagType) {
-        case TAG_TABLE:
-            tables_.openTable(element);
-            break;
-        case TAG_END_TABLE:
-            tables_.closeTable();
-            break;
-        case TAG_TR:
-            tables_.openRow(element);
-            break;
-        case TAG_TD:
-            tables_.openCell(element);
-            break;
-        case TAG_END_TD:
-            tables_.closeCell();
-            break;
-        default:
-            tables_.closeRow();
+    const TagRole role = roleOf(code);
+    if (!worksBetweenCells(role) && tables_.awaitsCell()) return;
+    switch (role) {
+        case TagRole::None:
+            return;
+        case TagRole::Style:
+            return styles_.open(element);
+        case TagRole::EndStyle:
+            return styles_.close(openerOf(code));
+        case TagRole::Heading:
+            styles_.open(element);
+            return openBlock(element, lineHeight_);
+        case TagRole::EndHeading:
+            styles_.close(TAG_HEADING);
+            return closeBlock(TAG_HEADING, lineHeight_);
+        case TagRole::Paragraph:
+            return openBlock(element, lineHeight_);
+        case TagRole::EndParagraph:
+            return closeBlock(openerOf(code), lineHeight_);
+        case TagRole::Quote:
+            return openBlock(element, lineHeight_, kIndent);
+        case TagRole::EndQuote:
+            return closeBlock(openerOf(code), lineHeight_);
+        case TagRole::Lines:
+            return openBlock(element, 0);
+        case TagRole::EndLines:
+            return closeBlock(openerOf(code), 0);
+        case TagRole::List:
+            return openList(code);
+        case TagRole::EndList:
+            return closeList(openerOf(code));
+        case TagRole::Item:
+            return listItem(element);
+        case TagRole::Rule:
+            return rule(element);
+        case TagRole::Break:
+            return writer_.lineBreak(styles_.current());
+        case TagRole::Anchor:
+            return anchor(element);
+        case TagRole::Picture:
+            return picture(element);
+        case TagRole::Table:
+            return tables_.openTable(element);
+        case TagRole::EndTable:
+            return tables_.closeTable();
+        case TagRole::Row:
+            return tables_.openRow(element);
+        case TagRole::EndRow:
+            return tables_.closeRow();
+        case TagRole::Cell:
+            return tables_.openCell(element);
+        case TagRole::EndCell:
+            return tables_.closeCell();
     }
 }
 
 void FlowBuilder::anchor(const HTMLElement& element) {
-    if (tables_.awaitsCell() && !element.strHref.empty()) tables_.openImpliedCell();
+    if (!element.strHref.empty()) needCell();
     const std::uint32_t mark = writer_.mark(element.intIndex);
     if (!tables_.awaitsCell()) styles_.openAnchor(element, mark);
 }
 
 void FlowBuilder::picture(const HTMLElement& element) {
-    if (tables_.awaitsCell()) tables_.openImpliedCell();
-    HTMLElement image = element;
-    image.strAlt = writer_.drawable(element.strAlt);
-    FlowPicture box = pictureBox(image, pictures_.picture(image.strSrc), styles_.currentStyle(), canvas_);
+    needCell();
+    FlowPicture box = pictureBox(element, writer_.drawable(element.strAlt), pictures_.picture(element.strSrc),
+                                 styles_.currentStyle(), canvas_);
     box.style = styles_.current();
     box.mark = styles_.mark();
     writer_.picture(box);
+}
+
+void FlowBuilder::rule(const HTMLElement& element) {
+    needCell();
+    writer_.rule({givenWidth(element), givenAlign(element, Align::Center)}, spacing_);
 }
 
 void FlowBuilder::openBlock(const HTMLElement& element, int gap, int indent) {
@@ -280,14 +181,14 @@ void FlowBuilder::closeBlock(TagType code, int gap) {
     writer_.boundary(gap);
 }
 
-void FlowBuilder::openList(const HTMLElement& element) {
+void FlowBuilder::openList(TagType code) {
     const int gap = listGap();
     BlockState state = writer_.blocks().top();
     const int depth = state.list == kNone ? 0 : lists_[state.list].depth + 1;
     state.left = std::min(state.left + kIndent, kMostPixels);
     state.list = static_cast<std::uint32_t>(lists_.size());
-    lists_.push_back({element.lngTagType == TAG_OL, depth});
-    writer_.blocks().open(element.lngTagType, state);
+    lists_.push_back({code == TAG_OL, depth});
+    writer_.blocks().open(code, state);
     writer_.boundary(gap);
 }
 
@@ -298,11 +199,8 @@ void FlowBuilder::closeList(TagType code) {
 }
 
 void FlowBuilder::listItem(const HTMLElement& element) {
-    if (writer_.blocks().top().list == kNone) {
-        HTMLElement list;
-        list.lngTagType = TAG_UL;
-        openList(list);
-    }
+    needCell();
+    if (writer_.blocks().top().list == kNone) openList(TAG_UL);
     List& list = lists_[writer_.blocks().top().list];
     FlowMarker marker;
     marker.style = styles_.current();

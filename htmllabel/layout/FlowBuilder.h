@@ -1,9 +1,11 @@
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <vector>
 
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Flow.h"
 #include "htmllabel/layout/FlowWriter.h"
 #include "htmllabel/layout/InlineStyles.h"
@@ -31,15 +33,19 @@ class FlowBuilder {
 
     /// Whether this tag, or what it stands in, is not to be drawn.
     bool hide(const HTMLElement& element);
+    bool isHidden() const { return hiddenHtml_.any() || hiddenForeign_.any(); }
     void tag(const HTMLElement& element);
-    void inlineTag(const HTMLElement& element);
-    void blockTag(const HTMLElement& element);
-    void tableTag(const HTMLElement& element);
+    /// Content is coming: in a table it has to stand in a cell.
+    void needCell() {
+        if (tables_.awaitsCell()) tables_.openImpliedCell();
+    }
     void anchor(const HTMLElement& element);
     void picture(const HTMLElement& element);
+    void rule(const HTMLElement& element);
     void openBlock(const HTMLElement& element, int gap, int indent = 0);
     void closeBlock(TagType code, int gap);
-    void openList(const HTMLElement& element);
+    /// Takes the code of UL or OL.
+    void openList(TagType code);
     void closeList(TagType code);
     void listItem(const HTMLElement& element);
     int listGap() { return writer_.blocks().top().list == kNone ? lineHeight_ : 0; }
@@ -56,7 +62,9 @@ class FlowBuilder {
     TableWriter tables_;
     std::vector<List> lists_;
     int lastHeadEnd_;
-    unsigned hidden_ = 0;
+    // The open tags that hide what stands in them, and those of them whose content is no HTML.
+    std::bitset<kTagCodes> hiddenHtml_;
+    std::bitset<kTagCodes> hiddenForeign_;
 };
 
 }  // namespace kavrelon

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "htmllabel/layout/PictureBox.h"
 #include "htmllabel/layout/TableColumns.h"
 
 namespace kavrelon {

@@ -126,45 +126,4 @@ void LineBuilder::setRun(const Run& run, DisplayList& list, std::uint32_t frame,
     list.add(item);
 }
 
-void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
-                   Point corner, Colour ground) {
-    const int around = picture.border;
-    DisplayItem item;
-    item.element = picture.element;
-    item.mark = picture.mark;
-    item.frame = frame;
-    item.place.left = corner.x + picture.spaceX;
-    item.place.top = corner.y + picture.spaceY;
-    item.place.right = item.place.left + picture.size.width + 2 * around;
-    item.place.bottom = item.place.top + picture.size.height + 2 * around;
-    if (around > 0) {
-        item.kind = DrawKind::Frame;
-        item.thickness = around;
-        item.value = flow.styles[picture.style].colour;
-        list.add(item);
-    }
-    Rect& place = item.place;
-    place = {place.left + around, place.top + around, place.right - around, place.bottom - around};
-    if (picture.picture != nullptr) {
-        item.kind = DrawKind::Picture;
-        item.picture = picture.picture;
-        list.add(item);
-        return;
-    }
-    item.kind = DrawKind::Sunken;
-    item.thickness = 1;
-    item.value = lightEdgeOn(ground);
-    list.add(item);
-    if (picture.alternative.empty()) return;
-    const TextStyle& style = flow.styles[picture.style];
-    item.kind = DrawKind::Text;
-    item.value = picture.style;
-    item.text = picture.alternative;
-    place.left += kAlternativeMargin;
-    place.top += std::min(kAlternativeMargin, (place.height() - style.height()) / 2);
-    place.right -= kAlternativeMargin;
-    place.bottom = place.top + style.height();
-    list.add(item);
-}
-
 }  // namespace kavrelon

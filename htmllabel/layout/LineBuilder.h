@@ -71,8 +71,4 @@ class LineBuilder {
     std::size_t contentEnd_ = 0;  // behind the last word or picture
 };
 
-/// A picture, its border or alternative text included, with its outer top left corner at `corner`.
-void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
-                   Point corner, Colour ground);
-
 }  // namespace kavrelon

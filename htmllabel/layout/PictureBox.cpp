@@ -10,6 +10,8 @@ namespace {
 
 constexpr int kMostSpace = 1000;
 constexpr int kMostBorder = 50;
+/// Between the frame of a missing picture and its text.
+constexpr int kAlternativeMargin = 3;
 constexpr Size kUnknownSize{24, 24};
 
 int inProportion(int given, int own, int ownOther) {
@@ -51,8 +53,8 @@ void showAlternative(FlowPicture& box, std::string_view text, int width, int hei
 
 }  // namespace
 
-FlowPicture pictureBox(const HTMLElement& image, const Picture* picture, const TextStyle& style,
-                       Canvas& canvas) {
+FlowPicture pictureBox(const HTMLElement& image, std::string_view alternative, const Picture* picture,
+                       const TextStyle& style, Canvas& canvas) {
     const int width = clampPixels(image.lngImgWidth);
     const int height = clampPixels(image.lngImgHeight);
     FlowPicture box;
@@ -66,9 +68,50 @@ FlowPicture pictureBox(const HTMLElement& image, const Picture* picture, const T
     if (picture != nullptr) {
         box.size = scaled(picture->size(), width, height);
     } else {
-        showAlternative(box, image.strAlt, width, height, style, canvas);
+        showAlternative(box, alternative, width, height, style, canvas);
     }
     return box;
+}
+
+void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
+                   Point corner, Colour ground) {
+    const int around = picture.border;
+    DisplayItem item;
+    item.element = picture.element;
+    item.mark = picture.mark;
+    item.frame = frame;
+    item.place.left = corner.x + picture.spaceX;
+    item.place.top = corner.y + picture.spaceY;
+    item.place.right = item.place.left + picture.size.width + 2 * around;
+    item.place.bottom = item.place.top + picture.size.height + 2 * around;
+    if (around > 0) {
+        item.kind = DrawKind::Frame;
+        item.thickness = around;
+        item.value = flow.styles[picture.style].colour;
+        list.add(item);
+    }
+    Rect& place = item.place;
+    place = {place.left + around, place.top + around, place.right - around, place.bottom - around};
+    if (picture.picture != nullptr) {
+        item.kind = DrawKind::Picture;
+        item.picture = picture.picture;
+        list.add(item);
+        return;
+    }
+    item.kind = DrawKind::Sunken;
+    item.thickness = 1;
+    item.value = lightEdgeOn(ground);
+    list.add(item);
+    if (picture.alternative.empty()) return;
+    const TextStyle& style = flow.styles[picture.style];
+    item.kind = DrawKind::Text;
+    item.value = picture.style;
+    item.text = picture.alternative;
+    place.left += kAlternativeMargin;
+    place.top += std::min(kAlternativeMargin, (place.height() - style.height()) / 2);
+    place.right -= kAlternativeMargin;
+    place.bottom = place.top + style.height();
+    list.add(item);
 }
 
 }  // namespace kavrelon

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "htmllabel/document/TagType.h"
+#include "htmllabel/document/TagTable.h"
 
 namespace kavrelon {
 
@@ -53,7 +53,7 @@ class TagStack {
     std::vector<Tag> tags_;
     std::vector<std::size_t> scopes_;  // where each begins
     // The number of tags up to the innermost one of each code; 0 when there is none.
-    std::array<std::size_t, TAG_END_STYLE + 1> innermost_{};
+    std::array<std::size_t, kTagCodes> innermost_{};
 };
 
 }  // namespace kavrelon

@@ -34,8 +34,8 @@ void GdiCanvas::drawText(FontId font, Colour colour, Point at, std::string_view 
         selected_ = font;
     }
     SetTextColor(target_, toColorRef(colour));
-    // Without them the platform may place smoothed characters by fractions of a pixel, away from what was
-    // measured.
+    // Without explicit advances the platform may place smoothed characters at fractions of a pixel, away from
+    // what was measured.
     ExtTextOutA(target_, at.x - origin_.x, at.y - origin_.y, 0, nullptr, text.data(),
                 static_cast<UINT>(text.size()), fonts_.advances(font, text));
 }
@@ -43,7 +43,8 @@ void GdiCanvas::drawText(FontId font, Colour colour, Point at, std::string_view 
 void GdiCanvas::fill(const Rect& block, Colour colour) {
     if (target_ == nullptr) return;
     const RECT place = onTarget(block);
-    // The ground of a text without characters: unlike a context's own brush, metafiles keep its colour.
+    // The background of a text without characters: metafiles keep its colour, but not that of a context's own
+    // brush.
     SetBkColor(target_, toColorRef(colour));
     ExtTextOutA(target_, 0, 0, ETO_OPAQUE, &place, "", 0, nullptr);
 }
@@ -52,7 +53,7 @@ void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {
     if (shape == Bullet::Square) return fill(place, colour);
     if (target_ == nullptr) return;
     const RECT block = onTarget(place);
-    // Objects of its own: metafiles do not keep the colours of a context's own pen and brush.
+    // Created for each bullet: metafiles do not keep the colours of a context's own pen and brush.
     const GdiPen pen(CreatePen(PS_SOLID, 0, toColorRef(colour)));
     const GdiBrush brush(CreateSolidBrush(toColorRef(colour)));
     const Selected outline(target_, pen.get());
@@ -68,7 +69,7 @@ void GdiCanvas::drawPicture(const Picture& picture, const Rect& place) {
 void GdiCanvas::drawFocus(const Rect& place) {
     if (target_ == nullptr) return;
     const RECT frame = onTarget(place);
-    // The dots are mixed of the text and the background colour.
+    // The dots mix the text and the background colour.
     SetTextColor(target_, 0);
     SetBkColor(target_, 0xFFFFFF);
     DrawFocusRect(target_, &frame);

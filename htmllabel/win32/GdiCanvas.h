@@ -10,24 +10,24 @@
 
 namespace kavrelon {
 
-/// What the platform calls a colour, a system colour as it is now.
+/// The colour as the platform knows it; system colours have their present values.
 COLORREF toColorRef(Colour colour);
 
-/// A canvas on the platform's drawing contexts. Made for one screen or printer, whose resolution gives the
-/// fonts their sizes; it measures at any time, and draws while it has a `Target`.
+/// A canvas on the platform's drawing contexts. Made for one screen or printer, whose resolution determines
+/// the sizes of fonts. It can measure at any time, and draws while it has a `Target`.
 class GdiCanvas final : public Canvas {
   public:
-    /// For what `like` draws on; null is the screen.
+    /// For the device that `like` draws on; null is the screen.
     explicit GdiCanvas(HDC like = nullptr);
 
-    /// Pixels an inch.
+    /// Pixels per inch.
     int resolutionX() const { return GetDeviceCaps(measuring_.get(), LOGPIXELSX); }
     int resolutionY() const { return GetDeviceCaps(measuring_.get(), LOGPIXELSY); }
 
-    /// Which place of the document stands at the top left corner of what is drawn on.
+    /// The point of the document that is at the top left corner of the target.
     void setOrigin(Point origin) { origin_ = origin; }
 
-    /// Has the canvas draw on a context for the length of a scope, and leaves the context as it was. The
+    /// Makes the canvas draw on a context for the length of a scope, and restores the context's state. The
     /// context's resolution should be the canvas's.
     class Target {
       public:

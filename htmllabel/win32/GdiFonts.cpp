@@ -12,7 +12,7 @@ namespace kavrelon {
 namespace {
 
 constexpr double kPointsPerInch = 72;
-/// Pixels. No document needs more, and the platform's own limit is not far above it.
+/// In pixels. No document needs more, and the platform's own limit is not much higher.
 constexpr double kTallest = 2000;
 constexpr std::size_t kMostFonts = 32;
 
@@ -26,7 +26,7 @@ bool hasAnyOf(std::string_view text, std::initializer_list<std::string_view> par
         parts, [text](std::string_view part) { return text.find(part) != std::string_view::npos; });
 }
 
-/// What a face looks like, going by its name: one that the system lacks is then replaced by one of its kind.
+/// A guess from the face's name, so that the platform replaces a missing face by a similar one.
 BYTE pitchAndFamily(std::string face) {
     CharLowerBuffA(face.data(), static_cast<DWORD>(face.size()));
     if (hasAnyOf(face, {"courier", "mono", "console", "terminal", "fixed", "typewriter"})) {

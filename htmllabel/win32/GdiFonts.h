@@ -15,22 +15,22 @@
 
 namespace kavrelon {
 
-/// The fonts of a canvas, with their measures.
+/// The fonts of a canvas, with their measurements.
 ///
-/// A document may ask for any number of fonts, but the platform has few objects to give: only the fonts used
-/// last exist there, the others are made again when needed. What was measured is kept.
+/// A document may ask for any number of fonts, but the platform's objects are few: only the fonts used last
+/// exist there, and the others are made again when needed. Measurements are kept.
 class GdiFonts {
   public:
-    /// Fonts for what is compatible with `measuring`, a memory context that must outlive this object.
+    /// `measuring` is a memory context of the device that is drawn on, and must outlive this object.
     explicit GdiFonts(HDC measuring);
 
     FontId number(const TextFont& font);
     FontMetrics metrics(FontId font);
-    /// Pixels from one character's place to the next one's.
+    /// The width of a text in pixels: the sum of its characters' advances.
     int width(FontId font, std::string_view text);
-    /// The same character by character, for drawing text as it was measured. Good until the next call.
+    /// The advance of each character, for drawing text as it was measured. Valid until the next call.
     const INT* advances(FontId font, std::string_view text);
-    /// The platform's font; null when the platform has none. Good until many others have been asked for: one
+    /// The platform's font; null when the platform has none. Valid until many others have been asked for: it
     /// must not stay selected while others are measured.
     HFONT handle(FontId font);
 
@@ -53,7 +53,7 @@ class GdiFonts {
     HDC measuring_;
     std::map<Key, FontId> numbers_;
     std::vector<Entry> entries_;
-    /// The fonts that exist, the one used last at the end.
+    /// The fonts that exist on the platform, the most recently used one at the end.
     std::vector<FontId> live_;
     std::vector<INT> textAdvances_;
 };

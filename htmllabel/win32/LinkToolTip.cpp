@@ -1,15 +1,15 @@
 #include "htmllabel/win32/LinkToolTip.h"
 
-// Behind the header that it is built on.
+// After windows.h, which it needs.
 #include <commctrl.h>
 
 namespace kavrelon {
 namespace {
 
-/// Pixels. Longer texts are broken into lines.
+/// In pixels. Longer texts are broken into lines.
 constexpr LPARAM kWidest = 400;
 
-/// The move of the mouse that brought it to where it is.
+/// A message of the mouse move that led to the mouse's present position.
 MSG mouseMove(HWND over) {
     MSG move{};
     move.hwnd = over;
@@ -38,7 +38,7 @@ bool LinkToolTip::create(HINSTANCE module, HWND over) {
 void LinkToolTip::send(UINT message, HWND over, const std::string& text) const {
     std::string copy = text;
     TTTOOLINFOA tool{};
-    // The size of before manifests: it is the one that every version of the common controls takes.
+    // The oldest size of the structure: every version of the common controls accepts it.
     tool.cbSize = TTTOOLINFOA_V1_SIZE;
     tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
     tool.hwnd = over;
@@ -54,8 +54,8 @@ void LinkToolTip::hide() const {
 void LinkToolTip::show(HINSTANCE module, HWND over, const std::string& text) {
     if (over == nullptr || text == text_) return;
     if (window_ == nullptr && !create(module, over)) return;
-    // A tool of its own for each text: a new one has its delay and its place by the mouse, where another text
-    // for the old one would wait for the mouse to leave and to come back.
+    // A new tool for each text: it appears after its delay next to the mouse. With a new text for the old
+    // tool, the mouse would have to leave and come back first.
     if (!text_.empty()) send(TTM_DELTOOLA, over, text_);
     text_ = text;
     if (text_.empty()) return;

@@ -8,12 +8,13 @@
 
 namespace kavrelon {
 
-/// The tooltip of a view port, made when there is first something to tell.
+/// The tooltip of a view port, created when there is first something to show.
 class LinkToolTip {
   public:
-    /// What the mouse must rest on; the text is one of the ANSI code page, empty for no tooltip.
+    /// Shows the text while the mouse rests on `over`. The text is in the ANSI code page; an empty one means
+    /// no tooltip.
     void show(HINSTANCE module, HWND over, const std::string& text);
-    /// Takes the bubble away until the mouse moves again: what it told of is no longer under the mouse.
+    /// Hides the bubble until the mouse moves again: its link is no longer under the mouse.
     void hide() const;
     void destroy() { window_.reset(); }
 

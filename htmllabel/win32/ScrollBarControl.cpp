@@ -24,7 +24,7 @@ void ScrollBarControl::show(const ScrollState& state) {
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
     const int page = std::max(state.LargeChange, 1);
     info.nMin = state.Min;
-    // The platform's last value is one page below the end of the range.
+    // The platform's highest value is one page before the end of its range.
     info.nMax = state.Max + page - 1;
     info.nPage = static_cast<UINT>(page);
     info.nPos = state.Value;
@@ -48,7 +48,7 @@ int ScrollBarControl::asked(WORD code) const {
             return state_.after(ScrollStep::Bottom);
         case SB_THUMBTRACK:
         case SB_THUMBPOSITION: {
-            // The message itself has only 16 bits for the place of the thumb.
+            // The message itself has only 16 bits for the position of the thumb.
             SCROLLINFO info{};
             info.cbSize = sizeof info;
             info.fMask = SIF_TRACKPOS;

@@ -16,15 +16,15 @@ class ScrollBarControl {
     explicit ScrollBarControl(ScrollBar kind) : kind_(kind) {}
 
     void create(HINSTANCE module, HWND parent);
-    /// The parent is going, and takes the control with it.
+    /// The parent is about to be destroyed, and the control with it.
     void forget() { static_cast<void>(window_.release()); }
 
     HWND hWnd() const { return window_.get(); }
     const ScrollState& state() const { return state_; }
     void place(const Rect& place);
     void show(const ScrollState& state);
-    /// The value that a scroll message of the control asks for; nothing when it asks for none or for the one
-    /// there is. Until it is given back by `show` the control shows it by itself.
+    /// The new value that a scroll message of the control asks for; nothing when the message does not change
+    /// the value. The control shows the new value at once, before `show` confirms it.
     std::optional<int> scrolled(WPARAM wParam);
 
   private:

@@ -4,16 +4,12 @@
 #include "htmllabel/LabelContainer.h"
 #include "support/Keys.h"
 #include "support/win32/KeyState.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
 
 constexpr WPARAM kButtons = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
-
-/// The position in a mouse message: signed, as the mouse may stand to the left of the view port or above it.
-Point position(LPARAM lParam) {
-    return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-}
 
 std::int16_t buttonsHeld(WPARAM wParam) {
     int held = 0;
@@ -27,13 +23,13 @@ LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, HWND viewP
                    LPARAM lParam) {
     if (container.takesFocus()) SetFocus(viewPort);
     SetCapture(viewPort);
-    label.picViewPort_MouseDown(button, shiftState(), position(lParam));
+    label.picViewPort_MouseDown(button, shiftState(), pointIn(lParam));
     return 0;
 }
 
 LRESULT buttonUp(HTMLLabel& label, HWND viewPort, std::int16_t button, WPARAM wParam, LPARAM lParam) {
     if ((wParam & kButtons) == 0 && GetCapture() == viewPort) ReleaseCapture();
-    label.picViewPort_MouseUp(button, shiftState(), position(lParam));
+    label.picViewPort_MouseUp(button, shiftState(), pointIn(lParam));
     return 0;
 }
 
@@ -55,15 +51,15 @@ std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, 
         case WM_MBUTTONUP:
             return buttonUp(label, viewPort, buttons::kMiddle, wParam, lParam);
         case WM_CAPTURECHANGED:
-            // Taking it again for a second button is no release.
+            // Capturing the mouse again for a second button is no release.
             if (reinterpret_cast<HWND>(lParam) != viewPort) container.mouseReleased();
             return 0;
         case WM_MOUSEMOVE:
-            label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), position(lParam));
+            label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), pointIn(lParam));
             return 0;
         case WM_MOUSEWHEEL: {
             const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
-            // A label that does not scroll leaves the wheel to what it stands on.
+            // A label that does not scroll leaves the wheel to its form.
             return label.picViewPort_MouseWheel(notches) ? std::optional<LRESULT>(0) : std::nullopt;
         }
         default:
@@ -80,12 +76,12 @@ std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, H
             const std::int16_t shift = shiftState();
             // An event may destroy the view port.
             const HWND form = GetAncestor(viewPort, GA_ROOT);
-            // A Tab that was refused has left the last link already: it does not start again at the first.
+            // A Tab that was refused has already left the last link, and must not start again at the first.
             if (!container.keyWasRefused() &&
                 label.picViewPort_KeyDown(static_cast<std::int16_t>(wParam), shift)) {
                 return 0;
             }
-            // A dialog that was asked to keep its hands off Tab has to be told where to go with it.
+            // The label wants all Tab keys, so the dialog does not handle this one by itself.
             if (wParam == VK_TAB && (shift & ~shifts::kShift) == 0)
                 PostMessageA(form, WM_NEXTDLGCTL, shift, FALSE);
             return std::nullopt;

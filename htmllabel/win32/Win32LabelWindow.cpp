@@ -8,6 +8,7 @@
 #include "htmllabel/win32/ViewPortMessages.h"
 #include "support/SystemColours.h"
 #include "support/win32/Messages.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
@@ -21,7 +22,7 @@ constexpr UINT_PTR kLinkTimer = 1;
 constexpr UINT kLinkTimerMilliseconds = 100;
 constexpr double kTwipsPerInch = 1440;
 
-/// Numbers of the platform's own pointers, whose names do not go with the single-byte calls.
+/// Numbers of the platform's pointers: their names do not work with the single-byte calls.
 constexpr WORD kArrowCursor = 32512;
 constexpr WORD kHourglassCursor = 32514;
 constexpr WORD kHandCursor = 32649;
@@ -39,10 +40,6 @@ WORD cursorNumber(MousePointer pointer) {
     return kArrowCursor;
 }
 
-RECT toRect(const Rect& block) {
-    return {block.left, block.top, block.right, block.bottom};
-}
-
 void fillBlock(HDC context, const RECT& block, Colour colour) {
     SetDCBrushColor(context, toColorRef(colour));
     FillRect(context, &block, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
@@ -54,7 +51,7 @@ void moveWindow(HWND window, const RECT& place) {
                  static_cast<int>(std::max(place.bottom - place.top, 0L)), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-/// Paints what is due of a window for the length of a scope.
+/// The context for painting the part of a window that is due, for the length of a scope.
 class PaintContext {
   public:
     explicit PaintContext(HWND window) : window_(window) { BeginPaint(window, &paint_); }
@@ -94,7 +91,7 @@ Win32LabelWindow::Win32LabelWindow(HINSTANCE module, HWND parent, const RECT& pl
       hscScroll_(ScrollBar::hscScroll) {
     vscScroll_.create(module, outer_.get());
     hscScroll_.create(module, outer_.get());
-    // Not compatible with this window but with the desktop, which stays as long as the surface.
+    // Compatible with the desktop rather than with this window, since the desktop outlives the surface.
     picHTML_.hWnd(GetDesktopWindow());
 }
 
@@ -115,7 +112,7 @@ void Win32LabelWindow::detach() noexcept {
     stopListeningTo(picViewPort_.get());
     label_.reset();
     container_ = nullptr;
-    // A window of its own on the desktop, which nobody takes along.
+    // It is a top-level window, which is not destroyed with this one.
     toolTip_.destroy();
     vscScroll_.forget();
     hscScroll_.forget();
@@ -128,7 +125,7 @@ void Win32LabelWindow::close() noexcept {
     outer_.reset();
 }
 
-// Only the view port can go by itself: the outer window lets go of all its parts before they are destroyed.
+// Only the view port can be destroyed alone: the outer window detaches itself and its parts before they go.
 void Win32LabelWindow::windowDestroyed() {
     static_cast<void>(picViewPort_.release());
 }
@@ -146,7 +143,7 @@ WindowAnswer Win32LabelWindow::handle(const WindowMessage& message) {
     return message.window == outer_.get() ? onOuter(*label, message) : onViewPort(*label, message);
 }
 
-// The title is what programs that read the screen aloud call the control. Without one it is the window's own
+// Screen readers call the control by its document's title. Without one, they call it by the window's own
 // text.
 WindowAnswer Win32LabelWindow::onTitle(const HTMLLabel& label, const WindowMessage& message) {
     if (message.id != WM_GETTEXT && message.id != WM_GETTEXTLENGTH) return std::nullopt;
@@ -167,7 +164,7 @@ WindowAnswer Win32LabelWindow::onOuter(HTMLLabel& label, const WindowMessage& me
             eraseOuter(reinterpret_cast<HDC>(message.wParam));
             return 1;
         case WM_SIZE:
-            // Another border changes the inner size alone, which tells the label nothing.
+            // A new border changes only the inner size, which is none of the label's business.
             if (std::exchange(sizeTold_, sizeInTwips()) != sizeInTwips()) label.UserControl_Resize();
             return 0;
         case WM_SHOWWINDOW:
@@ -180,7 +177,7 @@ WindowAnswer Win32LabelWindow::onOuter(HTMLLabel& label, const WindowMessage& me
         case WM_HSCROLL:
             return onScroll(label, message);
         case WM_MOUSEWHEEL:
-            // From the scroll bars, which do not want it.
+            // From the scroll bars, which do not use it.
             return handleMouse(label, *container_, picViewPort_.get(), message.id, message.wParam,
                                message.lParam);
         case WM_TIMER:
@@ -233,13 +230,14 @@ void Win32LabelWindow::eraseOuter(HDC context) const {
     RECT inner{};
     GetClientRect(outer_.get(), &inner);
     fillBlock(context, inner, look_.BackColor);
-    if (placement_.shpCornerVisible) fillBlock(context, toRect(placement_.shpCorner), kButtonFaceColour);
+    if (placement_.shpCornerVisible) fillBlock(context, toPlatform(placement_.shpCorner), kButtonFaceColour);
 }
 
 void Win32LabelWindow::paintViewPort(HTMLLabel& label) {
     const HWND viewPort = picViewPort_.get();
     if (painting_) {
-        // An event of the painting under way let this one through: it waits for its turn.
+        // This message came in during another paint, whose events let messages through: it waits until that
+        // is done.
         ValidateRect(viewPort, nullptr);
         paintAgain_ = true;
         return;
@@ -260,7 +258,7 @@ void Win32LabelWindow::paintDue(HTMLLabel& label, HDC screen, const RECT& due) {
     const LONG width = due.right - due.left;
     const LONG height = due.bottom - due.top;
     if (width <= 0 || height <= 0) return;
-    // Drawn out of sight and copied in one go, nothing flickers. Only what is seen is drawn: a bitmap of a
+    // Drawing in memory and copying at once avoids flicker. Only the visible part is drawn: a bitmap of a
     // whole long document would not fit into a 32-bit process.
     picHTML_.Width(width);
     picHTML_.Height(height);
@@ -278,7 +276,7 @@ void Win32LabelWindow::move(const RECT& place) {
 
 void Win32LabelWindow::show(bool visible) {
     if (outer_ == nullptr) return;
-    const auto alive = shared_from_this();  // the resize asks the container, which may close the window
+    const auto alive = shared_from_this();  // a resize asks the container, which may close the window
     if (const auto label = label_.lock(); label != nullptr && visible) label->UserControl_Resize();
     ShowWindow(outer_.get(), visible ? SW_SHOWNA : SW_HIDE);
 }
@@ -341,7 +339,7 @@ void Win32LabelWindow::setSurface(const LabelSurface& surface) {
 void Win32LabelWindow::place(const LabelPlacement& placement) {
     if (outer_ == nullptr) return;
     placement_ = placement;
-    moveWindow(picViewPort_.get(), toRect(placement.picViewPort));
+    moveWindow(picViewPort_.get(), toPlatform(placement.picViewPort));
     vscScroll_.place(placement.vscScroll);
     hscScroll_.place(placement.hscScroll);
     InvalidateRect(outer_.get(), nullptr, TRUE);
@@ -359,7 +357,7 @@ void Win32LabelWindow::updateOrigin() {
 
 void Win32LabelWindow::setMousePointer(MousePointer pointer) {
     if (std::exchange(pointer_, pointer) == pointer || picViewPort_ == nullptr) return;
-    // The platform asks for the pointer before it tells of the move that changes it.
+    // The platform asks for the pointer before it sends the move that changes it.
     POINT mouse{};
     if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == picViewPort_.get()) {
         SetCursor(LoadCursorA(nullptr, MAKEINTRESOURCEA(cursorNumber(pointer))));

@@ -23,7 +23,7 @@ class HTMLLabel;
 
 /// A label's window: a child window with the view port, the scroll bars and the corner between them.
 ///
-/// Its owner makes the label, then the window, attaches them to one another, and shows the window:
+/// Its owner makes the label, then the window, attaches one to the other, and shows the window:
 ///
 ///     auto label = std::make_shared<HTMLLabel>();
 ///     auto window = Win32LabelWindow::create(module, parent, place, label, container);
@@ -34,15 +34,15 @@ class HTMLLabel;
 ///     window->close();
 ///
 /// The label is not owned. The window keeps itself alive while it handles a message, so that an event may
-/// close it or drop the last reference. When the platform destroys the window underneath, its parent going
-/// for one, the object ignores calls from then on. It is used on the thread that made it.
+/// close it or drop the last reference. When the platform destroys the window, for example with its parent,
+/// the object ignores calls from then on. It is used on the thread that created it.
 class Win32LabelWindow final : public LabelWindow,
                                public std::enable_shared_from_this<Win32LabelWindow>,
                                private WindowProcedure {
   public:
-    /// `module` is the one that this code is part of; `place` is in pixels of the parent's inner area. The
-    /// window is not visible yet. The container must live until `close`. Throws std::bad_alloc when the
-    /// platform has no window to give.
+    /// `module` is the module of this code; `place` is in pixels of the parent's inner area. The window is
+    /// not visible yet. The container must live until `close`. Throws std::bad_alloc when the platform cannot
+    /// create the window.
     static std::shared_ptr<Win32LabelWindow> create(HINSTANCE module, HWND parent, const RECT& place,
                                                     std::weak_ptr<HTMLLabel> label,
                                                     LabelContainer& container);
@@ -60,8 +60,8 @@ class Win32LabelWindow final : public LabelWindow,
     void show(bool visible);
     /// Gives the view port the keyboard.
     void setFocus();
-    /// Destroys the platform's window; label and container are not called any more. May be called from events
-    /// and more than once.
+    /// Destroys the platform's window; the label and the container are not called any more. May be called
+    /// from events, and more than once.
     void close() noexcept;
 
     Canvas& canvas() override { return canvas_; }
@@ -88,7 +88,7 @@ class Win32LabelWindow final : public LabelWindow,
     static WindowHandle createWindow(const SharedWindowClass& windowClass, HWND parent, DWORD style,
                                      const RECT& place);
 
-    // One handler for each family of messages; an answer of nothing means the platform's own.
+    // One handler for each family of messages.
     WindowAnswer handle(const WindowMessage& message) override;
     void windowDestroyed() override;
     WindowAnswer onOuter(HTMLLabel& label, const WindowMessage& message);

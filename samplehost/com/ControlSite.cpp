@@ -20,7 +20,7 @@ STDMETHODIMP ControlFrame::SetActiveObject(IOleInPlaceActiveObject* object, LPCO
     return S_OK;
 }
 
-ControlSite::ControlSite(HWND form, ComPtr<IDispatch> parent) : form_(form) {
+ControlSite::ControlSite(HWND form, const ComPtr<IDispatch>& parent) : form_(form) {
     *frame_.put() = new ControlFrame(form);
     if (!parent) return;
     // The control as the form's scripts see it: an object whose "Parent" is the form.

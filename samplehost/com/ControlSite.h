@@ -44,7 +44,7 @@ class ControlSite final : public Implements<IOleClientSite, Extending<IOleInPlac
   public:
     /// `form` is the window. `parent` is the form's automation object, which the control finds as its
     /// "Parent"; may be null.
-    ControlSite(HWND form, ComPtr<IDispatch> parent);
+    ControlSite(HWND form, const ComPtr<IDispatch>& parent);
 
     ControlFrame& frame() { return *frame_; }
     /// The rectangle for the control, in pixels of the form.

@@ -87,9 +87,7 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** enumerator) {
 
 HRESULT enumerate(std::vector<ConnectionPoint*> points, IEnumConnectionPoints** enumerator) {
     return comCall(member("EnumConnectionPoints"), [&] {
-        std::vector<PointEntry> entries;
-        for (ConnectionPoint* const point : points) entries.emplace_back(point);
-        out(enumerator) = new PointEnumerator(std::move(entries));
+        out(enumerator) = new PointEnumerator(std::vector<PointEntry>(points.begin(), points.end()));
     });
 }
 

@@ -11,7 +11,8 @@
 #include <array>
 
 namespace __gnu_cxx {
-void __freeres();  // frees the memory reserve for exceptions
+// Frees the memory reserve for exceptions. The name is the run-time library's.
+void __freeres();  // NOLINT(bugprone-reserved-identifier)
 }
 
 namespace {

@@ -12,7 +12,7 @@ constexpr DWORD kLongestTurnMilliseconds = 50;
 void letMessagesThrough() {
     const DWORD start = GetTickCount();
     MSG message{};
-    // The wide calls: they serve single-byte windows too, and the host may have windows of the other kind.
+    // The wide calls: they serve single-byte windows too, and the host may have wide ones.
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam));

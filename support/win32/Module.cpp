@@ -1,7 +1,7 @@
 #include "support/win32/Module.h"
 
 // The linker's name for the first byte of the image, whose address is the module's handle.
-extern "C" IMAGE_DOS_HEADER __ImageBase;
+extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT(bugprone-reserved-identifier)
 
 namespace kavrelon {
 

@@ -3,7 +3,7 @@
 namespace kavrelon {
 namespace {
 
-/// Hosts may use the library from several threads, each with objects of its own.
+/// Hosts may use the library from several threads, each with its own objects.
 SRWLOCK lock = SRWLOCK_INIT;
 
 }  // namespace

@@ -4,12 +4,12 @@
 
 namespace kavrelon {
 
-/// The registration of a window class, shared by all who hold one: the last takes it back, since a class that
-/// outlived the library would point into code that is gone.
+/// The registration of a window class, shared by all objects that hold one: the last one unregisters it,
+/// since a class that outlived the library would point to code that is gone.
 class SharedWindowClass {
   public:
-    /// `holders` counts those who hold this class: a variable of static storage for each class. The class's
-    /// name must outlive the object.
+    /// `holders` counts the objects that hold this class: a static variable for each class. The class's name
+    /// must outlive the object.
     SharedWindowClass(const WNDCLASSEXA& description, int& holders);
     ~SharedWindowClass();
     SharedWindowClass(const SharedWindowClass&) = delete;

@@ -12,12 +12,10 @@ struct DestroyWindowHandle {
     void operator()(HWND window) const noexcept { DestroyWindow(window); }
 };
 
-/// Owns a window. One that the platform destroys by itself, a child along with its parent for one, has to be
-/// released in time.
+/// Owns a window. It has to be released before the platform destroys the window, for example with its parent.
 using WindowHandle = std::unique_ptr<std::remove_pointer_t<HWND>, DestroyWindowHandle>;
 
-/// Takes a window over that has just been asked for. Throws std::bad_alloc when the platform had none to
-/// give.
+/// Takes over the result of creating a window. Throws std::bad_alloc when that has failed.
 inline WindowHandle takeOver(HWND created) {
     if (created == nullptr) throw std::bad_alloc();
     return WindowHandle(created);

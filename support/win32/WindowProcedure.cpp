@@ -5,7 +5,7 @@
 namespace kavrelon {
 namespace {
 
-/// The number of the platform's own pointer, whose name does not go with the single-byte calls.
+/// The number of the platform's pointer: its name does not work with the single-byte calls.
 constexpr WORD kArrowCursor = 32512;
 
 }  // namespace
@@ -44,7 +44,7 @@ LRESULT CALLBACK WindowProcedure::procedure(HWND window, UINT id, WPARAM wParam,
             if (const WindowAnswer answer = listener->handle({window, id, wParam, lParam})) return *answer;
         }
     } catch (...) {
-        // The event is lost; the platform's own procedure takes the message.
+        // The event is lost; the platform's default procedure handles the message.
     }
     return DefWindowProcA(window, id, wParam, lParam);
 }

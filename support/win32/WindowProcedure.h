@@ -6,7 +6,7 @@
 
 namespace kavrelon {
 
-/// A message as a window procedure gets it.
+/// A message as a window procedure receives it.
 struct WindowMessage {
     HWND window;
     UINT id;
@@ -14,32 +14,33 @@ struct WindowMessage {
     LPARAM lParam;
 };
 
-/// What a window procedure answers; nothing leaves the answer to the platform's own procedure.
+/// A window procedure's answer; nothing means that of the platform's default procedure.
 using WindowAnswer = std::optional<LRESULT>;
 
-/// The one procedure of the library's windows: a base of the class that handles their messages.
+/// The one procedure of the library's windows: a base of each class that handles their messages.
 ///
-/// While a message is handled the library stays loaded, since the host may let go of everything in an event,
-/// and no exception gets out: what an event could not do is undone work, no reason to take the host down.
+/// While a message is handled the library stays loaded, since the host may release everything in an event,
+/// and no exception gets out: a failed event is no reason to take the host down.
 class WindowProcedure {
   public:
-    /// The description of a class of such windows, with the arrow as pointer and nothing else set.
+    /// Describes a class of such windows, with the arrow as mouse pointer and no icon or background.
     static WNDCLASSEXA windowClass(HINSTANCE module, const char* name, UINT style);
 
   protected:
     ~WindowProcedure() = default;
 
-    /// From here on the window's messages come to this object; those of its creation go to the platform's own
-    /// procedure.
+    /// From here on the window's messages come to this object; those of its creation go to the platform's
+    /// default procedure.
     void listenTo(HWND window);
-    /// Ends that. A window that the platform destroys ends it by itself.
+    /// Ends that. It also ends when the platform destroys the window.
     static void stopListeningTo(HWND window);
-    /// Who listens to the window; null for nobody.
+    /// The object that listens to the window; null for none.
     static WindowProcedure* listenerOf(HWND window);
 
-    /// An event may destroy the object: nothing touches it after that.
+    /// Handles a message. An event may destroy the object, which must not be touched after that.
     virtual WindowAnswer handle(const WindowMessage& message) = 0;
-    /// The platform has destroyed the window, and nobody listens to it any more. May destroy the object.
+    /// The platform has destroyed the window, and this object does not listen to it any more. May destroy the
+    /// object.
     virtual void windowDestroyed() = 0;
 
   private:

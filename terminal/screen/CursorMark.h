@@ -8,18 +8,18 @@ class TermSurface;
 
 /// The block cursor on the window: one cell's pixels inverted, or not.
 ///
-/// A burst of received data and a repaint each take the mark off and put it back; each remembers in a flag of
-/// its own, so that the one inside the other does no harm.
+/// A burst of received data and a repaint each take the mark off and put it back; each remembers it in a flag
+/// of its own, so that one may happen within the other.
 class CursorMark {
   public:
     bool drawn() const { return drawn_; }
 
     /// Inverts the cell at `block`; a mark that is drawn stays where it is.
     void show(TermSurface& surface, const Rect& block);
-    /// Inverts the cell where the mark was drawn once more. Without a surface the mark only counts as gone.
-    /// Call it only for a mark that is drawn.
+    /// Restores the cell where the mark was drawn. Without a surface the mark only counts as gone. Call it
+    /// only for a mark that is drawn.
     void takeOff(TermSurface* surface);
-    /// The pixels under the mark have been painted over.
+    /// Something was drawn over the mark, or its window is gone.
     void forget() { drawn_ = false; }
 
     /// Set while a mark that was taken off waits to be put back.

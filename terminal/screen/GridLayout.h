@@ -9,19 +9,19 @@ namespace kavrelon {
 
 class TermSurface;
 
-/// A cell of the screen by the buffer's counting: columns and rows from 1.
+/// A cell of the screen, counted as the buffer does: columns and rows from 1.
 struct CellPlace {
     int column = 1;
     int row = 1;
     bool operator==(const CellPlace&) const = default;
 };
 
-/// Where the grid of cells stands in the window: the cell's size and the place of its top left corner.
+/// Where the grid of cells is in the window: the size of a cell, and the grid's top left corner.
 class GridLayout {
   public:
     /// Measures the surface's font and centres `columns` x `lines` cells in its inner area; a grid larger
-    /// than that starts at the corner. With `fitFontToWindow` the font takes the largest size whose grid fits
-    /// first. Tells the surface where the grid stands.
+    /// than that starts at the corner. With `fitFontToWindow` the font first takes the largest size whose
+    /// grid fits. Tells the surface where the grid is.
     void layOut(TermSurface& surface, int columns, int lines, bool fitFontToWindow);
 
     float cellWidth() const { return cellWidth_; }

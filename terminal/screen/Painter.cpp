@@ -25,8 +25,8 @@ void Painter::use(const Pen& pen) {
 }
 
 void Painter::DrawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
-    if (!onlyCells_) {
-        drawWithDuties(ch, column, row, pen);
+    if (!noExtras_) {
+        drawWithExtras(ch, column, row, pen);
         return;
     }
     use(pen);
@@ -34,7 +34,7 @@ void Painter::DrawCell(std::uint8_t ch, int column, int row, const Pen& pen) {
     surface_->drawText(grid_.cellOrigin(column, row), {&shown, 1});
 }
 
-void Painter::drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pen) {
+void Painter::drawWithExtras(std::uint8_t ch, int column, int row, const Pen& pen) {
     if (pictures_.hide(column + 1, row + 1)) return;
     use(pen);
     const std::uint8_t shown = ch == 0 ? std::uint8_t{' '} : ch;
@@ -46,17 +46,17 @@ void Painter::drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pe
 
 void Painter::addPicture(std::int16_t number, Pictures::Placed picture) {
     pictures_.add(number, std::move(picture));
-    findDuties();
+    noteExtras();
 }
 
 void Painter::removePicture(std::int16_t number) {
     pictures_.remove(number);
-    findDuties();
+    noteExtras();
 }
 
 void Painter::removePictures() noexcept {
     pictures_.removeAll();
-    findDuties();
+    noteExtras();
 }
 
 void Painter::resumePictures(const Rect& block) {
@@ -70,7 +70,7 @@ void Painter::drawBlanks(int column, int row, int count, const Pen& pen) {
     count = std::min(count, kMaxScreen);
     if (count < 1) return;
     if (!pictures_.empty()) {
-        for (int end = column + count; column < end; ++column) drawWithDuties(' ', column, row, pen);
+        for (int end = column + count; column < end; ++column) drawWithExtras(' ', column, row, pen);
         return;
     }
     use(pen);

@@ -8,8 +8,8 @@
 
 namespace kavrelon {
 
-/// Puts cells on the window's surface, pictures over them, and both into the memory bitmap beside it when
-/// that is in use. Every call draws: whether drawing is wanted at all is the screen's to know.
+/// Draws cells on the window's surface and pictures over them, and copies both to the memory bitmap when that
+/// is in use. Every call draws; whether to draw at all is decided by the screen.
 class Painter {
   public:
     void attach(TermSurface* surface) { surface_ = surface; }
@@ -21,31 +21,32 @@ class Painter {
     bool UseMemoryDC() const { return UseMemoryDC_; }
     void UseMemoryDC(bool value) {
         UseMemoryDC_ = value;
-        findDuties();
+        noteExtras();
     }
 
     const Pictures& pictures() const { return pictures_; }
-    // What the window shows of a change of the pictures is the caller's to draw.
+    // These three draw nothing: the caller repaints the cells that a picture covered or is to cover.
     void addPicture(std::int16_t number, Pictures::Placed picture);
     void removePicture(std::int16_t number);
     void removePictures() noexcept;
-    /// Between the two, pictures are left alone. At the end those over a block of the window are drawn, whose
-    /// cells must all have been drawn.
+    /// From here on cells are drawn without the pictures over them.
     void holdPictures() { picturesHeld_ = true; }
+    /// Draws the pictures over a block of the window, all of whose cells have been drawn since.
     void resumePictures(const Rect& block);
 
-    /// Draws one character; code 0 shows as a space.
+    /// Draws one character in a cell (0-based); code 0 shows as a space.
     void DrawCell(std::uint8_t ch, int column, int row, const Pen& pen);
     /// Draws `count` spaces from a cell to the right. A count below 1 draws nothing.
     void drawBlanks(int column, int row, int count, const Pen& pen);
+    /// Clears the memory bitmap and shows it when it is in use, else the window.
     void ClearWindow();
     /// Moves the grid's image up by one cell row.
     void scrollImage();
 
   private:
     void use(const Pen& pen);
-    void findDuties() noexcept { onlyCells_ = !UseMemoryDC_ && pictures_.empty(); }
-    void drawWithDuties(std::uint8_t ch, int column, int row, const Pen& pen);
+    void noteExtras() noexcept { noExtras_ = !UseMemoryDC_ && pictures_.empty(); }
+    void drawWithExtras(std::uint8_t ch, int column, int row, const Pen& pen);
 
     TermSurface* surface_ = nullptr;
     GridLayout grid_;
@@ -54,8 +55,8 @@ class Painter {
     bool UseMemoryDC_ = false;
     Pictures pictures_;
     bool picturesHeld_ = false;
-    // Nothing beside the cells needs drawing: one question for each cell instead of several.
-    bool onlyCells_ = true;
+    // Neither pictures nor the memory bitmap: one question for each cell instead of two.
+    bool noExtras_ = true;
 };
 
 }  // namespace kavrelon

@@ -30,10 +30,10 @@ struct CellRect {
 };
 
 /// The pictures that the host has put over the screen, by number. Where they overlap, a higher number covers
-/// a lower one. They stay at their cells, whatever becomes of the text below.
+/// a lower one. They stay at their cells, whatever happens to the text below.
 class Pictures {
   public:
-    /// As many as a window shows. Each costs time whenever something below it changes.
+    /// The most that a window shows. Each costs time whenever something below it changes.
     static constexpr std::size_t kMost = 64;
 
     struct Placed {
@@ -43,7 +43,7 @@ class Pictures {
 
     bool empty() const { return pictures_.empty(); }
     const std::map<std::int16_t, Placed>& all() const { return pictures_; }
-    /// Adds a picture, unless there are as many as there may be. One of its number must have been removed.
+    /// Adds a picture, unless there are `kMost`. An older one of its number must have been removed.
     void add(std::int16_t number, Placed picture);
     void remove(std::int16_t number) { pictures_.erase(number); }
     void removeAll() noexcept { pictures_.clear(); }
@@ -52,7 +52,7 @@ class Pictures {
     CellRect extent() const;
     /// Whether nothing of a cell can be seen. Column and row count from 1.
     bool hide(int column, int row) const;
-    /// Draws what of the pictures lies in a block of the window.
+    /// Draws the parts of the pictures that are in a block of the window.
     void draw(TermSurface& surface, const GridLayout& grid, const Rect& block) const;
 
   private:

@@ -42,7 +42,7 @@ class Rendition {
 
     CellAttr CurAttr() const { return stamp_.Attr; }
     CellAttr DefaultAttr() const { return DefaultAttr_; }
-    /// A cell of character 0 in the current attribute.
+    /// A cell of character 0 in the current attribute, to be copied and given its character.
     const Cell& stamp() const { return stamp_; }
     Colour ForeColour() const { return ForeColour_; }
     Colour BackColour() const { return BackColour_; }
@@ -56,11 +56,12 @@ class Rendition {
     void reset();
     void choosePen();
 
+    // The current attribute, in a cell that a character only has to be put into.
     Cell stamp_;
     CellAttr DefaultAttr_;
     Colour ForeColour_ = 0;
     Colour BackColour_ = 0;
-    // Worked out when something is drawn: most changes of attribute come in bursts, or while painting is off.
+    // Chosen when something is drawn: most changes of attribute come in bursts, or while painting is off.
     Pen pen_;
     bool penStale_ = true;
 };

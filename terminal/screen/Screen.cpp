@@ -106,8 +106,8 @@ void Screen::backspace() {
 
 void Screen::tabulate() {
     HideCursor();
-    // No operation fills the table yet, so a tab finds no stop and takes the last one, which leads to column
-    // 0. Searched all the same: filling it is all that tab stops will need.
+    // No operation sets a stop, so every tab takes the last one, which leads to column 0. The table and the
+    // search are here so that stops only need to be set.
     const auto searched = TabStops_.begin() + (kTabStops - 1);
     const auto next =
         std::find_if(TabStops_.begin(), searched, [this](std::int16_t stop) { return stop > CursorX_; });
@@ -115,7 +115,7 @@ void Screen::tabulate() {
 }
 
 void Screen::lineFeed() {
-    // Closed meanwhile: a row that finds no memory must not leave the old one open.
+    // Closed in between, so that a row for which there is no memory does not leave the old one open.
     const int end = closeRun();
     if (CursorY_ >= LastLine()) {
         ScrollUp();

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,9 +21,13 @@ namespace kavrelon {
 /// The character screen: the buffer, the cursor and every operation that changes them, each mirrored on the
 /// window at once while painting is on.
 ///
-/// Columns and rows are 0-based. The cursor's column ranges to `CharsPerLine` inclusive: the column behind
-/// the last shown one is where it waits for the character that makes it wrap. Operations fail only where they
-/// would store outside the buffer (SubscriptOutOfRange); what was stored before stays.
+/// Columns and rows are 0-based. The cursor's column ranges to `CharsPerLine` inclusive: in the column after
+/// the last shown one, the pending column, it waits for the character that makes it wrap. Operations fail
+/// only where they would store outside the buffer (SubscriptOutOfRange); what was stored before stays.
+///
+/// To draw is to put cells on the window. To repaint is to draw them from the buffer, with the cursor mark
+/// off meanwhile. To clear the window is to fill it with its background; to blank rows is to fill them with
+/// the blank line, in the buffer alone.
 class Screen {
   public:
     static constexpr std::int16_t kDefaultColumns = 80;
@@ -31,8 +36,10 @@ class Screen {
     /// The observer must outlive the screen.
     explicit Screen(ScreenObserver& observer) : observer_(observer) {}
 
-    /// Takes the window to draw on. Without one the buffer still works, and received bytes are dropped.
+    /// Takes the window to draw on, which must live until `detach`. Without one the buffer still works, and
+    /// received bytes are dropped.
     void attach(TermSurface& surface);
+    /// Forgets the window, its cursor mark and the pictures; draws nothing.
     void detach();
     /// Lays the grid out and blanks the screen in the default attribute; later calls do nothing.
     void InitScreen();
@@ -49,13 +56,14 @@ class Screen {
             print(Ch);
         }
     }
-    /// Brackets a burst of changes: the cursor mark is off the window in between.
+    /// The two bracket a burst of changes: the cursor mark is off the window in between, and does not blink.
     void DataReceiveStart();
     void DataReceiveEnd();
 
     /// Carries out the rendition code that is the first character's code; an empty text raises
     /// InvalidProcedureCall.
     void term_setattr(std::string_view Ch);
+    /// The default foreground in bold; the background stays.
     void ResetScreenDefaults() { term_setattr("0"); }
 
     // Cursor and size
@@ -65,53 +73,69 @@ class Screen {
     void CursorX(int value);
     std::int16_t CursorY() const { return static_cast<std::int16_t>(CursorY_); }
     void CursorY(int value);
+    /// Sets the column, then the row. The mark on the window follows at the next blink.
     void SetCursor(int Col, int Row);
     std::int16_t CharsPerLine() const { return static_cast<std::int16_t>(CharsPerLine_); }
-    /// Stores the number of columns, whatever it is; draws nothing.
+    /// Stores the number of columns, whatever it is, and forgets a shown selection; draws nothing.
     void CharsPerLine(std::int16_t value);
     std::int16_t LinesPerPage() const { return static_cast<std::int16_t>(LinesPerPage_); }
     void LinesPerPage(std::int16_t value);
     bool AutoWrap() const { return AutoWrap_; }
     void AutoWrap(bool value) { AutoWrap_ = value; }
-    /// Sets the size and draws the screen anew; the buffer keeps its contents. Sizes below 1 mean the
+    /// Sets the size, lays the grid out and repaints; the buffer keeps its contents. Sizes below 1 mean the
     /// default, sizes above 1024 mean 1024; the height that was used is left in `Height`.
     void ScreenSize(std::int16_t Width, std::int16_t& Height);
 
-    // Erasing
+    // Erasing. What is erased takes the default attribute, whatever the current one is.
 
+    /// Blanks the screen, brings the cursor home, removes pictures and sets the rendition to bold.
     void ClearScreen();
+    /// Blanks the cursor's row.
     void ClearLine();
+    /// Empties the cells from the cursor to the pending column; none when the cursor is in that.
     void ClearEndOfLine();
+    /// Stores spaces up to the cursor. The window loses the whole row until the next repaint.
     void ClearStartOfLine();
+    /// As `ClearEndOfLine`, and blanks the rows below.
     void ClearEndOfScreen();
+    /// Blanks the rows down to the cursor's, that one included.
     void ClearBeginOfScreen();
 
     // Painting
 
+    /// While it is off nothing is drawn, by any operation; on at first.
     bool PaintOn() const { return PaintOn_; }
     void PaintOn(bool value);
+    /// What is drawn is kept in the window's memory bitmap as well; off at first.
     bool UseMemoryDC() const { return painter_.UseMemoryDC(); }
     void UseMemoryDC(bool value);
+    /// The font follows the window's size; on at first.
     bool AutoSize() const { return AutoSize_; }
     void AutoSize(bool value);
     /// The font's size in points, rounded.
     std::int16_t ScreenFontSize() const;
-    /// Sets it and draws the screen anew; ignored while `AutoSize` is on. Raises InvalidProcedureCall
+    /// Sets it, lays the grid out and repaints; ignored while `AutoSize` is on. Raises InvalidProcedureCall
     /// below 1.
     void ScreenFontSize(std::int16_t points);
+    /// Chooses the window's font; what is laid out and drawn stays.
     void setFont(const FontChoice& font);
     /// Lays the grid out in the window; with `AutoSize` the font follows the window, without it a window that
     /// is neither maximised nor minimised is asked to fit the grid when `mayResizeWindow`.
     void term_setfontsize(bool mayResizeWindow = false);
-    /// Clears the window, lays the grid out and draws everything from the buffer.
+    /// Clears the window, lays the grid out and repaints the screen.
     void layOutAndRepaint();
-    /// The window's inner area has changed: lays the grid out, and draws everything if anything was written.
+    /// The window's inner area has changed: lays the grid out, and repaints if anything was written.
     void windowResized();
-    /// Draws the cells between two corners, 1-based; a bound below 1 means the full range. With `PaintOnly`
-    /// the memory bitmap is shown instead when there is one.
+    /// Repaints the cells between two corners, 1-based; a bound below 1 means the full range. With `Selected`
+    /// they are the selection, drawn in reverse while that is shown. With `PaintOnly` the memory bitmap is
+    /// shown instead when it is in use.
     void RepaintScreen(bool Selected = false, int FromCol = 0, int FromRow = 0, int ToCol = 0, int ToRow = 0,
                        bool PaintOnly = false);
+    /// Takes the highlight of a selection off. Without one, `PaintOnly` repaints as above, and nothing
+    /// happens otherwise.
     void Redrawscreen(bool PaintOnly = false);
+    /// The platform wants the window's content: repaints, without a highlight, and clears what is around the
+    /// grid.
     void paintWindow();
 
     const Pictures& pictures() const { return painter_.pictures(); }
@@ -122,6 +146,7 @@ class Screen {
     void ClearPicture(std::int16_t number);
     void clearPictures();
 
+    /// The cells last repainted as `Selected` are shown in reverse.
     bool SelectionShown() const { return SelectionShown_; }
     void SelectionShown(bool value) { SelectionShown_ = value; }
 
@@ -129,13 +154,15 @@ class Screen {
     CellPlace cellAt(Point pixel) const;
     /// The place itself, or the nearest one on the screen.
     CellPlace nearestCell(CellPlace place) const;
-    /// The text between two corners, in any order. A line break stands before each row but the first and the
+    /// The text between two corners, in any order, with a line break before each row but the first and the
     /// last. Empty cells count as spaces, and hold spaces afterwards.
     std::string GetScreenText(CellPlace corner, CellPlace opposite);
     /// What the screen shows, row by row, empty cells as spaces.
     std::vector<std::string> lines() const;
 
+    /// Draws the cursor mark, a block of inverted pixels, unless it is drawn.
     void ShowCursor();
+    /// Takes the mark off the cell where it was drawn, wherever the cursor is by now.
     void HideCursor() {
         if (mark_.drawn()) takeMarkOff();
     }
@@ -144,6 +171,8 @@ class Screen {
     /// Puts back a mark that a repaint took off and has not put back.
     void restoreCursor();
 
+    /// Whether anything was stored, erased, scrolled or repainted, or a rendition code set, since the last
+    /// `ClearScreen`.
     bool ScreenDirty() const { return ScreenDirty_; }
     bool cursorDrawn() const { return mark_.drawn(); }
     const ScreenBuffer& buffer() const { return buffer_; }
@@ -182,13 +211,13 @@ class Screen {
     void lineFeed();
     void ScrollUp();
     void openRun(int end);
-    /// Closes the run, and tells where it ended: 0 if it was closed.
+    /// Closes the run and returns its end, with which it can be opened again; 0 if it was closed.
     int closeRun() {
         noteRun();
         return std::exchange(runEnd_, 0);
     }
-    /// Tells the buffer how far the run has been written; due before the cursor leaves its end. The cursor of
-    /// a screen wider than can be stored may be past the row.
+    /// Tells the buffer how far the run has been written; due before the cursor leaves the end of what was
+    /// written. The cursor of a screen wider than can be stored may be past the row.
     void noteRun() {
         if (runEnd_ != 0 && *run_.extent <= CursorX_) *run_.extent = std::min(CursorX_, runEnd_) + 1;
     }
@@ -216,8 +245,9 @@ class Screen {
     CursorMark mark_;
 
     // The run: the cursor's row, open for characters that need nothing but storing. It is open only while
-    // nothing is drawn, so the mark is off, and ends (runEnd_) where a character wraps or is refused.
-    // Whatever has the cursor's row blanked or moved, or the cursor leave it, closes it first.
+    // nothing is drawn, so the mark is off, and ends (runEnd_, 0 while it is closed) where a character wraps
+    // or is refused. Whatever blanks or moves the cursor's row, takes the cursor to another one or lets
+    // something be drawn closes it first.
     ScreenBuffer::RowInPlace run_{};
     int runEnd_ = 0;
 
@@ -225,7 +255,6 @@ class Screen {
     int CursorY_ = 0;
     int CharsPerLine_ = 0;
     int LinesPerPage_ = 0;
-    // No operation sets a stop: with all of them 0 a tab returns to column 0.
     std::array<std::int16_t, kTabStops> TabStops_{};
     bool initialised_ = false;
     bool AutoWrap_ = true;

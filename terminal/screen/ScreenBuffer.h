@@ -9,8 +9,7 @@
 
 namespace kavrelon {
 
-/// The image of the character screen: 1025 row records of 1025 cells, of which record r + 1 holds screen row
-/// r.
+/// The image of the character screen: 1025 row records of 1025 cells. Record r + 1 holds screen row r.
 ///
 /// A record takes memory when it is first written, so a window pays for the rows that it uses. Scrolling
 /// turns the order of the records and moves none of them. Each record knows how far it may differ from the
@@ -67,14 +66,14 @@ class ScreenBuffer {
         if (!row.line) allocate(row);
         return row;
     }
-    // Out of the way of the receive path, which needs them once in a row's and a size's life.
+    // Kept out of the receive path, which needs the one once for a row and the other once for a size.
     [[gnu::cold, gnu::noinline]] static void allocate(Row& row);
     [[gnu::cold, gnu::noinline]] bool setRing(int lines);
     void blank(Row& row);
 
     std::array<Row, kStoredCells> rows_;
-    // Records 1 to ringSize_ stand in turned order: record 1 is slot 1 + ringStart_. Never empty, so that a
-    // screen without lines is not taken for the ring in use.
+    // Records 1 to ringSize_ are a ring: record 1 is in slot 1 + ringStart_, and so on. Never empty, so that
+    // a screen without lines does not count as the ring in use.
     int ringSize_ = 1;
     int ringStart_ = 0;
     ScreenLine BlankLine_;

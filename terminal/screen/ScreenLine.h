@@ -9,13 +9,13 @@ namespace kavrelon {
 struct CellAttr {
     std::uint8_t Fore = 0;  ///< foreground colour code, 30 to 37
     std::uint8_t Back = 0;  ///< background colour code, 40 to 47
-    std::uint8_t Mode =
-        0;  ///< rendition code: 0 normal, 1 bold, 2 dim, 4 underline, 5 blink, 7 reverse, 8 hidden
+    /// rendition code: 0 normal, 1 bold, 2 dim, 4 underline, 5 blink, 7 reverse, 8 hidden
+    std::uint8_t Mode = 0;
     bool operator==(const CellAttr&) const = default;
 };
 static_assert(sizeof(CellAttr) == 3);
 
-/// A cell: character and attribute side by side, so that a received character is one store.
+/// A cell: character and attribute together, so that a received character is one store.
 struct Cell {
     std::uint8_t Char = 0;
     CellAttr Attr;

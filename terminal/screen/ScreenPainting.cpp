@@ -1,13 +1,15 @@
+#include "terminal/screen/Screen.h"
+
 #include <algorithm>
 #include <utility>
 
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
-#include "terminal/screen/Screen.h"
 
 namespace kavrelon {
 namespace {
 
+/// Holds no cell of a screen: those count from 1.
 constexpr CellRect kNoCells{0, 0, 0, 0};
 
 }  // namespace
@@ -140,7 +142,7 @@ void Screen::scrollWithImage() {
         --reversed_.bottom;
     }
     if (pictures().empty()) return;
-    // The pictures' images have moved up by a row as well.
+    // The pictures have moved up by a row on the window as well.
     CellRect cells = pictures().extent();
     --cells.top;
     drawPictureCells(cells);
@@ -178,8 +180,8 @@ void Screen::Redrawscreen(bool PaintOnly) {
 void Screen::paintWindow() {
     SelectionShown_ = false;
     const bool marked = mark_.drawn();
-    // The mark of a cursor in the pending column stands outside the grid: off it comes before that is
-    // painted.
+    // The mark of a cursor in the pending column is outside the grid, and must be gone before that is
+    // cleared.
     HideCursor();
     if (painting()) surface_->clearOutsideGrid();
     RepaintScreen(false, 0, 0, 0, 0, true);

@@ -10,8 +10,8 @@ class Screen;
 
 /// The rectangle of cells that the user marks with the mouse. Always a rectangle, never a run of lines.
 ///
-/// It is highlighted by painting its cells in reverse, and only there: output goes on below it, and what is
-/// copied is what the cells hold by then.
+/// The highlight, cells drawn in reverse, is on the window only: output goes on meanwhile, and what is copied
+/// is what the cells hold by then.
 class Selection {
   public:
     explicit Selection(Screen& screen) : screen_(screen) {}

@@ -33,15 +33,15 @@ class TermSurface {
     virtual void drawText(Point at, std::span<const std::uint8_t> text) = 0;
     /// Colours and style of the text calls that follow; called only when they change.
     virtual void setPen(const Pen& pen) = 0;
-    /// Draws a picture of its own platform scaled to `place`, but only what lies in `clip`.
+    /// Draws a picture of its own platform scaled to `place`, but only what is in `clip`.
     virtual void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) = 0;
     /// Inverts every pixel of the block; a second call restores it.
     virtual void invertBlock(const Rect& block) = 0;
-    /// Paints the whole inner area in the window's own background colour, black.
+    /// Fills the whole inner area with the window's own background colour, black.
     virtual void clear() = 0;
-    /// Paints what lies outside the grid in the background colour.
+    /// Fills what is outside the grid with the background colour.
     virtual void clearOutsideGrid() = 0;
-    /// Tells where the grid of cells stands from now on. Draws nothing.
+    /// Tells where the grid of cells is from now on. Draws nothing.
     virtual void setGrid(const Rect& grid, Size cell) = 0;
     /// Moves the grid's pixels up by one cell height; the uncovered bottom row shows the window's background.
     virtual void scrollGrid() = 0;

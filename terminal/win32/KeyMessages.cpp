@@ -1,25 +1,10 @@
 #include "terminal/win32/KeyMessages.h"
 
-#include "support/Keys.h"
+#include "support/win32/KeyState.h"
 #include "terminal/KeyStroke.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
-namespace {
-
-bool isDown(int key) {
-    return GetKeyState(key) < 0;
-}
-
-std::int16_t shiftState() {
-    int state = 0;
-    if (isDown(VK_SHIFT)) state |= shifts::kShift;
-    if (isDown(VK_CONTROL)) state |= shifts::kCtrl;
-    if (isDown(VK_MENU)) state |= shifts::kAlt;
-    return static_cast<std::int16_t>(state);
-}
-
-}  // namespace
 
 std::optional<LRESULT> KeyMessages::handle(TermWindowEvents& events, UINT message, WPARAM wParam) {
     switch (message) {

@@ -1,19 +1,15 @@
 #include "terminal/win32/MouseMessages.h"
 
+#include "support/win32/PlatformGeometry.h"
 #include "terminal/TermWindow.h"
 
 namespace kavrelon {
 namespace {
 
-/// The position in a mouse message: signed, as the mouse may stand to the left of the window or above it.
-Point position(LPARAM lParam) {
-    return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-}
-
 // Platforms give the wheel to the window with the keyboard, which the windows in front of the terminal leave
 // to it: one of these that the mouse stands over has the wheel from here.
 LRESULT handWheelOn(HWND window, WPARAM wParam, LPARAM lParam) {
-    const Point mouse = position(lParam);
+    const Point mouse = pointIn(lParam);
     const HWND under = WindowFromPoint({mouse.x, mouse.y});
     if (GetWindow(GetAncestor(under, GA_ROOT), GW_OWNER) == window) {
         SendMessageA(under, WM_MOUSEWHEEL, wParam, lParam);
@@ -28,20 +24,20 @@ std::optional<LRESULT> handleMouse(TermWindowEvents& events, HWND window, UINT m
     switch (message) {
         case WM_LBUTTONDOWN:
             SetCapture(window);
-            events.Form_MouseDown(MouseButton::Left, position(lParam));
+            events.Form_MouseDown(MouseButton::Left, pointIn(lParam));
             return 0;
         case WM_MOUSEMOVE:
-            events.Form_MouseMove(GetCapture() == window, position(lParam));
+            events.Form_MouseMove(GetCapture() == window, pointIn(lParam));
             return 0;
         case WM_LBUTTONUP:
             if (GetCapture() == window) ReleaseCapture();
-            events.Form_MouseUp(MouseButton::Left, position(lParam));
+            events.Form_MouseUp(MouseButton::Left, pointIn(lParam));
             return 0;
         case WM_RBUTTONDOWN:
-            events.Form_MouseDown(MouseButton::Right, position(lParam));
+            events.Form_MouseDown(MouseButton::Right, pointIn(lParam));
             return 0;
         case WM_RBUTTONUP:
-            events.Form_MouseUp(MouseButton::Right, position(lParam));
+            events.Form_MouseUp(MouseButton::Right, pointIn(lParam));
             return 0;
         case WM_MOUSEWHEEL:
             return handWheelOn(window, wParam, lParam);

@@ -2,16 +2,15 @@
 
 #include <windows.h>
 
+#include <array>
 #include <string_view>
 
 #include "gdi/GdiHandles.h"
+#include "terminal/MenuItems.h"
 
 namespace kavrelon {
 
-class TermWindowEvents;
-
-/// The terminal window's menus: File, Font, Printer, Knowledge Base and Remote in its bar, and the context
-/// menu.
+/// The menus of a terminal window's bar and its context menu, as the platform has them.
 class TermMenus {
   public:
     /// Builds the menus. They are this object's until a window takes the bar.
@@ -28,22 +27,15 @@ class TermMenus {
     void setScreenWidthCaption(std::string_view caption) const;
     /// Returns whether that changes the bar, which is to be drawn again then.
     bool enableRemote(bool enabled) const;
-    /// Fills the menu that is about to open, where it is one whose items come and go.
+    /// Gives the menu that is about to open the items that it is to show from now on.
     void fill(HMENU popup, TermWindowEvents& events) const;
     /// Pops the context menu up at the mouse, for a window that gets the choice as a command.
     static void popUp(HWND window, bool copyEnabled, bool pasteEnabled);
 
-    /// Whether the entry with this command number changes the whole picture.
-    static bool redraws(WORD command);
-    /// Calls the handler of the entry with this command number, if there is one.
-    static void click(WORD command, TermWindowEvents& events) noexcept;
-
   private:
     Menu owned_;
     HMENU bar_;
-    HMENU printer_ = nullptr;
-    HMENU knowledgeBase_ = nullptr;
-    HMENU remote_ = nullptr;
+    std::array<HMENU, kBarCaptions.size()> popups_{};
 };
 
 }  // namespace kavrelon

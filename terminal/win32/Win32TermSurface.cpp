@@ -3,13 +3,10 @@
 #include <algorithm>
 
 #include "gdi/GdiPicture.h"
+#include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
 namespace {
-
-RECT toRect(const Rect& block) {
-    return {block.left, block.top, block.right, block.bottom};
-}
 
 LPCSTR toText(std::span<const std::uint8_t> bytes) {
     return reinterpret_cast<LPCSTR>(bytes.data());
@@ -120,7 +117,7 @@ void Win32TermSurface::drawPicture(const Picture& picture, const Rect& place, co
     if (context_ == nullptr || held_ > 0 || own == nullptr) return;
     const int before = SaveDC(context_);
     IntersectClipRect(context_, clip.left, clip.top, clip.right, clip.bottom);
-    own->draw(context_, toRect(place));
+    own->draw(context_, toPlatform(place));
     RestoreDC(context_, before);
 }
 
@@ -155,7 +152,7 @@ void Win32TermSurface::setGrid(const Rect& grid, Size cell) {
 
 void Win32TermSurface::scrollGrid() {
     if (context_ == nullptr) return;
-    const RECT grid = toRect(grid_);
+    const RECT grid = toPlatform(grid_);
     RECT pending{};
     const bool unpainted = GetUpdateRect(window_, &pending, FALSE) != FALSE;
     ScrollDC(context_, 0, -cell_.height, &grid, &grid, uncovered_.get(), &uncoveredBox_);

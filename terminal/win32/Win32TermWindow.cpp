@@ -126,11 +126,11 @@ void Win32TermWindow::redrawAtOnce(HWND window, Change change) {
 WindowAnswer Win32TermWindow::onCommand(TermWindowEvents& events, const WindowMessage& message) {
     switch (message.id) {
         case WM_COMMAND: {
-            const WORD command = LOWORD(message.wParam);
-            if (TermMenus::redraws(command)) {
-                redrawAtOnce(message.window, [&] { TermMenus::click(command, events); });
+            const auto command = static_cast<MenuCommand>(LOWORD(message.wParam));
+            if (redrawsScreen(command)) {
+                redrawAtOnce(message.window, [&] { choose(command, events); });
             } else {
-                TermMenus::click(command, events);
+                choose(command, events);
             }
             return 0;
         }

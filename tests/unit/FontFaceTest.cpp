@@ -53,8 +53,12 @@ TEST(FontFaceTest, WhatStandsInForAFaceDependsOnWhatIsInstalled) {
          0,
          1},
         {"a stand-in is not trusted", {{"Consolas", kWithoutLines}}, kTerminal, "Consolas", 0, 0},
-        {"looks, when no lines join", {{"DejaVu Sans Mono", kPlain}, {"Courier New", kPlain}}, kTerminal,
-         "Courier New", 0, 0},
+        {"looks, when no lines join",
+         {{"DejaVu Sans Mono", kPlain}, {"Courier New", kPlain}},
+         kTerminal,
+         "Courier New",
+         0,
+         0},
         {"no known face", {{"Wingdings", kJoining}}, kTerminal, "", 0, 0},
     };
     for (const auto& c : cases) {
@@ -70,9 +74,9 @@ TEST(FontFaceTest, WhatStandsInForAFaceDependsOnWhatIsInstalled) {
 TEST(BellLimitTest, TheBellRingsAtMostOnceASecond) {
     BellLimit limit;
     constexpr std::uint32_t kWrapped = 0U - 500;
-    const std::pair<std::uint32_t, bool> rings[] = {{0, true},        {999, false},    {1000, true},
-                                                    {1600, false},    {1999, false},   {2000, true},
-                                                    {kWrapped, true}, {499, false},    {500, true}};
+    const std::pair<std::uint32_t, bool> rings[] = {{0, true},        {999, false},  {1000, true},
+                                                    {1600, false},    {1999, false}, {2000, true},
+                                                    {kWrapped, true}, {499, false},  {500, true}};
     for (const auto& [now, rung] : rings) EXPECT_EQ(limit.mayRing(now), rung) << now;
 }
 
@@ -81,8 +85,10 @@ TEST(PrintersTest, TheScreenFillsThePage) {
         Size page;
         int columns, lines;
         Size cell;
-    } cases[] = {{{4800, 6600}, 80, 25, {60, 120}}, {{4800, 1000}, 80, 25, {60, 40}},
-                 {{6600, 4800}, 132, 100, {50, 48}}, {{10, 10}, 80, 25, {1, 1}},
+    } cases[] = {{{4800, 6600}, 80, 25, {60, 120}},
+                 {{4800, 1000}, 80, 25, {60, 40}},
+                 {{6600, 4800}, 132, 100, {50, 48}},
+                 {{10, 10}, 80, 25, {1, 1}},
                  {{100, 100}, 0, 0, {100, 100}}};
     for (const auto& c : cases) EXPECT_EQ(printedCell(c.page, c.columns, c.lines), c.cell) << c.columns;
 }

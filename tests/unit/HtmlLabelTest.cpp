@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,6 +31,26 @@ TEST(FormCallTest, CutsProcedureAndArguments) {
         {"Show('a, b)", {"Show('a, b)", {}}},
     };
     for (const auto& [text, call] : cases) EXPECT_EQ(parseFormCall(text), call) << text;
+}
+
+TEST(HTMLLabelPropertiesTest, OneValueOutOfRangeMakesTheSetInvalid) {
+    using Properties = HTMLLabelProperties;
+    EXPECT_TRUE(Properties().isValid());
+    const std::function<void(Properties&)> faults[] = {
+        [](Properties& it) { it.Appearance = 2; },
+        [](Properties& it) { it.BorderStyle = -1; },
+        [](Properties& it) { it.DefaultFontName.assign(256, 'x'); },
+        [](Properties& it) { it.DefaultFontSize = 0.5F; },
+        [](Properties& it) { it.DefaultFontSize = 2161; },
+        [](Properties& it) { it.DefaultFontSize = std::numeric_limits<float>::quiet_NaN(); },
+        [](Properties& it) { it.DefaultPadding = -1; },
+        [](Properties& it) { it.DefaultSpacing = -1; },
+    };
+    for (const auto& fault : faults) {
+        Properties properties;
+        fault(properties);
+        EXPECT_FALSE(properties.isValid()) << "fault " << &fault - faults;
+    }
 }
 
 TEST(LabelPlacementTest, PlacesThePartsInTwips) {

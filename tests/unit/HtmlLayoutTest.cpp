@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <iomanip>
-#include <map>
 #include <sstream>
 #include <string>
-#include <vector>
 
-#include "headless/HeadlessCanvas.h"
+#include "headless/RecordingCanvas.h"
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Layout.h"
 
 namespace kavrelon {
@@ -20,8 +19,8 @@ std::string join(const Parts&... parts) {
     return out.str();
 }
 
-std::string corners(int left, int top, int right, int bottom) {
-    return join(left, ',', top, '-', right, ',', bottom);
+std::string corners(const Rect& block) {
+    return join(block.left, ',', block.top, '-', block.right, ',', block.bottom);
 }
 
 std::string hex(Colour colour) {
@@ -29,32 +28,6 @@ std::string hex(Colour colour) {
     out << '#' << std::hex << std::setw(6) << std::setfill('0') << colour;
     return out.str();
 }
-
-/// Notes what is drawn. A font of 10 points has characters of 6 x 15 pixels.
-class RecordingCanvas : public HeadlessCanvas {
-  public:
-    FontId font(const TextFont& font) override {
-        const FontId id = HeadlessCanvas::font(font);
-        fonts[id] = join(font.points, font.bold ? "b" : "", font.italic ? "i" : "", font.underline ? "u" : "",
-                         font.face == "Arial" ? "" : " " + font.face);
-        return id;
-    }
-    void drawText(FontId font, Colour colour, Point /*at*/, std::string_view text) override {
-        texts += join(text, ':', fonts[font], colour == 0 ? "" : hex(colour), ' ');
-    }
-    void fill(const Rect& b, Colour colour) override {
-        if (colour != kButtonFaceColour) fills += corners(b.left, b.top, b.right, b.bottom) + ' ';
-    }
-    void drawBullet(Bullet shape, const Rect& place, Colour /*colour*/) override {
-        bullets += join(static_cast<int>(shape), '@', place.right, ' ');
-    }
-    void drawPicture(const Picture& /*picture*/, const Rect& b) override {
-        fills += join('[', corners(b.left, b.top, b.right, b.bottom), "] ");
-    }
-
-    std::map<FontId, std::string> fonts;
-    std::string texts, fills, bullets;
-};
 
 /// A picture of 40 x 20 pixels named "p", and no other.
 class OnePicture : public PictureSource, Picture {
@@ -79,11 +52,31 @@ class HtmlLayoutTest : public testing::Test {
         }
         return all;
     }
-    RecordingCanvas& drawn(std::string_view html, int width = 208) {
+    /// What is drawn, each kind in its order. A font of 10 points has characters of 6 x 15 pixels.
+    struct Drawing {
+        std::string texts, fills, bullets;
+    };
+    Drawing drawn(std::string_view html, int width = 208) {
         show(html, width);
-        canvas.texts = canvas.fills = canvas.bullets = {};
-        layout.draw(canvas, {0, 0, layout.size().width, layout.size().height});
-        return canvas;
+        return drawn({0, 0, layout.size().width, layout.size().height});
+    }
+    Drawing drawn(const Rect& part) {
+        canvas.clear();
+        layout.draw(canvas, part);
+        Drawing all;
+        for (const auto& [font, colour, place, text] : canvas.texts) {
+            all.texts += join(text, ':', font.points, font.bold ? "b" : "", font.italic ? "i" : "",
+                              font.underline ? "u" : "", font.face == "Arial" ? "" : " " + font.face,
+                              colour == 0 ? "" : hex(colour), ' ');
+        }
+        for (const auto& [block, colour] : canvas.fills) {
+            if (colour != kButtonFaceColour) all.fills += corners(block) + ' ';
+        }
+        for (const auto& [shape, place] : canvas.bullets) {
+            all.bullets += join(static_cast<int>(shape), '@', place.right, ' ');
+        }
+        for (const Rect& place : canvas.pictures) all.fills += join('[', corners(place), "] ");
+        return all;
     }
     /// The hit boxes of all elements with a name or link.
     std::string boxes(std::string_view html, int width = 208) {
@@ -91,7 +84,7 @@ class HtmlLayoutTest : public testing::Test {
         std::string all;
         for (const HTMLElement& e : document.mudtElements()) {
             if (e.strName.empty() && e.strHref.empty()) continue;
-            all += corners(e.lngLeft, e.lngTop, e.lngRight, e.lngBottom) + ' ';
+            all += corners({e.lngLeft, e.lngTop, e.lngRight, e.lngBottom}) + ' ';
         }
         return all;
     }
@@ -182,6 +175,19 @@ TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
     EXPECT_EQ(runs("<U>a <B>b</B></U> c"), "4,4 a |16,4 b|28,4 c") << "underlined up to the next word";
 }
 
+TEST_F(HtmlLayoutTest, EveryTagEndsWithItsCloser) {
+    for (const TagRow& row : kTagRows) {
+        if (!row.isPaired()) continue;
+        const std::string name(row.names.substr(0, row.names.find(' ')));
+        const std::string html = join("x<", name, " HREF=y SIZE=7 COLOR=red ALIGN=RIGHT>a</", name, "><P>b");
+        const std::string after = runs(html);
+        EXPECT_EQ(after.substr(after.rfind('|') + 1, 2), "4,") << html;
+        const std::string texts = drawn(html).texts;
+        EXPECT_TRUE(texts.ends_with(" b:10 ")) << html << ": " << texts;
+        EXPECT_EQ(texts.find("a:") == texts.npos, row.content != TagContent::Shown) << html << ": " << texts;
+    }
+}
+
 TEST_F(HtmlLayoutTest, ColumnsOfTables) {
     const Case cases[] = {
         {"<TABLE><TD>aa<TD>b</TABLE>c", "8,8 aa|26,8 b|4,31 c"},
@@ -213,12 +219,14 @@ TEST_F(HtmlLayoutTest, ColumnsOfTables) {
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
     // Whatever the fractions, the columns fill the table to the pixel.
     for (int width = 100; width < 140; ++width) {
-        drawn(
-            "<TABLE WIDTH=\"100%\" BORDER=1><TD WIDTH=\"33%\">a<TD WIDTH=\"33%\">b<TD "
-            "WIDTH=\"34%\">c</TABLE>",
-            width);
+        const std::string fills =
+            drawn(
+                "<TABLE WIDTH=\"100%\" BORDER=1><TD WIDTH=\"33%\">a<TD WIDTH=\"33%\">b<TD "
+                "WIDTH=\"34%\">c</TABLE>",
+                width)
+                .fills;
         const std::string end = join(width - 8, ",7-", width - 7, ',');
-        EXPECT_NE(canvas.fills.find(end), std::string::npos) << width << ": " << canvas.fills;
+        EXPECT_NE(fills.find(end), std::string::npos) << width << ": " << fills;
         EXPECT_EQ(layout.size().width, width);
     }
 }
@@ -277,9 +285,7 @@ TEST_F(HtmlLayoutTest, WidthsChangeWithoutMeasuringAndPartsAreDrawnAlone) {
     EXPECT_TRUE(canvas.fonts.empty());
     EXPECT_EQ(layout.runs().back().place.top, 4 + 199 * 15);
     EXPECT_EQ(runs(html, 300), before) << "the same at the same width";
-    canvas.texts = {};
-    layout.draw(canvas, {0, 1504, 300, 1519});
-    EXPECT_EQ(canvas.texts, "line100:10 ");
+    EXPECT_EQ(drawn({0, 1504, 300, 1519}).texts, "line100:10 ");
 }
 
 }  // namespace

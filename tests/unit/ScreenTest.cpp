@@ -29,6 +29,19 @@ TEST_F(ScreenTest, BytesBeyondTheMarginAreStoredAndNotShown) {
     EXPECT_EQ(stored(5, 0), 'p');
 }
 
+TEST_F(ScreenTest, BytesAreDrawnAsSoonAsPaintingIsBackAndDroppedWithoutAWindow) {
+    screen().PaintOn(false);
+    type("ab");
+    screen().PaintOn(true);
+    type("c");
+    EXPECT_EQ(shownRows()[0].substr(0, 4), "  c ");
+    screen().PaintOn(false);
+    type("d");
+    form().Unload();
+    form().WriteTerm('e');
+    EXPECT_EQ(storedRows()[0].substr(0, 6), "abcd  ");
+}
+
 TEST_F(ScreenTest, WritingScrollingAndErasingMarkTheScreenAsWritten) {
     for (const char* typed : {"x", "\n\n", "\x1B"}) {
         setSize(80, 2);
@@ -204,6 +217,9 @@ class ScreenTwin : public ConnectedTest {
         if (choice == 14) sequence(kSetAttribute, {std::to_string(oneOf(0, 1, 7, 31, 32, 44, 48))});
         if (choice == 15 && below(4) == 0) changeSize();
         if (choice == 16) blink();
+        if (choice == 18) {
+            ASSERT_EQ(errorOf([&] { sequence(30, {"4", "none"}); }), 13);
+        }
         if (choice == 17) {
             const int row = erases.begin()[below(static_cast<int>(erases.size()))];
             ASSERT_EQ(errorOf([&] { sequence(row); }), errorOf([&] { plain.erase(row); }));

@@ -8,6 +8,7 @@
 #include "samplehost/com/HostedControl.h"
 #include "support/com/Variant.h"
 #include "tests/windows/ComTestSupport.h"
+#include "tests/windows/ProcessUsage.h"
 #include "tests/windows/WindowImage.h"
 
 namespace kavrelon {

@@ -6,7 +6,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "headless/EscapeRows.h"
 #include "tests/windows/ComTestSupport.h"
+#include "tests/windows/ProcessUsage.h"
 
 namespace kavrelon {
 namespace {
@@ -149,20 +151,14 @@ TEST_F(ComLibrary, KeepsItsTypeLibrariesBinaryCompatible) {
 struct Usage {
     DWORD threadSlot;
     ULONG_PTR handle;
-    SIZE_T privateBytes;
+    std::size_t privateBytes;
 
     static Usage now() {
         const DWORD slot = TlsAlloc();
         TlsFree(slot);
         const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
         CloseHandle(event);
-        SIZE_T bytes = 0;
-        MEMORY_BASIC_INFORMATION region;
-        for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0;
-             at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
-            if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
-        }
-        return {slot, reinterpret_cast<ULONG_PTR>(event), bytes};
+        return {slot, reinterpret_cast<ULONG_PTR>(event), committedBytes()};
     }
 };
 
@@ -179,7 +175,7 @@ void useOnce(const std::wstring& path) {
         EXPECT_EQ(table->get_EscTreeString(500, text.put()), runtimeError(9));
         EXPECT_EQ(plugIn->SetClientParent(parent), S_OK);
         EXPECT_EQ(plugIn->InitializeClass(), S_OK);
-        EXPECT_EQ(process(*table, 30, {L"1", L"32"}), S_OK);
+        EXPECT_EQ(process(*table, rows::kSetAttribute, {L"1", L"32"}), S_OK);
         EXPECT_EQ(plugIn->DestroyClass(), S_OK);
     }
     parent->Release();

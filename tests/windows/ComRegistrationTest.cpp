@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 
+#include "headless/EscapeRows.h"
 #include "support/com/Registry.h"
 #include "tests/windows/ComTestSupport.h"
 
@@ -134,7 +135,7 @@ TEST_F(ComRegistration, LetsOtherApartmentsCall) {
     Bstr pattern;
     EXPECT_EQ(table->get_EscTreeString(1, pattern.put()), S_OK);
     EXPECT_EQ(pattern.view(), L"<ESC>[H");
-    EXPECT_EQ(process(*table, 2, {L"1", L"2"}), runtimeError(91));
+    EXPECT_EQ(process(*table, rows::kCursorPosition, {L"1", L"2"}), runtimeError(91));
     table = {};
     CoUninitialize();
 }

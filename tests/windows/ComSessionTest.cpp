@@ -5,6 +5,7 @@
 
 #include <ocidl.h>
 
+#include "headless/EscapeRows.h"
 #include "tests/windows/ComTestSupport.h"
 
 namespace kavrelon {
@@ -14,10 +15,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr HRESULT kObjectNotSet = runtimeError(91);
-
-// Rows of the table. The second is content with empty fields, and so shows what is refused as an array.
-constexpr short kSetFunctionKey = 38;
-constexpr short kSetAttribute = 30;
 
 class ComSession : public testing::Test {
   protected:
@@ -60,7 +57,7 @@ TEST_F(ComSession, RunsFromCreationToDestruction) {
     EXPECT_EQ(main_->OnConnection(), S_OK);
     EXPECT_EQ(receive_->ReceiveStart(), S_OK);
     for (const unsigned char ch : {'A', '\r', '\n', '\x1B'}) EXPECT_EQ(receive_->ReceiveData(ch), S_OK);
-    EXPECT_EQ(process(*table_, 2, {L"10", L"20"}), S_OK);
+    EXPECT_EQ(process(*table_, rows::kCursorPosition, {L"10", L"20"}), S_OK);
     EXPECT_EQ(receive_->ReceiveEnd(), S_OK);
 
     parent_->calls.clear();
@@ -125,9 +122,9 @@ TEST_F(ComSession, ReportsErrorsByNumberAndText) {
         {callBack_->FuncKey(49, text.put()), 9},
         {process(*table_, -32768, {}), 9},
         {process(*table_, 101, {}), 9},
-        {process(*table_, 2, {L"40000", L"1"}), 6},
-        {process(*table_, 30, {L"300"}), 5},
-        {process(*table_, 2, {L"one", L"1"}), 13},
+        {process(*table_, rows::kCursorPosition, {L"40000", L"1"}), 6},
+        {process(*table_, rows::kSetAttribute, {L"300"}), 5},
+        {process(*table_, rows::kCursorPosition, {L"one", L"1"}), 13},
     };
     for (const auto& row : cases) EXPECT_EQ(row.result, runtimeError(row.number)) << &row - cases;
     EXPECT_EQ(takeErrorInfo(), "Type mismatch (IClientEscTree_EscTreeProcess) <kavrelon.clsTerminal>");
@@ -185,7 +182,7 @@ TEST_F(ComSession, CallsAScriptedParentByName) {
 
 TEST_F(ComSession, FailsCleanlyWithoutParentOrWindow) {
     const auto expectNoWindow = [&] {
-        for (const HRESULT result : {receive_->ReceiveData('x'), process(*table_, 1, {}),
+        for (const HRESULT result : {receive_->ReceiveData('x'), process(*table_, rows::kHome, {}),
                                      main_->OnConnection(), callBack_->SendBreak()}) {
             EXPECT_EQ(result, kObjectNotSet);
         }
@@ -216,7 +213,7 @@ TEST_F(ComSession, OutlivesItsReleaseFromWithin) {
 
 TEST_F(ComSession, TakesArgumentArraysOfEveryShape) {
     start();
-    const auto set = [&](SAFEARRAY* array, short row = kSetFunctionKey) {
+    const auto set = [&](SAFEARRAY* array, short row = rows::kSetFunctionKey) {
         long result = 7;
         const HRESULT done = table_->EscTreeProcess(row, &array, &result);
         EXPECT_EQ(result, 0);
@@ -250,13 +247,14 @@ TEST_F(ComSession, TakesArgumentArraysOfEveryShape) {
     expectKey(11, "2.5");
 
     SAFEARRAYBOUND square[] = {{2, 1}, {2, 1}};
-    EXPECT_EQ(set(SafeArrayCreateVector(VT_BSTR, 1, 2), kSetAttribute), S_OK)
+    // Empty fields are nothing to this row, and so it shows what is refused as an array.
+    EXPECT_EQ(set(SafeArrayCreateVector(VT_BSTR, 1, 2), rows::kSetAttribute), S_OK)
         << "null strings are empty texts";
     for (SAFEARRAY* array : {SafeArrayCreate(VT_BSTR, 2, square), SafeArrayCreateVector(VT_I4, 1, 2)}) {
-        EXPECT_EQ(set(array, kSetAttribute), runtimeError(13));
+        EXPECT_EQ(set(array, rows::kSetAttribute), runtimeError(13));
     }
     // One that was never dimensioned has no elements.
-    EXPECT_EQ(set(nullptr, kSetAttribute), S_OK);
+    EXPECT_EQ(set(nullptr, rows::kSetAttribute), S_OK);
     EXPECT_EQ(set(nullptr), runtimeError(9));
     for (SAFEARRAY* array : {stringArray(1, {}), stringArray(5, {L"7", L"x"}), stringArray(1, {L"7"}),
                              stringArray(std::numeric_limits<LONG>::min(), {L"7", L"x"})}) {

@@ -1,7 +1,7 @@
-#include "WindowInputSupport.h"
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/win32/Messages.h"
+#include "tests/windows/WindowInputSupport.h"
 
 namespace kavrelon {
 namespace {
@@ -48,25 +48,7 @@ class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabel
         window.reset();
         label.reset();
     }
-    static bool pumpUntil(const std::function<bool()>& condition) {
-        for (const DWORD start = GetTickCount(); GetTickCount() - start < 5000; Sleep(5)) {
-            letMessagesThrough();
-            if (condition()) return true;
-        }
-        return false;
-    }
-    /// Moves the mouse to a pixel of the label's window. A slow desktop may take a move back.
-    void moveTo(Point place) const {
-        POINT wanted{place.x, place.y};
-        ClientToScreen(window->hWnd(), &wanted);
-        EXPECT_TRUE(pumpUntil([wanted] {
-            POINT now{};
-            GetCursorPos(&now);
-            if (now.x == wanted.x && now.y == wanted.y) return true;
-            SetCursorPos(static_cast<int>(wanted.x), static_cast<int>(wanted.y));
-            return false;
-        }));
-    }
+    void moveTo(Point place) const { EXPECT_TRUE(pumpUntil(mouseAt(window->hWnd(), place))); }
     Point middleOfLink() const {
         const auto index = static_cast<std::size_t>(label->document().mintLinks()[0]);
         const HTMLElement& link = label->document().mudtElements()[index];

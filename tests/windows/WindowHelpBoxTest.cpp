@@ -1,5 +1,5 @@
-#include "WindowInputSupport.h"
 #include "helpbox/win32/Win32HelpWindow.h"
+#include "tests/windows/WindowInputSupport.h"
 
 namespace kavrelon {
 namespace {
@@ -135,17 +135,12 @@ TEST_F(WindowHelpBox, ManyBoxesLeaveNothingBehind) {
         (*form)->EraseScreen();
     };
     rounds(200);
-    const auto handles = [] {
-        DWORD count = 0;
-        GetProcessHandleCount(GetCurrentProcess(), &count);
-        return count;
-    };
     const int objects = countGdiObjects();
-    const DWORD handlesBefore = handles();
+    const DWORD handles = countHandles();
     const std::size_t memory = committedBytes();
     rounds(500);
     EXPECT_EQ(countGdiObjects(), objects);
-    EXPECT_EQ(handles(), handlesBefore);
+    EXPECT_EQ(countHandles(), handles);
     EXPECT_LT(committedBytes(), memory + 256 * 1024);
 }
 

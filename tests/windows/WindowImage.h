@@ -13,20 +13,6 @@ namespace kavrelon {
 constexpr COLORREF kBlack = 0;
 constexpr COLORREF kWhite = 0xFFFFFF;
 
-/// The drawing objects of this process, counted in the table that it shares with the platform: the platform's
-/// own count is not there everywhere.
-inline int countGdiObjects() {
-    constexpr std::size_t kTableInProcess = 0x94, kEntries = 65536, kEntrySize = 24, kTypeInEntry = 14;
-    const char* process = nullptr;
-    asm("movl %%fs:0x30, %0" : "=r"(process));
-    const char* table = *reinterpret_cast<const char* const*>(process + kTableInProcess);
-    int count = 0;
-    for (std::size_t entry = 0; entry < kEntries; ++entry) {
-        if (table[entry * kEntrySize + kTypeInEntry] != 0) ++count;
-    }
-    return count;
-}
-
 /// What a window's inner area shows.
 class WindowImage {
   public:

@@ -6,25 +6,9 @@
 #include <optional>
 #include <utility>
 
-#include "WindowTestSupport.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
-
-/// Writes down what leaves the terminal, in order.
-class InputLog final : public TermOwner {
-  public:
-    std::string sent;
-    std::function<void()> onInput = [] {};
-
-    void WindowHasClosed() override { sent += "<closed>"; }
-    std::string FuncKey(std::int16_t key) override { return "<F" + std::to_string(key) + ">"; }
-    void SendBreak() override { sent += "<break>"; }
-    void SendTermData(const std::string& text) override {
-        sent += text;
-        onInput();
-    }
-    void SendCommand(const std::string&) override {}
-};
 
 inline void click(DWORD event) {
     mouse_event(event, 0, 0, 0, 0);
@@ -57,6 +41,20 @@ inline void typeCharacter(wchar_t character) {
         input.ki = {0, character, KEYEVENTF_UNICODE | up, 0, 0};
         SendInput(1, &input, sizeof input);
     }
+}
+
+/// Whether the mouse is at a pixel of a window's inner area; moves it there when it is not. Where the desktop
+/// is slow to hear of a move it takes the next one back, so ask again.
+inline std::function<bool()> mouseAt(HWND window, Point place) {
+    POINT wanted{place.x, place.y};
+    ClientToScreen(window, &wanted);
+    return [wanted] {
+        POINT now{};
+        GetCursorPos(&now);
+        if (now.x == wanted.x && now.y == wanted.y) return true;
+        SetCursorPos(static_cast<int>(wanted.x), static_cast<int>(wanted.y));
+        return false;
+    };
 }
 
 inline bool inMenu() {
@@ -136,11 +134,7 @@ class WindowInput : public WindowTest {
         KillTimer(nullptr, timer);
     }
     bool pumpUntil(const std::function<bool()>& condition) {
-        for (int i = 0; i < 500; ++i) {
-            if (condition()) return true;
-            pump();
-        }
-        return false;
+        return kavrelon::pumpUntil(condition, 20000, [this] { pump(); });
     }
     /// From now on tries something again and again, also while a menu or a message box is open.
     static void tryUntilDone(std::function<bool()> attempt) {
@@ -167,19 +161,8 @@ class WindowInput : public WindowTest {
         ASSERT_TRUE(OpenClipboard(form->window()) && EmptyClipboard() && SetClipboardData(CF_TEXT, memory));
         CloseClipboard();
     }
-    /// Moves the mouse to a place, in pixels of the inner area. Where the desktop is slow to hear of a move
-    /// it takes the next one back.
-    void moveTo(int x, int y) {
-        POINT place{x, y};
-        ClientToScreen(form->window(), &place);
-        EXPECT_TRUE(pumpUntil([&] {
-            POINT now{};
-            GetCursorPos(&now);
-            if (now.x == place.x && now.y == place.y) return true;
-            SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
-            return false;
-        }));
-    }
+    /// Moves the mouse to a place, in pixels of the inner area.
+    void moveTo(int x, int y) { EXPECT_TRUE(pumpUntil(mouseAt(form->window(), {x, y}))); }
     void moveToCell(int column, int row) {
         moveTo(form->cell(column, row).left + 2, form->cell(column, row).top + 2);
     }

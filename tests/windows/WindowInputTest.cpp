@@ -1,4 +1,4 @@
-#include "WindowInputSupport.h"
+#include "tests/windows/WindowInputSupport.h"
 
 namespace kavrelon {
 namespace {

@@ -1,20 +1,9 @@
-#include "WindowTestSupport.h"
 #include "terminal/FontMenu.h"
 #include "terminal/win32/Win32ProfileFile.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
 namespace {
-
-/// Counts how often a window tells that it closes.
-class CloseCounter final : public TermOwner {
-  public:
-    int closed = 0;
-    void WindowHasClosed() override { ++closed; }
-    std::string FuncKey(std::int16_t) override { return {}; }
-    void SendBreak() override {}
-    void SendTermData(const std::string&) override {}
-    void SendCommand(const std::string&) override {}
-};
 
 /// A window procedure under which each message brings the next.
 LRESULT CALLBACK flood(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -22,19 +11,7 @@ LRESULT CALLBACK flood(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-class WindowLife : public WindowTest {
-  protected:
-    /// Lets messages through until the condition holds; false when it does not within the time.
-    bool pumpUntil(const std::function<bool()>& condition, DWORD milliseconds = 5000) {
-        const DWORD start = GetTickCount();
-        while (!condition()) {
-            if (GetTickCount() - start > milliseconds) return false;
-            platform.processMessages();
-            Sleep(5);
-        }
-        return true;
-    }
-};
+using WindowLife = WindowTest;
 
 TEST_F(WindowLife, HoweverItIsClosedTheFormHearsItOnceAndIgnoresTheRest) {
     const std::vector<std::function<void(HWND)>> ways{
@@ -48,9 +25,9 @@ TEST_F(WindowLife, HoweverItIsClosedTheFormHearsItOnceAndIgnoresTheRest) {
         },
     };
     for (std::size_t way = 0; way < ways.size(); ++way) {
-        CloseCounter counter;
+        InputLog owner;
         const TestForm form = open();
-        form->SetCallback(&counter);
+        form->SetCallback(&owner);
         form->TerminalOpen();
         ways[way](form.window());
         platform.processMessages();
@@ -59,7 +36,7 @@ TEST_F(WindowLife, HoweverItIsClosedTheFormHearsItOnceAndIgnoresTheRest) {
         form->WriteTerm('x');
         form->mnuFontStyle_Click(3);
         form->Unload();
-        EXPECT_EQ(counter.closed, 1) << way;
+        EXPECT_EQ(owner.sent, "<closed>") << way;
     }
 }
 

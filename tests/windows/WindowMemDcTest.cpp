@@ -1,5 +1,5 @@
-#include "WindowTestSupport.h"
 #include "gdi/pcMemDC.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
 namespace {

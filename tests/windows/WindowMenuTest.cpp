@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <set>
 
-#include "WindowTestSupport.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
 namespace {

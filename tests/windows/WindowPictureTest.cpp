@@ -2,8 +2,8 @@
 #include <fstream>
 #include <string>
 
-#include "WindowTestSupport.h"
 #include "gdi/GdiPicture.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
 namespace {
@@ -103,9 +103,7 @@ TEST_F(WindowPicture, ComesAndGoesWithoutALoss) {
             form->DisplayPicture(2, 1, 1, 2, 2, "missing.png");
             form->ClearPicture(1);
         }
-        DWORD handles = 0;
-        GetProcessHandleCount(GetCurrentProcess(), &handles);
-        return std::pair(countGdiObjects(), handles);
+        return std::pair(countGdiObjects(), countHandles());
     };
     const auto before = rounds(5);
     EXPECT_EQ(rounds(170), before);

@@ -1,6 +1,6 @@
 #include <map>
 
-#include "WindowTestSupport.h"
+#include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
 namespace {

@@ -9,21 +9,45 @@
 #include <string_view>
 #include <vector>
 
+#include "support/win32/Messages.h"
+#include "terminal/TermOwner.h"
 #include "terminal/frmTerm.h"
 #include "terminal/win32/Win32Platform.h"
+#include "tests/windows/ProcessUsage.h"
 #include "tests/windows/WindowImage.h"
 
 namespace kavrelon {
 
-/// The memory that is this process's own.
-inline std::size_t committedBytes() {
-    std::size_t sum = 0;
-    MEMORY_BASIC_INFORMATION region{};
-    for (char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0; at += region.RegionSize) {
-        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) sum += region.RegionSize;
+/// Calls `pump`, which lets messages through, until the condition holds; false when it does not in time.
+template <class Pump>
+bool pumpUntil(const std::function<bool()>& condition, DWORD milliseconds, Pump pump) {
+    for (const DWORD start = GetTickCount(); !condition(); pump()) {
+        if (GetTickCount() - start > milliseconds) return false;
     }
-    return sum;
+    return true;
 }
+inline bool pumpUntil(const std::function<bool()>& condition, DWORD milliseconds = 5000) {
+    return pumpUntil(condition, milliseconds, [] {
+        letMessagesThrough();
+        Sleep(5);
+    });
+}
+
+/// Writes down what leaves the terminal, in order.
+class InputLog final : public TermOwner {
+  public:
+    std::string sent;
+    std::function<void()> onInput = [] {};
+
+    void WindowHasClosed() override { sent += "<closed>"; }
+    std::string FuncKey(std::int16_t key) override { return "<F" + std::to_string(key) + ">"; }
+    void SendBreak() override { sent += "<break>"; }
+    void SendTermData(const std::string& text) override {
+        sent += text;
+        onInput();
+    }
+    void SendCommand(const std::string&) override {}
+};
 
 inline int countTerminalWindows() {
     int count = 0;
@@ -57,7 +81,7 @@ class TestForm {
     void setSize(Size outer) const {
         SetWindowPos(window_, nullptr, 10, 10, outer.width, outer.height, SWP_NOZORDER);
     }
-    /// Paints over a block of the inner area, behind the terminal's back.
+    /// Paints over a block of the inner area without the terminal's knowledge.
     void smear(const RECT& block) const {
         FillRect(GetDC(window_), &block, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     }

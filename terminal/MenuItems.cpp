@@ -1,0 +1,169 @@
+#include "terminal/MenuItems.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "terminal/FontMenu.h"
+#include "terminal/HostMenus.h"
+#include "terminal/PrinterType.h"
+#include "terminal/Printers.h"
+#include "terminal/TermWindow.h"
+
+namespace kavrelon {
+namespace {
+
+/// How many items a host-filled menu and the list of printers show: what their commands have room for.
+constexpr std::size_t kMostItems = 16000;
+constexpr std::size_t kMostPrinters = 500;
+
+/// The printing methods that the settings file can name.
+constexpr std::array<const char*, kSpoolTypes.size()> kPrinterTypes{"&Default", "&Enhanced Metafile",
+                                                                    "&Text", "&Raw"};
+
+/// A text as a caption that shows just that.
+std::string literalCaption(std::string text) {
+    for (auto place = text.find('&'); place != std::string::npos; place = text.find('&', place + 2)) {
+        text.insert(place, 1, '&');
+    }
+    return text;
+}
+
+/// The number of a command in a group that begins at `first`.
+std::optional<std::int16_t> numberIn(MenuCommand command, MenuCommand first, std::size_t count) {
+    if (command < first || command >= first + count) return std::nullopt;
+    return static_cast<std::int16_t>(static_cast<int>(command) - static_cast<int>(first));
+}
+
+std::optional<std::int16_t> fontEntry(MenuCommand command) {
+    const auto entry = numberIn(command, MenuCommand::mnuFontStyle, kFirstFontEntry + kFontEntries);
+    return entry >= kFirstFontEntry ? entry : std::nullopt;
+}
+
+std::vector<MenuItem> fontItems() {
+    std::vector<MenuItem> items;
+    for (int entry = kFirstFontEntry; entry < kFirstFontEntry + kFontEntries; ++entry) {
+        items.push_back({MenuCommand::mnuFontStyle + static_cast<std::size_t>(entry),
+                         fontMenuEntry(entry).caption});
+    }
+    return items;
+}
+
+std::vector<MenuItem> printerTypeItems() {
+    std::vector<MenuItem> items;
+    for (const char* caption : kPrinterTypes) {
+        items.push_back({MenuCommand::mnuPrinterType + items.size(), caption});
+    }
+    items.emplace_back();
+    return items;
+}
+
+std::vector<MenuItem> printerItems(const PrinterMenu& printers) {
+    if (printers.entries().empty()) return {{MenuCommand::mnuPrinter, "No printers", false}};
+    std::vector<MenuItem> items;
+    for (const PrinterMenu::Entry& entry : printers.entries()) {
+        if (items.size() == kMostPrinters) break;
+        items.push_back({.command = MenuCommand::mnuPrinter + items.size(),
+                         .caption = literalCaption(entry.caption),
+                         .checked = entry.checked});
+    }
+    return items;
+}
+
+std::vector<MenuItem> hostItems(MenuCommand first, const std::vector<HostMenus::Item>& shown) {
+    std::vector<MenuItem> items;
+    items.reserve(std::min(shown.size(), kMostItems));
+    for (const HostMenus::Item& item : shown) {
+        if (items.size() == kMostItems) break;
+        items.push_back({first + items.size(), item.caption, item.enabled});
+    }
+    return items;
+}
+
+}  // namespace
+
+std::vector<MenuItem> lastingItems(BarMenu menu) {
+    switch (menu) {
+        case BarMenu::mnuFile:
+            return {{MenuCommand::mnuFileRest, "&Reset"},
+                    {MenuCommand::mnuFileScreenWidth, kWideCaption},
+                    {MenuCommand::mnuFileClearClipboard, "&Clear Clipboard"},
+                    {MenuCommand::mnuFilePrint, "&Print Screen"},
+                    {},
+                    {MenuCommand::mnuFileExit, "E&xit"}};
+        case BarMenu::mnuFont:
+            return fontItems();
+        case BarMenu::mnuPrinter:
+            return printerTypeItems();
+        case BarMenu::mnuKnowledgeBase:
+        case BarMenu::mnuRemote:
+            break;
+    }
+    return {};
+}
+
+std::vector<MenuItem> passingItems(BarMenu menu, TermWindowEvents& events) {
+    switch (menu) {
+        case BarMenu::mnuPrinter:
+            return printerItems(events.printerMenu());
+        case BarMenu::mnuKnowledgeBase:
+            return hostItems(MenuCommand::mnKnowledgeBaseLink, events.hostMenus().mnKnowledgeBaseLink());
+        case BarMenu::mnuRemote:
+            return hostItems(MenuCommand::mnuRemoteConnection, events.hostMenus().mnuRemoteConnection());
+        case BarMenu::mnuFile:
+        case BarMenu::mnuFont:
+            break;
+    }
+    return {};
+}
+
+std::vector<MenuItem> mnuRightClick(bool copyEnabled, bool pasteEnabled) {
+    return {{MenuCommand::mnuRightClickCopy, "&Copy", copyEnabled},
+            {MenuCommand::mnuRightClickPaste, "&Paste", pasteEnabled},
+            {MenuCommand::mnuRightClickClear, "C&lear"}};
+}
+
+bool redrawsScreen(MenuCommand command) {
+    return command == MenuCommand::mnuFileScreenWidth || fontEntry(command);
+}
+
+void choose(MenuCommand command, TermWindowEvents& events) noexcept {
+    switch (command) {
+        case MenuCommand::mnuFileRest:
+            return events.mnuFileRest_Click();
+        case MenuCommand::mnuFileScreenWidth:
+            return events.mnuFileScreenWidth_Click();
+        case MenuCommand::mnuFileClearClipboard:
+            return events.mnuFileClearClipboard_Click();
+        case MenuCommand::mnuFilePrint:
+            return events.mnuFilePrint_Click();
+        case MenuCommand::mnuFileExit:
+            return events.mnuFileExit_Click();
+        case MenuCommand::mnuRightClickCopy:
+            return events.mnuRightClickCopy_Click();
+        case MenuCommand::mnuRightClickPaste:
+            return events.mnuRightClickPaste_Click();
+        case MenuCommand::mnuRightClickClear:
+            return events.mnuRightClickClear_Click();
+        case MenuCommand::Separator:
+        case MenuCommand::mnuFontStyle:
+        case MenuCommand::mnuPrinterType:
+        case MenuCommand::mnuPrinter:
+        case MenuCommand::mnKnowledgeBaseLink:
+        case MenuCommand::mnuRemoteConnection:
+            break;
+    }
+    if (const auto entry = fontEntry(command)) {
+        events.mnuFontStyle_Click(*entry);
+    } else if (const auto type = numberIn(command, MenuCommand::mnuPrinterType, kPrinterTypes.size())) {
+        events.mnuPrinterType_Click(*type);
+    } else if (const auto printer = numberIn(command, MenuCommand::mnuPrinter, kMostPrinters)) {
+        events.mnuPrinter_Click(*printer);
+    } else if (const auto link = numberIn(command, MenuCommand::mnKnowledgeBaseLink, kMostItems)) {
+        events.mnKnowledgeBaseLink_Click(*link);
+    } else if (const auto program = numberIn(command, MenuCommand::mnuRemoteConnection, kMostItems)) {
+        events.mnuRemoteConnection_Click(*program);
+    }
+}
+
+}  // namespace kavrelon

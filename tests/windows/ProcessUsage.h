@@ -1,0 +1,41 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+
+namespace kavrelon {
+
+// What this process uses of things that it can run out of.
+
+/// The drawing objects, counted in the table that the process shares with the platform: the platform's own
+/// count is not there everywhere.
+inline int countGdiObjects() {
+    constexpr std::size_t kTableInProcess = 0x94, kEntries = 65536, kEntrySize = 24, kTypeInEntry = 14;
+    const char* process = nullptr;
+    asm("movl %%fs:0x30, %0" : "=r"(process));
+    const char* table = *reinterpret_cast<const char* const*>(process + kTableInProcess);
+    int count = 0;
+    for (std::size_t entry = 0; entry < kEntries; ++entry) {
+        if (table[entry * kEntrySize + kTypeInEntry] != 0) ++count;
+    }
+    return count;
+}
+
+inline DWORD countHandles() {
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return count;
+}
+
+/// The memory that is this process's own.
+inline std::size_t committedBytes() {
+    std::size_t sum = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    for (char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0; at += region.RegionSize) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) sum += region.RegionSize;
+    }
+    return sum;
+}
+
+}  // namespace kavrelon
