@@ -82,7 +82,6 @@ bool ClassesRoot::exists(const std::wstring& key) const {
     return RegOpenKeyExW(hive_, pathOf(key).c_str(), 0, KEY_READ, opened.put()) == ERROR_SUCCESS;
 }
 
-<<<<<<< HEAD
 std::optional<std::wstring> ClassesRoot::text(const RegistryValue& place) const {
     const std::wstring path = pathOf(place.key);
     const auto read = [&](wchar_t* data, DWORD& bytes) {
@@ -94,17 +93,6 @@ std::optional<std::wstring> ClassesRoot::text(const RegistryValue& place) const 
     if (read(data.data(), bytes) != ERROR_SUCCESS) return std::nullopt;
     data.resize(bytes / sizeof(wchar_t) - 1);
     return data;
-=======
-bool ClassesRoot::isOurs(const RegistryGroup& group) const {
-    if (group.owner.key.empty()) return true;
-    const std::wstring path = pathOf(group.owner.key);
-    const wchar_t* const name = group.owner.name.c_str();
-    std::wstring data(group.owner.data.size() + 1, L'\0');
-    DWORD bytes = static_cast<DWORD>(data.size()) * sizeof(wchar_t);
-    const LSTATUS read = RegGetValueW(hive_, path.c_str(), name, RRF_RT_REG_SZ, nullptr, data.data(), &bytes);
-    // The call also fails for data longer than ours, which has no room.
-    return read == ERROR_SUCCESS && _wcsicmp(data.c_str(), group.owner.data.c_str()) == 0;
->>>>>>> main
 }
 
 /// Whether the registry has this value. One without a key stands for no condition.
