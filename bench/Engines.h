@@ -15,7 +15,7 @@ class Engine {
     virtual ~Engine() = default;
 
     virtual void feed(std::span<const std::uint8_t> block) = 0;
-    /// The character that stands in a cell, 0-based; NUL and blank alike as a blank.
+    /// The character in a cell, 0-based; a blank for NUL.
     virtual char shown(int column, int line) const = 0;
 
     /// Feeds a whole stream in blocks.
@@ -27,11 +27,11 @@ class Engine {
     }
 };
 
-/// Our terminal behind the sample host's recogniser, on a window in memory.
+/// Our terminal with our recogniser before it, on a window in memory.
 std::unique_ptr<Engine> makeOurEngine(ScreenExtent extent, bool paintOn);
 
-/// libvterm with its screen layer, as light as it goes: single-byte characters, no callbacks (so damage is
-/// collected, merged as far as it can be, and told to nobody), no scroll-back.
+/// libvterm with its screen layer, with as little work as it can be given: single-byte characters, no
+/// callbacks (so damage is collected, merged as far as it can be, and told to nobody), no scroll-back.
 std::unique_ptr<Engine> makeVtermEngine(ScreenExtent extent);
 
 }  // namespace kavrelon::bench

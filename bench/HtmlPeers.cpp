@@ -11,7 +11,7 @@
 namespace kavrelon::bench {
 namespace {
 
-/// How browsers of the time showed the tags that documents use; without such a sheet everything is one line
+/// How browsers of the time showed the tags that documents use; without a style sheet everything is one line
 /// of plain text.
 constexpr const char* kStyleSheet =
     "html,body,p,div,center,blockquote,ul,ol,h1,h2,h3,h4,h5,h6,hr{display:block}"
@@ -26,7 +26,7 @@ constexpr const char* kStyleSheet =
     "h3{font-size:15pt} u,a{text-decoration:underline} small{font-size:9pt} big{font-size:11pt}"
     "sub{vertical-align:sub} sup{vertical-align:super} center{text-align:center} hr{border:1px inset}";
 
-/// Every character as wide as on `HeadlessCanvas`; a font is its size in pixels.
+/// Characters are as wide as on `HeadlessCanvas`; the number of a font is its size in pixels.
 class Container final : public litehtml::document_container {
   public:
     litehtml::uint_ptr create_font(const char*, int size, int, litehtml::font_style, unsigned,

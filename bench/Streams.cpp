@@ -54,7 +54,7 @@ std::string letterLines(ScreenExtent, std::size_t length) {
     return stream;
 }
 
-/// Words in lines, with a sequence in front of each.
+/// Words in lines, each after a sequence.
 template <class Sequence>
 std::string colouredWords(ScreenExtent extent, std::size_t length, Sequence sequence) {
     Source source;
@@ -113,8 +113,8 @@ constexpr StreamKind kKinds[]{
     {"plain", "lines of text one short of the screen's width", plainLines},
     {"wrapped", "text without line ends", wrappedText},
     {"letters", "one letter a line", letterLines},
-    {"colour", "a colour of one parameter in front of every word", oneParameterColour},
-    {"colours", "a rendition of three parameters in front of every word", severalParameterColour},
+    {"colour", "a colour of one parameter before every word", oneParameterColour},
+    {"colours", "a rendition of three parameters before every word", severalParameterColour},
     {"pages", "screens of short addressed fields", addressedPages},
     {"scroll", "a log with long and short lines, colours and a status line", scrollingMix},
 };

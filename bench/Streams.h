@@ -18,6 +18,7 @@ inline constexpr ScreenExtent kExtents[]{{80, 25}, {132, 60}};
 struct StreamKind {
     const char* name;
     const char* description;
+    /// A stream of at least `length` bytes, the same at every call.
     std::string (*make)(ScreenExtent extent, std::size_t length);
 };
 
@@ -28,7 +29,7 @@ const StreamKind* findStreamKind(std::string_view name);
 /// Streams come to a terminal in blocks of this size, as from a socket.
 inline constexpr std::size_t kBlock = 4096;
 
-/// The bytes of a stream of at least this many; the same at every call.
+/// How many bytes a measured stream has at least.
 inline constexpr std::size_t kStreamLength = 262144;
 
 }  // namespace kavrelon::bench

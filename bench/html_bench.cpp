@@ -15,8 +15,7 @@ void run(benchmark::State& state, const HtmlStep& step, const HtmlDocumentKind& 
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(html.size()));
 }
 
-/// What peers cannot be asked for on hard documents of any length, as their work grows out of proportion:
-/// litehtml's doubles with every table in a table.
+/// What a peer cannot do in any reasonable time: litehtml's work doubles with every table in a table.
 bool takesForever(std::string_view step, std::string_view kind) {
     return step == "litehtml" && kind == "nested-tables";
 }

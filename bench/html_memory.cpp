@@ -1,4 +1,4 @@
-// Prints for each document how many bytes of the heap the label holds when it holds most, while it parses the
+// Prints for each document the most bytes of the heap that the label holds at a time while it parses the
 // document, lays it out and draws it.
 
 #include <algorithm>
@@ -18,7 +18,7 @@ namespace {
 std::size_t held = 0;
 std::size_t mostHeld = 0;
 
-/// Stands before each block, as large as keeps the block aligned.
+/// The size of what is put before each block: enough for the block's length, and the block stays aligned.
 constexpr std::size_t kHeader = alignof(std::max_align_t);
 
 }  // namespace

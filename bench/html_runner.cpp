@@ -1,5 +1,5 @@
-// Does a step of an HTML engine's work on a document as often as it is told and prints the document's length,
-// for instruction counts: the difference between two runs is what the step costs.
+// Does a step of an HTML engine's work on a document a given number of times and prints the document's
+// length, for instruction counts: the difference between two runs is what the step costs.
 
 #include <cstdio>
 #include <string>

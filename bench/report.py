@@ -8,7 +8,7 @@ import sys
 import measure
 
 SIZES = ("80x25", "132x60")
-# What the engine is held to with painting off: instructions a byte at most, times libvterm's speed at least.
+# The limits with painting off: instructions a byte at most, and times libvterm's speed at least.
 LIMITS = {
     "plain": (30, 3),
     "wrapped": (30, 3),

@@ -9,10 +9,10 @@ import sys
 
 import measure
 
-# What the label is held to on a help text: instructions a byte at most, times the peers' speed at least.
+# The limits on a help text: instructions a byte at most, and times the peers' speed at least.
 MOST_INSTRUCTIONS = {"parse": 90, "layout": 120}
 LEAST_RATIOS = {"gumbo": 5, "litehtml": 20}
-# And on every document: what eight times the length may cost, and the heap that the longest may take.
+# On every document: how much more work eight times the length may be, and how much heap the longest may take.
 SHORT, LONG = 4000, 32000
 MOST_GROWTH = 9
 MOST_MEGABYTES = 6
@@ -38,7 +38,7 @@ class Report:
         return count / characters
 
     def ratio(self, peer, document, length):
-        """How many times the peer's speed ours is, in doing what the peer does; none where it has none."""
+        """Our speed divided by the peer's in the same work; none where the peer cannot do it."""
         ours = {"gumbo": "parse", "litehtml": "all"}[peer]
         speed = self.speed.get((document, peer, str(length)))
         return self.speed[document, ours, str(length)] / speed if speed else None

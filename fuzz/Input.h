@@ -11,7 +11,7 @@ namespace kavrelon::fuzz {
 
 using Bytes = std::span<const std::uint8_t>;
 
-/// Ends the run as a finding.
+/// Ends the run with a finding unless the law holds.
 inline void require(bool holds, const char* law) {
     if (holds) return;
     std::cerr << "broken: " << law << '\n';

@@ -1,5 +1,5 @@
-// Any text makes a document whose records hold together, and a page that is the same whenever it is laid out
-// at the same width, on which every word stands.
+// Any text makes a document whose records agree with one another, and a page with every word on it, which is
+// the same whenever it is laid out at the same width.
 
 #include <algorithm>
 #include <string>
@@ -59,7 +59,7 @@ void checkTree(const HTMLDocument& document) {
         require(element.intIndex == reached, "the tree keeps the document's order");
         const auto children = element.intChildren;
         const auto closers = children.size() - static_cast<std::size_t>(element.intChildCount);
-        require(closers <= 1, "one closer at most stands behind the children");
+        require(closers <= 1, "at most one closer comes after the children");
         for (std::size_t place = children.size(); place > 0; --place) {
             const HTMLElement& child = elements[position(children[place - 1], document)];
             require(child.intParent == element.intIndex &&
@@ -90,7 +90,7 @@ std::string withoutSpaces(std::string text) {
     return text;
 }
 
-/// What is to be drawn of a text, spaces apart.
+/// What is to be drawn of a text, without spaces.
 std::string drawable(const HTMLElement& element) {
     constexpr std::string_view kHardSpace = "&nbsp;";
     std::string text;
@@ -106,7 +106,7 @@ bool hidesText(const HTMLElement& element) {
     return tag.content != TagContent::Shown && !tag.isCloser;
 }
 
-/// Every text is on the page, in full; nothing of it only where tags hide text.
+/// Every text is on the page, in full; or not at all, where tags hide text.
 void checkWords(const HTMLDocument& document, const std::vector<TextRun>& runs) {
     std::vector<std::string> drawn(document.mudtElements().size());
     for (const TextRun& run : runs) drawn[position(run.element, document)] += run.text;
@@ -125,7 +125,7 @@ void checkPage(const Layout& layout, int width, const std::vector<TextRun>& runs
         const Rect& place = run.place;
         require(place.left >= 0 && place.top >= 0 && place.left <= place.right && place.right <= right &&
                     place.top <= place.bottom && place.bottom <= bottom,
-                "texts stand on the page");
+                "texts are inside the page");
     }
 }
 
@@ -140,7 +140,7 @@ bool fits(const RecordingCanvas::Text& drawn, const TextRun& run) {
 
 void checkDrawing(const Layout& layout, RecordingCanvas& canvas, const std::vector<TextRun>& runs) {
     layout.draw(canvas, {0, 0, layout.size().width, layout.size().height});
-    require(std::ranges::equal(canvas.texts, runs, fits), "what is drawn is what is told");
+    require(std::ranges::equal(canvas.texts, runs, fits), "what is drawn is what the runs say");
     layout.draw(canvas, {10, 10, 20, 20});
     layout.draw(canvas, {});
 }

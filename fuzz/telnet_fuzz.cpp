@@ -1,4 +1,4 @@
-// Whatever the blocks, the telnet filter shows and answers the same, and no more than it is asked.
+// Whatever the blocks that a stream comes in, the telnet filter shows and answers the same, and not too much.
 
 #include <cstddef>
 #include <cstdint>

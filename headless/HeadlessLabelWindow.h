@@ -11,9 +11,8 @@
 
 namespace kavrelon {
 
-/// A label's window in memory, on a screen of 96 pixels an inch whose scroll bars are 16 pixels thick. It
-/// stands in for the platform's window in tests and measurements: what is around it can be set, and it keeps
-/// what the label makes of it.
+/// A label's window in memory, on a screen of 96 pixels an inch whose scroll bars are 16 pixels thick: its
+/// surroundings can be set, and it keeps what the label does with it.
 class HeadlessLabelWindow final : public LabelWindow {
   public:
     static constexpr double kTwipsPerPixel = 15;
@@ -25,7 +24,7 @@ class HeadlessLabelWindow final : public LabelWindow {
         bool userMode = true;
         std::optional<int> windowState = 0;
     };
-    /// What the label has made of the window.
+    /// What the label has done with the window.
     struct Shown {
         LabelSurface surface;
         LabelPlacement placement;
@@ -35,7 +34,7 @@ class HeadlessLabelWindow final : public LabelWindow {
         std::string toolTipText;
         bool tmrHyperlinkClick = false;
         int paints = 0;
-        /// Where the last paint has drawn the frame of what has the keyboard.
+        /// The frame that the last paint drew around what has the keyboard.
         std::optional<Rect> focus;
     };
 
@@ -43,7 +42,7 @@ class HeadlessLabelWindow final : public LabelWindow {
     void paintFor(const std::shared_ptr<HTMLLabel>& label) { label_ = label; }
     Surroundings& surroundings() { return surroundings_; }
     const Shown& shown() const { return shown_; }
-    /// What happens while the label lets messages through, and in the containing form's procedures.
+    /// What happens while the label lets messages through, and when it calls a procedure of the form.
     void onMessages(std::function<void()> handler) { onMessages_ = std::move(handler); }
     void onCall(std::function<void(const std::string&, const std::vector<std::string>&)> handler) {
         onCall_ = std::move(handler);

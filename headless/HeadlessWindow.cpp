@@ -71,7 +71,7 @@ void HeadlessWindow::clear() {
 }
 
 void HeadlessWindow::clearOutsideGrid() {
-    // Only the mark of a cursor in the pending column ever stands there.
+    // Nothing is ever drawn there but the mark of a cursor in the pending column.
     const int column = grid_.width() / kCell.width;
     for (int row = 0; row < gridLines(); ++row) {
         if (cells_.shown(column, row) != ShownCell{}) *cells_.at(column, row) = {};

@@ -8,14 +8,14 @@
 namespace kavrelon {
 namespace {
 
-/// A piece again and again, as often as it fits.
+/// A piece, repeated as often as it fits.
 std::string repeated(std::string_view piece, std::size_t length) {
     std::string text;
     while (text.size() + piece.size() <= length) text += piece;
     return text;
 }
 
-/// As much of the piece as fits between what stands before and after.
+/// A piece, repeated as often as it fits between `before` and `after`.
 std::string between(std::string_view before, std::string_view piece, std::string_view after,
                     std::size_t length) {
     std::string text(before);
@@ -23,7 +23,7 @@ std::string between(std::string_view before, std::string_view piece, std::string
     return text += after;
 }
 
-/// Pieces with their number in them, in place of every "#".
+/// A piece, repeated as often as it fits after `before`, each with its number in place of every "#".
 std::string numbered(std::string_view before, std::string_view piece, std::size_t length) {
     std::string text(before);
     for (int number = 1; text.size() + piece.size() + 8 <= length; ++number) {

@@ -11,8 +11,7 @@ namespace kavrelon {
 struct HtmlDocumentKind {
     const char* name;
     const char* description;
-    /// A document of about this many characters, the same at every call: at most that many, unless the kind
-    /// takes more to show what it is about.
+    /// A document of about `length` characters, the same at every call. Few kinds need more.
     std::string (*make)(std::size_t length);
 };
 

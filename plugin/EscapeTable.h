@@ -9,8 +9,8 @@
 
 namespace kavrelon {
 
-// What recognised sequences do, by what they act on. The numbers are the system's action codes; hosts never
-// see them.
+// What recognised sequences do, by what they act on: a row's target is the type of its action. The numbers
+// are the system's action codes; hosts never see them.
 
 /// Changes the current window's screen, with the cursor mark off meanwhile.
 enum class ScreenAction : std::int16_t {
@@ -50,7 +50,7 @@ enum class PluginAction : std::int16_t {
     SetFunctionKey = 106,
 };
 
-/// Is recognised, so that it does not litter the screen, and does nothing.
+/// Does nothing: the sequence is recognised so that it does not litter the screen.
 enum class IgnoredAction : std::int16_t {
     SaveCursor = 7,
     RestoreCursor = 8,
@@ -68,8 +68,8 @@ using EscapeAction = std::variant<ScreenAction, WindowAction, PluginAction, Igno
 
 /// One row of the table: what the host looks for, what it may call it, and what the plug-in then does.
 ///
-/// Pattern notation: `<ESC>` and `<n>` stand for one character, `{N}` `{n}` for a numeric field, `{X}` `{x}`
-/// for a text field, `<term>` `<TERM>` for the end of a private sequence; anything else stands for itself.
+/// Pattern notation: `<ESC>` and `<n>` are one character, `{N}` `{n}` is a numeric field, `{X}` `{x}` a text
+/// field, `<term>` `<TERM>` the end of a private sequence; anything else is itself.
 struct EscapeRow {
     const char* pattern = "";
     const char* description = "";

@@ -30,7 +30,7 @@ class FunctionKeys {
     static int numberFromName(std::string_view name);
 
     /// Replaces "<cr>" and "<CR>" by a carriage return and "^nn" by the character of that decimal code.
-    /// What follows a "^" and is no number contributes nothing.
+    /// A "^" whose next two characters are no number is left out together with them.
     static std::string TranslateKeyString(std::string_view text);
 
   private:

@@ -4,7 +4,7 @@
 
 namespace kavrelon {
 
-/// The host's parent object: the six of its members that the plug-in uses. Each may fail, with any exception.
+/// The host's parent object: the six of its members that the plug-in uses. Each may throw anything.
 class HostParent {
   public:
     virtual ~HostParent() = default;
@@ -13,6 +13,7 @@ class HostParent {
     virtual void ParentSendData(const std::string& Value) = 0;
     /// The connection's base window has closed.
     virtual void ParentWindowClosed() = 0;
+    /// The break signal for the remote system.
     virtual void ParentSendBreak() = 0;
     /// Name of the connection profile.
     virtual std::string ParentConnectionProfile() = 0;

@@ -40,7 +40,7 @@ void clsTerminal::IClientMain_InitializeClass() {
 
 void clsTerminal::IClientMain_OnConnection() {
     functionKeys_.LoadFunctionKeys(platform_.profileFile(), IniFile_);
-    // Showing a window sends messages, and with them the host may call in: the window outlives the call.
+    // Showing a window sends messages, and the host may call in from one: the window must outlive the call.
     const std::shared_ptr<frmTerm> window = currentWindow().shared_from_this();
     window->setWindowState(WindowState::Maximised);
     window->DisplayTerminalWindows();
@@ -143,7 +143,7 @@ void clsTerminal::makeCurrent(std::shared_ptr<frmTerm> window) {
 }
 
 void clsTerminal::unloadSlot(std::size_t index) noexcept {
-    // The slot is empty before the window tells anybody that it closes: whoever calls in then finds it gone.
+    // The slot is emptied before the window tells anybody that it closes: who calls in then finds it gone.
     if (const std::shared_ptr<frmTerm> window = std::exchange(windows_[index], nullptr)) window->Unload();
 }
 

@@ -16,7 +16,7 @@
 namespace kavrelon {
 
 /// The plug-in: the one object that a host creates. It keeps the stack of terminal windows, gives the host
-/// the escape table, and carries out what the host received.
+/// the escape table, and does what the host received.
 ///
 /// Order of calls: `IClientMain_SetClientParent`, `IClientMain_InitializeClass`, `IClientMain_OnConnection`,
 /// then data and sequences, `IClientMain_OnClose`, `IClientMain_DestroyClass`. Members that need a window
@@ -25,6 +25,7 @@ namespace kavrelon {
 /// but the "INIT" command after a logon.
 class clsTerminal final : public TermOwner {
   public:
+    /// The highest index on the stack of windows.
     static constexpr int kUpperWindow = 100;
 
     /// `version` is what `IClientMain_PlugInVersion` reports. The platform must outlive this object.
@@ -34,14 +35,19 @@ class clsTerminal final : public TermOwner {
     clsTerminal(const clsTerminal&) = delete;
     clsTerminal& operator=(const clsTerminal&) = delete;
 
+    /// Takes the host's parent object; null for none.
     void IClientMain_SetClientParent(std::shared_ptr<HostParent> oParent);
     /// Reads profile name and settings path from the parent and creates window 0, hidden.
     void IClientMain_InitializeClass();
     /// Loads the function keys, and shows and opens the current window, maximised.
     void IClientMain_OnConnection();
+    /// The user has logged on: the current window shows it, the windows pushed later do, and the host gets
+    /// the command "INIT". Errors are dropped, also at the log-off.
     void IClientMain_OnLogin() noexcept;
     void IClientMain_OnLogOut() noexcept;
+    /// Ends the session of the current window, which stays.
     void IClientMain_OnClose();
+    /// Unloads all windows and lets go of the parent object. Errors are dropped.
     void IClientMain_DestroyClass() noexcept;
     std::string IClientMain_PlugInID() const;
     std::string IClientMain_PlugInDesc() const;
@@ -56,7 +62,10 @@ class clsTerminal final : public TermOwner {
     /// Pattern and description of a row; raise SubscriptOutOfRange outside 0 to 100.
     std::string IClientEscTree_EscTreeString(std::int16_t Index) const;
     std::string IClientEscTree_EscTreeDesc(std::int16_t Index) const;
-    /// Carries out the row's action on the current window. A sequence that fails keeps what it did before.
+    /// Does what a row stands for, with the fields of its sequence; rows without an action do nothing. Raises
+    /// SubscriptOutOfRange outside 0 to 100 and for a field that is missing, TypeMismatch and Overflow for
+    /// one that is no number of 16 bits, InvalidProcedureCall for a rendition outside 0 to 255. A sequence
+    /// that fails keeps what it did before.
     void IClientEscTree_EscTreeProcess(std::int16_t Index, const EscapeArguments& args);
 
     void WindowHasClosed() noexcept override;
@@ -90,7 +99,7 @@ class clsTerminal final : public TermOwner {
     std::shared_ptr<HostParent> parent() const;
     void makeCurrent(std::shared_ptr<frmTerm> window);
     void unloadSlot(std::size_t index) noexcept;
-    /// Unloads every window without telling anybody: a host that lets go of them expects no word.
+    /// Unloads every window without telling anybody: a host that lets go of them is not waiting to hear it.
     void dropWindows() noexcept;
 
     TermPlatform& platform_;

@@ -10,7 +10,7 @@
 namespace kavrelon {
 namespace {
 
-/// The remote side writes line breaks as one of two characters that it can send.
+/// The remote side writes a line break as one of two characters.
 std::string withLineBreaks(std::string_view text) {
     std::string result;
     for (const char c : text) {
@@ -37,7 +37,7 @@ void setRendition(Screen& screen, std::string_view part) {
 }
 
 void setAttributes(Screen& screen, const EscapeArguments& args) {
-    // Joining the fields that are not empty with ";" and splitting the whole gives the parts of each in turn.
+    // The same parts as of all fields joined with ";", but for the empty ones.
     for (std::string_view field : args.all()) {
         if (field.empty()) continue;
         for (;;) {
@@ -62,7 +62,7 @@ void carryOut(Screen& screen, ScreenAction action, const EscapeArguments& args) 
         case ScreenAction::CursorPosition:
         case ScreenAction::ForceCursorPosition:
             return setCursor(screen, args);
-        // The cursor moves by one cell whatever count the sequence carries.
+        // By one cell, whatever count the sequence has.
         case ScreenAction::CursorUp:
             return screen.CursorY(screen.CursorY() - 1);
         case ScreenAction::CursorDown:
@@ -194,7 +194,7 @@ void clsTerminal::closeScreen() {
     const int top = topIndex_;
     makeCurrent(nullptr);
     unloadSlot(static_cast<std::size_t>(top));
-    // Whoever heard of the closing may have ended everything.
+    // The host hears of the closing, and may have ended everything.
     if (topIndex_ != top) return;
     topIndex_ = top - 1;
     const std::shared_ptr<frmTerm> window = windows_[static_cast<std::size_t>(topIndex_)];

@@ -16,7 +16,7 @@ struct FontMenuEntry {
 inline constexpr int kFirstFontEntry = 1;
 inline constexpr int kFontEntries = 8;
 
-/// The font menu, entries 1 to 8. The last two are captioned in full and named in short.
+/// The font menu, entries 1 to 8. The last two have full captions and abbreviated names.
 inline constexpr std::array<FontMenuEntry, kFontEntries> kFontMenu{{
     {"&MS LineDraw", {"MS LineDraw", charsets::kDefault}},
     {"&Lucida Console", {"Lucida Console", charsets::kOem}},

@@ -10,7 +10,7 @@
 
 namespace kavrelon {
 
-/// What help boxes go by: where the grid of cells stands in the terminal's window, and its font.
+/// What help boxes are placed by: where the grid of cells is in the terminal's window, and its font.
 struct HelpGrid {
     std::int16_t XOffset = 0;
     std::int16_t YOffset = 0;
@@ -36,7 +36,7 @@ class HelpBoxes {
     /// Closes the box of a slot, if there is one. Raises SubscriptOutOfRange outside 0 to 50.
     void close(int slot);
     void closeAll() noexcept;
-    /// Closes every box whose top stands in screen row `row` or below it.
+    /// Closes every box whose top is in screen row `row` or below it.
     void closeFrom(int row) noexcept;
     /// Empties the slot of a box that has been closed.
     void forget(const frmHelp& box) noexcept;

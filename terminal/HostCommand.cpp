@@ -8,7 +8,7 @@
 namespace kavrelon {
 namespace {
 
-/// Takes the field before the next ";" off the text. Without one there is no field, and the text stays.
+/// Removes the field before the next ";" from the text, and the ";". Without a ";" there is no field.
 std::int16_t takeNumber(std::string_view& text) noexcept {
     const auto end = text.find(';');
     if (end == std::string_view::npos) return 0;

@@ -6,7 +6,7 @@
 
 namespace kavrelon {
 
-/// A text command from the host: a word, and what stands behind the first space.
+/// A text command from the host: a word, and what follows its first space.
 struct HostCommand {
     std::string word;  ///< upper case
     std::string_view argument;
@@ -21,7 +21,7 @@ struct ImageCommand {
     std::int16_t bottomX = 0;
     std::int16_t bottomY = 0;
     std::int16_t number = 0;
-    std::string_view name;  ///< all that stands behind the numbers; may hold ";"
+    std::string_view name;  ///< all that follows the numbers; may contain ";"
 
     /// Numbers that cannot be read are 0.
     explicit ImageCommand(std::string_view argument) noexcept;

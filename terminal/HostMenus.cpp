@@ -22,7 +22,7 @@ void HostMenus::ClearKB() {
 
 void HostMenus::AddKB(std::string sURL, std::string sDesc) {
     const std::size_t n = knowledgeBase_.size();
-    // An item that outlived a clear is taken into use again.
+    // An item that an earlier clearing left is used again.
     if (n == mnKnowledgeBaseLink_.size()) mnKnowledgeBaseLink_.emplace_back();
     mnKnowledgeBaseLink_[n] = {sDesc, true};
     knowledgeBase_.push_back({std::move(sURL), std::move(sDesc)});

@@ -7,7 +7,7 @@ namespace kavrelon {
 
 /// The two menus that the host fills: web addresses ("Knowledge Base") and programs ("Remote").
 ///
-/// Each menu is a list of entries and the items shown for it. The two part ways on purpose: clearing the
+/// Each menu is a list of entries and the items shown for it. The two differ on purpose: clearing the
 /// knowledge base leaves its items on the menu.
 class HostMenus {
   public:

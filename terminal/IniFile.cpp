@@ -20,7 +20,7 @@ void ReadIni(ProfileFile& profiles, const std::string& file, const std::string& 
     result = fallback;
     if (!profiles.canRead(file)) raise(RuntimeErrorNumber::FileNotFound, "IniFile::ReadIni");
     result = profiles.read(file, section, key, fallback, kResultCapacity);
-    // Only the blanks in front go: those behind a quoted value stand before its end in the result.
+    // Only leading blanks go: trailing ones were inside the quotes of the value.
     result.erase(0, result.find_first_not_of(' '));
 }
 

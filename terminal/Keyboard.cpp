@@ -51,7 +51,7 @@ void Keyboard::followCtrl(const KeyStroke& key) {
     const bool ctrlHeld = (key.Shift & shifts::kCtrl) != 0;
     // AltGr arrives as Ctrl and the right Alt key. What it types are characters, not Ctrl combinations.
     const bool altGr = key.keyCode == keys::kAlt && key.rightAlt && ctrlHeld;
-    // Whoever had the keyboard in between, a menu for one, may have kept Ctrl's release to itself.
+    // What had the keyboard in between, such as a menu, may not have passed on that Ctrl was released.
     if (altGr || !ctrlHeld) CtrlDown_ = false;
     if (key.keyCode == keys::kCtrl && !key.rightAlt) CtrlDown_ = true;
 }
@@ -73,7 +73,7 @@ std::string Keyboard::textWithCtrl(KeyStroke& key) {
     const std::int16_t code = std::exchange(key.keyCode, 0);
     if (code == 'C' && target_.copySelection()) return {};
     if (code == 'V') return target_.textToPaste();
-    // Ctrl+Q would start a remote system's output that nobody had stopped.
+    // Ctrl+Q would resume a remote system's output that nobody had stopped.
     if (code == 'Q') return {};
     return {static_cast<char>(code - kControlOffset)};
 }

@@ -18,8 +18,8 @@ constexpr std::size_t kMostItems = 16000;
 constexpr std::size_t kMostPrinters = 500;
 
 /// The printing methods that the settings file can name.
-constexpr std::array<const char*, kSpoolTypes.size()> kPrinterTypes{"&Default", "&Enhanced Metafile",
-                                                                    "&Text", "&Raw"};
+constexpr std::array<const char*, kSpoolTypes.size()> kPrinterTypes{"&Default", "&Enhanced Metafile", "&Text",
+                                                                    "&Raw"};
 
 /// A text as a caption that shows just that.
 std::string literalCaption(std::string text) {
@@ -43,8 +43,8 @@ std::optional<std::int16_t> fontEntry(MenuCommand command) {
 std::vector<MenuItem> fontItems() {
     std::vector<MenuItem> items;
     for (int entry = kFirstFontEntry; entry < kFirstFontEntry + kFontEntries; ++entry) {
-        items.push_back({MenuCommand::mnuFontStyle + static_cast<std::size_t>(entry),
-                         fontMenuEntry(entry).caption});
+        items.push_back(
+            {MenuCommand::mnuFontStyle + static_cast<std::size_t>(entry), fontMenuEntry(entry).caption});
     }
     return items;
 }

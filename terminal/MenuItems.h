@@ -20,8 +20,8 @@ inline constexpr std::array<const char*, 5> kBarCaptions{"&File", "F&ont", "&Pri
 inline constexpr const char* kWideCaption = "132 Char per Line";
 inline constexpr const char* kNarrowCaption = "80 Char per Line";
 
-/// What an item tells when it is chosen. The numbers of a group go on from its first: the font menu's by the
-/// entry, from 1, all others by the item, from 0.
+/// What an item tells when it is chosen. The commands of a group count on from its first: the font menu's
+/// from 1, all others from 0.
 enum class MenuCommand : std::uint16_t {
     Separator = 0,
     mnuFileRest = 100,
@@ -54,14 +54,14 @@ struct MenuItem {
 
 /// What a menu of the bar holds from the start, in order.
 std::vector<MenuItem> lastingItems(BarMenu menu);
-/// What follows that from when the menu opens until it opens again. Throws what asking for it throws.
+/// The items after those, made anew each time the menu opens. Throws what the events throw.
 std::vector<MenuItem> passingItems(BarMenu menu, TermWindowEvents& events);
 /// The context menu.
 std::vector<MenuItem> mnuRightClick(bool copyEnabled, bool pasteEnabled);
 
 /// Whether a command changes the whole picture.
 bool redrawsScreen(MenuCommand command);
-/// Calls the handler of a command; none for one that no item has.
+/// Calls the handler of a command, if there is one.
 void choose(MenuCommand command, TermWindowEvents& events) noexcept;
 
 }  // namespace kavrelon

@@ -11,8 +11,8 @@ namespace kavrelon {
 
 class TermPlatform;
 
-/// The pictures that the remote side may show: the files of the folder "Pictures" beside the settings file.
-/// Every picture name from the remote side comes here, whatever it is wanted for.
+/// The pictures that the remote side may show: the files of the folder "Pictures" next to the settings file.
+/// Every picture name from the remote side comes here, for whatever use.
 class PictureFolder {
   public:
     static constexpr std::string_view kName = "Pictures";

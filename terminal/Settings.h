@@ -5,7 +5,7 @@ namespace kavrelon::settings {
 // Sections and keys of the settings file.
 inline constexpr const char* kMisc = "Misc";
 inline constexpr const char* kFontStyle = "FontStyle";
-/// With the key's number behind it.
+/// Followed by the key's number.
 inline constexpr const char* kFuncKey = "FuncKey";
 inline constexpr const char* kPrinter = "Printer";
 inline constexpr const char* kSpoolType = "SpoolType";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -19,6 +20,9 @@ enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2
 
 enum class TermTimer { cursor_timer, tmrBeep };
 
+/// Their intervals.
+inline constexpr std::array<int, 2> kTimerMilliseconds{300, 10};
+
 /// What a terminal window declares for its title bar.
 struct TitleBarSettings {
     bool controlBox = true;
@@ -27,9 +31,9 @@ struct TitleBarSettings {
     bool hasCaption = true;
 };
 
-/// The platform's terminal window: its surface, and what the session needs of it beside drawing.
+/// The platform's terminal window: its surface, and what the session needs of it besides drawing.
 ///
-/// A window is created hidden. Its owner may destroy it at any time, also from within one of its own events.
+/// A window is created hidden. Its owner may destroy it at any time, also from one of its own events.
 class TermWindow : public TermSurface {
   public:
     virtual WindowId id() const = 0;
@@ -54,12 +58,12 @@ class TermWindow : public TermSurface {
     /// Stores the style bits and has the frame redrawn at the same place, size and stacking position.
     virtual void setStyleBits(std::uint32_t bits) = 0;
 
-    /// Starts or stops a timer (cursor 300 ms, beep 10 ms). Starting one that runs does nothing.
+    /// Starts or stops a timer. Starting one that runs does nothing.
     virtual void enableTimer(TermTimer timer, bool on) = 0;
     /// Sounds the bell without making the caller wait for its end.
     virtual void beep(int frequencyHertz, int milliseconds) = 0;
 
-    /// The clipboard's text in single-byte characters; nothing when it holds none or cannot be had.
+    /// The clipboard's text in single-byte characters; nothing when it holds none or cannot be opened.
     virtual std::optional<std::string> clipboardText() = 0;
     /// Replaces the clipboard's content; false when another program does not let go of it.
     virtual bool setClipboardText(const std::string& text) = 0;
@@ -132,8 +136,7 @@ class TermWindowEvents {
     /// Entry `index` of the printer menu, as `printerMenu` lists them.
     virtual void mnuPrinter_Click(std::int16_t index) noexcept = 0;
 
-    /// What the menus show that are filled when they open. Listing printers may run out of memory, and throws
-    /// then.
+    /// What the menus show that are filled when they open. Listing printers throws when memory runs out.
     virtual const HostMenus& hostMenus() const noexcept = 0;
     virtual PrinterMenu printerMenu() = 0;
 };

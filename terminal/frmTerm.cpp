@@ -88,7 +88,7 @@ void frmTerm::ProcessCmd(std::string_view sCmd, bool& bProcessed) noexcept {
 void frmTerm::DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
                              std::int16_t BotY, std::string_view PicName) {
     if (!isLoaded()) return;
-    // Before its file is read: once nothing shows it, it is read anew, and may have changed.
+    // Before its file is read: a picture that nothing shows any more is read again, and may have changed.
     screen_.ClearPicture(PicNum);
     screen_.DisplayPicture(PicNum, CellRect::between(TopX, TopY, BotX, BotY), loadPicture(PicName));
 }
@@ -152,7 +152,7 @@ void frmTerm::ReadINIFile() noexcept {
 void frmTerm::selectFont(std::int16_t index) {
     const int entry = fontEntryFor(index);
     screen_.setFont(fontMenuEntry(entry).font);
-    // A settings file that cannot be written costs the user the memory of the choice, not the choice.
+    // When the settings file cannot be written, the choice still holds for this window.
     carryOn([&] {
         IniFile::WriteIni(platform_.profileFile(), IniFile_, settings::kMisc, settings::kFontStyle,
                           std::to_string(index));

@@ -22,7 +22,7 @@ namespace kavrelon {
 /// The terminal window: a thin face over its parts (the screen, the settings, the session) that carries every
 /// member the plug-in class and the platform's window call.
 ///
-/// After the window has been closed, by whomever, the object stays and ignores what it is told.
+/// After the window has been closed, by anybody, the object remains and ignores what it is told.
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
                       private HelpBoxOwner,
@@ -98,7 +98,7 @@ class frmTerm final : public TermWindowEvents,
     const kavrelon::HelpBoxes& HelpBoxes() const { return HelpBoxes_; }
     /// Shows a picture of the picture folder over the cells between two corners (X: columns, Y: rows, both
     /// from 1) in any order, above the text. It takes the place of an older one of its number, even when
-    /// there is none of this name: the older would pass for the one that was asked for.
+    /// there is none of this name: the older one would be taken for it.
     void DisplayPicture(std::int16_t PicNum, std::int16_t TopX, std::int16_t TopY, std::int16_t BotX,
                         std::int16_t BotY, std::string_view PicName);
     void ClearPicture(std::int16_t PicNum) { screen_.ClearPicture(PicNum); }
@@ -173,7 +173,7 @@ class frmTerm final : public TermWindowEvents,
     void complain() noexcept;
 
     TermPlatform& platform_;
-    // A window may be inside a menu or a message box when its host lets go of everything else.
+    // A window may be inside a menu or a message box when its host releases everything else.
     std::shared_ptr<TermPlatform> platformKept_;
     std::unique_ptr<TermWindow> window_;
     kavrelon::HelpBoxes HelpBoxes_;

@@ -18,7 +18,7 @@ constexpr std::int16_t kWideColumns = 132;
 
 constexpr int kBellFrequency = 900;
 constexpr int kBellMilliseconds = 250;
-/// The bell of a clipboard that does not give or take.
+/// The bell when the clipboard cannot be read or written.
 constexpr int kComplaintFrequency = 100;
 constexpr int kComplaintMilliseconds = 100;
 
@@ -61,7 +61,7 @@ void frmTerm::Form_Close() noexcept {
 void frmTerm::cursor_timer_Timer() noexcept {
     if (!TermActive_) return;
     carryOn([this] { screen_.blinkCursor(); });
-    // A platform may bring the window to the front without telling it, and leave its boxes behind.
+    // A platform may bring the window to the front without telling it, which leaves its boxes below it.
     HelpBoxes_.parentChanged();
 }
 
@@ -267,7 +267,7 @@ void frmTerm::mnuFilePrint_Click() noexcept {
         if (!isLoaded()) return;
         const std::string printer = printerMenu().printerInUse();
         if (printer.empty()) return window_->reportFailure("There is no printer to print on.");
-        // Some printers ask the user something, and the window may be gone by the time of the answer.
+        // Some printers ask the user something, and the window may be closed before the answer.
         const bool printed = platform_.printers().print(printer, screen_.lines(), screen_.CharsPerLine());
         if (!printed && isLoaded())
             window_->reportFailure("The screen could not be printed on " + printer + ".");

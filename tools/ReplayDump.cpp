@@ -46,13 +46,13 @@ void writeRows(JsonLine& json, const char* key, int rows, WriteRow writeRow) {
     json.endArray();
 }
 
-/// Rows of a screen that can be dumped: what its size says, within what is stored.
+/// How many rows can be dumped: the screen's height, within what is stored.
 int storedRows(const Screen& screen) {
     return std::clamp<int>(screen.LinesPerPage(), 0, kMaxScreen);
 }
 
 void writeStoredRows(JsonLine& json, const Screen& screen) {
-    // The pending column is stored behind the last shown one.
+    // The pending column is stored after the last shown one.
     const int cells = std::clamp<int>(screen.CharsPerLine() + 1, 0, kMaxScreen);
     const auto line = [&](int row) -> const ScreenLine& { return screen.buffer().record(row + 1); };
     writeRows(json, "rows", storedRows(screen), [&](int row) {

@@ -12,7 +12,7 @@ class frmTerm;
 /// screen with its attribute, in runs. `index` is the window's place on the stack.
 std::string stateLine(const frmTerm& window, int index);
 
-/// What the headless window shows, cell by cell, in runs.
+/// What the headless window shows in each cell, in runs.
 std::string screenLine(const frmTerm& window, const HeadlessWindow& shown);
 
 /// The two menus that the host fills.

@@ -29,10 +29,11 @@ class ReplaySyntaxError : public std::runtime_error {
     int line_;
 };
 
-/// The next line that is neither blank nor a comment; false at the end. Raises ReplaySyntaxError.
+/// A script that is read line by line.
 class ReplayScript {
   public:
     explicit ReplayScript(std::istream& input) : input_(input) {}
+    /// The next line that is neither blank nor a comment; false at the end. Throws ReplaySyntaxError.
     bool next(ReplayLine& line);
 
   private:

@@ -56,7 +56,7 @@ class ReplaySession::Operands {
         return bytes;
     }
 
-    /// Whether the next word is the first of two.
+    /// Takes one of two words; whether it is the first.
     bool choice(const std::string& yes, const std::string& no) {
         const std::string text = word();
         if (text != yes && text != no) fail("\"" + text + "\" is neither " + yes + " nor " + no);

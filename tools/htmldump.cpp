@@ -1,4 +1,4 @@
-// htmldump FILE: parses a document as the label does and prints what it is made of, one JSON line each.
+// htmldump FILE: parses a document as the label does and prints a JSON line for each of its elements.
 
 #include <fstream>
 #include <iostream>

@@ -1,4 +1,4 @@
-// replay FILE: runs a scripted session on the plug-in and prints what happens, one JSON line each.
+// replay FILE: runs a scripted session on the plug-in and prints a JSON line for each thing that happens.
 
 #include <fstream>
 #include <iostream>

@@ -1,5 +1,5 @@
-// Painted cells a second: bytes through the terminal on its real window, beside a bare loop of one text call
-// a cell on the same window, in the same font and colours. The two take turns; the medians count.
+// Painted cells a second: bytes through the terminal on its real window, and a bare loop of one text call a
+// cell on the same window, in the same font and colours. The two take turns; the medians count.
 
 #include <windows.h>
 

@@ -25,7 +25,7 @@ std::string without(std::string_view text, std::string_view part) {
     return left.append(text);
 }
 
-/// A size in pixels, or the fraction that a percentage is. `unit` may stand behind pixels.
+/// A size in pixels, which may carry `unit`, or a percentage as a fraction.
 float toExtent(std::string_view value, std::string_view unit) {
     constexpr float kPercent = 100;
     if (value.find('%') != kNotFound) return toSingle(without(value, "%")) / kPercent;
@@ -75,8 +75,8 @@ void Attributes::mApplyTagAttributes(HTMLElement& element) {
     }
 }
 
-/// Gives the number of attributes. Each runs from behind the one before it to its value's delimiter: its
-/// opening quote, or a space.
+/// Returns the number of attributes. Each begins after the one before it and ends at its value's delimiter:
+/// the quote that opened the value, or a space.
 std::int16_t Attributes::mintExtractTagAttributes(std::string_view tag) {
     mstrAttrNames_.clear();
     mstrAttrValues_.clear();
@@ -84,7 +84,7 @@ std::int16_t Attributes::mintExtractTagAttributes(std::string_view tag) {
     while (at < tag.size()) {
         auto equals = tag.find('=', at);
         if (equals == kNotFound) break;
-        // A second "=" right behind a value belongs to the name before the next one.
+        // An "=" directly after a value belongs to the next name.
         if (equals == at) equals = tag.find('=', at + 1);
         if (equals == kNotFound) raise(RuntimeErrorNumber::InvalidProcedureCall);
         mstrAttrNames_.push_back(trimSpaces(tag.substr(at, equals - at)));
@@ -180,7 +180,7 @@ void Attributes::setBackColour(HTMLElement& element, std::string_view value) {
     }
 }
 
-/// A size is a number of steps: signed ones from the default size, others from 3, which is the default.
+/// A size is a number of steps: from the default size if it has a sign, otherwise from 3 (the default).
 void Attributes::setSize(HTMLElement& element, std::string_view value) const {
     constexpr double kPointsAStep = 1.2;
     constexpr double kDefaultStep = 3;

@@ -13,7 +13,7 @@ namespace kavrelon {
 
 /// Reads the attributes of tags into their records and into the page's fields.
 ///
-/// Both operations raise a RuntimeError for what they cannot read, with everything before it stored.
+/// Raises a RuntimeError for what it cannot read, with everything before it stored.
 class Attributes {
   public:
     /// `texts` holds what had to be decoded. All three outlive this object.
@@ -32,7 +32,7 @@ class Attributes {
     const DocumentDefaults& defaults_;
     PageValues& page_;
     std::pmr::memory_resource& texts_;
-    // The tag being read: entry i of both is its i-th attribute.
+    // Of the tag being read: entry i of both is its i-th attribute.
     std::vector<std::string_view> mstrAttrNames_;
     std::vector<std::string_view> mstrAttrValues_;
 };

@@ -17,8 +17,8 @@ class Classifier {
     Classifier(const DocumentDefaults& defaults, PageValues& page, std::pmr::memory_resource& texts)
         : defaults_(defaults), page_(page), texts_(texts), attributes_(defaults, page, texts) {}
 
-    /// Fills a record that knows its source, code and index. Raises a RuntimeError where it meets what it
-    /// cannot read, with everything before it stored.
+    /// Fills a record that knows its source, code and index. Raises a RuntimeError for what it cannot read,
+    /// with everything before it stored.
     void mClassifyElement(HTMLElement& element);
 
   private:

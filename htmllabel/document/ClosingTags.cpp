@@ -8,6 +8,18 @@
 #include "htmllabel/document/NameKey.h"
 #include "htmllabel/document/TagTable.h"
 
+// How closers are added
+//
+// The tree ends a level at any closer, so each "</P>", "</TR>" and "</TD>" that an author left out would
+// shift what follows it by a level. One walk over the pieces finds where they are missing. It keeps the
+// innermost open table, row, cell and paragraph; an opener remembers what was innermost before it, and its
+// closer restores that. Other kinds of tags do not matter to this, so "<P><B></P></B>" lacks nothing.
+//
+// A closer may come later than one would expect ("<P>a<DIV>b</DIV></P>"), so a tag that ends an element
+// without a closer (see `Tags.def`) only leaves a note at the innermost element that it would end, and the
+// first note counts. An opener that no closer has matched when the walk is over gets one at its note, and
+// without a note at the end of the body.
+
 namespace kavrelon {
 namespace {
 
@@ -35,14 +47,13 @@ struct Innermost {
     Index paragraph = kNotOpen;  // of that cell
 };
 
-/// Matches closers with openers of their own kind only, so that closers in the wrong order are no missing
-/// ones.
+/// Matches closers with openers of their own kind, and finds the openers that are left.
 class Matcher {
   public:
     Matcher(const std::vector<Piece>& pieces, std::string_view document)
         : pieces_(pieces), document_(document), documentEnd_(sizeOf(pieces)) {}
 
-    /// In the order of their places; those of one place from the inside out.
+    /// The closers to add, in the order of their places; those of one place from the inside out.
     std::vector<Missing> missing() {
         for (Index i = 0; i < sizeOf(pieces_); ++i) take(i);
         std::vector<Missing> found;
@@ -61,7 +72,7 @@ class Matcher {
         Index index = 0;
         /// The first piece that ends it if no closer comes.
         Index ender = kNotOpen;
-        /// As it was before this one.
+        /// What was innermost before this one.
         Innermost outside;
 
         TagType tag() const { return static_cast<TagType>(code); }
@@ -103,7 +114,7 @@ class Matcher {
                 innermost_ = close(innermost_.table)->outside;
                 break;
             case TAG_END_BODY:
-                // The end of the document often stands right behind that of the body.
+                // The end of the document often comes directly after that of the body.
                 if (index != documentEnd_ + 1) documentEnd_ = index;
                 break;
             default:
@@ -121,7 +132,7 @@ class Matcher {
         return static_cast<Index>(opened_.size() - 1);
     }
 
-    /// Null when there is none to close.
+    /// Null when there is nothing to close.
     const Opened* close(Index element) {
         if (element == kNotOpen) return nullptr;
         at(element).closed = true;

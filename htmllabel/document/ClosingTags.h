@@ -9,9 +9,9 @@ namespace kavrelon {
 
 /// Adds the "</P>", "</TR>" and "</TD>" that are missing, each before the first tag that ends its element.
 ///
-/// Openers and closers of one kind are matched like brackets, within a table or what stands outside of
-/// tables, and paragraphs within a cell. Only openers that stay without a closer get one, so that a document
-/// whose tags are complete is left alone, in whatever order they stand.
+/// Openers and closers of one kind are matched like brackets: rows and cells within their table, paragraphs
+/// within their cell. Only openers left without a closer get one, so a document whose tags are complete stays
+/// as it is, whatever their order.
 void addClosingTags(std::vector<Piece>& pieces, std::string_view document);
 
 /// The source of a closer that was added.

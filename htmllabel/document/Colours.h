@@ -6,8 +6,8 @@
 
 namespace kavrelon {
 
-/// The colour of an attribute's value: hexadecimal digits with or without "#", red first, or a colour name.
-/// Of digits, red is the first two, green the two from the third on, blue the last two; what is missing is 0.
+/// The colour of an attribute's value: hexadecimal digits with or without "#", or a colour name. The first
+/// two digits are red, the two from the third on green, the last two blue; what is missing is 0.
 Colour mlngParseColor(std::string_view value);
 
 /// One of the sixteen named colours, in any case; black for other names.

@@ -15,7 +15,7 @@ void HTMLDocument::setDocument(std::string_view html, const DocumentDefaults& de
     mstrDocument_ = normalise(html);
     page_ = {.mlngBodyBgColor = defaults.BackColor, .mstrBackground = std::move(page_.mstrBackground)};
     std::vector<Piece> pieces = mTokenizeDocument(mstrDocument_);
-    // Only the tags' codes matter for this, and before there are records nothing has to be moved.
+    // This needs the tags' codes only, and is cheaper before there are records to be moved.
     addClosingTags(pieces, mstrDocument_);
     addElements(pieces);
     mClassifyAllElements(defaults);
@@ -42,7 +42,7 @@ void HTMLDocument::addElements(const std::vector<Piece>& pieces) {
 void HTMLDocument::mClassifyAllElements(const DocumentDefaults& defaults) {
     texts_.release();
     Classifier classifier(defaults, page_, texts_);
-    // What is wrong with one element ends the handling of that element only.
+    // An error in one element ends the handling of that element only.
     for (HTMLElement& element : mudtElements_) carryOn([&] { classifier.mClassifyElement(element); });
 }
 

@@ -28,7 +28,7 @@ class HTMLDocument {
     HTMLDocument& operator=(const HTMLDocument&) = delete;
 
     /// Replaces the document by this text: normalises it, cuts it into elements, classifies them, adds
-    /// missing closing tags, lists the links and builds the tree. A page picture of before stays when the
+    /// missing closing tags, lists the links and builds the tree. The page keeps its picture when the new
     /// text names none.
     void setDocument(std::string_view html, const DocumentDefaults& defaults);
 
@@ -49,7 +49,7 @@ class HTMLDocument {
     std::span<const std::int16_t> mintLinks() const { return mintLinks_; }
     std::int16_t mintLinkCount() const { return static_cast<std::int16_t>(mintLinks_.size()); }
 
-    /// Records where element `index` was drawn.
+    /// Records where element `index` was drawn, in pixels of the page.
     void setHitBox(std::int16_t index, const Rect& box);
 
     // The tree. Each gives false, and leaves the result alone, when there is no such element.
@@ -70,7 +70,7 @@ class HTMLDocument {
     std::vector<HTMLElement> mudtElements_;
     PageValues page_;
     std::vector<std::int16_t> mintLinks_;
-    /// What the records view besides the document's text: decoded texts and lists of words.
+    /// What the records refer to besides the document's text: decoded texts and lists of words.
     std::pmr::monotonic_buffer_resource texts_;
     std::vector<std::int16_t> children_;
 };

@@ -25,8 +25,8 @@ struct HTMLElement {
     bool blnNoSpaceBefore = false;
     /// A BGCOLOR was given, other than BODY's.
     bool blnHasBgColor = false;
-    /// Of text: the decoded text, divided at every single space. An empty word is a gap. The words stand in
-    /// one text, one space apart.
+    /// Of text: the decoded text, divided at every single space. An empty word is a gap. The words are
+    /// parts of one text, one space apart.
     std::span<const std::string_view> strWords;
     /// FACE, the first of the list.
     std::string_view strFontFace;
@@ -51,19 +51,19 @@ struct HTMLElement {
     std::int32_t lngImgHeight = 0;
     std::int16_t intHSpace = 0;
     std::int16_t intVSpace = 0;
-    /// WIDTH and HEIGHT of tags that are no IMG: pixels, or a fraction of what there is (1.0 is 100%).
+    /// WIDTH and HEIGHT of tags other than IMG: pixels, or a fraction of what is available (1.0 is 100%).
     float sglWidth = 0;
     float sglHeight = 0;
     std::int16_t intBorder = 0;
     std::int16_t intCellPadding = 0;
     std::int16_t intCellSpacing = 0;
     std::int16_t intColSpan = 0;
-    /// Where a cell's content stands: 3 (top), 4 (centre), 5 (bottom).
+    /// A cell's vertical alignment: 3 (top), 4 (centre), 5 (bottom).
     std::int32_t lngVAlign = 0;
     Colour lngBgColor = 0;
     /// The number of children; the closing tag that ended the element is not counted.
     std::int16_t intChildCount = 0;
-    /// The children's indices in document order, with that closing tag behind them when there is one.
+    /// The children's indices in document order, then that closing tag's when there is one.
     std::span<const std::int16_t> intChildren;
     /// The parent's index; 0 for the root and its children.
     std::int16_t intParent = 0;

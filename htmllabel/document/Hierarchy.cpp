@@ -5,8 +5,8 @@
 namespace kavrelon {
 namespace {
 
-/// Levels nest as deep as a document makes them, so the way back up is read from the parents' indices and not
-/// from a call stack.
+/// Levels nest as deep as a document makes them, so the way back up is read from the parents' indices: a
+/// recursion could overflow the stack.
 class Linker {
   public:
     Linker(std::vector<HTMLElement>& elements, std::vector<std::int16_t>& children)
@@ -26,7 +26,7 @@ class Linker {
   private:
     HTMLElement& at(std::int16_t index) { return elements_[static_cast<std::size_t>(index)]; }
 
-    /// Sets parents, places and counts, and gives each level room for its children; returns the number of
+    /// Sets parents, places and counts, and gives each level room for its children. Returns the number of
     /// elements that are in the tree.
     std::size_t linkParents() {
         std::int16_t level = 0;

@@ -6,18 +6,18 @@
 
 namespace kavrelon {
 
-/// A name of a tag, an attribute or a colour as one number, the same for both cases of a letter. Distinct
-/// names have distinct numbers; what can be no such name (empty, over 12 characters, with characters other
-/// than letters, digits, "-", "!" and "/") is 0.
+/// The name of a tag, an attribute or a colour as one number, the same for both cases of a letter. Different
+/// names have different numbers; what cannot be such a name (empty, longer than 12 characters, or with
+/// characters other than letters, digits, "-", "!" and "/") is 0.
 ///
-/// Names are looked up several times for each tag of a document, and numbers can be switched upon.
+/// Names are looked up several times for each tag of a document, and a `switch` can take numbers.
 constexpr std::uint64_t nameKey(std::string_view name);
 
 namespace detail {
 
 constexpr std::uint64_t kNameDigits = 40;
 
-/// For each byte its digit of a name's number, 0 for those that no name has.
+/// For each byte its digit in a name's number; 0 for bytes that no name has.
 constexpr std::array<std::uint8_t, 256> kNameDigit = [] {
     std::array<std::uint8_t, 256> digits{};
     std::uint8_t next = 1;

@@ -38,7 +38,7 @@ bool isWhite(char c) {
     return classOf(c) == ByteClass::Space || classOf(c) == ByteClass::OtherWhite;
 }
 
-/// Whether `html` holds `tag`, which is upper-case and begins with "<", in any case.
+/// Whether `html` holds `tag` in any mix of cases. `tag` is in upper case and begins with "<".
 bool containsTag(std::string_view html, std::string_view tag) {
     for (auto at = html.find('<'); at != std::string_view::npos; at = html.find('<', at + 1)) {
         if (equalsInUpperCase(html.substr(at, tag.size()), tag)) return true;
@@ -46,9 +46,11 @@ bool containsTag(std::string_view html, std::string_view tag) {
     return false;
 }
 
-/// Copies a text while it replaces entities and white space. One pass gives what replacing them one after the
-/// other gives: a reference that took an entity's place begins with "&#" and so can be no part of another
-/// entity, and halving the pairs of a run three times leaves an eighth of it.
+/// Copies a text and replaces entities and white space on the way.
+///
+/// The replacements are defined as steps over the whole text, one entity or pair of spaces after the other.
+/// One pass has the same result: the reference that replaces an entity begins with "&#" and so never becomes
+/// part of another entity, and replacing pairs of spaces by one, three times over, leaves an eighth of a run.
 class Copier {
   public:
     Copier(std::string_view html, std::string& out) : html_(html), out_(out) {}
@@ -64,14 +66,14 @@ class Copier {
     }
 
   private:
-    /// The first place from `at` on that is not to be copied as it stands. A space between two words is.
+    /// The first place from `at` on that is not copied as it is. A single space between two words is.
     std::size_t nextSpecial(std::size_t at) const {
         for (;; ++at) {
             while (at < html_.size() && classOf(html_[at]) == ByteClass::Plain) ++at;
             if (at == html_.size()) return at;
-            const bool stands =
+            const bool stays =
                 classOf(html_[at]) == ByteClass::Ampersand ? entityAt(at) == nullptr : isSingleSpace(at);
-            if (!stands) return at;
+            if (!stays) return at;
         }
     }
 
@@ -82,13 +84,13 @@ class Copier {
     const Entity* entityAt(std::size_t at) const {
         const std::string_view rest = html_.substr(at);
         if (rest.size() == 1) return nullptr;
-        // Most of them differ in their first letter.
+        // The first letter rules out most of them without a comparison.
         const auto* found = std::ranges::find_if(
             kEntities, [&](const Entity& e) { return e.name[1] == rest[1] && rest.starts_with(e.name); });
         return found == std::end(kEntities) ? nullptr : found;
     }
 
-    // Each appends what takes the place of what stands at `at` and gives the length of that.
+    // Each appends the replacement of what is at `at` and returns the length of what it replaces.
 
     std::size_t replaceWhite(std::size_t at) {
         constexpr std::size_t kRunForOneSpace = 8;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <string>
 
 #include "htmllabel/document/NameKey.h"
 
@@ -14,6 +13,13 @@ struct NamedTag {
     std::uint64_t key;
     TagType code;
 };
+
+constexpr std::uint64_t closerKey(std::string_view openerName) {
+    constexpr std::size_t kRoom = 16;
+    std::array<char, kRoom> name{'/'};
+    std::ranges::copy(openerName, name.begin() + 1);
+    return nameKey({name.data(), openerName.size() + 1});
+}
 
 /// Calls `use(row, name)` for each opener's name.
 template <class Use>
@@ -40,7 +46,7 @@ constexpr std::array<NamedTag, kNameCount> kTags = [] {
     auto* next = tags.begin();
     forEachName([&](const TagRow& row, std::string_view name) {
         *next++ = {nameKey(name), row.opener};
-        if (row.isPaired()) *next++ = {nameKey(std::string("/").append(name)), row.closer};
+        if (row.isPaired()) *next++ = {closerKey(name), row.closer};
     });
     std::ranges::sort(tags, {}, &NamedTag::key);
     return tags;

@@ -12,10 +12,10 @@ namespace kavrelon {
 
 enum class TagLevel : std::uint8_t { Leaf, Container };
 enum class TagContent : std::uint8_t { Shown, Hidden, Foreign };
-/// Each value includes those before it.
+/// What a tag ends: each value includes those before it.
 enum class TagEnds : std::uint8_t { Nothing, Paragraph, Cell, Row };
 
-/// A row of `Tags.def`, where the fields are described. A lone tag is its own closer.
+/// A row of `Tags.def`, which describes the fields. A lone tag is its own closer.
 struct TagRow {
     TagType opener;
     TagType closer;
@@ -36,10 +36,10 @@ inline constexpr TagRow kTagRows[] = {
 #include "htmllabel/document/Tags.def"
 };
 
-/// Codes are the numbers below this one.
+/// The number of codes, which run from 0.
 inline constexpr std::size_t kTagCodes = static_cast<std::size_t>(std::rbegin(kTagRows)->closer) + 1;
 
-/// What the rows say of one code.
+/// What the rows say about one code.
 struct TagTraits {
     bool opensLevel = false;
     bool endsLevel = false;
@@ -50,10 +50,11 @@ struct TagTraits {
 
 inline constexpr std::array<TagTraits, kTagCodes> kTagTraits = [] {
     std::array<TagTraits, kTagCodes> traits{};
+    const auto of = [&](TagType code) -> TagTraits& { return traits[static_cast<std::size_t>(code)]; };
     for (const TagRow& row : kTagRows) {
         const bool isContainer = row.level == TagLevel::Container;
-        traits[row.closer] = {false, isContainer, row.isPaired(), row.content, row.closerEnds};
-        traits[row.opener] = {isContainer, false, false, row.content, row.openerEnds};
+        of(row.closer) = {false, isContainer, row.isPaired(), row.content, row.closerEnds};
+        of(row.opener) = {isContainer, false, false, row.content, row.openerEnds};
     }
     return traits;
 }();
@@ -69,13 +70,13 @@ constexpr TagType openerOf(TagType closer) {
     return static_cast<TagType>(closer - 1);
 }
 
-/// Whether an element's source is a tag or a comment: from "<" to ">".
+/// Whether an element's source is a tag or a comment: it begins with "<" and ends with ">".
 bool mblnIsTag(std::string_view text);
 
-/// The name of a tag, up to its first space, in the case it is written in. Compare it by its `nameKey`.
+/// The name of a tag, up to its first space, as it is written. Names are compared by their `nameKey`.
 std::string_view mstrTagID(std::string_view tag);
 
-/// The code of an element's source; `TAG_TEXT` for what is no tag.
+/// The code of an element's source; `TAG_TEXT` for text, `TAG_UNKNOWN` for tags without a row.
 TagType tagType(std::string_view text);
 
 }  // namespace kavrelon

@@ -30,13 +30,13 @@ class Decoder {
     }
 
   private:
-    /// A reference counts when a ";" follows anywhere behind it.
+    /// A reference counts when a ";" follows it, however far away.
     bool referenceAt(std::size_t at) const {
         return lastSemicolon_ != std::string_view::npos && at < lastSemicolon_ &&
                text_.substr(at).starts_with(kReference);
     }
 
-    /// Takes the digits at `at` and the character that stops them, whatever it is; gives the place behind it.
+    /// Takes the digits at `at` and the character after them, whatever it is; returns the place after that.
     std::size_t decodeReference(std::size_t at) {
         constexpr std::int16_t kFirstDropped = 1000;
         constexpr std::int16_t kLastCharacter = 255;

@@ -25,7 +25,7 @@ class Cutter {
         std::size_t start = document_.find('<');
         while (isPlace(start)) {
             const std::size_t end = tagEnd(start);
-            // Without a ">" this "<" and all behind it are stray.
+            // Without a ">", this "<" and all that follows are stray.
             if (end == kNotFound || end > kLastPlace || end <= start) break;
             addTag(start, end);
             if (end == kLastPlace) break;
@@ -38,8 +38,8 @@ class Cutter {
     }
 
   private:
-    /// Behind the last character of the tag or comment at `start`. A comment without an end seems to end at
-    /// the second character of the document, which is an error wherever else it begins.
+    /// The place after the tag or comment at `start`. A comment without an end counts as ending at the second
+    /// character of the document, which cutting then rejects wherever the comment begins later.
     std::size_t tagEnd(std::size_t start) const {
         constexpr std::size_t kUnendedComment = 2;
         if (document_.substr(start).starts_with("<!--")) {

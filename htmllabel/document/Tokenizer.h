@@ -9,8 +9,8 @@
 
 namespace kavrelon {
 
-/// One element of a document, as it is cut out of the text. There is one for each element of a document while
-/// it is parsed, so it is small.
+/// One element of a document, as it is cut out of the text. Small, since there is one for each element while
+/// a document is parsed.
 struct Piece {
     std::uint16_t begin = 0;   // in the document's text
     std::uint16_t length = 0;  // 0 for a closer that is not in the text
@@ -23,9 +23,9 @@ struct Piece {
 
 static_assert(kTagCodes <= std::numeric_limits<std::uint8_t>::max() + 1, "a piece has room for its code");
 
-/// Cuts a normalised text into tags, comments and the text between them. Text of spaces only, before the
-/// first tag or after the last makes no element. Ends at what it cannot cut: a comment without an end, a
-/// place beyond 32767.
+/// Cuts a normalised text into tags, comments and the text between them. Text before the first tag, after the
+/// last one, or of spaces only makes no element. What cannot be cut (a comment without an end, anything
+/// beyond the 32767th character) ends the list.
 std::vector<Piece> mTokenizeDocument(std::string_view document);
 
 }  // namespace kavrelon

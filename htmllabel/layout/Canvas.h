@@ -9,7 +9,7 @@
 
 namespace kavrelon {
 
-/// A font as documents ask for it.
+/// A font that a document asks for.
 struct TextFont {
     std::string face;
     float points = 10;
@@ -19,10 +19,10 @@ struct TextFont {
     bool operator==(const TextFont&) const = default;
 };
 
-/// A font that a canvas has made ready: its number there.
+/// The number of a font that a canvas has made ready.
 using FontId = std::uint32_t;
 
-/// Pixels.
+/// The measures of a font, in pixels.
 struct FontMetrics {
     int ascent = 0;   // from the top of a line of text to its baseline
     int descent = 0;  // from there to the bottom
@@ -41,19 +41,19 @@ class Canvas {
   public:
     virtual ~Canvas() = default;
 
-    /// Makes a font ready; the same number for the same font. Fonts stay ready as long as the canvas lives.
+    /// Makes a font ready; the same font has the same number. Fonts stay ready as long as the canvas lives.
     virtual FontId font(const TextFont& font) = 0;
     virtual FontMetrics metrics(FontId font) = 0;
     /// The width of a line of single-byte text: the sum of its characters' advances.
     virtual int textWidth(FontId font, std::string_view text) = 0;
 
-    /// Draws text with its line's top left corner at `at`, on what is there already.
+    /// Draws text over what is there already; `at` is the top left corner of its line.
     virtual void drawText(FontId font, Colour colour, Point at, std::string_view text) = 0;
     virtual void fill(const Rect& block, Colour colour) = 0;
     virtual void drawBullet(Bullet shape, const Rect& place, Colour colour) = 0;
-    /// Draws a picture of the canvas's own platform, scaled to `place`.
+    /// Draws a picture, which has to be of the canvas's own platform, scaled to `place`.
     virtual void drawPicture(const Picture& picture, const Rect& place) = 0;
-    /// Draws the dotted frame of what has the keyboard, on the border of `place`.
+    /// Draws the dotted frame of what has the keyboard focus, along the edge of `place`.
     virtual void drawFocus(const Rect& place) = 0;
 };
 

@@ -4,10 +4,10 @@
 
 namespace kavrelon {
 
-/// How narrow and how wide the content of a page or a cell can be, found while it is walked over.
+/// How narrow and how wide the content of a page or a cell can be, in pixels, found while it is written.
 class ContentWidths {
   public:
-    /// A word or picture; `gap` is the space before it, -1 when no line may end there.
+    /// A word or picture; `gap` is the space before it, -1 where no line may end.
     void word(int gap, int width) {
         isEmpty_ = false;
         if (gap >= 0) endUnit();
@@ -15,12 +15,12 @@ class ContentWidths {
         unit_ += width;
         line_ += width;
     }
-    /// An empty line, which is content as well.
+    /// An empty line, which counts as content.
     void emptyLine() {
         isEmpty_ = false;
         marker_ = 0;
     }
-    /// What stands before the next line that is not empty: in its indent, or instead of it.
+    /// A list item's marker: it takes the place of the next line's indent, or is wider than that.
     void marker(int width) {
         isEmpty_ = false;
         marker_ = width;
@@ -31,13 +31,13 @@ class ContentWidths {
         if (line_ > 0) marker_ = 0;
         line_ = 0;
     }
-    /// A table, between lines.
+    /// A table, on lines of its own.
     void block(int min, int max) {
         word(0, min);
         endLine();
         max_ = std::max(max_, max + indent_);
     }
-    /// The indents of both sides together, between lines.
+    /// The indents of both sides together, from the next line on.
     void indent(int both) { indent_ = both; }
 
     int min() const { return min_; }
@@ -45,7 +45,7 @@ class ContentWidths {
     bool isEmpty() const { return isEmpty_; }
 
   private:
-    // Indents give way to what cannot be broken, up to half of the width; markers do not.
+    // Indents make room for what cannot be broken, as long as they keep half of the width; markers do not.
     void endUnit() {
         min_ = std::max({min_, std::min(2 * unit_, unit_ + indent_), unit_ + marker_});
         unit_ = 0;
@@ -53,7 +53,7 @@ class ContentWidths {
 
     int min_ = 0;
     int max_ = 0;
-    int unit_ = 0;  // between two places where a line may end
+    int unit_ = 0;  // since the last place where a line may end
     int line_ = 0;
     int indent_ = 0;
     int marker_ = 0;

@@ -25,7 +25,7 @@ Rect together(const Rect& a, const Rect& b) {
             std::max(a.bottom, b.bottom)};
 }
 
-/// Rings of one pixel, so that the two colours meet on the diagonal.
+/// In rings of one pixel, so that the two colours meet on the diagonal.
 void drawFrame(Canvas& canvas, Rect ring, int thickness, Colour topLeft, Colour bottomRight) {
     for (int i = 0; i < thickness && !isEmpty(ring); ++i) {
         canvas.fill({ring.left, ring.top, ring.right, ring.top + 1}, topLeft);

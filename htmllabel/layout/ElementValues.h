@@ -7,24 +7,24 @@
 
 namespace kavrelon {
 
-/// Whether a tag's source gives this attribute (upper case). Some fields of the records have defaults that a
-/// document can give as well; then only the source tells.
+/// Whether a tag's source has this attribute (in upper case). Only the source tells, where a document can
+/// give a field the value that it has by default.
 bool givesAttribute(std::string_view raw, std::string_view name);
 
-/// Whether a cell is a TH: both kinds share one code.
+/// Whether a cell is a TH: TD and TH share one code.
 bool isHeaderCell(const HTMLElement& cell);
 
 /// A number of a document as pixels: from 0 to `most`.
 int clampPixels(double value, int most = kMostPixels);
 
-/// A size of text that can be drawn: from 1 to 200 points, and 1 for what is no number.
+/// A text size that can be drawn: from 1 to 200 points, and 1 for what is not a number.
 float clampPoints(float points);
 
-/// WIDTH: up to 1 a fraction, above pixels, below 0 nothing.
+/// WIDTH: a fraction up to 1, pixels above 1, nothing below 0.
 Extent givenWidth(const HTMLElement& element);
-/// WIDTH of tags whose record says 1.0 when nothing is given.
+/// WIDTH of tags whose record says 1.0 when none is given: then nothing.
 Extent givenWidthOrNone(const HTMLElement& element);
-/// HEIGHT in pixels; fractions of what has no height count as nothing.
+/// HEIGHT in pixels; fractions count as nothing, since a page has no height of its own.
 int givenHeight(const HTMLElement& element);
 
 /// ALIGN of a block; `inherited` when there is none.

@@ -9,41 +9,41 @@
 
 namespace kavrelon {
 
-/// Stands for "none" wherever an index into one of a flow's lists is kept.
+/// "None", where an index into one of a flow's lists is kept.
 inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
-/// Numbers that a document gives are cut to this many pixels, so that no sum of them overflows.
+/// The numbers of a document are limited to this many pixels, so that no sum of them overflows.
 inline constexpr int kMostPixels = 32767;
 
 enum class Align : std::uint8_t { Left, Center, Right };
 
-/// A width as documents ask for it: pixels, a fraction of what there is, or neither.
+/// A width that a document asks for: pixels, a fraction of what is available, or neither.
 struct Extent {
     int pixels = 0;
     float fraction = 0;
 };
 
-/// All that a piece of text needs to be placed and drawn.
+/// What a piece of text is placed and drawn with.
 struct TextStyle {
     FontId font = 0;
     Colour colour = 0;
     int ascent = 0;
     int descent = 0;
     int spaceWidth = 0;
-    int rise = 0;  // of the text's baseline above its line's
+    int rise = 0;  // of the text's baseline above that of its line
     bool underline = false;
 
     int height() const { return ascent + descent; }
     bool operator==(const TextStyle&) const = default;
 };
 
-/// A text element: its words, of which an empty one is a gap.
+/// A text element: its words. An empty word is a gap.
 struct FlowText {
     const std::string_view* words = nullptr;
     std::uint32_t count = 0;
     std::uint32_t firstWidth = 0;  // in `Flow::wordWidths`
     std::uint32_t style = 0;
     std::uint32_t mark = kNone;  // the link that it belongs to
-    int gapBefore = -1;          // -1: it hangs on what stands before it
+    int gapBefore = -1;          // -1: no line may end before it
     std::int16_t element = 0;
 };
 
@@ -59,15 +59,15 @@ struct FlowPicture {
     int gapBefore = 0;
     std::int16_t element = 0;
     bool middle = false;  // centred on the baseline
-    bool floats = false;  // at the right edge, with the text beside it
+    bool floats = false;  // at the right edge, with the text next to it
 
     int outerWidth() const { return size.width + 2 * (border + spaceX); }
     int outerHeight() const { return size.height + 2 * (border + spaceY); }
 };
 
-/// How lines are set from a block's start or end on.
+/// How lines are set from here on: a block starts or ends.
 struct FlowBlock {
-    int gap = 0;  // to what stands above, unless that asks for more
+    int gap = 0;  // to what is above, unless that asks for more
     int left = 0;
     int right = 0;
     Align align = Align::Left;
@@ -78,12 +78,12 @@ struct FlowRule {
     Align align = Align::Center;
 };
 
-/// What stands before a list item: a bullet, or a number.
+/// The marker of a list item: a bullet, or a number.
 struct FlowMarker {
     std::string_view number;
     Bullet bullet = Bullet::Disc;
     int width = 0;
-    int gap = 0;  // the least between it and the text
+    int gap = 0;  // to the text, at least
     std::uint32_t style = 0;
     std::int16_t element = 0;
 
@@ -103,9 +103,9 @@ struct FlowCell {
     std::uint32_t column = 0;
     std::uint32_t span = 1;
     Extent width;
-    int height = 0;  // the least, of the cell or its row
-    int min = 0;     // of its content, unbreakable
-    int max = 0;     // of its content, on lines of any length
+    int height = 0;  // at least: its own or its row's
+    int min = 0;     // of its content: nothing breaks below this width
+    int max = 0;     // of its content: no line is longer
     Colour background = 0;
     bool hasBackground = false;
     bool isEmpty = true;
@@ -132,7 +132,7 @@ struct FlowTable {
 
     /// Between a cell's edge and its content.
     int inset() const { return padding + (border > 0 ? 1 : 0); }
-    /// What is no cell, across.
+    /// The width of what is between and around the cells.
     int outside() const { return 2 * border + spacing * (static_cast<int>(columnCount) + 1); }
 };
 
@@ -143,7 +143,7 @@ enum class FlowKind : std::uint8_t {
     Break,  // index of the style that an empty line has
     Block,
     Rule,
-    Marker,  // kNone: ends the item before
+    Marker,  // kNone: a list ends
     TableStart,
     CellStart,
     CellEnd,
@@ -155,9 +155,9 @@ struct FlowItem {
     std::uint32_t index = 0;
 };
 
-/// A document made ready to be set at any width: what is to be set, in order, with everything measured.
+/// A document made ready to be set at any width: its content in order, with everything measured.
 ///
-/// The texts belong to the document, and those that had to be changed to the flow's own store.
+/// Texts belong to the document, or to `store` where they had to be changed.
 struct Flow {
     std::vector<FlowItem> items;
     std::vector<FlowText> texts;
@@ -170,12 +170,12 @@ struct Flow {
     std::vector<FlowCell> cells;
     std::vector<FlowColumn> columns;
     std::vector<TextStyle> styles;
-    std::vector<std::int16_t> marks;  // the elements whose places are wanted
+    std::vector<std::int16_t> marks;  // the elements whose places are recorded
     std::pmr::monotonic_buffer_resource store;
 };
 
-/// Calls `use(word, width, gap)` for each word that is drawn. `gap` is the width of the space before it, -1
-/// when it hangs on what stands before it.
+/// Calls `use(word, width, gap)` for each word that is drawn. `gap` is the width of the space before the
+/// word, -1 where no line may end before it.
 template <class Use>
 void forEachWord(const FlowText& text, const Flow& flow, const Use& use) {
     const int space = flow.styles[text.style].spaceWidth;

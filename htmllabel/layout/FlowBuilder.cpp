@@ -14,13 +14,14 @@ namespace {
 constexpr int kIndent = 30;
 constexpr int kMostSpacing = 1000;
 
-/// A "<" of a script or title makes one tag of all up to the next ">": its closer counts, and not that tag.
+/// In a script or title, a "<" that begins no tag swallows the text up to the next ">". The closer at the end
+/// of that text counts, rather than the tag that it seems to be.
 TagType lastTag(const HTMLElement& element) {
     const std::size_t begin = element.strRaw.rfind('<');
     return begin == 0 ? element.lngTagType : tagType(element.strRaw.substr(begin));
 }
 
-/// The last tag that ends a HEAD, which without one would hide the whole page; -1 when there is none.
+/// The index of the last tag that ends a HEAD, -1 without one. A HEAD after it would hide the whole page.
 int lastHeadEnd(const HTMLDocument& document) {
     const auto elements = document.mudtElements();
     const auto found = std::find_if(elements.rbegin(), elements.rend(), [](const HTMLElement& element) {
@@ -78,7 +79,7 @@ bool FlowBuilder::hide(const HTMLElement& element) {
     return true;
 }
 
-// Closers that were added later do not stand in the document's text.
+// Closers that were added are no part of the document's text.
 bool FlowBuilder::standsAfterSpace(std::string_view raw) const {
     const std::string& text = document_.mstrDocument();
     const std::less<const char*> isBefore;
@@ -175,7 +176,7 @@ void FlowBuilder::openBlock(const HTMLElement& element, int gap, int indent) {
     writer_.boundary(gap);
 }
 
-// A closer without an opener ends a line all the same.
+// A closer without an opener still ends the line.
 void FlowBuilder::closeBlock(TagType code, int gap) {
     writer_.blocks().close(code);
     writer_.boundary(gap);

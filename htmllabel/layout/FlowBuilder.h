@@ -15,10 +15,10 @@
 
 namespace kavrelon {
 
-/// Makes a document's flow: walks its elements once, in order, with the open tags on stacks of their own.
+/// Writes a document's flow in one walk over its elements. The parts it drives keep the open tags on stacks.
 class FlowBuilder {
   public:
-    /// The flow must be new.
+    /// The flow must be new. Nothing is owned; all must outlive the builder.
     FlowBuilder(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
                 Canvas& canvas, Flow& flow);
 
@@ -31,11 +31,11 @@ class FlowBuilder {
         int next = 1;
     };
 
-    /// Whether this tag, or what it stands in, is not to be drawn.
+    /// Whether this tag is not to be drawn: it hides something, or is hidden itself. Keeps track of what is.
     bool hide(const HTMLElement& element);
     bool isHidden() const { return hiddenHtml_.any() || hiddenForeign_.any(); }
     void tag(const HTMLElement& element);
-    /// Content is coming: in a table it has to stand in a cell.
+    /// To be called before content: in a table it has to be in a cell.
     void needCell() {
         if (tables_.awaitsCell()) tables_.openImpliedCell();
     }
@@ -62,7 +62,7 @@ class FlowBuilder {
     TableWriter tables_;
     std::vector<List> lists_;
     int lastHeadEnd_;
-    // The open tags that hide what stands in them, and those of them whose content is no HTML.
+    // The open tags that hide their content, by code: those with HTML in them, and the others.
     std::bitset<kTagCodes> hiddenHtml_;
     std::bitset<kTagCodes> hiddenForeign_;
 };

@@ -69,7 +69,7 @@ void FlowPlacer::item(const FlowItem& item) {
     }
 }
 
-// Indents give way where they would take more than half of the width.
+// Indents take half of the width at most.
 FlowPlacer::Span FlowPlacer::lineSpan() const {
     const Container& in = containers_.back();
     const int both = in.block.left + in.block.right;
@@ -116,7 +116,7 @@ void FlowPlacer::picture(std::uint32_t index) {
     token({TokenKind::Picture, index, {}, picture.gapBefore, picture.outerWidth()});
 }
 
-// Only where half of the width is left for the text beside it; else it stands on the line.
+// Only if half of the width is left for the text; otherwise the picture goes on the line.
 bool FlowPlacer::floatPicture(const FlowPicture& picture) {
     const int width = picture.outerWidth();
     Span span = lineSpan();
@@ -136,7 +136,7 @@ void FlowPlacer::token(const LineToken& token) {
     line_.add(token);
 }
 
-// Marks alone stay for the next line.
+// A line of marks alone is not set: they wait for the next one.
 void FlowPlacer::finishLine(std::size_t count) {
     if (line_.isEmpty()) return;
     LineBuilder::Shape shape = line_.shape(count);
@@ -171,7 +171,7 @@ void FlowPlacer::lineBreak(const TextStyle& style) {
     advance(ascent + std::max(style.descent, marker.descent));
 }
 
-// A mark right before a block, which can be the block's own, is a place in the block.
+// Marks directly before a block may be the block's own, so they are places in it.
 void FlowPlacer::block(const FlowBlock& block) {
     finishLine(line_.contentSize());
     in().gap = std::max(in().gap, block.gap);
@@ -195,7 +195,7 @@ void FlowPlacer::rule(const FlowRule& rule) {
     advance(kRuleHeight);
 }
 
-// An item without a line of its own gets one for its marker.
+// An item without any line gets one for its marker.
 void FlowPlacer::flushMarker() {
     finishLine();
     if (in().marker != kNone) lineBreak(markerShape());
@@ -224,7 +224,7 @@ void FlowPlacer::setMarker(int baseline) {
     item.frame = in().frame;
     item.element = marker.element;
     if (marker.number.empty()) {
-        // Half as high as small letters are, and centred on them.
+        // Centred on the small letters, and half as high.
         const int top = baseline - style.ascent * 3 / 10 - marker.width / 2;
         item.kind = DrawKind::Bullet;
         item.bullet = marker.bullet;
@@ -253,7 +253,7 @@ void FlowPlacer::startTable(std::uint32_t index) {
 }
 
 void FlowPlacer::endTable() {
-    // A table can be lower than the marker beside it.
+    // A table can be less high than the marker next to it.
     const int height = std::max(tables_.end(), in().markerBottom - in().y);
     if (height > 0) advance(height);
 }

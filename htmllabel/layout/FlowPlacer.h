@@ -10,30 +10,30 @@
 
 namespace kavrelon {
 
-/// Sets a flow at one width: walks its items once, with the open cells on a stack.
+/// Sets a flow at one width, in one walk over its items. The page and the open cells are on a stack.
 class FlowPlacer {
   public:
     FlowPlacer(const Flow& flow, DisplayList& list)
         : flow_(flow), list_(list), line_(flow), tables_(flow, list) {}
 
-    /// Sets the whole flow into frame 0, on this ground. The height that it takes.
+    /// Sets the whole flow into frame 0, on a ground of this colour. Returns the height that it takes.
     int place(int width, Colour ground);
 
   private:
-    /// A page or cell as far as it is filled. Places are those of its frame.
+    /// The page or a cell, as far as it is filled. Places are relative to its frame.
     struct Container {
         std::uint32_t frame = 0;
         int width = 0;
         Colour ground = 0;
         int y = 0;
-        int gap = 0;        // asked for above what comes next
+        int gap = 0;        // wanted above what comes next
         bool atTop = true;  // where no gap is wanted
         FlowBlock block;
-        std::uint32_t marker = kNone;  // of an item whose first line is not set yet
-        int markerRight = 0;           // where the text of its list begins
-        int markerBottom = 0;          // of the last one
-        int floatLeft = 0;             // where pictures at the right edge begin
-        int floatBottom = 0;           // and end
+        std::uint32_t marker = kNone;  // of the item whose first line is not set yet
+        int markerRight = 0;           // where the text of the list begins
+        int markerBottom = 0;          // where the last marker ends
+        int floatLeft = 0;             // the left side of the pictures at the right edge
+        int floatBottom = 0;           // and their bottom
     };
     struct Span {
         int left = 0;
@@ -47,7 +47,7 @@ class FlowPlacer {
     void token(const LineToken& token);
     void finishLine(std::size_t count);
     void finishLine() { finishLine(line_.size()); }
-    /// Settles the marks that no line follows.
+    /// Places the marks that no line follows.
     void setMarks();
     void lineBreak(const TextStyle& style);
     void block(const FlowBlock& block);
@@ -55,7 +55,7 @@ class FlowPlacer {
     void startMarker(std::uint32_t index);
     void flushMarker();
     void setMarker(int baseline);
-    /// The style of the marker that waits for its line; without one it takes no room.
+    /// The style of the marker that waits for its line; without a marker one of no height.
     TextStyle markerShape() const;
     void startTable(std::uint32_t index);
     void endTable();
@@ -66,7 +66,7 @@ class FlowPlacer {
     Container& in() { return containers_.back(); }
     Span lineSpan() const;
     bool isBesideFloat() const;
-    /// Goes on below the pictures at the right edge.
+    /// Moves down below the pictures at the right edge.
     void clearFloat();
     void useGap();
     void advance(int height);

@@ -8,14 +8,14 @@ namespace {
 
 constexpr std::string_view kHardSpace = "&nbsp;";
 
-/// Where the words of one element stand, with the gaps between them.
+/// The text that the words of one element are parts of.
 std::string_view wholeText(std::span<const std::string_view> words) {
     const char* const begin = words.front().data();
     const char* const end = words.back().data() + words.back().size();
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-/// Copies a word with each hard space as a space. The end of the copy.
+/// Copies a word with its hard spaces as spaces. Returns the end of the copy.
 char* copyDrawable(std::string_view word, char* to) {
     while (true) {
         const std::size_t length = std::min(word.find(kHardSpace), word.size());
@@ -47,7 +47,7 @@ std::string_view FlowWriter::drawable(std::string_view text) {
     return {begin, static_cast<std::size_t>(copyDrawable(text, begin) - begin)};
 }
 
-// Hard spaces are drawn as spaces, but never end a line: the words stay whole and only their text is another.
+// Hard spaces are drawn as spaces but never end a line, so words with them are not divided, only copied.
 std::span<const std::string_view> FlowWriter::drawable(std::span<const std::string_view> words) {
     const std::string_view text = wholeText(words);
     if (text.find(kHardSpace) == std::string_view::npos) return words;
@@ -83,7 +83,7 @@ void FlowWriter::text(const HTMLElement& element, std::uint32_t style, std::uint
 }
 
 void FlowWriter::picture(FlowPicture picture) {
-    // A line may end on both sides of a picture.
+    // A line may end before and after a picture.
     picture.gapBefore = std::max(takeGap(false, flow_.styles[picture.style].spaceWidth), 0);
     gap_ = 0;
     item(FlowKind::Picture, flow_.pictures, picture);

@@ -12,7 +12,7 @@
 
 namespace kavrelon {
 
-/// What the blocks around the current place ask for.
+/// How the blocks around the current place set their lines.
 struct BlockState {
     Align align = Align::Left;
     int left = 0;
@@ -20,31 +20,31 @@ struct BlockState {
     std::uint32_t list = kNone;
 };
 
-/// Writes a flow's lines and blocks, deciding where spaces stand, and measures as it goes.
+/// Writes a flow's lines and blocks, decides where there are spaces, and measures on the way.
 class FlowWriter {
   public:
     FlowWriter(Flow& flow, Canvas& canvas) : flow_(flow), canvas_(canvas) {}
 
     void text(const HTMLElement& element, std::uint32_t style, std::uint32_t mark);
     void picture(FlowPicture picture);
-    /// A text with its hard spaces as spaces. It lives as long as the flow.
+    /// A text with its hard spaces as spaces, which lives as long as the flow (or the text given).
     std::string_view drawable(std::string_view text);
     void lineBreak(std::uint32_t style);
-    /// White space stands before a tag: the next word does not hang on the one before.
+    /// There is white space before a tag: a line may end before the next word.
     void spaceBeforeTag() { spaceBefore_ = true; }
-    /// The place of a link or a named element. Its number.
+    /// The place of a link or a named element. Returns its number.
     std::uint32_t mark(std::int16_t element);
 
     /// The open blocks of the current page or cell.
     TagStack<BlockState>& blocks() { return blocks_; }
-    /// Ends the line: what follows is set as the innermost block says, at least `gap` below.
+    /// Ends the line. What follows is set as the innermost block says, at least `gap` pixels below.
     void boundary(int gap);
     void rule(const FlowRule& rule, int gap);
     void marker(const FlowMarker& marker);
-    /// A list ends: a last item without content still shows its marker.
+    /// A list ends. Its last item shows its marker even without content.
     void endItem();
 
-    /// From `openCell` to `closeCell` all that is written stands in this cell.
+    /// Between `openCell` and `closeCell`, everything written is content of this cell.
     void openCell(std::uint32_t cell, Align align);
     void closeCell(std::uint32_t cell);
     void openTable(std::uint32_t table, int gap);
@@ -62,7 +62,7 @@ class FlowWriter {
     Canvas& canvas_;
     TagStack<BlockState> blocks_{BlockState()};
     std::vector<ContentWidths> widths_{1};  // of the page and the open cells
-    int gap_ = -1;                          // that stands before what comes next
+    int gap_ = -1;                          // before what comes next
     bool spaceBefore_ = false;
 };
 

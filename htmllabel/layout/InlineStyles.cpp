@@ -40,8 +40,8 @@ int* InlineStyles::counter(Counts& counts, TagType code) {
     }
 }
 
-// A FONT's record holds the page's colour and the default size when the tag gives none; then the tag around
-// it decides.
+// Where the tag gives no colour or size, its record holds the page's colour and the default size; the style
+// around it decides then.
 InlineStyles::State InlineStyles::fontState(const HTMLElement& tag) const {
     State state = tags_.top();
     if (!tag.strFontFace.empty()) state.face = tag.strFontFace;
@@ -79,7 +79,7 @@ void InlineStyles::open(const HTMLElement& tag) {
             break;
         case TAG_BIG:
         case TAG_SMALL:
-            // The record says how it differs from the default size; here it differs so from what is around.
+            // The record counts from the default size; the same difference counts from the size around it.
             state.points = clampPoints(state.points + tag.sglFontSize - defaults_.DefaultFontSize);
             break;
         case TAG_SUB:
@@ -96,7 +96,8 @@ void InlineStyles::open(const HTMLElement& tag) {
     current_ = kNone;
 }
 
-// Without this, the box of a link that is not closed would take the clicks on all later ones.
+// A link ends the open one before it: otherwise the box of a link without a closer would take the clicks on
+// all later ones.
 void InlineStyles::openAnchor(const HTMLElement& tag, std::uint32_t mark) {
     const bool isLink = !tag.strHref.empty();
     while (isLink && tags_.top().isLink) {
@@ -155,7 +156,7 @@ std::uint32_t InlineStyles::current() {
     const TextStyle style{
         font.id,    state.colour, font.metrics.ascent, font.metrics.descent, font.metrics.spaceWidth,
         state.rise, underline};
-    // Cells and closed tags mostly come back to the style before.
+    // After a cell or a closed tag it is mostly the style before it again.
     if (flow_.styles.empty() || flow_.styles.back() != style) flow_.styles.push_back(style);
     current_ = static_cast<std::uint32_t>(flow_.styles.size() - 1);
     return current_;

@@ -12,20 +12,20 @@
 
 namespace kavrelon {
 
-/// The style of text at the current place of a walk over a document: B, I and U are counted, the other tags
-/// nest. Each combination becomes a `TextStyle` when text first asks for it.
+/// The text style at the current place of a walk over a document: B, I and U are counted, the other tags
+/// nest. A combination becomes a `TextStyle` of the flow when text first asks for it.
 class InlineStyles {
   public:
     InlineStyles(const HTMLDocument& document, const LayoutDefaults& defaults, Canvas& canvas, Flow& flow);
 
-    /// Takes the opener of an inline tag, a heading or, in its own scope, a cell.
+    /// Takes the opener of an inline tag or heading, or of a cell in its own scope.
     void open(const HTMLElement& tag);
-    /// Takes an A and its mark. A link ends the one that it stands in.
+    /// Takes an A and its mark. A link ends a link that is still open.
     void openAnchor(const HTMLElement& tag, std::uint32_t mark);
     /// Takes the opener's code.
     void close(TagType code);
 
-    /// A table or a cell begins: it starts with the style around it, and its closers leave that alone.
+    /// A table or a cell begins: it starts with the style around it, which closers in it do not change.
     void enterScope();
     void leaveScope();
 

@@ -9,6 +9,13 @@
 #include "htmllabel/layout/FlowBuilder.h"
 #include "htmllabel/layout/FlowPlacer.h"
 
+// How a page is laid out
+//
+// What does not depend on the page's width is done once: `FlowBuilder` walks over the records and writes a
+// `Flow`, a list of texts, pictures, blocks and tables in which every word is measured and every table knows
+// how narrow and how wide it can be. `FlowPlacer` then walks over the flow for each width and puts everything
+// in its place in a `DisplayList`, which draws it as often as it is painted.
+
 namespace kavrelon {
 namespace {
 
@@ -67,7 +74,7 @@ void Layout::State::drawPagePicture(Canvas& canvas, const Rect& part) const {
     if (pagePicture == nullptr) return;
     Size tile = pagePicture->size();
     if (tile.width <= 0 || tile.height <= 0) return;
-    // One pixel repeated is the same as one stretched, and that is drawn at once.
+    // A picture one pixel wide or high looks the same when it is stretched, and takes one call then.
     if (tile.width == 1) tile.width = std::max(part.right, 1);
     if (tile.height == 1) tile.height = std::max(part.bottom, 1);
     for (int y = part.top - part.top % tile.height; y < part.bottom; y += tile.height) {

@@ -11,10 +11,10 @@
 
 namespace kavrelon {
 
-/// Where everything of a document stands on a page of some width.
+/// A document laid out on a page of some width.
 ///
-/// `measure` looks at the document once, `place` then lays it out as often as the width changes, in time that
-/// grows with the document's length only. The same document at the same width always gives the same places.
+/// `measure` reads the document once, `place` then lays it out as often as the width changes, in time
+/// proportional to the document's length. The same document at the same width always has the same layout.
 /// The document and the canvas must outlive the layout, and the document must not change between the calls.
 class Layout {
   public:
@@ -26,16 +26,16 @@ class Layout {
     /// Measures the document's words, pictures and tables with this canvas's fonts.
     void measure(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
                  Canvas& canvas);
-    /// Lays the measured document out on a page `width` pixels wide and records in the document where each A
-    /// and each element with a name stands; without a piece of text or picture of its own, that is an empty
-    /// box. What is wider than the page makes the page wider.
+    /// Lays the measured document out on a page `width` pixels wide, and records the hit box of each A and of
+    /// each element with a name in the document; without text or pictures of its own, that box is empty. What
+    /// is wider than the page makes the page wider. Does nothing before the first `measure`.
     void place(HTMLDocument& document, int width);
 
-    /// The laid-out page: at least as wide as was asked for, as high as its content.
+    /// The laid-out page in pixels: at least as wide as was asked for, as high as its content.
     Size size() const;
     /// Draws what touches `part` of the page, background included.
     void draw(Canvas& canvas, const Rect& part) const;
-    /// Every piece of text, in drawing order; the texts live until the next `measure`.
+    /// Every piece of text, in drawing order. The texts live until the next `measure`.
     std::vector<TextRun> runs() const;
 
   private:

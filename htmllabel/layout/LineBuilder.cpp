@@ -4,6 +4,18 @@
 
 #include "htmllabel/layout/PictureBox.h"
 
+// How lines are broken
+//
+// A page is a sequence of tokens: words, pictures and marks. Each has the width of the space before it, or -1
+// where no line may end: "a<B>b</B>" is two tokens that stay together. The line takes tokens as they come and
+// keeps two things, its width so far and the last token before which it may end (`break_`).
+// `FlowPlacer::token` asks `mustEndBefore` for each new token. One that fits is added. One that does not fit
+// and has a space before it ends the line there, and the space is dropped. One that does not fit and hangs on
+// its predecessor ends the line at the last break, and all tokens since then move to the next line with it.
+// Where there is no such place the line gets too long, and with it the page. So nothing is ever tried twice:
+// each token is added once and moved only with what it hangs on. Marks have no width; those before a break
+// follow their word to the next line.
+
 namespace kavrelon {
 namespace {
 
@@ -23,7 +35,7 @@ void LineBuilder::add(LineToken token) {
     if (isEmpty()) {
         token.gap = 0;
     } else if (token.gap >= 0) {
-        // Marks go with what follows them.
+        // Marks before this token go to the next line with it.
         break_ = contentEnd_;
     }
     tokens_.push_back(token);
@@ -63,7 +75,7 @@ void LineBuilder::drop(std::size_t count) {
     }
 }
 
-/// Words one space apart in the same text are drawn in one go.
+/// Words one space apart in the same text are drawn together.
 bool LineBuilder::continuesRun(const LineToken& before, const LineToken& token) const {
     return before.kind == TokenKind::Word && token.kind == TokenKind::Word && before.index == token.index &&
            before.word.data() + before.word.size() + 1 == token.word.data();
@@ -98,7 +110,7 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
     endRun(count, 0);
 }
 
-// An underline goes on below the space at the edge of its text.
+// An underline goes on below the space at the end of its text.
 void LineBuilder::setRun(const Run& run, DisplayList& list, std::uint32_t frame, int baseline, int nextGap) {
     const LineToken& first = tokens_[run.first];
     const LineToken& last = tokens_[run.end - 1];

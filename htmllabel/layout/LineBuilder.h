@@ -12,28 +12,28 @@ namespace kavrelon {
 
 enum class TokenKind : std::uint8_t { Word, Picture, Mark };
 
-/// A word, picture or mark on its way to a line.
+/// A word, picture or mark to be put on a line.
 struct LineToken {
     TokenKind kind = TokenKind::Word;
     std::uint32_t index = 0;  // of its text, picture or mark in the flow
     std::string_view word;
-    int gap = -1;  // the space before it; -1: no line ends there
+    int gap = -1;  // the space before it; -1: no line may end there
     int width = 0;
 };
 
-/// The line being filled: collects what stands on it, knows where it may end, and sets it on one baseline.
+/// The line being filled: collects its tokens, knows where it may end, and sets them on one baseline.
 class LineBuilder {
   public:
     explicit LineBuilder(const Flow& flow) : flow_(flow) {}
 
-    /// No word or picture stands on the line. Marks alone wait for the next one.
+    /// Without words and pictures. Marks alone wait for the next line.
     bool isEmpty() const { return contentEnd_ == 0; }
-    /// With what follows its last break, or with all of it when that stands after a gap, the line would be
-    /// too long for `room` and can be ended before.
+    /// Whether the line has to end before this token, or at its last break: it would get longer than `room`
+    /// pixels, and there is such a place.
     bool mustEndBefore(const LineToken& token, int room) const {
         return width_ + (token.gap > 0 ? token.gap : 0) + token.width > room && endBefore(token) > 0;
     }
-    /// The number of tokens that stay on the line when it ends to make room for this one.
+    /// The number of tokens that stay on the line when it ends because of this one.
     std::size_t endBefore(const LineToken& token) const { return token.gap >= 0 ? contentEnd_ : break_; }
     std::size_t size() const { return tokens_.size(); }
     /// The number of tokens without the marks at the end.
@@ -46,11 +46,11 @@ class LineBuilder {
         int descent = 0;
     };
     Shape shape(std::size_t count) const;
-    /// Puts the first `count` tokens into a frame, with the line's left end and baseline at `start`. `ground`
-    /// is the colour that they stand on.
+    /// Puts the first `count` tokens into a frame. `start` is the left end of the line's baseline, `ground`
+    /// the colour behind the line.
     void set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop,
              Colour ground);
-    /// Takes the first `count` tokens away; the others begin the next line.
+    /// Removes the first `count` tokens; the others begin the next line.
     void drop(std::size_t count);
 
   private:
@@ -67,8 +67,8 @@ class LineBuilder {
     const Flow& flow_;
     std::vector<LineToken> tokens_;
     int width_ = 0;
-    std::size_t break_ = 0;       // a line may end before this token; 0: nowhere
-    std::size_t contentEnd_ = 0;  // behind the last word or picture
+    std::size_t break_ = 0;       // the last token before which the line may end; 0: none
+    std::size_t contentEnd_ = 0;  // after the last word or picture
 };
 
 }  // namespace kavrelon

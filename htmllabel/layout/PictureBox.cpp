@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kMostSpace = 1000;
 constexpr int kMostBorder = 50;
-/// Between the frame of a missing picture and its text.
+/// Between the frame of a missing picture and its alternative text.
 constexpr int kAlternativeMargin = 3;
 constexpr Size kUnknownSize{24, 24};
 
@@ -28,7 +28,7 @@ Size scaled(Size natural, int width, int height) {
     return natural;
 }
 
-/// As much of a line of text as fits.
+/// As much of a text as fits into `room` pixels.
 std::string_view cutToWidth(std::string_view text, int room, FontId font, Canvas& canvas) {
     std::size_t fits = 0;
     std::size_t beyond = text.size() + 1;

@@ -8,12 +8,13 @@
 
 namespace kavrelon {
 
-/// How an IMG stands in the flow: as large as it says, else as large as its picture (one number given keeps
-/// the proportion). Without a picture it shows the alternative text in a frame.
+/// An IMG in the flow. It is as large as it says, otherwise as large as its picture; with one number given,
+/// the other follows in proportion. Without a picture it shows the alternative text in a frame.
 FlowPicture pictureBox(const HTMLElement& image, std::string_view alternative, const Picture* picture,
                        const TextStyle& style, Canvas& canvas);
 
-/// A picture, its border or alternative text included, with its outer top left corner at `corner`.
+/// Adds a picture with its border, or with its alternative text, to a display list. `corner` is the top left
+/// corner of its outer box, `ground` the colour behind it.
 void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& list, std::uint32_t frame,
                    Point corner, Colour ground);
 

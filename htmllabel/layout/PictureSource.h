@@ -6,12 +6,12 @@
 
 namespace kavrelon {
 
-/// The pictures that a document names. Asked for each IMG and for the page's picture, while the document is
-/// measured; the source owns the pictures, which must live as long as the layout.
+/// Supplies the pictures that a document names: those of each IMG and of the page, asked for while the
+/// document is measured. The source owns them; they must live as long as the layout.
 class PictureSource {
   public:
     virtual ~PictureSource() = default;
-    /// Null when there is none of this name.
+    /// Null when there is no picture of this name.
     virtual const Picture* picture(std::string_view source) = 0;
 };
 

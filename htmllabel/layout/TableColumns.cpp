@@ -6,6 +6,19 @@
 #include <utility>
 #include <vector>
 
+// How columns get their widths
+//
+// A column's wishes are its least width (below it a word or picture would stick out), the width at which no
+// line of its content breaks, and what WIDTH asks for: pixels, a fraction of the table, or nothing (an
+// automatic column). `measureColumns` finds them once for a document. Cells in one column are merged by
+// taking the largest of each. Then the cells that cover several columns add what these lack, the narrowest
+// first, so that wide ones find what the others have settled already.
+//
+// `setColumnWidths` shares a width out, in steps (`Step`): all columns get their least widths, then the
+// fractions theirs, then the pixels, then the automatic ones their content. A step that does not fit is the
+// last one: what is left goes to its columns in proportion to what they miss. What is left after all steps
+// goes to the automatic columns, without any to those with pixels, and else to the fractions.
+
 namespace kavrelon {
 namespace {
 
@@ -43,7 +56,7 @@ void numberColumns(Flow& flow, FlowTable& table) {
     flow.columns.resize(flow.columns.size() + starts.size());
 }
 
-/// What a cell, or the widest of several that stand alike, asks of its columns.
+/// What a cell asks of the columns that it covers.
 FlowColumn wishOf(const FlowCell& cell, const FlowTable& table) {
     const int around = 2 * table.inset();
     return {cell.min + around, cell.max + around, cell.width.pixels, cell.width.fraction};
@@ -56,7 +69,7 @@ void merge(FlowColumn& column, const FlowColumn& wish) {
     column.fraction = std::max(column.fraction, wish.fraction);
 }
 
-/// Deals `amount` out in proportion to weights; the parts add up to it exactly.
+/// Shares `amount` out in proportion to weights. The parts add up to it exactly.
 template <class Weight, class Give>
 void deal(std::size_t count, std::int64_t amount, const Weight& weight, const Give& give) {
     std::int64_t all = 0;
@@ -71,7 +84,7 @@ void deal(std::size_t count, std::int64_t amount, const Weight& weight, const Gi
     }
 }
 
-/// What columns come to together.
+/// The sums over several columns.
 struct ColumnSum {
     std::int64_t min = 0;
     std::int64_t preferred = 0;
@@ -79,13 +92,13 @@ struct ColumnSum {
     std::int64_t automatic = 0;
 };
 
-/// Sums over any columns that stand side by side, so that a spanning cell which fits already costs nothing,
-/// however many columns it spans.
+/// The sums over any neighbouring columns, at once: a spanning cell that fits already costs next to nothing,
+/// however many columns it covers.
 class ColumnSums {
   public:
     explicit ColumnSums(Columns columns) : before_(columns.size() + 1) { add(columns); }
 
-    /// Sums up anew after the columns have changed.
+    /// Sums up again after the columns have changed.
     void add(Columns columns) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const FlowColumn& column = columns[i];
@@ -106,8 +119,8 @@ class ColumnSums {
     std::vector<ColumnSum> before_;
 };
 
-/// Widens the columns under a spanning cell, those without a width of their own first. False when they are
-/// wide enough.
+/// Widens the columns under a spanning cell: only those without a width of their own, if there are any. False
+/// when they were wide enough.
 bool widen(Columns columns, const ColumnSum& sum, const FlowColumn& wish, int spacing) {
     constexpr double kLeastFraction = 0.0001;
     const std::int64_t between = std::int64_t{spacing} * (static_cast<std::int64_t>(columns.size()) - 1);
@@ -160,7 +173,7 @@ void widenBySpanningCells(Flow& flow, const FlowTable& table, Columns columns) {
     }
 }
 
-/// Fractions beyond the whole go; a column's pixels count where it asks for both.
+/// Drops fractions beyond the whole. Of a column that asks for both, the pixels count.
 void tidyWishes(Columns columns) {
     float left = 1;
     for (FlowColumn& column : columns) {
@@ -170,7 +183,7 @@ void tidyWishes(Columns columns) {
     }
 }
 
-/// The width at which every column has what its content wants and its fraction of the whole.
+/// The least width at which every column has what its content wants and its fraction of the whole.
 int preferredWidth(Columns columns) {
     double all = 0;
     double others = 0;
@@ -188,7 +201,7 @@ int preferredWidth(Columns columns) {
     return static_cast<int>(std::min(std::ceil(all), double{kMostPixels}));
 }
 
-/// The wishes that are met one after the other as a table gets wider.
+/// The wishes, in the order in which they are met as a table gets wider.
 enum Step { kMinimum, kFractions, kPixels, kContent, kSteps };
 
 int widthAt(int step, const FlowColumn& column, int total) {

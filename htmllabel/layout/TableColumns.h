@@ -6,16 +6,16 @@
 
 namespace kavrelon {
 
-/// Once all cells of a table are known and measured: finds its columns (every place where a cell starts
-/// begins one, so that no COLSPAN makes columns of its own), gives the cells their numbers there, and finds
-/// what widths the columns and the table want.
+/// Finds a table's columns once all its cells are known and measured, numbers the cells' columns, and finds
+/// what widths the columns and the table want. Every place where a cell starts begins a column, so that no
+/// COLSPAN makes columns of its own.
 void measureColumns(Flow& flow, FlowTable& table);
 
-/// The table's outer width where this much is available.
+/// The table's outer width where `available` pixels are available.
 int tableWidth(const FlowTable& table, int available);
 
-/// Deals `total` pixels out to the columns. The widths add up to exactly that, as long as it is no less than
-/// the columns need.
+/// Shares `total` pixels out to the columns. The widths add up to exactly that, unless it is less than the
+/// columns need at least.
 void setColumnWidths(std::span<const FlowColumn> columns, int total, std::span<int> widths);
 
 }  // namespace kavrelon

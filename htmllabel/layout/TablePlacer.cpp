@@ -26,7 +26,8 @@ std::size_t TablePlacer::addItem(std::uint32_t frame, DrawKind kind, Colour colo
     return list_.add(item);
 }
 
-// Backgrounds and borders go before the content that stands on them; their places follow at the table's end.
+// Backgrounds and borders are drawn before their content, so they are added here. Their places follow at the
+// table's end.
 void TablePlacer::start(std::uint32_t table, std::uint32_t frame, Point place, int width, Colour ground) {
     const FlowTable& shape = flow_.tables[table];
     if (shape.hasBackground) ground = shape.background;
@@ -79,7 +80,7 @@ int TablePlacer::end() {
     return height;
 }
 
-// Each row is as high as its highest cell; what the table's own height asks for beyond that is shared evenly.
+// Each row is as high as its highest cell. What the table's own HEIGHT asks for beyond that is shared evenly.
 int TablePlacer::setRowTops(const FlowTable& table) {
     tops_.assign(table.rowCount + 1, 0);
     for (std::uint32_t i = table.firstCell; i != kNone; i = flow_.cells[i].next) {

@@ -9,15 +9,15 @@
 
 namespace kavrelon {
 
-/// Sets tables: gives each cell its frame and width, and once the contents' heights are known the rows and
-/// cells their places, borders and backgrounds. Open tables stand on a stack.
+/// Sets tables: gives each cell its frame and width, and once the heights of the contents are known, places
+/// rows, cells, borders and backgrounds. Open tables are on a stack.
 class TablePlacer {
   public:
     TablePlacer(const Flow& flow, DisplayList& list) : flow_(flow), list_(list), cells_(flow.cells.size()) {}
 
-    /// A table of this outer width, its top left corner at `place` of `frame`, on this ground.
+    /// Begins a table of this outer width in `frame`, its top left corner at `place`, on this ground.
     void start(std::uint32_t table, std::uint32_t frame, Point place, int width, Colour ground);
-    /// Ends the innermost table. Its height.
+    /// Ends the innermost table. Returns its height.
     int end();
 
     struct CellFrame {
@@ -57,8 +57,9 @@ class TablePlacer {
     DisplayList& list_;
     std::vector<Cell> cells_;
     std::vector<Open> open_;
-    std::vector<int> edges_;  // where the columns of the open tables begin, and behind the last one
-    std::vector<int> tops_;   // the rows' of the table that ends, and behind the last one
+    std::vector<int>
+        edges_;  // where the columns of the open tables begin and, plus the spacing, the last ends
+    std::vector<int> tops_;  // likewise for the rows of the table that ends
     std::vector<int> widths_;
 };
 

@@ -11,7 +11,7 @@ namespace {
 constexpr int kMostBorder = 50;
 constexpr int kMostPadding = 1000;
 constexpr std::int32_t kTop = 3;
-// Beyond where the cells of any row start: the columns are counted once all are known.
+// More columns than any row has cells: columns are counted once all cells are known.
 constexpr std::uint32_t kWholeRow = 1U << 30;
 
 }  // namespace
@@ -97,7 +97,7 @@ void TableWriter::openImpliedCell() {
         cell.span = kWholeRow;
     }
     beginCell(cell);
-    // The row was for this cell alone.
+    // The row is for this cell alone.
     if (cell.span == kWholeRow) open_.back().inRow = false;
 }
 

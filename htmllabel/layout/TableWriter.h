@@ -7,8 +7,8 @@
 
 namespace kavrelon {
 
-/// Follows the tables of a document and writes them to its flow. Missing rows and cells are supplied, and the
-/// tags of rows and cells mean nothing outside of a table.
+/// Follows the tables of a document and writes them to its flow. Supplies missing rows and cells, and ignores
+/// the tags of rows and cells outside of a table.
 class TableWriter {
   public:
     /// `gap` is the space above and below a table.
@@ -22,10 +22,10 @@ class TableWriter {
     void openCell(const HTMLElement& tag);
     void closeCell();
 
-    /// The current place is in a table but in none of its cells: content has to open one first.
+    /// The current place is in a table but in none of its cells: content needs a cell first.
     bool awaitsCell() const { return !open_.empty() && open_.back().cell == kNone; }
-    /// A cell for what stands in a table outside of its cells. Outside of the rows too, it gets a row of its
-    /// own and is as wide as the table.
+    /// Opens a cell for content between the cells of a table. Between rows it gets a row of its own and is as
+    /// wide as the table.
     void openImpliedCell();
     void closeAll();
 

@@ -6,7 +6,7 @@
 
 namespace kavrelon {
 
-/// What a tag does in the layout. Tags that share a role differ by their record only.
+/// What a tag does in the layout. Tags of one role differ by their records only.
 enum class TagRole : std::uint8_t {
     None,
     Style,
@@ -22,7 +22,8 @@ enum class TagRole : std::uint8_t {
     List,
     EndList,
     Break,
-    // These work between the cells of a table too. The others would change cells that they do not stand in.
+    // From here on roles also work between the cells of a table. The ones above would change cells that they
+    // are not in.
     Item,
     Rule,
     Anchor,

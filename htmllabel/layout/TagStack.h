@@ -10,9 +10,9 @@ namespace kavrelon {
 
 /// The open tags of one sort, each with the state that it brought.
 ///
-/// A closer ends the innermost tag of its own kind with all that was opened inside it; one that has none does
-/// nothing. Scopes stand for tables and cells: a closer does not reach out of its scope. Each call takes
-/// constant time on the average, however deep the nesting.
+/// A closer ends the innermost tag of its own kind and all that was opened inside it; without such a tag it
+/// does nothing. A table or cell is a scope: closers do not reach out of it. Each call takes constant time on
+/// average, however deep the nesting.
 template <class State>
 class TagStack {
   public:
@@ -30,7 +30,7 @@ class TagStack {
         tags_.push_back({state, code, innermost_[static_cast<std::size_t>(code)]});
         innermost_[static_cast<std::size_t>(code)] = tags_.size();
     }
-    /// Takes the opener's code. True when there was one.
+    /// Takes the opener's code. True when such a tag was open.
     bool close(TagType code) {
         const std::size_t count = innermost_[static_cast<std::size_t>(code)];
         if (count <= scopes_.back() + 1) return false;

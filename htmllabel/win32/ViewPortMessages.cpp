@@ -9,8 +9,6 @@
 namespace kavrelon {
 namespace {
 
-constexpr WPARAM kButtons = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
-
 std::int16_t buttonsHeld(WPARAM wParam) {
     int held = 0;
     if ((wParam & MK_LBUTTON) != 0) held |= buttons::kLeft;
@@ -19,70 +17,68 @@ std::int16_t buttonsHeld(WPARAM wParam) {
     return static_cast<std::int16_t>(held);
 }
 
-LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, HWND viewPort, std::int16_t button,
-                   LPARAM lParam) {
-    if (container.takesFocus()) SetFocus(viewPort);
-    SetCapture(viewPort);
-    label.picViewPort_MouseDown(button, shiftState(), pointIn(lParam));
+LRESULT buttonDown(HTMLLabel& label, const LabelContainer& container, const WindowMessage& message,
+                   std::int16_t button) {
+    if (container.takesFocus()) SetFocus(message.window);
+    SetCapture(message.window);
+    label.picViewPort_MouseDown(button, shiftState(), pointIn(message.lParam));
     return 0;
 }
 
-LRESULT buttonUp(HTMLLabel& label, HWND viewPort, std::int16_t button, WPARAM wParam, LPARAM lParam) {
-    if ((wParam & kButtons) == 0 && GetCapture() == viewPort) ReleaseCapture();
-    label.picViewPort_MouseUp(button, shiftState(), pointIn(lParam));
+LRESULT buttonUp(HTMLLabel& label, const WindowMessage& message, std::int16_t button) {
+    if (buttonsHeld(message.wParam) == 0 && GetCapture() == message.window) ReleaseCapture();
+    label.picViewPort_MouseUp(button, shiftState(), pointIn(message.lParam));
     return 0;
 }
 
 }  // namespace
 
-std::optional<LRESULT> handleMouse(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
-                                   WPARAM wParam, LPARAM lParam) {
-    switch (message) {
+WindowAnswer handleMouse(HTMLLabel& label, LabelContainer& container, const WindowMessage& message) {
+    switch (message.id) {
         case WM_LBUTTONDOWN:
-            return buttonDown(label, container, viewPort, buttons::kLeft, lParam);
+            return buttonDown(label, container, message, buttons::kLeft);
         case WM_RBUTTONDOWN:
-            return buttonDown(label, container, viewPort, buttons::kRight, lParam);
+            return buttonDown(label, container, message, buttons::kRight);
         case WM_MBUTTONDOWN:
-            return buttonDown(label, container, viewPort, buttons::kMiddle, lParam);
+            return buttonDown(label, container, message, buttons::kMiddle);
         case WM_LBUTTONUP:
-            return buttonUp(label, viewPort, buttons::kLeft, wParam, lParam);
+            return buttonUp(label, message, buttons::kLeft);
         case WM_RBUTTONUP:
-            return buttonUp(label, viewPort, buttons::kRight, wParam, lParam);
+            return buttonUp(label, message, buttons::kRight);
         case WM_MBUTTONUP:
-            return buttonUp(label, viewPort, buttons::kMiddle, wParam, lParam);
+            return buttonUp(label, message, buttons::kMiddle);
         case WM_CAPTURECHANGED:
             // Capturing the mouse again for a second button is no release.
-            if (reinterpret_cast<HWND>(lParam) != viewPort) container.mouseReleased();
+            if (reinterpret_cast<HWND>(message.lParam) != message.window) container.mouseReleased();
             return 0;
         case WM_MOUSEMOVE:
-            label.picViewPort_MouseMove(buttonsHeld(wParam), shiftState(), pointIn(lParam));
+            label.picViewPort_MouseMove(buttonsHeld(message.wParam), shiftState(), pointIn(message.lParam));
             return 0;
         case WM_MOUSEWHEEL: {
-            const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
+            const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(message.wParam)) / WHEEL_DELTA;
             // A label that does not scroll leaves the wheel to its form.
-            return label.picViewPort_MouseWheel(notches) ? std::optional<LRESULT>(0) : std::nullopt;
+            return label.picViewPort_MouseWheel(notches) ? WindowAnswer(0) : std::nullopt;
         }
         default:
             return std::nullopt;
     }
 }
 
-std::optional<LRESULT> handleKeys(HTMLLabel& label, LabelContainer& container, HWND viewPort, UINT message,
-                                  WPARAM wParam) {
-    switch (message) {
+WindowAnswer handleKeys(HTMLLabel& label, LabelContainer& container, const WindowMessage& message) {
+    switch (message.id) {
         case WM_GETDLGCODE:
             return DLGC_WANTARROWS | DLGC_WANTTAB;
         case WM_KEYDOWN: {
             const std::int16_t shift = shiftState();
             // An event may destroy the view port.
-            const HWND form = GetAncestor(viewPort, GA_ROOT);
+            const HWND form = GetAncestor(message.window, GA_ROOT);
             // A Tab that was refused has already left the last link, and must not start again at the first.
             if (!container.keyWasRefused() &&
-                label.picViewPort_KeyDown(static_cast<std::int16_t>(wParam), shift)) {
+                label.picViewPort_KeyDown(static_cast<std::int16_t>(message.wParam), shift)) {
                 return 0;
             }
             // The label wants all Tab keys, so the dialog does not handle this one by itself.
-            if (wParam == VK_TAB && (shift & ~shifts::kShift) == 0)
+            if (message.wParam == VK_TAB && (shift & ~shifts::kShift) == 0)
                 PostMessageA(form, WM_NEXTDLGCTL, shift, FALSE);
             return std::nullopt;
         }

@@ -18,7 +18,7 @@ constexpr const char* kViewPortClass = "kavrelon.picViewPort";
 int outerClassHolders = 0;
 int viewPortClassHolders = 0;
 
-constexpr UINT_PTR kLinkTimer = 1;
+constexpr UINT_PTR tmrHyperlinkClick = 1;
 constexpr UINT kLinkTimerMilliseconds = 100;
 constexpr double kTwipsPerInch = 1440;
 
@@ -178,8 +178,7 @@ WindowAnswer Win32LabelWindow::onOuter(HTMLLabel& label, const WindowMessage& me
             return onScroll(label, message);
         case WM_MOUSEWHEEL:
             // From the scroll bars, which do not use it.
-            return handleMouse(label, *container_, picViewPort_.get(), message.id, message.wParam,
-                               message.lParam);
+            return handleMouse(label, *container_, message);
         case WM_TIMER:
             if (tmrHyperlinkClick_) label.tmrHyperlinkClick_Timer();
             return 0;
@@ -216,11 +215,8 @@ WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage&
         default:
             break;
     }
-    if (const WindowAnswer answer =
-            handleMouse(label, *container_, message.window, message.id, message.wParam, message.lParam)) {
-        return answer;
-    }
-    const WindowAnswer answer = handleKeys(label, *container_, message.window, message.id, message.wParam);
+    if (const WindowAnswer answer = handleMouse(label, *container_, message)) return answer;
+    const WindowAnswer answer = handleKeys(label, *container_, message);
     const bool focus = message.id == WM_SETFOCUS || message.id == WM_KILLFOCUS;
     if (focus && container_ != nullptr) container_->focusChanged(message.id == WM_SETFOCUS);
     return answer;
@@ -371,9 +367,9 @@ void Win32LabelWindow::setToolTipText(const std::string& text) {
 void Win32LabelWindow::enableLinkTimer(bool on) {
     if (outer_ == nullptr || std::exchange(tmrHyperlinkClick_, on) == on) return;
     if (on) {
-        SetTimer(outer_.get(), kLinkTimer, kLinkTimerMilliseconds, nullptr);
+        SetTimer(outer_.get(), tmrHyperlinkClick, kLinkTimerMilliseconds, nullptr);
     } else {
-        KillTimer(outer_.get(), kLinkTimer);
+        KillTimer(outer_.get(), tmrHyperlinkClick);
     }
 }
 

@@ -118,6 +118,7 @@ class Win32LabelWindow final : public LabelWindow,
     LabelPlacement placement_;
     Size sizeTold_;
     MousePointer pointer_ = MousePointer::Default;
+    /// Whether the timer is on.
     bool tmrHyperlinkClick_ = false;
 };
 

@@ -10,7 +10,7 @@
 namespace kavrelon {
 namespace {
 
-/// The elements of an array, which is locked meanwhile.
+/// The elements of an array, which stays locked as long as this object lives.
 class LockedElements {
   public:
     explicit LockedElements(SAFEARRAY* array) : array_(array) {
@@ -44,7 +44,7 @@ ArgumentArray::ArgumentArray(SAFEARRAY* array) {
     if (array->pvData == nullptr) return;
 
     const SAFEARRAYBOUND& bound = array->rgsabound[0];
-    // Far below every index that is asked for, and still good for arithmetic.
+    // Far below every index that is asked for, and yet far enough from where arithmetic overflows.
     constexpr LONG kLowest = -0x40000000;
     lowerBound_ = std::max(bound.lLbound, kLowest);
     fields_.reserve(bound.cElements);
@@ -68,8 +68,8 @@ void ArgumentArray::add(std::wstring_view field) {
 void ArgumentArray::add(VARIANT& field) {
     if (field.vt == VT_BSTR) return add(bstrView(field.bstrVal));
 
-    // An object would be asked for its value, and could call anything from within; one may hide in a
-    // variant that is passed on.
+    // An object would be asked for its value, and could then call anything; a variant in the variant may
+    // hold one.
     const VARTYPE type = field.vt & VT_TYPEMASK;
     if (type == VT_DISPATCH || type == VT_UNKNOWN || type == VT_VARIANT)
         raise(RuntimeErrorNumber::TypeMismatch);

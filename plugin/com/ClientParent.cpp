@@ -11,7 +11,7 @@ namespace kavrelon {
 namespace {
 
 /// A call out of the library. The host may do anything in it: drop this parent, end the plug-in, ask whether
-/// the library can be unloaded. So what the call stands on is held until it is back.
+/// the library can be unloaded. So what the call needs is held until it is back.
 template <class Object>
 class CallOut : private ModuleLock {
   public:
@@ -87,7 +87,7 @@ class LateBoundParent final : public HostParent {
     std::string read(const wchar_t* name) {
         const CallOut call(parent_);
         Variant value;
-        // A script's parent may write it as a function as well.
+        // A script may have made it a function instead of a property.
         callByName(*call, name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {}, &value);
         throwIfFailed(changeType(value, value, VT_BSTR));
         return toAnsi(bstrView(value.bstrVal));

@@ -47,7 +47,7 @@ SAFEARRAY* arrayOf(const VARIANT& argument, SAFEARRAY* otherwise) {
     return value.pparray != nullptr ? *value.pparray : nullptr;
 }
 
-/// Hands a failure to the script: as the exception of the call, with what the member's error object says.
+/// Makes a failure the exception of a script's call, with the text of the member's error object.
 HRESULT passOn(HRESULT failure, EXCEPINFO* exception) {
     if (exception == nullptr) return DISP_E_EXCEPTION;
     *exception = EXCEPINFO{};

@@ -5,8 +5,8 @@
 
 namespace kavrelon {
 
-/// IClientEscTree for scripts: their arrays hold variants, which the type library's "array of strings" would
-/// refuse, so that `EscTreeProcess` takes its array as it comes.
+/// IClientEscTree for scripts: their arrays hold variants, which a call by the type library, where the array
+/// is one of strings, would refuse. So `EscTreeProcess` takes the array as it comes.
 class EscTreeDispatch : public DualInterface<IClientEscTree> {
   public:
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,

@@ -8,7 +8,7 @@
 namespace kavrelon {
 namespace {
 
-// The system's marshalers: that which works from the type library, and that of plain automation interfaces.
+// The system's marshalers: one works from the type library, the other is for plain automation interfaces.
 constexpr const wchar_t* kTypeLibraryMarshaler = L"{00020424-0000-0000-C000-000000000046}";
 constexpr const wchar_t* kDispatchMarshaler = L"{00020420-0000-0000-C000-000000000046}";
 constexpr const wchar_t* kVersion = L"1.0";
@@ -38,12 +38,11 @@ struct LibraryRow {
 const LibraryRow kKavrelon{LIBID_kavrelon, L"Kavrelon terminal plug-in", 1, L"2"};  // it has a control
 const LibraryRow kQuillabor{LIBID_quillabor, L"Quillabor plug-in interfaces", 2, L"0"};
 
-/// An interface of a library. One of the host's contract yields to what the host itself has registered.
 struct InterfaceRow {
     const IID& iid;
     const LibraryRow& library;
     const wchar_t* name;
-    bool isHosts;
+    bool isHosts;  // of the host's contract: what the host has registered stays
     const wchar_t* marshaler = kTypeLibraryMarshaler;
 };
 const InterfaceRow kInterfaces[] = {
@@ -66,7 +65,7 @@ std::wstring libraryKey(const GUID& library) {
     return L"TypeLib\\" + braced(library) + L'\\' + kVersion;
 }
 
-/// What tells containers that a class is a control, and how it wants to be treated.
+/// The entries that tell containers that a class is a control, and how to treat it.
 void addControl(RegistryGroup& group, const std::wstring& key, const std::wstring& path) {
     const std::wstring categories = key + L"\\Implemented Categories\\";
     const std::wstring status = std::to_wstring(LabelFace::kMiscStatus);

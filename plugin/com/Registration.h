@@ -7,8 +7,8 @@
 
 namespace kavrelon {
 
-/// Everything that the registry says of this library, for a library file at `path`: its classes, its type
-/// libraries and their interfaces. Registering writes it and unregistering removes it.
+/// All registry entries of this library, for a library file at `path`: of its classes, its type libraries and
+/// their interfaces. Registering writes them and unregistering removes them.
 std::vector<RegistryGroup> registryGroups(const std::wstring& path);
 
 }  // namespace kavrelon

@@ -1,4 +1,4 @@
-// The library's entry points. There is no DllMain: nothing is to be done when the library is loaded.
+// The library's entry points. There is no DllMain, as nothing has to be done when the library is loaded.
 
 #include <windows.h>
 
@@ -70,7 +70,7 @@ STDAPI DllCanUnloadNow() {
     return ModuleLock::isFree() ? S_OK : S_FALSE;
 }
 
-/// For the machine; without the rights for that, for the user alone.
+/// Registers for the machine; without the rights for that, for the user alone.
 STDAPI DllRegisterServer() {
     return guarded([] {
         const LSTATUS status = registerIn(HKEY_LOCAL_MACHINE);
@@ -80,7 +80,7 @@ STDAPI DllRegisterServer() {
     });
 }
 
-/// Takes back both kinds of registration, where they are this file's and not another copy's.
+/// Removes the machine's and the user's registration, where they lead to this file and not to another copy.
 STDAPI DllUnregisterServer() {
     return guarded([] {
         const HRESULT user = toResult(unregisterIn(HKEY_CURRENT_USER));
@@ -89,7 +89,8 @@ STDAPI DllUnregisterServer() {
     });
 }
 
-/// `regsvr32 /n /i:user`: for the user alone. Without a command, for the machine and nothing else.
+/// With the command "user" (`regsvr32 /n /i:user`) for the user alone; without one for the machine, never for
+/// the user.
 STDAPI DllInstall(BOOL install, LPCWSTR command) {
     return guarded([&]() -> HRESULT {
         HKEY hive = HKEY_LOCAL_MACHINE;

@@ -80,7 +80,7 @@ STDMETHODIMP TerminalObject::get_CanEnableDisable(VARIANT_BOOL* Value) {
     return call<IClientMain>("IClientMain_CanEnableDisable", [&] { out(Value) = VARIANT_FALSE; });
 }
 
-// Told to every plug-in; a terminal has nothing to do with them.
+// Told to every plug-in; a terminal does nothing with them.
 STDMETHODIMP TerminalObject::CheckTimer() {
     return S_OK;
 }

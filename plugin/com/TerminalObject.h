@@ -16,11 +16,11 @@
 namespace kavrelon {
 
 /// The COM object `kavrelon.clsTerminal`: each member converts what comes in, calls the member of clsTerminal
-/// that carries its name, and turns an exception into a result.
+/// of its name, and turns an exception into a result.
 ///
-/// A host may release the object from within any call that reaches it again: by its parent object, or while
-/// messages are let through. So every member holds a reference while it runs, but for `ReceiveData`, from
-/// which nothing calls out.
+/// A host may release the object while one of its members runs: when that calls the parent object, or lets
+/// messages through. So every member holds a reference while it runs, except `ReceiveData`, which calls
+/// nobody.
 class TerminalObject final
     : public Implements<DualInterface<IClientMain>, DualInterface<IClientReceive>, EscTreeDispatch,
                         DualInterface<::ITerminalCallBack>, IProvideClassInfo> {

@@ -13,7 +13,7 @@
 namespace __gnu_cxx {
 // Frees the memory reserve for exceptions. The name is the run-time library's.
 void __freeres();  // NOLINT(bugprone-reserved-identifier)
-}
+}  // namespace __gnu_cxx
 
 namespace {
 

@@ -13,7 +13,6 @@ namespace kavrelon {
 class Painter {
   public:
     void attach(TermSurface* surface) { surface_ = surface; }
-    TermSurface* surface() const { return surface_; }
 
     GridLayout& grid() { return grid_; }
     const GridLayout& grid() const { return grid_; }

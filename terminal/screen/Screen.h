@@ -192,7 +192,7 @@ class Screen {
         return printed;
     }();
 
-    bool painting() const { return PaintOn_ && painter_.surface() != nullptr; }
+    bool painting() const { return PaintOn_ && surface_ != nullptr; }
     int LastLine() const { return LinesPerPage_ - 1; }
     int RightMargin() const { return CharsPerLine_; }
 

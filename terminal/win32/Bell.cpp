@@ -20,7 +20,7 @@ struct Tone {
 };
 static_assert(sizeof(Tone) == sizeof(std::uint32_t));
 
-/// Set while a request is looked at and while the thread runs; whoever set it may touch what is below.
+/// Set while a request is looked at and while the thread runs; who set it may touch what is below.
 std::atomic<bool> busy{false};
 BellLimit limit;
 

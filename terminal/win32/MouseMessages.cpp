@@ -6,8 +6,8 @@
 namespace kavrelon {
 namespace {
 
-// Platforms give the wheel to the window with the keyboard, which the windows in front of the terminal leave
-// to it: one of these that the mouse stands over has the wheel from here.
+// Platforms give the wheel to the window that has the keyboard: the terminal, even when the mouse is over a
+// help box in front of it. That one gets the message from here.
 LRESULT handWheelOn(HWND window, WPARAM wParam, LPARAM lParam) {
     const Point mouse = pointIn(lParam);
     const HWND under = WindowFromPoint({mouse.x, mouse.y});

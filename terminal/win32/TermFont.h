@@ -14,7 +14,7 @@
 
 namespace kavrelon {
 
-/// How one byte is put on the window.
+/// How one byte is drawn.
 struct Glyph {
     enum class Source : std::uint8_t {
         Byte,       ///< as the byte, in the text's font
@@ -61,8 +61,8 @@ class RealisedFont {
 
 /// The font of a terminal window, chosen by name and size.
 ///
-/// It measures on the window's context, and puts back there what it selects. The fonts that it gives out must
-/// be off the context before the choice or the size changes.
+/// It measures on the window's context, and restores what was selected there. The fonts that it gives out
+/// must be off the context before the choice or the size changes.
 class TermFont {
   public:
     explicit TermFont(HDC context);

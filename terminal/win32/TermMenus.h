@@ -19,7 +19,7 @@ class TermMenus {
     HMENU bar() const { return bar_; }
     /// A window has the bar now, and destroys it with itself.
     void handOver() { static_cast<void>(owned_.release()); }
-    /// The window and the bar with it are gone; the calls below do nothing any more.
+    /// The window is gone, and the bar with it; the calls below do nothing from now on.
     void forget() { bar_ = nullptr; }
 
     void checkFontEntry(int index) const;

@@ -159,7 +159,7 @@ void Win32TermSurface::scrollGrid() {
 
     const int bottomRow = std::max(grid_.bottom - cell_.height, grid_.top);
     blacken({grid_.left, bottomRow, grid_.right, grid_.bottom});
-    // Uncovered beside the bottom row is what another window hid from being moved.
+    // What is uncovered outside the bottom row was hidden by another window, and could not be moved.
     SetRectRgn(bottomRow_.get(), grid_.left, bottomRow, grid_.right, grid_.bottom);
     if (CombineRgn(uncovered_.get(), uncovered_.get(), bottomRow_.get(), RGN_DIFF) > NULLREGION) {
         InvalidateRgn(window_, uncovered_.get(), FALSE);

@@ -23,12 +23,11 @@ class Win32TermSurface {
     explicit Win32TermSurface(HWND window);
     Win32TermSurface(const Win32TermSurface&) = delete;
     Win32TermSurface& operator=(const Win32TermSurface&) = delete;
-    /// The window is going, or gone: from now on nothing is drawn.
+    /// The window is being destroyed: from now on nothing is drawn.
     void detach();
 
-    /// Between the two nothing is drawn, and it is the caller's to have everything painted afterwards.
-    /// Brackets may nest. Nothing is held back while a memory bitmap is in use, which gets its content from
-    /// the window.
+    /// Between the two calls nothing is drawn; the caller has everything painted afterwards. They may nest.
+    /// While a memory bitmap is in use drawing goes on, since the bitmap gets its content from the window.
     void holdDrawing();
     void resumeDrawing();
 

@@ -12,8 +12,6 @@ namespace {
 
 constexpr const char* kCaption = "Terminal";
 
-constexpr std::array<UINT, 2> kTimerMilliseconds{300, 10};
-
 /// Timers are numbered from 1: number 0 means any to some of the calls.
 constexpr UINT_PTR timerNumber(std::size_t timer) {
     return timer + 1;
@@ -72,7 +70,7 @@ void Win32TermWindow::windowDestroyed() {
 }
 
 WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
-    // Held for the length of the message, so that a handler may let go of the last reference.
+    // Held for the length of the message, since a handler may release the last reference.
     const std::shared_ptr<TermWindowEvents> events = events_.lock();
     if (events == nullptr) return std::nullopt;
     if (const WindowAnswer answer = onDrawing(*events, message)) return answer;
@@ -240,7 +238,7 @@ void Win32TermWindow::enableTimer(TermTimer timer, bool on) {
     const auto index = static_cast<std::size_t>(timer);
     if (window_ == nullptr || std::exchange(timers_[index], on) == on) return;
     if (on) {
-        SetTimer(window_.get(), timerNumber(index), kTimerMilliseconds[index], nullptr);
+        SetTimer(window_.get(), timerNumber(index), static_cast<UINT>(kTimerMilliseconds[index]), nullptr);
     } else {
         KillTimer(window_.get(), timerNumber(index));
     }

@@ -18,8 +18,8 @@ namespace kavrelon {
 
 /// A top-level terminal window of the desktop.
 ///
-/// When the platform destroys the window underneath, its owner is told as if it had been closed, and this
-/// object ignores calls from then on.
+/// When the platform destroys the window itself, its owner is told as if it had been closed, and this object
+/// ignores calls from then on.
 class Win32TermWindow final : public TermWindow, private WindowProcedure {
   public:
     /// Throws std::bad_alloc when the platform has no window to give.

@@ -55,8 +55,8 @@ ComPtr<Object> make(Arguments&&... arguments) {
     return object;
 }
 
-/// A form with a label on it, made by a library that nothing else in this process has loaded: what is left of
-/// the label shows when the library is asked whether it can go.
+/// A form with a label on it, made by a library that nothing else in this process has loaded: as long as
+/// anything of the label is left, the library says that it cannot be unloaded.
 class ComControl : public testing::Test {
   protected:
     ComControl() {
@@ -79,7 +79,7 @@ class ComControl : public testing::Test {
     ComPtr<Interface> create() const {
         return library->create<Interface>(CLSID_HTMLLabel);
     }
-    /// Puts a label on the form, whose object has these members.
+    /// Puts a label on the form. `members` are those of the form's object.
     void open(std::vector<std::wstring> members = {L"WindowState", L"Show"}) {
         close();
         const auto object = [this](const char* who, std::vector<std::wstring> names) {

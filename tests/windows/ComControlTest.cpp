@@ -34,7 +34,7 @@ TEST_F(ComControl, IsOneObjectInAllItsInterfaces) {
     identity.query<IConnectionPointContainer>()->EnumConnectionPoints(points.put());
     EXPECT_EQ(points->Next(1, events.put(), nullptr), S_OK);
     EXPECT_TRUE(events->GetConnectionInterface(&iid) == S_OK && iid == __uuidof(DHTMLLabelEvents));
-    // Its documents come from afar, and their links call the form.
+    // It is not safe for scripts: its documents come from remote systems, and their links call the form.
     void* safety = nullptr;
     EXPECT_EQ(identity->QueryInterface(IID_IObjectSafety, &safety), E_NOINTERFACE);
 }
@@ -94,7 +94,7 @@ TEST_F(ComControl, IsSavedInStreamsAndStoragesAndRefusesDamagedOnes) {
         EXPECT_EQ(name.view(), wanted);
     };
     expect(S_OK, L"Times");
-    // Programs may set a name that no saved set may hold; what was saved is read again all the same.
+    // Programs may set a name that cannot be saved; what was saved can be loaded all the same.
     label->put_DefaultFontName(Bstr(std::wstring(70000, L'x')).get());
     stream->Seek({}, STREAM_SEEK_SET, nullptr);
     EXPECT_EQ(saving->Save(stream.get(), TRUE), S_OK);

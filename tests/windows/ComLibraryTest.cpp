@@ -146,8 +146,8 @@ TEST_F(ComLibrary, KeepsItsTypeLibrariesBinaryCompatible) {
     EXPECT_EQ(dumpLibrary(1) + dumpLibrary(2), golden.str());
 }
 
-/// What a process can run out of. Handles and slots are given out lowest first, so a leak shows in the next
-/// one.
+/// What a process can run out of. The next handle or slot is always the lowest free one, so a leak makes it
+/// higher.
 struct Usage {
     DWORD threadSlot;
     ULONG_PTR handle;
@@ -185,7 +185,7 @@ void useOnce(const std::wstring& path) {
 
 TEST_F(ComLibrary, LeavesNothingBehindWhenUnloaded) {
     CoInitialize(nullptr);
-    // Every host has these loaded; Wine's lose a handle of their own with each load and unload.
+    // Every host has these loaded; in Wine each load and unload of them loses a handle.
     const std::array<LoadedLibrary, 4> loadedByAnyHost{LoadedLibrary(L"user32"), LoadedLibrary(L"gdi32"),
                                                        LoadedLibrary(L"shell32"),
                                                        LoadedLibrary(L"winspool.drv")};

@@ -1,4 +1,4 @@
-// What registering writes and unregistering takes away, and use without any of it.
+// What registering writes and unregistering removes, and use without any of it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -225,7 +225,7 @@ TEST_F(ComSession, TakesArgumentArraysOfEveryShape) {
         EXPECT_EQ(callBack_->FuncKey(number, text.put()), S_OK);
         EXPECT_EQ(toAnsi(text.view()), expected);
     };
-    // The first field stands at index 1, wherever the array begins.
+    // The first field has index 1, wherever the array begins.
     EXPECT_EQ(set(stringArray(1, {L"7", L"one"})), S_OK);
     EXPECT_EQ(set(stringArray(-2, {L"", L"", L"", L"9", L"minus two \x2192"})), S_OK);
     expectKey(7, "one");
@@ -247,7 +247,7 @@ TEST_F(ComSession, TakesArgumentArraysOfEveryShape) {
     expectKey(11, "2.5");
 
     SAFEARRAYBOUND square[] = {{2, 1}, {2, 1}};
-    // Empty fields are nothing to this row, and so it shows what is refused as an array.
+    // This row takes empty fields, so that only the array itself can be refused.
     EXPECT_EQ(set(SafeArrayCreateVector(VT_BSTR, 1, 2), rows::kSetAttribute), S_OK)
         << "null strings are empty texts";
     for (SAFEARRAY* array : {SafeArrayCreate(VT_BSTR, 2, square), SafeArrayCreateVector(VT_I4, 1, 2)}) {

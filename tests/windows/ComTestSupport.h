@@ -21,7 +21,7 @@ constexpr HRESULT runtimeError(int number) {
     return static_cast<HRESULT>(0x800A0000U | unsigned(number));
 }
 
-/// The built library, which stands beside the test program.
+/// The built library, which is in the test program's folder.
 inline std::wstring libraryPath() {
     const std::wstring program = modulePath();
     return program.substr(0, program.rfind(L'\\') + 1) + L"kavrelon.dll";
@@ -60,7 +60,7 @@ class LoadedLibrary {
     HMODULE module_;
 };
 
-/// A host's parent object that records what it is told, and fails every call when it is to.
+/// A host's parent object that records its calls, and fails all of them when it is told to.
 class RecordingParent final : public Implements<DualInterface<IClientParent>> {
   public:
     std::vector<std::string> calls;
@@ -101,7 +101,7 @@ class RecordingParent final : public Implements<DualInterface<IClientParent>> {
     }
 };
 
-/// Description and source of this thread's error object, which is taken away; "none" without one.
+/// Takes this thread's error object: its description and source, "none" without one.
 inline std::string takeErrorInfo() {
     ComPtr<IErrorInfo> info;
     if (GetErrorInfo(0, info.put()) != S_OK) return "none";
@@ -122,7 +122,7 @@ inline SAFEARRAY* stringArray(LONG lowerBound, const std::vector<std::wstring>& 
     return array;
 }
 
-/// Carries out a row of the table with these fields, the first of them at index 1.
+/// Processes a row of the table with these fields, the first of them at index 1.
 inline HRESULT process(IClientEscTree& table, short row, const std::vector<std::wstring>& fields) {
     SAFEARRAY* array = stringArray(1, fields);
     long result = 0;

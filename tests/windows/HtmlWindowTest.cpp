@@ -1,3 +1,6 @@
+// First, since it makes a macro of the name LoadImage.
+#include <windows.h>
+
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/win32/Messages.h"
@@ -8,7 +11,7 @@ namespace {
 
 constexpr Size kPlace{300, 200};
 
-/// A label on a form, a user who works it, and its container.
+/// A label on a form, its user, and its container.
 class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabelEvents {
   protected:
     HtmlWindow() { open("STATIC"); }
@@ -64,7 +67,7 @@ class HtmlWindow : public testing::Test, public LabelContainer, public HTMLLabel
     int down = 0;
 };
 
-/// Lines of many lengths.
+/// A text with lines of many lengths.
 std::string longText() {
     std::string text = "<BODY BGCOLOR=#FFFFFF><FONT COLOR=#FF0000>";
     for (std::size_t line = 0; line < 60; ++line) text += std::string(line * 7 % 25 + 2, 'x') + "<BR>";

@@ -6,10 +6,10 @@
 
 namespace kavrelon {
 
-// What this process uses of things that it can run out of.
+// How much this process has of what it can run out of.
 
-/// The drawing objects, counted in the table that the process shares with the platform: the platform's own
-/// count is not there everywhere.
+/// The drawing objects, counted in the table that the process shares with the platform: not every platform
+/// has a count of its own.
 inline int countGdiObjects() {
     constexpr std::size_t kTableInProcess = 0x94, kEntries = 65536, kEntrySize = 24, kTypeInEntry = 14;
     const char* process = nullptr;

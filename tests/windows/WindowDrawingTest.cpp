@@ -132,8 +132,7 @@ TEST_F(WindowDrawing, ScrollingMovesTheGridAndNothingElse) {
         }
         const Rect first = form.cell(0, 0);
         const Rect last = form.cell(79, 24);
-        // Without a memory bitmap, which has margins of its own, the window's margins are to stay as they
-        // are.
+        // A scroll leaves the window's margins alone, unless the memory bitmap with its own is shown.
         if (!memory) form.smear({0, 0, first.left, last.bottom});
         const WindowImage before = form.picture();
         form.writeAt(0, 24, "\n");

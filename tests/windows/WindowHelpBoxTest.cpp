@@ -50,7 +50,7 @@ TEST_F(WindowHelpBox, ItCoversItsCellsAndLeavesTheKeyboardAlone) {
     EXPECT_EQ(place.width(), 23 * cell.width());
     EXPECT_EQ(place.height(), 7 * cell.height() + 7);
 
-    // The whole of it inside its thin border is the page.
+    // All of it but its thin border is the page.
     const WindowImage shown(show(kPage));
     EXPECT_EQ(shown.width(), 23 * cell.width() - 2);
     EXPECT_TRUE(shown.all({0, shown.height() / 2, shown.width(), shown.height()}, RGB(0, 0, 255)));
@@ -68,7 +68,7 @@ TEST_F(WindowHelpBox, TheMouseDragsItAndGoesOnToTheTerminalsKeyboard) {
     EXPECT_EQ(rectangleOf(box), (Rect{start.left + 60, start.top - 60, start.right + 60, start.bottom - 60}));
     EXPECT_TRUE(isTypedThrough());
 
-    // It goes on with the terminal's window from there.
+    // From there it moves with the terminal's window.
     SetWindowPos(form->window(), nullptr, 10 + 7, 10 + 9, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     EXPECT_EQ(rectangleOf(box).left, start.left + 67);
 }
@@ -88,7 +88,7 @@ TEST_F(WindowHelpBox, ItsMenuClosesIt) {
     for (const char* text : {"text", kPage}) {
         const HWND box = show(text);
         const Rect place = rectangleOf(box);
-        // On the text, which is a link in the page, whose right click may not be taken for a left one.
+        // On the text, which in the page is a link: a right click on it must not count as a left one.
         moveOnDesktop({place.left + 20, place.top + 12});
         press({{VK_RBUTTON}});
         tryUntilDone([] {
@@ -113,7 +113,7 @@ TEST_F(WindowHelpBox, ItIsHiddenAndGoneWithTheTerminal) {
         EXPECT_TRUE(IsWindowVisible(box));
         EXPECT_EQ(rectangleOf(box), place);
     }
-    // Left behind when the terminal comes to the front, it is soon above it again.
+    // Below the terminal after that came to the front, it is soon above it again.
     SetWindowPos(box, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
     EXPECT_TRUE(pumpUntil([&] {
         HWND below = box;

@@ -38,7 +38,7 @@ class WindowImage {
     int width() const { return width_; }
     int height() const { return height_; }
     COLORREF at(int x, int y) const { return pixels_.at(static_cast<std::size_t>(y * width_ + x)); }
-    /// Whether every pixel of a block answers.
+    /// Whether `answers` is true of every pixel of a block.
     bool all(const Rect& block, const std::function<bool(COLORREF)>& answers) const {
         for (int y = block.top; y < block.bottom; ++y) {
             for (int x = block.left; x < block.right; ++x) {

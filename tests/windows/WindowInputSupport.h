@@ -93,7 +93,7 @@ class Companion {
         CloseHandle(started.hThread);
         CloseHandle(started.hProcess);
     }
-    /// Whether it has told what it has to tell.
+    /// Whether its answer is there, which is taken away then.
     bool tells(std::string& told) const {
         std::ifstream in(program() + ".txt", std::ios::binary);
         if (!in) return false;
@@ -106,7 +106,7 @@ class Companion {
     std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "kavrelon input test";
 };
 
-/// A terminal that has the keyboard, and a user who works it.
+/// A terminal that has the keyboard, and its user.
 class WindowInput : public WindowTest {
   protected:
     WindowInput() { reopen(); }
@@ -124,7 +124,7 @@ class WindowInput : public WindowTest {
         pump();
         host.sent.clear();
     }
-    /// Lets everything through that is under way. A menu that nothing closes is closed after a while.
+    /// Lets messages through until no more come. A menu that nothing closes is closed after a while.
     void pump() {
         const UINT_PTR timer = SetTimer(nullptr, 0, 3000, leaveMenu);
         for (int quiet = 0; quiet < 4; ++quiet) {
@@ -136,7 +136,7 @@ class WindowInput : public WindowTest {
     bool pumpUntil(const std::function<bool()>& condition) {
         return kavrelon::pumpUntil(condition, 20000, [this] { pump(); });
     }
-    /// From now on tries something again and again, also while a menu or a message box is open.
+    /// Calls `attempt` from a timer until it is done, also while a menu or a message box is open.
     static void tryUntilDone(std::function<bool()> attempt) {
         done = std::move(attempt);
         SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {

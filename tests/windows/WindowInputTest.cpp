@@ -65,7 +65,7 @@ TEST_F(WindowInput, TypedCharactersGoThroughUnchanged) {
     EXPECT_EQ((pump(), host.sent), "\xE9\x80?");
     for (int i = 0; i < 3; ++i) key(VK_UP, false);
     EXPECT_EQ(sentBy({{VK_UP}}), "\x1A\x1A\x1A\x1A") << "the key repeats";
-    // AltGr: what it types is no Ctrl combination, and neither is what comes after it.
+    // AltGr: neither what is typed with it nor what comes after it is a Ctrl combination.
     key(VK_CONTROL, false);
     key(VK_RMENU, false);
     pump();
@@ -108,7 +108,7 @@ TEST_F(WindowInput, MenusOpenAndChooseByKeyboard) {
     const std::pair<std::vector<Chord>, std::string> cases[] = {
         {{{VK_MENU, 'K'}, {'Z'}}, " from  knowledge\n" + companion.folder()},
         {{{VK_MENU, 'R'}, {VK_RETURN}}, " \"two  words\" -x\n" + companion.folder()},
-        // Without quotes the program's path is cut at its space; the second attempt finds it nevertheless.
+        // Without quotes the program's path is cut at its space; only the second attempt finds the program.
         {{{VK_MENU, 'R'}, {'D'}}, " a  b\n" + std::filesystem::current_path().string()}};
     for (const auto& [chords, told] : cases) {
         EXPECT_EQ(sentBy(chords), "");

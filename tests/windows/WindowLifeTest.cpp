@@ -5,7 +5,7 @@
 namespace kavrelon {
 namespace {
 
-/// A window procedure under which each message brings the next.
+/// A window procedure that posts a message for each that it gets.
 LRESULT CALLBACK flood(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_APP) PostMessageA(window, WM_APP, 0, 0);
     return DefWindowProcA(window, message, wParam, lParam);

@@ -30,7 +30,7 @@ class WindowMenu : public WindowTest {
     static void click(const TestForm& form, HMENU menu, int position) {
         SendMessageA(form.window(), WM_COMMAND, GetMenuItemID(menu, position), 0);
     }
-    /// The position of the menu's only checked entry, -1 when it has not one of them.
+    /// The position of the menu's only checked entry, -1 when it has none or several.
     static int checked(HMENU menu) {
         int result = -1;
         for (int i = 0; i < GetMenuItemCount(menu); ++i) {

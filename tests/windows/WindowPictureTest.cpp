@@ -38,7 +38,7 @@ class WindowPicture : public WindowTest {
 };
 
 TEST_F(WindowPicture, FilesAreLoadedWhole) {
-    // An image at the right of a canvas that is larger.
+    // An image at the right of a larger canvas.
     std::fstream file(folder() / "p.gif", std::ios::binary | std::ios::in | std::ios::out);
     file.seekp(6).put(16).seekp(0x22).put(8).flush();
     const auto picture = GdiPicture::load(folder() / "p.gif");

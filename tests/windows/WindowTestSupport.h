@@ -85,7 +85,7 @@ class TestForm {
     void smear(const RECT& block) const {
         FillRect(GetDC(window_), &block, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     }
-    /// Whether the window shows what it does after everything has been painted again.
+    /// Whether painting everything again changes nothing.
     bool isPainted() const {
         const WindowImage before = picture();
         smear({0, 0, 2000, 2000});

@@ -1,5 +1,5 @@
 ' The plug-in and the label as a script sees them: created by name, every member found by its name.
-' Prints "as expected" at its end; not so when anything differs, or when an error ends it early.
+' Prints "as expected" at its end, unless anything differs or an error ends it early.
 Option Explicit
 
 Dim plugIn, label, table, row, patterns, fileVersion, failures

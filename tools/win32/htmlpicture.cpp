@@ -1,5 +1,5 @@
 // htmlpicture FILE WIDTH OUT.bmp: draws an HTML document, as the label does, on a page of WIDTH pixels.
-// Pictures are looked for beside the document.
+// Pictures are looked for in the document's folder.
 
 #include <windows.h>
 
@@ -42,7 +42,7 @@ class FolderPictures final : public PictureSource {
     LabelPictures pictures_;
 };
 
-/// A picture in memory that can be drawn on and written to a file.
+/// A bitmap in memory that can be drawn on and written to a file.
 class Page {
   public:
     explicit Page(Size size) : context_(CreateCompatibleDC(nullptr)) {
@@ -95,7 +95,7 @@ int drawDocument(const std::string& path, int width, const std::string& result) 
     layout.measure(document, {}, pictures, canvas);
     layout.place(document, width);
     const Size size = layout.size();
-    // A picture of nothing cannot be made.
+    // There are no bitmaps without pixels.
     Page page({std::max(size.width, 1), std::max(size.height, 1)});
     if (!page) {
         std::cerr << path << ": the page is too large to draw\n";

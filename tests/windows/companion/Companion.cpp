@@ -4,14 +4,13 @@
 #include <fstream>
 #include <string>
 
-// A second program for tests. What it has to tell it leaves in the file PROGRAM.txt, PROGRAM being its path:
-//   clipboard [MILLIS]   the clipboard's text in the ANSI code page, a NUL, and the same in UTF-8; it keeps
-//   the
-//                        clipboard open for a while after that
+// A second program for tests. It writes its answer to the file PROGRAM.txt, where PROGRAM is its path:
+//   clipboard [MILLIS]   the clipboard's text in the ANSI code page, a NUL, and the same in UTF-8;
+//                        it keeps the clipboard open for a while after that
 //   anything else        its command line and, on a second line, its current directory
 namespace {
 
-/// The file appears with its whole content.
+/// Writes the file at once: nobody sees it with only a part of its content.
 void tell(const std::string& text) {
     char program[MAX_PATH] = "";
     GetModuleFileNameA(nullptr, program, MAX_PATH);

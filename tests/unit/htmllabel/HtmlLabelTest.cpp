@@ -13,6 +13,7 @@
 #include "headless/HeadlessLabelWindow.h"
 #include "htmllabel/FormCall.h"
 #include "htmllabel/HTMLLabel.h"
+#include "support/Keys.h"
 
 namespace kavrelon {
 namespace {
@@ -119,7 +120,7 @@ TEST_F(HtmlLabelTest, LaysOutWhatIsSeenAndAsksOnceForEachPicture) {
     window.repaintViewPort();
     EXPECT_THAT(events(), ElementsAre("load p", "load a", "load b"));
 
-    // What is hidden, or has no extent yet, is not laid out; the first extent counts always.
+    // A label that is hidden or has no size yet is not laid out. Its first size always counts.
     window.surroundings() = {.twips = {}, .visible = false, .userMode = false};
     label->attach(&window, this);
     label->DocumentHTML("<img src=c>");
@@ -197,11 +198,20 @@ TEST_F(HtmlLabelTest, ScrollsByKeysAndWheel) {
     label->EnableScroll(true);
     label->DocumentHTML(lines + lines);
     const int Max = label->vscScroll().Max;
-    // From a value, by a key and the shift keys with it, to a value.
-    const std::tuple<int, Bits, Bits, int> moves[] = {
-        {20, 38, 0, 5}, {5, 38, 0, 5},          {0, 40, 0, 15}, {Max - 5, 40, 0, Max - 5}, {20, 33, 0, 0},
-        {0, 34, 0, 96}, {Max - 20, 34, 0, Max}, {20, 36, 2, 0}, {20, 36, 0, 20},           {20, 35, 2, Max},
-        {96, 33, 0, 0}, {20, 35, 1, 20},        {20, 39, 0, 20}};
+    // A value, a key, the shift keys that are held, and the value after it.
+    const std::tuple<int, Bits, Bits, int> moves[] = {{20, keys::kUp, 0, 5},
+                                                      {5, keys::kUp, 0, 5},
+                                                      {0, keys::kDown, 0, 15},
+                                                      {Max - 5, keys::kDown, 0, Max - 5},
+                                                      {20, keys::kPageUp, 0, 0},
+                                                      {96, keys::kPageUp, 0, 0},
+                                                      {0, keys::kPageDown, 0, 96},
+                                                      {Max - 20, keys::kPageDown, 0, Max},
+                                                      {20, keys::kHome, shifts::kCtrl, 0},
+                                                      {20, keys::kHome, 0, 20},
+                                                      {20, keys::kEnd, shifts::kCtrl, Max},
+                                                      {20, keys::kEnd, shifts::kShift, 20},
+                                                      {20, keys::kRight, 0, 20}};
     for (const auto& [from, key, shift, to] : moves) {
         label->vscScroll_Change(from);
         const int paints = window.shown().paints;
@@ -271,12 +281,12 @@ TEST_F(HtmlLabelTest, FollowsLinksLaterAndJumpsAtOnce) {
 }
 
 TEST_F(HtmlLabelTest, TabWalksTheLinksAndEnterFollows) {
-    constexpr Bits kTab = 9, kEnter = 13;
+    using keys::kTab, keys::kEnter;
     label->EnableScroll(true);
     label->DocumentHTML("<a name=n>name</a><a href=one>one</a>" + lines + "<a href=two>two</a>");
     const int one = link(1).lngTop, two = link(2).lngTop, bottom = link(2).lngBottom - 96;
-    // A key and the shift keys with it; whether the label takes it, the top of the link in focus and the
-    // scroll value then.
+    // A key and the shift keys that are held; whether the label takes it, and then the top of the link in
+    // focus and the scroll value.
     const std::tuple<Bits, Bits, bool, int, int> steps[] = {
         {kEnter, 0, false, -1, 0},      {kTab, 0, true, one, 0},       {kTab, 0, true, two, bottom},
         {kEnter, 0, true, two, bottom}, {kTab, 2, false, two, bottom}, {kTab, 0, false, -1, bottom},

@@ -43,7 +43,7 @@ class HtmlLayoutTest : public testing::Test {
         layout.measure(document, defaults, pictures, canvas);
         layout.place(document, width);
     }
-    /// Every run as "x,y text", divided by "|".
+    /// Every run as "x,y text", with "|" between them.
     std::string runs(std::string_view html, int width = 208) {
         show(html, width);
         std::string all;

@@ -285,7 +285,7 @@ TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
     }
 }
 
-/// Everything that can be received, in one state of the session after the other.
+/// Everything that can be received, in each state of the session.
 class ReceiveLaw : public ConnectedTest {
   protected:
     void receiveEverything() {

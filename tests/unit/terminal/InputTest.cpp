@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "terminal/BellLimit.h"
 #include "terminal/modShellandWait.h"
 #include "tests/unit/Session.h"
 
@@ -237,7 +238,7 @@ TEST_F(InputTest, HostFilledMenusStartExactlyWhatTheHostGave) {
     form().mnuRemoteConnection_Click(0);
     EXPECT_EQ(window().failures(),
               Texts{"Unable to start Program: \"C:\\My Tools\\t.exe\"  /x\nError: result 5"});
-    // The items of a cleared knowledge base stay on the menu; choosing one says what is the matter.
+    // The items of a cleared knowledge base stay on the menu; who chooses one is told that it is gone.
     sequence(kClearKB);
     for (const auto item : std::initializer_list<std::int16_t>{1, -1, 32767})
         form().mnKnowledgeBaseLink_Click(item);
@@ -276,6 +277,28 @@ TEST_F(InputTest, PrintsTheScreenOnTheChosenPrinter) {
     printers.whilePrinting = [this] { window().events()->Form_Close(); };
     printOn({"Matrix"});
     EXPECT_FALSE(form().isLoaded()) << "closed while its printer asked something";
+}
+
+TEST(BellLimitTest, TheBellRingsAtMostOnceASecond) {
+    BellLimit limit;
+    constexpr std::uint32_t kWrapped = 0U - 500;
+    const std::pair<std::uint32_t, bool> rings[] = {{0, true},        {999, false},  {1000, true},
+                                                    {1600, false},    {1999, false}, {2000, true},
+                                                    {kWrapped, true}, {499, false},  {500, true}};
+    for (const auto& [now, rung] : rings) EXPECT_EQ(limit.mayRing(now), rung) << now;
+}
+
+TEST(PrintersTest, TheScreenFillsThePage) {
+    const struct {
+        Size page;
+        int columns, lines;
+        Size cell;
+    } cases[] = {{{4800, 6600}, 80, 25, {60, 120}},
+                 {{4800, 1000}, 80, 25, {60, 40}},
+                 {{6600, 4800}, 132, 100, {50, 48}},
+                 {{10, 10}, 80, 25, {1, 1}},
+                 {{100, 100}, 0, 0, {100, 100}}};
+    for (const auto& c : cases) EXPECT_EQ(printedCell(c.page, c.columns, c.lines), c.cell) << c.columns;
 }
 
 }  // namespace

@@ -12,19 +12,19 @@ namespace {
 
 using namespace std::string_literals;
 
-/// A document, and ways to write down what became of it.
+/// A parsed document, with texts that describe it.
 class Parsed {
   public:
     explicit Parsed(std::string_view html, const DocumentDefaults& defaults = {.EnableAnchors = true}) {
         document_.setDocument(html, defaults);
     }
-    /// Wraps `body` in tags of its own, for documents with nothing added.
+    /// Puts `body` between tags of its own, so that normalising adds nothing.
     static Parsed inBody(const std::string& body) { return Parsed("<HTML><BODY>" + body + "</BODY></HTML>"); }
 
     const HTMLDocument* operator->() const { return &document_; }
     const HTMLElement& operator[](std::size_t index) const { return document_.mudtElements()[index]; }
 
-    /// The sources of the elements between BODY and its closer, each in front of a bar.
+    /// The sources of the elements between BODY and its closer, each followed by a bar.
     std::string pieces() const {
         std::string text;
         const auto all = document_.mudtElements();
@@ -32,8 +32,8 @@ class Parsed {
         return text;
     }
 
-    /// The linked elements, a level's children in brackets with its closer behind a slash, and the number of
-    /// those that are not linked. Every link is checked on the way.
+    /// The linked elements, a level's children in brackets with its closer after a slash, and the number of
+    /// those that are not linked. Checks every link on the way.
     std::string tree() const {
         std::string text;
         const std::size_t linked = write(text, 0);
@@ -117,7 +117,7 @@ TEST(HtmlDocumentTest, CutsTagsCommentsAndText) {
     };
     for (const auto& c : cases) EXPECT_EQ(Parsed::inBody(c.body).pieces(), c.pieces) << c.body;
 
-    // What cannot be cut ends the document with what there was.
+    // Where the text cannot be cut any further, the document ends.
     EXPECT_EQ(Parsed("<HTML><BODY>a<B>b<!-- c</B>--").tree(), "<HTML>(<BODY>(a <B>(b)))");
     EXPECT_EQ(Parsed("<HTML><BODY>a<<<").tree(), "<HTML>(<BODY>(a))");
     EXPECT_EQ(Parsed("<!-<HTML><BODY>a").tree(), "<!-<HTML>(<BODY>)");
@@ -183,7 +183,7 @@ TEST(HtmlDocumentTest, ReadsAttributesOverDefaults) {
         {"<DIV CELLPADDING=2.5 CELLSPACING=3.5 NAME=unended\">", "name=unended\" padding=2 spacing=4 "},
         {"<DIV A=\"x\"NAME=\"y\"TITLE='z>", "name=y title=z "},
         {"<DIV NOWRAP NAME=x ID=>", ""},
-        // An error ends the element with what stood before; one in cutting the tag leaves the defaults.
+        // An error ends the element with what came before it; one in cutting the tag leaves the defaults.
         {"<DIV BORDER=1 HEIGHT=40px NAME=x>", "border=1 "},
         {"<DIV NAME=x BORDER=32768 ID=y>", "name=x "},
         {"<DIV NAME=x HREF='&#256;' ID=y>", "name=x "},
@@ -275,7 +275,7 @@ TEST(HtmlDocumentTest, BuildsTheTree) {
     EXPECT_EQ(found.strRaw, "b");
 }
 
-/// A text with a bar behind each of its tags and stretches of text.
+/// A text with a bar after each of its tags and pieces of text.
 std::string barred(const std::string& html) {
     std::string text;
     for (const char c : html) {
@@ -287,7 +287,7 @@ std::string barred(const std::string& html) {
 }
 
 TEST(HtmlDocumentTest, AddsMissingClosers) {
-    // A "*" stands where a closer is missing that a reader puts there.
+    // Each "*" is before a closer that is missing and has to be added.
     const std::string cases[] = {
         "<P>a*</P><P>b<BR>c*</P>",
         "<P>a*</P><H1>b</H1><P>c*</P><HR>d<P>e*</P><DIV>f</DIV>",
@@ -298,7 +298,7 @@ TEST(HtmlDocumentTest, AddsMissingClosers) {
         "<TABLE><TR><TD>a<TABLE><TR><TD>b*</TD>*</TR></TABLE>c*</TD>*</TR><TR></TR></TABLE>",
         "<TABLE><TR><TD>a<TABLE>*</TD>*</TR>",
         "<TABLE><TR><TD><P>a*</P></TD>*</TR><TR><TD>b*</TD></TR></TABLE>",
-        // What lacks nothing is left alone, however it nests.
+        // Where nothing is missing nothing changes, however the tags nest.
         "<P>a<UL><LI>b</UL><TABLE><TR><TD>c</TD></TR></TABLE><DIV><P>d</P></DIV></P></P>",
         "<P>a<DIV>b</P>c</DIV></TD></TR></TABLE><B><I>",
         "<TABLE><TR><TD>a</TR></TD><TR><TD><P>b</TD></P></TR></TABLE>",

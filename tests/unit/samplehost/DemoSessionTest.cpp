@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-/// The demo session on a terminal, with the host's own work between them.
+/// The demo session and a terminal, with a host's work between them.
 class DemoTest : public ConnectedTest, private TerminalSink {
   protected:
     DemoTest() : TerminalSink(*terminal) { pass(milliseconds{0}); }
@@ -55,8 +55,8 @@ bool isOneOf(char character, std::string_view set) {
     return set.find(character) != std::string_view::npos;
 }
 
-/// How many frames the screen shows that are closed on all four sides; crossings may stand on them, and a
-/// title on the upper one.
+/// How many frames the screen shows that are closed on all four sides. There may be crossings in the sides,
+/// and a title in the upper one.
 int closedFrames(const std::vector<std::string>& rows) {
     int closed = 0;
     for (std::size_t bottom = 2; bottom < rows.size(); ++bottom) {

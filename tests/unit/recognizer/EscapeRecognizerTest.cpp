@@ -45,7 +45,7 @@ std::string recognise(const EscapeTree& tree, std::string_view stream, std::size
     return recorder.line;
 }
 
-/// Every case, a stream and what becomes of it, must give the same whatever blocks the stream comes in.
+/// A case is a stream and what it becomes, whatever the blocks that it comes in.
 void expectCases(const EscapeTree& tree, const std::vector<std::pair<std::string, std::string>>& cases) {
     for (const auto& [stream, expected] : cases) {
         SCOPED_TRACE(testing::PrintToString(stream));
@@ -132,7 +132,7 @@ TEST(EscapeRecognizer, GivesUpWhatNeverEnds) {
     const std::string quoted = "\033[1;\"d";
     for (const std::string start : {"\033]", "\033[", "\037KB ", "\033\b", quoted.c_str()}) {
         const std::string ones(limit - start.size(), '1');
-        // A quoted text that does not end leaves the shorter sequence at its beginning.
+        // Of a quoted text that does not end only the start is dropped, which is a sequence of its own.
         const std::string givenUp = start == quoted ? "~" + start + "~" + ones : "~" + start + ones + "~";
         for (const std::size_t block : {std::size_t{1}, std::size_t{1000}, 3 * limit}) {
             EXPECT_TRUE(recognise(HeadlessSession::escapeTree(), quoted + "\n" + start + ones + "text\033[H",

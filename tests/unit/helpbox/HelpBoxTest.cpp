@@ -39,12 +39,12 @@ class HelpBoxTest : public testing::Test, protected Session {
         platform.desktop.heldButtons = button;
         box()->MouseDown(button, 0, 0, 0);
     }
-    /// Moves the mouse, which the label tells of as of a release.
+    /// Moves the mouse: the label reports it like a release.
     void move(Point to) {
         platform.desktop.cursor = to;
         box()->MouseUp(platform.desktop.heldButtons, 0, 0, 0);
     }
-    /// Over a link the label keeps the release to itself, and tells of the link a little later.
+    /// Over a link the label does not report the release, but the link a little later.
     void release(const char* link = nullptr) {
         const std::int16_t button = std::exchange(platform.desktop.heldButtons, 0);
         box()->dragEnded();
@@ -102,7 +102,7 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
     move({300, 300});
     EXPECT_EQ(place(), there);
 
-    // It goes with the terminal from there, and is seen when that is.
+    // From there it moves with the terminal, and is shown when that is.
     form().setWindowState(WindowState::Minimised);
     window().moveTo({110, 30});
     show(2);
@@ -111,7 +111,7 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
     EXPECT_TRUE(boxWindow(1).visible() && boxWindow(2).visible());
     EXPECT_EQ(place(2), block(start.left + 10, start.top - 20, 104, 87));
 
-    // What hides it takes the outline off.
+    // The outline goes when the box is hidden.
     press(kLeft, {150, 80});
     form().setWindowState(WindowState::Minimised);
     EXPECT_EQ(boxWindow().outlines(), std::vector<Rect>{});

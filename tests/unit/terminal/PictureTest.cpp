@@ -50,7 +50,7 @@ TEST(PictureOutlines, OnlyWholeFilesWithinTheLimitsHaveOne) {
         SCOPED_TRACE(format);
         const Bytes whole = sample(format);
         EXPECT_TRUE(outlineOf(whole));
-        // The last byte of all is one that an animation can do without.
+        // Without its last byte an animation is still whole: it needs no end mark.
         for (auto end = whole.begin(); end + 1 != whole.end(); ++end)
             EXPECT_FALSE(outlineOf(Bytes(whole.begin(), end))) << end - whole.begin();
         for (std::size_t place = 0; place < whole.size(); ++place) {
@@ -179,7 +179,7 @@ TEST_F(PictureTest, GoesWithTheScreenTheSessionAndTheLogin) {
 }
 
 TEST_F(PictureTest, OutputBelowItNeverShowsAndAllComesBackAsTheBufferHasIt) {
-    // Whatever the order of things, the window shows what a window that is drawn anew would.
+    // Whatever happens in whatever order, the window shows what it would if all of it were drawn again.
     std::mt19937 random(20);
     const auto upTo = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most + 1)); };
     const auto text = [&](int most) { return std::to_string(upTo(most)); };

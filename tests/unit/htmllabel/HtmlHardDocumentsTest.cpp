@@ -41,7 +41,7 @@ void* runWork(void* context) {
     return nullptr;
 }
 
-/// On a thread with a stack as small as hosts give their threads.
+/// Works on a thread with a stack as small as that of many hosts' threads.
 Outcome outcomeOnSmallStack(const std::string& html) {
     Work work{html, {}};
     pthread_attr_t attributes;

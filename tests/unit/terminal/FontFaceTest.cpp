@@ -3,9 +3,7 @@
 #include <map>
 #include <string>
 
-#include "terminal/BellLimit.h"
 #include "terminal/FontFace.h"
-#include "terminal/Printers.h"
 
 namespace kavrelon {
 namespace {
@@ -69,28 +67,6 @@ TEST(FontFaceTest, WhatStandsInForAFaceDependsOnWhatIsInstalled) {
         EXPECT_EQ(face.linesJoin, c.linesJoin) << c.what;
         EXPECT_EQ(face.charset, face.name == c.choice.name ? c.choice.charset : charsets::kDefault) << c.what;
     }
-}
-
-TEST(BellLimitTest, TheBellRingsAtMostOnceASecond) {
-    BellLimit limit;
-    constexpr std::uint32_t kWrapped = 0U - 500;
-    const std::pair<std::uint32_t, bool> rings[] = {{0, true},        {999, false},  {1000, true},
-                                                    {1600, false},    {1999, false}, {2000, true},
-                                                    {kWrapped, true}, {499, false},  {500, true}};
-    for (const auto& [now, rung] : rings) EXPECT_EQ(limit.mayRing(now), rung) << now;
-}
-
-TEST(PrintersTest, TheScreenFillsThePage) {
-    const struct {
-        Size page;
-        int columns, lines;
-        Size cell;
-    } cases[] = {{{4800, 6600}, 80, 25, {60, 120}},
-                 {{4800, 1000}, 80, 25, {60, 40}},
-                 {{6600, 4800}, 132, 100, {50, 48}},
-                 {{10, 10}, 80, 25, {1, 1}},
-                 {{100, 100}, 0, 0, {100, 100}}};
-    for (const auto& c : cases) EXPECT_EQ(printedCell(c.page, c.columns, c.lines), c.cell) << c.columns;
 }
 
 }  // namespace

@@ -112,7 +112,8 @@ TEST_F(ScreenTest, NoSizeBreaksAnyOperation) {
     }
 }
 
-/// The rules of the buffer once more, as plain as can be: every scroll and every blanking copies whole rows.
+/// A second implementation of the buffer's rules, as simple as possible: scrolling and blanking copy whole
+/// rows.
 class PlainScreen {
   public:
     std::vector<ScreenLine> records{static_cast<std::size_t>(kStoredCells)};
