@@ -69,6 +69,14 @@ std::string nameOf(ITypeInfo& info, MEMBERID member) {
     return toAnsi(name.view());
 }
 
+/// A remark for what an object browser has no line about.
+const char* remarkOnHelp(ITypeInfo& info, MEMBERID member) {
+    Bstr help;
+    info.GetDocumentation(member, nullptr, help.put(), nullptr, nullptr);
+    if (help.view().empty()) return " without help";
+    return help.view().find(L'\n') == std::wstring_view::npos ? "" : " with help of several lines";
+}
+
 std::string typeText(ITypeInfo& info, const TYPEDESC& type) {
     if (type.vt == VT_PTR) return typeText(info, *type.lptdesc) + "*";
     if (type.vt == VT_SAFEARRAY) return "array of " + typeText(info, *type.lptdesc);
@@ -88,7 +96,8 @@ void dumpFunction(std::ostream& out, ITypeInfo& info, UINT index) {
         out << (i > 0 ? ", " : "") << typeText(info, parameter.tdesc) << " pass "
             << parameter.paramdesc.wParamFlags;
     }
-    out << ") " << typeText(info, function->elemdescFunc.tdesc) << '\n';
+    out << ") " << typeText(info, function->elemdescFunc.tdesc) << remarkOnHelp(info, function->memid)
+        << '\n';
     info.ReleaseFuncDesc(function);
 }
 
@@ -103,7 +112,8 @@ void dumpType(std::ostream& out, ITypeInfo& info) {
     TYPEATTR* attributes = nullptr;
     info.GetTypeAttr(&attributes);
     out << "type " << nameOf(info, MEMBERID_NIL) << " kind " << attributes->typekind << ' '
-        << guidText(attributes->guid) << " flags " << attributes->wTypeFlags << '\n';
+        << guidText(attributes->guid) << " flags " << attributes->wTypeFlags
+        << remarkOnHelp(info, MEMBERID_NIL) << '\n';
     HREFTYPE reference = 0;
     ComPtr<ITypeInfo> other;
     const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0 &&

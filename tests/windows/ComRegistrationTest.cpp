@@ -9,6 +9,7 @@
 
 #include "headless/EscapeRows.h"
 #include "support/com/Registry.h"
+#include "support/com/Variant.h"
 #include "tests/windows/ComTestSupport.h"
 
 namespace kavrelon {
@@ -214,10 +215,38 @@ TEST_F(ComRegistration, TakesBackAHalfDoneRegistration) {
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, kInterfaceKey);
 }
 
+/// The plug-in's identity as a program gets it that knows the type library alone: by class, default interface
+/// and member. Without an object, only what the library says of them.
+std::wstring identityBy(ITypeLib& library, bool create) {
+    ComPtr<ITypeInfo> coclass;
+    ComPtr<ITypeInfo> members;
+    HREFTYPE reference = 0;
+    DISPID id = DISPID_UNKNOWN;
+    OLECHAR name[] = L"PlugInID";
+    LPOLESTR names[] = {name};
+    library.GetTypeInfoOfGuid(CLSID_clsTerminal, coclass.put());
+    coclass->GetRefTypeOfImplType(0, &reference);
+    if (FAILED(coclass->GetRefTypeInfo(reference, members.put())) ||
+        FAILED(members->GetIDsOfNames(names, 1, &id))) {
+        return L"not described";
+    }
+    if (!create) return L"described";
+    ComPtr<IClientMain> object;
+    DISPPARAMS none{};
+    Variant value;
+    coclass->CreateInstance(nullptr, __uuidof(IClientMain), object.putVoid());
+    if (!object) return L"not created";
+    members->Invoke(object.get(), id, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
+    return value.vt == VT_BSTR ? value.bstrVal : L"no text";
+}
+
 TEST_F(ComRegistration, IsNotNeededWithTheManifest) {
     CoInitialize(nullptr);
     CLSID clsid{};
+    ComPtr<ITypeLib> library;
     EXPECT_TRUE(FAILED(CLSIDFromProgID(L"kavrelon.clsTerminal", &clsid)));
+    EXPECT_EQ(LoadTypeLibEx(libraryPath().c_str(), REGKIND_NONE, library.put()), S_OK);
+    EXPECT_EQ(identityBy(*library, false), L"described") << "from the file, without a manifest either";
 
     const std::wstring manifest = libraryPath().replace(libraryPath().rfind(L'.'), 4, L".manifest");
     ACTCTXW source{};
@@ -231,8 +260,8 @@ TEST_F(ComRegistration, IsNotNeededWithTheManifest) {
     ComPtr<IClientMain> plugIn;
     EXPECT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain), plugIn.putVoid()),
               S_OK);
-    ComPtr<ITypeLib> library;
     EXPECT_EQ(LoadRegTypeLib(LIBID_kavrelon, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
+    EXPECT_EQ(identityBy(*library, true), L"TERM");
     EXPECT_EQ(LoadRegTypeLib(LIBID_quillabor, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
     DeactivateActCtx(0, cookie);
     ReleaseActCtx(context);
