@@ -1,11 +1,14 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
 
 #include "bench/Streams.h"
+#include "support/Bytes.h"
 
 namespace kavrelon::bench {
 
@@ -21,8 +24,7 @@ class Engine {
     /// Feeds a whole stream in blocks.
     void play(std::string_view stream) {
         for (; !stream.empty(); stream.remove_prefix(std::min(stream.size(), kBlock))) {
-            const std::string_view block = stream.substr(0, kBlock);
-            feed({reinterpret_cast<const std::uint8_t*>(block.data()), block.size()});
+            feed(bytesOf(stream.substr(0, kBlock)));
         }
     }
 };

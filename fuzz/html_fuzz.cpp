@@ -12,6 +12,7 @@
 #include "htmllabel/document/HTMLDocument.h"
 #include "htmllabel/document/TagTable.h"
 #include "htmllabel/layout/Layout.h"
+#include "support/Bytes.h"
 
 namespace {
 
@@ -31,10 +32,7 @@ struct HtmlInput {
     }
 
     std::uint8_t byte(std::size_t index) const { return index < all.size() ? all[index] : std::uint8_t{0}; }
-    std::string_view html() const {
-        const fuzz::Bytes text = all.subspan(std::min<std::size_t>(all.size(), 3));
-        return {reinterpret_cast<const char*>(text.data()), text.size()};
-    }
+    std::string_view html() const { return textOf(all.subspan(std::min<std::size_t>(all.size(), 3))); }
 
     fuzz::Bytes all;
     DocumentDefaults document;

@@ -10,6 +10,7 @@
 #include "fuzz/Input.h"
 #include "headless/HeadlessSession.h"
 #include "recognizer/EscapeRecognizer.h"
+#include "support/Bytes.h"
 
 namespace {
 
@@ -19,11 +20,9 @@ using fuzz::Bytes;
 /// Plain and dropped bytes as they are, sequences by row and fields.
 class Transcript final : public EscapeSink {
   public:
-    void plain(Bytes bytes) override {
-        add('p', {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-    }
+    void plain(Bytes bytes) override { add('p', textOf(bytes)); }
     void unmatched(Bytes bytes) override {
-        add('u', {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        add('u', textOf(bytes));
         last_ = 0;
     }
     void sequence(std::int16_t index, std::span<const std::string_view> fields) override {

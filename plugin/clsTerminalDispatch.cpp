@@ -37,7 +37,7 @@ void setRendition(Screen& screen, std::string_view part) {
 }
 
 void setAttributes(Screen& screen, const EscapeArguments& args) {
-    // The same parts as of all fields joined with ";", but for the empty ones.
+    // Field by field: the same parts as joining those that are not empty with ";" and splitting the result.
     for (std::string_view field : args.all()) {
         if (field.empty()) continue;
         for (;;) {

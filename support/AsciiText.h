@@ -23,8 +23,8 @@ constexpr bool equalsInUpperCase(std::string_view text, std::string_view upperCa
     return true;
 }
 
-/// The text without those of `characters` that are at both ends.
-constexpr std::string_view trim(std::string_view text, std::string_view characters) {
+/// The text without those of `characters` (one character, or a text of several) that are at both ends.
+constexpr std::string_view trim(std::string_view text, auto characters) {
     const auto first = text.find_first_not_of(characters);
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(characters) + 1 - first);
@@ -32,7 +32,7 @@ constexpr std::string_view trim(std::string_view text, std::string_view characte
 
 /// The text without the spaces (only character 32) at both ends.
 constexpr std::string_view trimSpaces(std::string_view text) {
-    return trim(text, " ");
+    return trim(text, ' ');
 }
 
 }  // namespace kavrelon

@@ -197,10 +197,11 @@ class Screen {
     int RightMargin() const { return CharsPerLine_; }
 
     void storeInRun(std::uint8_t ch) {
-        Cell& cell = run_.line->Cells[static_cast<std::size_t>(CursorX_ + 1)];
+        const int column = CursorX_ + 1;
+        Cell& cell = run_.line->Cells[static_cast<std::size_t>(column)];
         cell = rendition_.stamp();
         cell.Char = ch;
-        ++CursorX_;
+        CursorX_ = column;
         Writing_ = false;
     }
     // Kept out of the loops that feed bytes: inlined there, they would crowd out the common case.

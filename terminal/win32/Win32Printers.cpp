@@ -45,7 +45,7 @@ std::vector<std::string> Win32Printers::names() {
     EnumPrintersA(kWhich, nullptr, 4, nullptr, 0, &bytes, &count);
     // The structures are at the front of the buffer, which is aligned for them.
     std::vector<PRINTER_INFO_4A> buffer(bytes / sizeof(PRINTER_INFO_4A) + 1);
-    const auto room = static_cast<DWORD>(buffer.size() * sizeof(PRINTER_INFO_4A));
+    const DWORD room = static_cast<DWORD>(buffer.size()) * sizeof(PRINTER_INFO_4A);
     if (!EnumPrintersA(kWhich, nullptr, 4, reinterpret_cast<BYTE*>(buffer.data()), room, &bytes, &count)) {
         return {};
     }

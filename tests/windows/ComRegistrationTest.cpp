@@ -56,7 +56,7 @@ Entries classes(HKEY hive) {
 
 void setText(HKEY hive, const std::wstring& path, const wchar_t* text) {
     RegSetKeyValueW(hive, path.c_str(), nullptr, REG_SZ, text,
-                    static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t)));
+                    static_cast<DWORD>(wcslen(text) + 1) * sizeof(wchar_t));
 }
 
 std::wstring textAt(HKEY hive, const std::wstring& path) {

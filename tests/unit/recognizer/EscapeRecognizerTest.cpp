@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "headless/HeadlessSession.h"
+#include "support/Bytes.h"
 
 namespace kavrelon {
 namespace {
@@ -17,10 +18,6 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::ThrowsMessage;
 using Bytes = std::span<const std::uint8_t>;
-
-Bytes bytesOf(std::string_view text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
 
 /// Writes down a stream as one line: plain bytes as they are, sequences as {row|field|field}, dropped bytes
 /// as ~bytes~.
@@ -164,7 +161,7 @@ TEST(EscapeRecognizer, FindsTheSameWhateverTheBlocks) {
         std::string stream;
         for (int i = 0; i < 30; ++i) stream += pieces[random() % pieces.size()];
         const std::string whole = recognise(tree, stream, stream.size());
-        for (std::size_t block : {1, 2, 3, 5, 7})
+        for (const std::size_t block : {1U, 2U, 3U, 5U, 7U})
             ASSERT_EQ(recognise(tree, stream, block), whole) << testing::PrintToString(stream);
     }
 }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "samplehost/PlaySession.h"
+#include "support/Bytes.h"
 #include "tests/unit/Session.h"
 
 namespace kavrelon {
@@ -25,7 +26,7 @@ class DemoTest : public ConnectedTest, private TerminalSink {
         for (milliseconds passed{0}; passed <= time; passed += kTick) {
             std::string bytes;
             demo.advance(passed.count() == 0 ? milliseconds{0} : kTick, bytes);
-            recognizer.feed({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+            recognizer.feed(bytesOf(bytes));
         }
     }
     void press(std::string_view keys) {

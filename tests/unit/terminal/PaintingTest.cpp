@@ -189,7 +189,7 @@ TEST_F(PaintingTest, MemoryBitmapHoldsThePictureOfTheWindow) {
     blink();
     sequence(kClearScreen);
     form().Form_Paint();
-    EXPECT_EQ(picture(), std::vector<ShownCell>(6 * 31));
+    EXPECT_EQ(picture(), std::vector<ShownCell>(std::size_t{6} * 31));
 }
 
 TEST_F(PaintingTest, MinimisedWindowDrawsNothingUntilItIsRestored) {
