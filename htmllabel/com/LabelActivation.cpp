@@ -177,4 +177,14 @@ void LabelActivation::focusChanged(bool hasFocus) noexcept {
     if (controlSite) controlSite->OnFocus(hasFocus ? TRUE : FALSE);
 }
 
+// A label that went on to count as active would have no window to show, and would never make another.
+void LabelActivation::labelWindowDestroyed() noexcept {
+    const ComPtr<IUnknown> self(&object_);
+    try {
+        deactivate();
+    } catch (...) {
+        // The container could not be told everything; the label is inactive all the same.
+    }
+}
+
 }  // namespace kavrelon

@@ -305,6 +305,27 @@ TEST_F(ComControl, NeedsAFormWithAWindow) {
     }
 }
 
+TEST_F(ComControl, NoticesThatItsWindowWasDestroyed) {
+    open();
+    setDocument("<BODY BGCOLOR=#00FF00>text");
+    std::string told;
+    control->site().onDeactivate = [&] { told += "inactive "; };
+    control->site().onFocus = [&](bool has) { told += has ? "in " : "out "; };
+    SetForegroundWindow(form);
+    control->takeFocus();
+    DestroyWindow(control->window());
+    EXPECT_EQ(told, "in out inactive ");
+    EXPECT_TRUE(control->site().frame().activeObject() == nullptr && control->window() == nullptr);
+    control->show({0, 0, 300, 200});
+    EXPECT_EQ(imageOf(viewPort()).at(200, 150), RGB(0, 0xFF, 0)) << "it has another window";
+
+    told.clear();
+    DestroyWindow(form);
+    EXPECT_EQ(told, "inactive ");
+    EXPECT_EQ(control->query<IOleObject>()->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr),
+              OLE_E_INVALIDHWND);
+}
+
 TEST_F(ComControl, LeavesNoKeyboardInAHiddenWindow) {
     open();
     SetForegroundWindow(form);
