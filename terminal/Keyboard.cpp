@@ -48,11 +48,9 @@ void Keyboard::keyDown(KeyStroke& key) {
 }
 
 void Keyboard::followCtrl(const KeyStroke& key) {
-    const bool ctrlHeld = (key.Shift & shifts::kCtrl) != 0;
     // AltGr arrives as Ctrl and the right Alt key. What it types are characters, not Ctrl combinations.
-    const bool altGr = key.keyCode == keys::kAlt && key.rightAlt && ctrlHeld;
-    // What had the keyboard in between, such as a menu, may not have passed on that Ctrl was released.
-    if (altGr || !ctrlHeld) CtrlDown_ = false;
+    const bool altGr = key.keyCode == keys::kAlt && key.rightAlt && (key.Shift & shifts::kCtrl) != 0;
+    if (altGr || key.ctrlReleased) CtrlDown_ = false;
     if (key.keyCode == keys::kCtrl && !key.rightAlt) CtrlDown_ = true;
 }
 
@@ -65,7 +63,7 @@ std::string Keyboard::textOf(KeyStroke& key) {
         return target_.functionKeyText(static_cast<std::int16_t>(number));
     }
     if (!CtrlDown_) return {};
-    if (key.keyCode == keys::kPause || key.keyCode == keys::kCancel) target_.sendBreak();
+    if (key.keyCode == keys::kPause) target_.sendBreak();
     return key.keyCode >= kControlOffset ? textWithCtrl(key) : std::string();
 }
 

@@ -31,8 +31,7 @@ std::optional<LRESULT> KeyMessages::handle(TermWindowEvents& events, UINT messag
 std::optional<LRESULT> KeyMessages::keyDown(TermWindowEvents& events, WPARAM key) {
     const std::shared_ptr<State> state = state_;
     *state = {};
-    KeyStroke stroke{
-        .keyCode = static_cast<std::int16_t>(key), .Shift = shiftState(), .rightAlt = isDown(VK_RMENU)};
+    KeyStroke stroke = strokeOf(static_cast<std::int16_t>(key), shiftState(), isDown(VK_RMENU));
     events.Form_KeyDown(stroke);
     if (stroke.keyCode != 0) return std::nullopt;
     *state = {.swallowCharacter = true, .swallowAltUp = isDown(VK_MENU)};

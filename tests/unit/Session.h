@@ -11,7 +11,7 @@
 
 #include "headless/EscapeRows.h"
 #include "headless/HeadlessSession.h"
-#include "support/RuntimeError.h"
+#include "tests/unit/ErrorOf.h"
 
 namespace kavrelon {
 
@@ -20,17 +20,6 @@ inline void PrintTo(const CellAttr& attr, std::ostream* out) {
 }
 inline void PrintTo(const Point& point, std::ostream* out) {
     *out << '(' << point.x << ',' << point.y << ')';
-}
-
-/// The run-time error that a call raises, 0 when it does not fail.
-template <class Call>
-int errorOf(Call&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return static_cast<int>(error.number());
-    }
-    return 0;
 }
 
 /// A session with the views of its screen that tests compare.

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/unit/Session.h"
+#include "tests/unit/ErrorOf.h"
 
 namespace kavrelon {
 namespace {

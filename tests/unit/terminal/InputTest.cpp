@@ -61,17 +61,19 @@ TEST_F(InputTest, CtrlNeverSticks) {
 }
 
 TEST_F(InputTest, KeysTellWhetherCtrlIsMeant) {
-    const KeyStroke ctrl{kCtrl, 2}, alt{18, 6}, altGr{18, 6, true}, altGrAgain{kCtrl, 6, true};
+    const KeyStroke ctrl = strokeOf(kCtrl, 2, false), alt = strokeOf(18, 6, false),
+                    altGr = strokeOf(18, 6, true), altGrAgain = strokeOf(kCtrl, 6, true);
     const struct {
         const char* what;
         std::vector<KeyStroke> strokes;
         std::string sent;
     } cases[] = {{"with Alt", {ctrl, alt}, "data !"},
-                 {"let go while a menu had the keyboard", {ctrl, {27, 0}}, "data a"},
+                 {"let go while a menu had the keyboard", {ctrl, strokeOf(27, 0, false)}, "data a"},
                  {"AltGr", {ctrl, altGr}, "data a"},
                  {"AltGr, repeating", {ctrl, altGr, altGrAgain}, "data a"},
-                 {"the right Alt key first", {{18, 4, true}, altGrAgain}, "data a"},
-                 {"the Pause key under its other name", {ctrl, {3, 2}, {19, 0}}, "break data a"}};
+                 {"the right Alt key first", {strokeOf(18, 4, true), altGrAgain}, "data a"},
+                 {"the Pause key under its other name", {ctrl, strokeOf(3, 2, false)}, "break data !"},
+                 {"held, whatever a later stroke says", {ctrl, {65, 0}}, "data \x01 data !"}};
     for (const auto& c : cases) {
         parent->calls.clear();
         for (const KeyStroke& stroke : c.strokes) key(stroke);
