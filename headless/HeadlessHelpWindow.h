@@ -9,7 +9,8 @@
 
 namespace kavrelon {
 
-/// A help box's window in memory, at 15 twips a pixel and with a border that takes no room. It has no label.
+/// A help box's window in memory, at 15 twips a pixel and with a border that takes no room. It gives its
+/// label no window.
 class HeadlessHelpWindow final : public HelpWindow {
   public:
     static constexpr int kTwipsPerPixel = 15;
@@ -26,10 +27,14 @@ class HeadlessHelpWindow final : public HelpWindow {
     /// The outlines that are drawn on the desktop.
     const std::vector<Rect>& outlines() const { return outlines_; }
     std::shared_ptr<HelpWindowEvents> events() const { return events_.lock(); }
+    std::shared_ptr<HTMLLabel> label() const { return label_.lock(); }
 
     int twipsPerPixelX() const override { return kTwipsPerPixel; }
     int twipsPerPixelY() const override { return kTwipsPerPixel; }
-    LabelWindow* addLabel(const std::shared_ptr<HTMLLabel>&) override { return nullptr; }
+    LabelWindow* addLabel(const std::shared_ptr<HTMLLabel>& label) override {
+        label_ = label;
+        return nullptr;
+    }
     void sizeLabel(Size) override {}
     Size innerSize() const override {
         return {rectangle_.width() * kTwipsPerPixel, rectangle_.height() * kTwipsPerPixel};
@@ -48,6 +53,7 @@ class HeadlessHelpWindow final : public HelpWindow {
   private:
     HeadlessDesktop& desktop_;
     std::weak_ptr<HelpWindowEvents> events_;
+    std::weak_ptr<HTMLLabel> label_;
     std::vector<Rect> outlines_;
     Rect rectangle_;
     WindowId owner_ = 0;

@@ -82,7 +82,9 @@ void frmHelp::HelpInfo(std::string_view text) {
 void frmHelp::FontInfo(const std::string& sFontName, std::int16_t iFontSize) {
     const auto keep = shared_from_this();
     txtHelp->DefaultFontName(sFontName);
-    txtHelp->DefaultFontSize(static_cast<float>(iFontSize) - 1);
+    // A size that no text can have leaves the one that the box has.
+    const float size = static_cast<float>(iFontSize) - 1;
+    if (HTMLLabelProperties::isFontSize(size)) txtHelp->DefaultFontSize(size);
     if (!mblnShown) return;
     placeAgain();
     layOutText();

@@ -24,6 +24,10 @@ struct HTMLLabelProperties {
 
     /// Whether a value is one of the two of `Appearance` or of `BorderStyle`.
     static bool isChoice(std::int16_t value);
+    /// Whether text can have this size, in points. The upper limit is the platform's.
+    static bool isFontSize(float value);
+    /// Whether a value is one of `DefaultPadding` or `DefaultSpacing`.
+    static bool isDistance(std::int16_t value);
     /// Whether all values can be kept. What is read from outside may hold anything.
     bool isValid() const;
 

@@ -35,6 +35,9 @@ class LabelContainer {
     virtual void mouseReleased() noexcept {}
     /// The view port has gained or lost the keyboard. The control may end during the call.
     virtual void focusChanged(bool /*hasFocus*/) noexcept {}
+    /// Others have destroyed the label's window, with the form for example. Not called when its owner closes
+    /// it.
+    virtual void labelWindowDestroyed() noexcept {}
 };
 
 }  // namespace kavrelon

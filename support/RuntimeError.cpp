@@ -22,6 +22,8 @@ const char* runtimeErrorText(RuntimeErrorNumber number) noexcept {
             return "Invalid property value";
         case RuntimeErrorNumber::SetNotPermitted:
             return "Set not permitted";
+        case RuntimeErrorNumber::NoSuchMember:
+            return "Object doesn't support this property or method";
     }
     return "Unknown error";
 }

@@ -18,6 +18,7 @@ enum class RuntimeErrorNumber : int {
     ObjectNotSet = 91,
     InvalidPropertyValue = 380,
     SetNotPermitted = 387,
+    NoSuchMember = 438,
 };
 
 /// The text of an error ("Subscript out of range", ...), a constant; never null.

@@ -16,6 +16,13 @@ constexpr bool isSystemColour(Colour colour) {
     return (colour & 0x80000000U) != 0;
 }
 
+/// Whether a value is a colour at all: a mixture of red, green and blue, or one of the system's that exists.
+constexpr bool isColour(Colour value) {
+    constexpr Colour kWhite = 0xFFFFFF;
+    constexpr unsigned kLastSystemColour = 30;
+    return value <= kWhite || (value >= systemColour(0) && value <= systemColour(kLastSystemColour));
+}
+
 /// The number of a system colour.
 constexpr int systemColourNumber(Colour colour) {
     return static_cast<int>(colour & 0xFF);

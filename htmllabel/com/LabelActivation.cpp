@@ -37,6 +37,7 @@ void LabelActivation::openWindow() {
     HWND form = nullptr;
     if (!site || site->CanInPlaceActivate() != S_OK) throw ComError(E_FAIL);
     throwIfFailed(site->GetWindow(&form));
+    if (IsWindow(form) == FALSE) throw ComError(OLE_E_INVALIDHWND);
     throwIfFailed(site->OnInPlaceActivate());
     inPlaceSite_ = site;
     RECT place{};
@@ -118,7 +119,11 @@ void LabelActivation::deactivate() {
 void LabelActivation::hide() {
     deactivateUi();
     if (!window_ || !std::exchange(visible_, false)) return;
-    window_->show(false);
+    // Hiding does not take the keyboard away.
+    const auto window = window_;
+    const HWND focus = GetFocus();
+    if (focus == window->hWnd() || IsChild(window->hWnd(), focus)) SetFocus(GetParent(window->hWnd()));
+    window->show(false);
 }
 
 void LabelActivation::place(const RECT& place, const RECT& clip) {
@@ -170,6 +175,16 @@ void LabelActivation::focusChanged(bool hasFocus) noexcept {
     }
     const auto controlSite = site_.query<IOleControlSite>();
     if (controlSite) controlSite->OnFocus(hasFocus ? TRUE : FALSE);
+}
+
+// A label that went on to count as active would have no window to show, and would never make another.
+void LabelActivation::labelWindowDestroyed() noexcept {
+    const ComPtr<IUnknown> self(&object_);
+    try {
+        deactivate();
+    } catch (...) {
+        // The container could not be told everything; the label is inactive all the same.
+    }
 }
 
 }  // namespace kavrelon

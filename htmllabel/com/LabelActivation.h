@@ -63,6 +63,7 @@ class LabelActivation final : private LabelContainer {
     bool takesFocus() const noexcept override { return site_.runs(); }
     bool keyWasRefused() noexcept override { return refusedKey_ == GetMessageTime(); }
     void focusChanged(bool hasFocus) noexcept override;
+    void labelWindowDestroyed() noexcept override;
 
     void openWindow();
     void closeWindow() noexcept;

@@ -27,8 +27,8 @@ STDMETHODIMP LabelAutomation::Invoke(DISPID id, REFIID iid, LCID locale, WORD fl
                                      VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
     Variant colour;
     DISPPARAMS given = parameters != nullptr ? *parameters : DISPPARAMS{};
-    if (id == DISPID_BACKCOLOR && given.cArgs == 1 &&
-        SUCCEEDED(VariantChangeType(&colour, given.rgvarg, 0, VT_I4))) {
+    if (id == DISPID_BACKCOLOR && given.cArgs == 1 && given.rgvarg != nullptr &&
+        SUCCEEDED(changeType(colour, *given.rgvarg, VT_I4))) {
         colour.vt = VT_UI4;
         given.rgvarg = &colour;
         parameters = &given;

@@ -110,18 +110,20 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
     using Text = LabelProperty<const std::string&>;
     using Document = LabelProperty<const std::string&, std::string_view>;
     static constexpr Text kDefaultFontName{"DefaultFontName", 2, &L::DefaultFontName, &L::DefaultFontName};
-    static constexpr LabelProperty<float> kDefaultFontSize{"DefaultFontSize", 3, &L::DefaultFontSize,
-                                                           &L::DefaultFontSize};
+    static constexpr LabelProperty<float> kDefaultFontSize{
+        "DefaultFontSize", 3, &L::DefaultFontSize, &L::DefaultFontSize, HTMLLabelProperties::isFontSize};
     static constexpr Flag kEnableTooltips{"EnableTooltips", 4, &L::EnableTooltips, &L::EnableTooltips};
     static constexpr Document kDocumentHTML{"DocumentHTML", 5, &L::DocumentHTML, &L::DocumentHTML};
     static constexpr Flag kEnableScroll{"EnableScroll", 6, &L::EnableScroll, &L::EnableScroll};
     static constexpr Flag kEnableAnchors{"EnableAnchors", 7, &L::EnableAnchors, &L::EnableAnchors};
     static constexpr LabelProperty<std::string> kDocumentTitle{"DocumentTitle", 8, &L::DocumentTitle};
     static constexpr Flag kUnderlineLinks{"UnderlineLinks", 9, &L::UnderlineLinks, &L::UnderlineLinks};
-    static constexpr Short kDefaultPadding{"DefaultPadding", 10, &L::DefaultPadding, &L::DefaultPadding};
-    static constexpr Short kDefaultSpacing{"DefaultSpacing", 11, &L::DefaultSpacing, &L::DefaultSpacing};
+    static constexpr Short kDefaultPadding{"DefaultPadding", 10, &L::DefaultPadding, &L::DefaultPadding,
+                                           HTMLLabelProperties::isDistance};
+    static constexpr Short kDefaultSpacing{"DefaultSpacing", 11, &L::DefaultSpacing, &L::DefaultSpacing,
+                                           HTMLLabelProperties::isDistance};
     static constexpr LabelProperty<Colour> kBackColor{"BackColor", DISPID_BACKCOLOR, &L::BackColor,
-                                                      &L::BackColor};
+                                                      &L::BackColor, isColour};
     static constexpr Short kAppearance{"Appearance", DISPID_APPEARANCE, &L::Appearance, &L::Appearance,
                                        HTMLLabelProperties::isChoice};
     static constexpr Short kBorderStyle{"BorderStyle", DISPID_BORDERSTYLE, &L::BorderStyle, &L::BorderStyle,

@@ -21,10 +21,7 @@ STDMETHODIMP LabelConnections::FindConnectionPoint(REFIID iid, IConnectionPoint*
 }
 
 STDMETHODIMP LabelConnections::GetClassInfo(ITypeInfo** info) {
-    if (info == nullptr) return E_POINTER;
-    const HRESULT loaded = classInfo_.load(CLSID_HTMLLabel, info);
-    if (SUCCEEDED(loaded)) (*info)->AddRef();
-    return loaded;
+    return classInfo_.give(CLSID_HTMLLabel, info);
 }
 
 STDMETHODIMP LabelConnections::GetGUID(DWORD kind, GUID* guid) {

@@ -15,7 +15,7 @@ constexpr DISPID kLoadImage = 2;
 /// The picture in a handler's answer; null when there is none. The handler may have left a reference to
 /// another variant.
 ComPtr<IPicture> pictureIn(const VARIANT& given) {
-    // Only one level of reference: automation does not allow a reference to a reference.
+    if (!isReadable(given)) return {};
     const VARIANT& answer = given.vt == (VT_VARIANT | VT_BYREF) ? *given.pvarVal : given;
     IUnknown* object = nullptr;
     if (answer.vt == VT_DISPATCH || answer.vt == VT_UNKNOWN) object = answer.punkVal;

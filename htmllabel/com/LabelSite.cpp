@@ -17,7 +17,7 @@ bool readAmbient(IOleClientSite* client, DISPID id, VARTYPE type, Variant& value
     DISPPARAMS none{};
     return SUCCEEDED(ambients->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value,
                                       nullptr, nullptr)) &&
-           SUCCEEDED(VariantChangeType(&value, &value, 0, type));
+           SUCCEEDED(changeType(value, value, type));
 }
 
 }  // namespace
@@ -66,7 +66,7 @@ std::optional<int> LabelSite::formWindowState() const noexcept {
     try {
         Variant state;
         callByName(*form, L"WindowState", DISPATCH_PROPERTYGET, {}, &state);
-        if (SUCCEEDED(VariantChangeType(&state, &state, 0, VT_I4))) return state.lVal;
+        if (SUCCEEDED(changeType(state, state, VT_I4))) return state.lVal;
     } catch (...) {
         // A form of another kind.
     }

@@ -1,11 +1,18 @@
 #include "htmllabel/com/LabelViewObject.h"
 
 namespace kavrelon {
+namespace {
 
-STDMETHODIMP LabelViewObject::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC target,
+/// The index that stands for all of an object, the only one that there is.
+constexpr LONG kWhole = -1;
+
+}  // namespace
+
+STDMETHODIMP LabelViewObject::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC target,
                                    LPCRECTL bounds, LPCRECTL metafileWindow,
                                    BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    if (index != kWhole) return DV_E_LINDEX;
     if (target == nullptr || bounds == nullptr) return E_INVALIDARG;
     return call<IViewObjectEx>(this, "Draw", [&] {
         LabelView::draw(*parts().label, toPixels(parts().extent), target, *bounds, metafileWindow);
@@ -34,9 +41,10 @@ STDMETHODIMP LabelViewObject::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSin
     return parts().view.getAdvise(aspects, flags, sink);
 }
 
-STDMETHODIMP LabelViewObject::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL size) {
+STDMETHODIMP LabelViewObject::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE*, LPSIZEL size) {
     if (size == nullptr) return E_POINTER;
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    if (index != kWhole) return DV_E_LINDEX;
     *size = parts().extent;
     return S_OK;
 }

@@ -166,8 +166,7 @@ HTMLLabelProperties loadProperties(IPropertyBag& bag, IErrorLog* log) {
               // The type that the bag is asked for; it may answer with another one.
               entry.vt = variantType(value);
               if (FAILED(bag.Read(name, &entry, log)) || entry.vt == VT_EMPTY) return;
-              const bool isOfType =
-                  SUCCEEDED(VariantChangeTypeEx(&entry, &entry, LOCALE_INVARIANT, 0, variantType(value)));
+              const bool isOfType = SUCCEEDED(changeType(entry, entry, variantType(value)));
               if (isOfType) fromVariant(entry, value);
               if (isOfType && properties.isValid()) return;
               value = byDefault;

@@ -133,8 +133,10 @@ void Win32LabelWindow::windowDestroyed() {
 WindowAnswer Win32LabelWindow::handle(const WindowMessage& message) {
     const auto alive = shared_from_this();
     if (message.id == WM_DESTROY && message.window == outer_.get()) {
+        LabelContainer* const container = container_;
         detach();
         static_cast<void>(outer_.release());
+        if (container != nullptr) container->labelWindowDestroyed();
         return std::nullopt;
     }
     const std::shared_ptr<HTMLLabel> label = label_.lock();

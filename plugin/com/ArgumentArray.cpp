@@ -31,15 +31,17 @@ class LockedElements {
 };
 
 bool holds(const SAFEARRAY* array, unsigned feature, std::size_t elementSize) {
-    return array != nullptr && array->cDims == 1 && (array->fFeatures & feature) != 0 &&
-           array->cbElements == elementSize;
+    return array->cDims == 1 && (array->fFeatures & feature) != 0 && array->cbElements == elementSize;
 }
 
 }  // namespace
 
 ArgumentArray::ArgumentArray(SAFEARRAY* array) {
+    if (array == nullptr) return;
     const bool strings = holds(array, FADF_BSTR, sizeof(BSTR));
     if (!strings && !holds(array, FADF_VARIANT, sizeof(VARIANT))) raise(RuntimeErrorNumber::TypeMismatch);
+    // Erased, or not dimensioned yet: the bounds mean nothing.
+    if (array->pvData == nullptr) return;
 
     const SAFEARRAYBOUND& bound = array->rgsabound[0];
     // Far below every index that is asked for, and yet far enough from where arithmetic overflows.
@@ -72,10 +74,7 @@ void ArgumentArray::add(VARIANT& field) {
     if (type == VT_DISPATCH || type == VT_UNKNOWN || type == VT_VARIANT)
         raise(RuntimeErrorNumber::TypeMismatch);
     Variant text;
-    // Numbers become text in one way, whatever the user's country.
-    if (FAILED(VariantChangeTypeEx(&text, &field, LOCALE_INVARIANT, 0, VT_BSTR))) {
-        raise(RuntimeErrorNumber::TypeMismatch);
-    }
+    if (FAILED(changeType(text, field, VT_BSTR))) raise(RuntimeErrorNumber::TypeMismatch);
     add(bstrView(text.bstrVal));
 }
 

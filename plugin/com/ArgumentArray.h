@@ -19,7 +19,8 @@ namespace kavrelon {
 class ArgumentArray {
   public:
     /// Takes one dimension of strings or of variants, whatever its lower bound; numbers become text.
-    /// Raises TypeMismatch for anything else: no array, more dimensions, other elements.
+    /// An array that was never dimensioned, a null one included, has no fields. Throws TypeMismatch for more
+    /// dimensions and for other elements.
     explicit ArgumentArray(SAFEARRAY* array);
     ArgumentArray(const ArgumentArray&) = delete;
     ArgumentArray& operator=(const ArgumentArray&) = delete;

@@ -89,7 +89,7 @@ class LateBoundParent final : public HostParent {
         Variant value;
         // A script may have made it a function instead of a property.
         callByName(*call, name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {}, &value);
-        throwIfFailed(VariantChangeTypeEx(&value, &value, LOCALE_INVARIANT, 0, VT_BSTR));
+        throwIfFailed(changeType(value, value, VT_BSTR));
         return toAnsi(bstrView(value.bstrVal));
     }
 

@@ -13,7 +13,8 @@ class EscTreeDispatch : public DualInterface<IClientEscTree> {
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
   private:
-    HRESULT invokeProcess(DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception, UINT* badArgument);
+    HRESULT invokeProcess(const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
+                          UINT* badArgument);
 };
 
 }  // namespace kavrelon

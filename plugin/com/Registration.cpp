@@ -35,26 +35,24 @@ struct LibraryRow {
     int resource;
     const wchar_t* flags;
 };
-const LibraryRow kLibraries[] = {
-    {LIBID_kavrelon, L"Kavrelon terminal plug-in", 1, L"2"},  // it has a control
-    {LIBID_quillabor, L"Quillabor plug-in interfaces", 2, L"0"},
-};
+const LibraryRow kKavrelon{LIBID_kavrelon, L"Kavrelon terminal plug-in", 1, L"2"};  // it has a control
+const LibraryRow kQuillabor{LIBID_quillabor, L"Quillabor plug-in interfaces", 2, L"0"};
 
 struct InterfaceRow {
     const IID& iid;
-    const GUID& library;
+    const LibraryRow& library;
     const wchar_t* name;
     bool isHosts;  // of the host's contract: what the host has registered stays
     const wchar_t* marshaler = kTypeLibraryMarshaler;
 };
 const InterfaceRow kInterfaces[] = {
-    {IID_ITerminalCallBack, LIBID_kavrelon, L"ITerminalCallBack", false},
-    {IID_IHTMLLabel, LIBID_kavrelon, L"IHTMLLabel", false},
-    {DIID_DHTMLLabelEvents, LIBID_kavrelon, L"DHTMLLabelEvents", false, kDispatchMarshaler},
-    {IID_IClientMain, LIBID_quillabor, L"IClientMain", true},
-    {IID_IClientReceive, LIBID_quillabor, L"IClientReceive", true},
-    {IID_IClientEscTree, LIBID_quillabor, L"IClientEscTree", true},
-    {IID_IClientParent, LIBID_quillabor, L"IClientParent", true},
+    {IID_ITerminalCallBack, kKavrelon, L"ITerminalCallBack", false},
+    {IID_IHTMLLabel, kKavrelon, L"IHTMLLabel", false},
+    {DIID_DHTMLLabelEvents, kKavrelon, L"DHTMLLabelEvents", false, kDispatchMarshaler},
+    {IID_IClientMain, kQuillabor, L"IClientMain", true},
+    {IID_IClientReceive, kQuillabor, L"IClientReceive", true},
+    {IID_IClientEscTree, kQuillabor, L"IClientEscTree", true},
+    {IID_IClientParent, kQuillabor, L"IClientParent", true},
 };
 
 std::wstring braced(const GUID& guid) {
@@ -63,9 +61,12 @@ std::wstring braced(const GUID& guid) {
     return text;
 }
 
+std::wstring libraryKey(const GUID& library) {
+    return L"TypeLib\\" + braced(library) + L'\\' + kVersion;
+}
+
 /// The entries that tell containers that a class is a control, and how to treat it.
-void addControl(RegistryGroup& group, const std::wstring& path) {
-    const std::wstring key = group.key;
+void addControl(RegistryGroup& group, const std::wstring& key, const std::wstring& path) {
     const std::wstring categories = key + L"\\Implemented Categories\\";
     const std::wstring status = std::to_wstring(LabelFace::kMiscStatus);
     const RegistryValue values[] = {
@@ -84,43 +85,48 @@ void addClass(std::vector<RegistryGroup>& groups, const ClassRow& row, const std
     const std::wstring key = L"CLSID\\" + id;
     const std::wstring progId = row.progId;
     const std::wstring versionedProgId = progId + L".1";
-    groups.push_back({.key = key,
-                      .values = {{key, L"", row.description},
-                                 {key + L"\\InprocServer32", L"", path},
+    const RegistryValue file{key + L"\\InprocServer32", L"", path};
+    groups.push_back({.values = {{key, L"", row.description},
+                                 file,
                                  {key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
                                  {key + L"\\ProgID", L"", versionedProgId},
                                  {key + L"\\VersionIndependentProgID", L"", progId},
                                  {key + L"\\TypeLib", L"", braced(row.library)},
                                  {key + L"\\Version", L"", kVersion},
-                                 {key + L"\\Programmable", L"", L""}}});
-    if (row.isControl) addControl(groups.back(), path);
-    groups.push_back({.key = versionedProgId,
-                      .values = {{versionedProgId, L"", row.description}},
-                      .owner = {versionedProgId + L"\\CLSID", L"", id}});
+                                 {key + L"\\Programmable", L"", L""}},
+                      .file = file});
+    if (row.isControl) addControl(groups.back(), key, path);
+    groups.push_back({.values = {{versionedProgId, L"", row.description}},
+                      .owner = {versionedProgId + L"\\CLSID", L"", id},
+                      .file = file});
     groups.push_back(
-        {.key = progId,
-         .values = {{progId, L"", row.description}, {progId + L"\\CurVer", L"", versionedProgId}},
-         .owner = {progId + L"\\CLSID", L"", id}});
+        {.values = {{progId, L"", row.description}, {progId + L"\\CurVer", L"", versionedProgId}},
+         .owner = {progId + L"\\CLSID", L"", id},
+         .file = file});
+}
+
+RegistryValue fileOf(const LibraryRow& row, const std::wstring& path) {
+    const std::wstring file = row.resource == 1 ? path : path + L'\\' + std::to_wstring(row.resource);
+    return {libraryKey(row.library) + L"\\0\\win32", L"", file};
 }
 
 void addLibrary(std::vector<RegistryGroup>& groups, const LibraryRow& row, const std::wstring& path) {
-    const std::wstring key = L"TypeLib\\" + braced(row.library) + L'\\' + kVersion;
-    const std::wstring file = row.resource == 1 ? path : path + L'\\' + std::to_wstring(row.resource);
-    groups.push_back({.key = key,
-                      .values = {{key, L"", row.description},
-                                 {key + L"\\0\\win32", L"", file},
+    const std::wstring key = libraryKey(row.library);
+    const RegistryValue file = fileOf(row, path);
+    groups.push_back({.values = {{key, L"", row.description},
+                                 file,
                                  {key + L"\\FLAGS", L"", row.flags},
-                                 {key + L"\\HELPDIR", L"", path.substr(0, path.rfind(L'\\'))}}});
+                                 {key + L"\\HELPDIR", L"", path.substr(0, path.rfind(L'\\'))}},
+                      .file = file});
 }
 
-void addInterface(std::vector<RegistryGroup>& groups, const InterfaceRow& row) {
+void addInterface(std::vector<RegistryGroup>& groups, const InterfaceRow& row, const std::wstring& path) {
     const std::wstring key = L"Interface\\" + braced(row.iid);
-    const std::wstring library = braced(row.library);
-    groups.push_back({.key = key,
-                      .values = {{key, L"", row.name},
+    groups.push_back({.values = {{key, L"", row.name},
                                  {key + L"\\ProxyStubClsid32", L"", row.marshaler},
                                  {key + L"\\TypeLib", L"Version", kVersion}},
-                      .owner = {key + L"\\TypeLib", L"", library},
+                      .owner = {key + L"\\TypeLib", L"", braced(row.library.library)},
+                      .file = fileOf(row.library, path),
                       .yields = row.isHosts});
 }
 
@@ -129,8 +135,8 @@ void addInterface(std::vector<RegistryGroup>& groups, const InterfaceRow& row) {
 std::vector<RegistryGroup> registryGroups(const std::wstring& path) {
     std::vector<RegistryGroup> groups;
     for (const ClassRow& row : kClasses) addClass(groups, row, path);
-    for (const LibraryRow& row : kLibraries) addLibrary(groups, row, path);
-    for (const InterfaceRow& row : kInterfaces) addInterface(groups, row);
+    for (const LibraryRow& row : {kKavrelon, kQuillabor}) addLibrary(groups, row, path);
+    for (const InterfaceRow& row : kInterfaces) addInterface(groups, row, path);
     return groups;
 }
 

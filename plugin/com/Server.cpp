@@ -16,11 +16,20 @@ namespace {
 
 using namespace kavrelon;
 
+/// The file's path in its long form: unregistering finds what registering wrote, also when the library was
+/// loaded by its short name the one time and by the long one the other.
+std::wstring registeredPath() {
+    const std::wstring path = modulePath();
+    std::wstring longPath(GetLongPathNameW(path.c_str(), nullptr, 0), L'\0');
+    longPath.resize(GetLongPathNameW(path.c_str(), longPath.data(), static_cast<DWORD>(longPath.size())));
+    return longPath.empty() ? path : longPath;
+}
+
 LSTATUS registerIn(HKEY hive) {
-    return ClassesRoot(hive).add(registryGroups(modulePath()));
+    return ClassesRoot(hive).add(registryGroups(registeredPath()));
 }
 LSTATUS unregisterIn(HKEY hive) {
-    return ClassesRoot(hive).remove(registryGroups(modulePath()));
+    return ClassesRoot(hive).remove(registryGroups(registeredPath()));
 }
 
 HRESULT toResult(LSTATUS status) {
@@ -71,7 +80,7 @@ STDAPI DllRegisterServer() {
     });
 }
 
-/// Removes the machine's and the user's registration.
+/// Removes the machine's and the user's registration, where they lead to this file and not to another copy.
 STDAPI DllUnregisterServer() {
     return guarded([] {
         const HRESULT user = toResult(unregisterIn(HKEY_CURRENT_USER));

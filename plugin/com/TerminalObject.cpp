@@ -130,6 +130,8 @@ STDMETHODIMP TerminalObject::get_EscTreeCreateFlag(short, long* Value) {
 STDMETHODIMP TerminalObject::EscTreeProcess(short Index, SAFEARRAY** Args, long* Result) {
     return call<IClientEscTree>("IClientEscTree_EscTreeProcess", [&] {
         out(Result) = 0;
+        // A row that does not exist is the caller's first mistake, whatever its array is like.
+        static_cast<void>(escapeTable().row(Index));
         const ArgumentArray fields(Args != nullptr ? *Args : nullptr);
         terminal_.IClientEscTree_EscTreeProcess(Index, fields.arguments());
     });
@@ -154,6 +156,11 @@ STDMETHODIMP TerminalObject::SendTermData(BSTR Value) {
 
 STDMETHODIMP TerminalObject::SendCommand(BSTR Value) {
     return call<::ITerminalCallBack>("SendCommand", [&] { terminal_.SendCommand(toAnsi(bstrView(Value))); });
+}
+
+// The object is called by its class's name, in programs and debuggers.
+STDMETHODIMP TerminalObject::GetClassInfo(ITypeInfo** info) {
+    return classInfo_.give(CLSID_clsTerminal, info);
 }
 
 }  // namespace kavrelon

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <windows.h>
+
+#include <ocidl.h>
+
 #include "kavrelon.h"
 #include "plugin/clsTerminal.h"
 #include "plugin/com/EscTreeDispatch.h"
@@ -17,8 +21,9 @@ namespace kavrelon {
 /// A host may release the object while one of its members runs: when that calls the parent object, or lets
 /// messages through. So every member holds a reference while it runs, except `ReceiveData`, which calls
 /// nobody.
-class TerminalObject final : public Implements<DualInterface<IClientMain>, DualInterface<IClientReceive>,
-                                               EscTreeDispatch, DualInterface<::ITerminalCallBack>> {
+class TerminalObject final
+    : public Implements<DualInterface<IClientMain>, DualInterface<IClientReceive>, EscTreeDispatch,
+                        DualInterface<::ITerminalCallBack>, IProvideClassInfo> {
   public:
     static constexpr const char* kClassName = "kavrelon.clsTerminal";
 
@@ -63,6 +68,9 @@ class TerminalObject final : public Implements<DualInterface<IClientMain>, DualI
     STDMETHODIMP SendTermData(BSTR Value) override;
     STDMETHODIMP SendCommand(BSTR Value) override;
 
+    // IProvideClassInfo
+    STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
+
   private:
     ~TerminalObject() override = default;
 
@@ -84,6 +92,7 @@ class TerminalObject final : public Implements<DualInterface<IClientMain>, DualI
 
     std::shared_ptr<Win32Platform> platform_;
     clsTerminal terminal_;
+    TypeInfo classInfo_;
 };
 
 }  // namespace kavrelon

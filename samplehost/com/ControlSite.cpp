@@ -64,6 +64,11 @@ STDMETHODIMP ControlSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlace
     return S_OK;
 }
 
+STDMETHODIMP ControlSite::OnInPlaceDeactivate() {
+    if (onDeactivate) onDeactivate();
+    return S_OK;
+}
+
 STDMETHODIMP ControlSite::OnPosRectChange(LPCRECT wanted) {
     if (wanted == nullptr) return E_POINTER;
     if (onPlaceWanted) onPlaceWanted(*wanted);

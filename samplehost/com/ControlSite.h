@@ -54,6 +54,8 @@ class ControlSite final : public Implements<IOleClientSite, Extending<IOleInPlac
     /// Gets a key that the control leaves to the form; returns true when the form has used it.
     std::function<bool(const MSG& message)> onKey;
     std::function<void(bool hasFocus)> onFocus;
+    /// The control's window is gone from the form.
+    std::function<void()> onDeactivate;
     /// The control asks for another rectangle.
     std::function<void(const RECT& wanted)> onPlaceWanted;
 
@@ -75,7 +77,7 @@ class ControlSite final : public Implements<IOleClientSite, Extending<IOleInPlac
                                   LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
     STDMETHODIMP Scroll(SIZE) override { return E_NOTIMPL; }
     STDMETHODIMP OnUIDeactivate(BOOL) override { return S_OK; }
-    STDMETHODIMP OnInPlaceDeactivate() override { return S_OK; }
+    STDMETHODIMP OnInPlaceDeactivate() override;
     STDMETHODIMP DiscardUndoState() override { return E_NOTIMPL; }
     STDMETHODIMP DeactivateAndUndo() override { return E_NOTIMPL; }
     STDMETHODIMP OnPosRectChange(LPCRECT wanted) override;

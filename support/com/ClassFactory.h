@@ -7,6 +7,26 @@
 
 namespace kavrelon {
 
+/// The locks that clients have put on the library. One taken off too often must not free it while something
+/// else holds it, nor keep it for ever.
+class ServerLocks {
+  public:
+    static void add() noexcept {
+        ModuleLock::lock();
+        InterlockedIncrement(&count_);
+    }
+    static void remove() noexcept {
+        for (LONG seen = count(); seen > 0; seen = count()) {
+            if (InterlockedCompareExchange(&count_, seen - 1, seen) == seen) return ModuleLock::unlock();
+        }
+    }
+
+  private:
+    static LONG count() noexcept { return InterlockedCompareExchange(&count_, 0, 0); }
+
+    static inline LONG count_ = 0;
+};
+
 /// Makes objects of one class, which must have a text `kClassName` for error objects. Refuses aggregation.
 template <class Object>
 class ClassFactory final : public Implements<IClassFactory> {
@@ -25,7 +45,7 @@ class ClassFactory final : public Implements<IClassFactory> {
     }
 
     STDMETHODIMP LockServer(BOOL lock) override {
-        lock != FALSE ? kavrelon::ModuleLock::lock() : kavrelon::ModuleLock::unlock();
+        lock != FALSE ? ServerLocks::add() : ServerLocks::remove();
         return S_OK;
     }
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/com/TypeInfo.h"
+#include "support/com/Variant.h"
 
 namespace kavrelon {
 
@@ -21,9 +22,7 @@ class DualInterface : public DualInterfaceType {
         if (info == nullptr) return E_POINTER;
         *info = nullptr;
         if (index != 0) return DISP_E_BADINDEX;
-        const HRESULT loaded = typeInfo_.load(__uuidof(Interface), info);
-        if (SUCCEEDED(loaded)) (*info)->AddRef();
-        return loaded;
+        return typeInfo_.give(__uuidof(Interface), info);
     }
 
     STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
@@ -36,6 +35,8 @@ class DualInterface : public DualInterfaceType {
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                         EXCEPINFO* exception, UINT* badArgument) override {
         if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        const HRESULT checked = checkArguments(parameters, badArgument);
+        if (FAILED(checked)) return checked;
         ITypeInfo* info = nullptr;
         const HRESULT loaded = typeInfo_.load(__uuidof(Interface), &info);
         if (FAILED(loaded)) return loaded;

@@ -1,5 +1,8 @@
 #include "support/com/LateCall.h"
 
+#include <string>
+
+#include "support/RuntimeError.h"
 #include "support/com/ComCall.h"
 #include "support/com/ComText.h"
 
@@ -27,6 +30,19 @@ class ExceptionDetails : public EXCEPINFO {
         info->SetDescription(bstrDescription);
         return ComError(result, info.query<IErrorInfo>());
     }
+};
+
+/// Error 438. It names the member, since the caller's caller may not know which one was called.
+class NoSuchMember : public RuntimeError {
+  public:
+    explicit NoSuchMember(const wchar_t* name)
+        : RuntimeError(RuntimeErrorNumber::NoSuchMember),
+          text_(std::string(RuntimeError::what()) + ": " + toAnsi(name)) {}
+
+    const char* what() const noexcept override { return text_.c_str(); }
+
+  private:
+    std::string text_;
 };
 
 }  // namespace
@@ -62,13 +78,16 @@ VARIANT& Arguments::addNext(VARTYPE type) {
 void callByName(IDispatch& object, const wchar_t* name, WORD flags, Arguments&& arguments, VARIANT* result) {
     DISPID id = DISPID_UNKNOWN;
     LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
-    throwIfFailed(object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id));
+    const HRESULT found = object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    if (found == DISP_E_UNKNOWNNAME) throw NoSuchMember(name);
+    throwIfFailed(found);
 
     DISPPARAMS parameters = arguments.parameters();
     ExceptionDetails details;
     const HRESULT called =
         object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr);
     if (called == DISP_E_EXCEPTION) throw details.error();
+    if (called == DISP_E_MEMBERNOTFOUND) throw NoSuchMember(name);
     throwIfFailed(called);
 }
 

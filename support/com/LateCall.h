@@ -38,8 +38,8 @@ class Arguments {
 };
 
 /// Calls a member of an automation object by its name, as a script does. `flags` is DISPATCH_METHOD for a
-/// method, DISPATCH_PROPERTYGET for reading a property. `result` may be null. Throws a ComError when the
-/// object has no such member or the member fails.
+/// method, DISPATCH_PROPERTYGET for reading a property. `result` may be null. Throws a RuntimeError
+/// with the member's name when the object has no such member, and a ComError when the member fails.
 void callByName(IDispatch& object, const wchar_t* name, WORD flags, Arguments&& arguments = Arguments(),
                 VARIANT* result = nullptr);
 

@@ -33,16 +33,28 @@ bool isEmpty(HKEY key) {
     return asked == ERROR_SUCCESS && subkeys == 0 && values == 0;
 }
 
+/// All that a group writes, in this order.
+std::vector<RegistryValue> valuesOf(const RegistryGroup& group) {
+    std::vector<RegistryValue> values;
+    if (!group.owner.key.empty()) values.push_back(group.owner);
+    values.insert(values.end(), group.values.begin(), group.values.end());
+    return values;
+}
+
 }  // namespace
 
 LSTATUS ClassesRoot::add(const std::vector<RegistryGroup>& groups) const {
-    std::vector<RegistryGroup> written;
+    std::vector<RegistryValue> written;
+    std::vector<RegistryValue> replaced;
     for (const RegistryGroup& group : groups) {
-        if (group.yields && exists(group.owner.key) && !isOurs(group)) continue;
-        written.push_back(group);
-        const LSTATUS status = write(group);
-        if (status != ERROR_SUCCESS) {
-            remove(written);
+        if (group.yields && exists(group.owner.key) && !holds(group.owner)) continue;
+        for (const RegistryValue& value : valuesOf(group)) {
+            if (const auto before = text(value)) replaced.push_back({value.key, value.name, *before});
+            written.push_back(value);
+            const LSTATUS status = write(value);
+            if (status == ERROR_SUCCESS) continue;
+            for (const RegistryValue& each : written) erase(each);
+            for (const RegistryValue& each : replaced) write(each);
             return status;
         }
     }
@@ -50,15 +62,17 @@ LSTATUS ClassesRoot::add(const std::vector<RegistryGroup>& groups) const {
 }
 
 LSTATUS ClassesRoot::remove(const std::vector<RegistryGroup>& groups) const {
-    LSTATUS status = ERROR_SUCCESS;
+    // Which are ours is asked of values that go on the way.
+    std::vector<RegistryValue> ours;
     for (const RegistryGroup& group : groups) {
-        if (!exists(group.key) || !isOurs(group)) continue;
-        const LSTATUS removed = removeTree(group.key);
-        if (removed == ERROR_SUCCESS) {
-            pruneAbove(group.key);
-        } else {
-            status = removed;
-        }
+        if (!holds(group.owner) || !holds(group.file)) continue;
+        const std::vector<RegistryValue> values = valuesOf(group);
+        ours.insert(ours.end(), values.begin(), values.end());
+    }
+    LSTATUS status = ERROR_SUCCESS;
+    for (const RegistryValue& value : ours) {
+        const LSTATUS erased = erase(value);
+        if (erased != ERROR_SUCCESS) status = erased;
     }
     return status;
 }
@@ -68,23 +82,24 @@ bool ClassesRoot::exists(const std::wstring& key) const {
     return RegOpenKeyExW(hive_, pathOf(key).c_str(), 0, KEY_READ, opened.put()) == ERROR_SUCCESS;
 }
 
-bool ClassesRoot::isOurs(const RegistryGroup& group) const {
-    if (group.owner.key.empty()) return true;
-    const std::wstring path = pathOf(group.owner.key);
-    const wchar_t* const name = group.owner.name.c_str();
-    std::wstring data(group.owner.data.size() + 1, L'\0');
-    DWORD bytes = static_cast<DWORD>(data.size()) * sizeof(wchar_t);
-    const LSTATUS read = RegGetValueW(hive_, path.c_str(), name, RRF_RT_REG_SZ, nullptr, data.data(), &bytes);
-    // The call also fails for data longer than ours, which has no room.
-    return read == ERROR_SUCCESS && _wcsicmp(data.c_str(), group.owner.data.c_str()) == 0;
+std::optional<std::wstring> ClassesRoot::text(const RegistryValue& place) const {
+    const std::wstring path = pathOf(place.key);
+    const auto read = [&](wchar_t* data, DWORD& bytes) {
+        return RegGetValueW(hive_, path.c_str(), place.name.c_str(), RRF_RT_REG_SZ, nullptr, data, &bytes);
+    };
+    DWORD bytes = 0;
+    if (read(nullptr, bytes) != ERROR_SUCCESS) return std::nullopt;
+    std::wstring data(bytes / sizeof(wchar_t), L'\0');
+    if (read(data.data(), bytes) != ERROR_SUCCESS) return std::nullopt;
+    data.resize(bytes / sizeof(wchar_t) - 1);
+    return data;
 }
 
-LSTATUS ClassesRoot::write(const RegistryGroup& group) const {
-    LSTATUS status = group.owner.key.empty() ? ERROR_SUCCESS : write(group.owner);
-    for (auto value = group.values.begin(); status == ERROR_SUCCESS && value != group.values.end(); ++value) {
-        status = write(*value);
-    }
-    return status;
+/// Whether the registry has this value. One without a key stands for no condition.
+bool ClassesRoot::holds(const RegistryValue& value) const {
+    if (value.key.empty()) return true;
+    const std::optional<std::wstring> data = text(value);
+    return data && _wcsicmp(data->c_str(), value.data.c_str()) == 0;
 }
 
 LSTATUS ClassesRoot::write(const RegistryValue& value) const {
@@ -97,17 +112,23 @@ LSTATUS ClassesRoot::write(const RegistryValue& value) const {
                           reinterpret_cast<const BYTE*>(value.data.c_str()), bytes);
 }
 
-LSTATUS ClassesRoot::removeTree(const std::wstring& key) const {
-    return RegDeleteTreeW(hive_, pathOf(key).c_str());
+LSTATUS ClassesRoot::erase(const RegistryValue& value) const {
+    const LSTATUS erased = RegDeleteKeyValueW(hive_, pathOf(value.key).c_str(), value.name.c_str());
+    if (erased == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
+    if (erased == ERROR_SUCCESS) prune(value.key);
+    return erased;
 }
 
-void ClassesRoot::pruneAbove(std::wstring key) const {
-    for (auto end = key.rfind(L'\\'); end != std::wstring::npos; end = key.rfind(L'\\')) {
-        key.resize(end);
+/// Removes a key, and those above it, as far as they are empty.
+void ClassesRoot::prune(std::wstring key) const {
+    for (;;) {
         Key opened;
         const std::wstring path = pathOf(key);
         if (RegOpenKeyExW(hive_, path.c_str(), 0, KEY_READ, opened.put()) != ERROR_SUCCESS) return;
         if (!isEmpty(opened.get()) || RegDeleteKeyW(hive_, path.c_str()) != ERROR_SUCCESS) return;
+        const auto end = key.rfind(L'\\');
+        if (end == std::wstring::npos) return;
+        key.resize(end);
     }
 }
 

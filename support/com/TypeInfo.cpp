@@ -31,4 +31,11 @@ HRESULT TypeInfo::load(REFIID iid, ITypeInfo** info) noexcept {
     return S_OK;
 }
 
+HRESULT TypeInfo::give(REFIID iid, ITypeInfo** info) noexcept {
+    if (info == nullptr) return E_POINTER;
+    const HRESULT loaded = load(iid, info);
+    if (SUCCEEDED(loaded)) (*info)->AddRef();
+    return loaded;
+}
+
 }  // namespace kavrelon

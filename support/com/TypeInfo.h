@@ -16,6 +16,9 @@ class TypeInfo {
     /// keeps the reference: the caller must not release it.
     HRESULT load(REFIID iid, ITypeInfo** info) noexcept;
 
+    /// The same for a caller's own place: with a reference of the caller's.
+    HRESULT give(REFIID iid, ITypeInfo** info) noexcept;
+
   private:
     ComPtr<ITypeInfo> info_;
 };

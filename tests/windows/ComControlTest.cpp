@@ -3,6 +3,8 @@
 #include <objsafe.h>
 #include <olectl.h>
 
+#include <cmath>
+
 #include "tests/windows/ComControlSupport.h"
 
 namespace kavrelon {
@@ -55,6 +57,7 @@ TEST_F(ComControl, LoadsWhatItCanOfAPropertyBag) {
          "DefaultFontSize=1e30 DefaultPadding=70000 DefaultSpacing=-1 ",
          FALSE, "DefaultFontName=Arial ",
          "Appearance BorderStyle BackColor EnableAnchors DefaultFontSize DefaultPadding DefaultSpacing "},
+        {"BackColor=16777216 DefaultFontSize=1639 ", FALSE, "", "BackColor DefaultFontSize "},
     };
     for (const auto& [saved, saveAll, written, complaints] : cases) {
         const auto bag = make<TextBag>(saved);
@@ -91,8 +94,7 @@ TEST_F(ComControl, IsSavedInStreamsAndStoragesAndRefusesDamagedOnes) {
         EXPECT_EQ(name.view(), wanted);
     };
     expect(S_OK, L"Times");
-    // Programs may set what cannot be saved; what was saved can be loaded all the same.
-    label->put_DefaultPadding(-1);
+    // Programs may set a name that cannot be saved; what was saved can be loaded all the same.
     label->put_DefaultFontName(Bstr(std::wstring(70000, L'x')).get());
     stream->Seek({}, STREAM_SEEK_SET, nullptr);
     EXPECT_EQ(saving->Save(stream.get(), TRUE), S_OK);
@@ -110,6 +112,31 @@ TEST_F(ComControl, IsSavedInStreamsAndStoragesAndRefusesDamagedOnes) {
         stream->Seek({{static_cast<DWORD>(damaged), 0}}, STREAM_SEEK_SET, nullptr);
         stream->Write("\x55", 1, nullptr);
         expect(STG_E_DOCFILECORRUPT, L"Arial");
+    }
+}
+
+TEST_F(ComControl, RefusesPropertiesThatItCannotKeep) {
+    label = create();
+    const auto saving = label.query<IPersistStreamInit>();
+    ComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    saving->Save(stream.get(), TRUE);
+    for (const float size : {0.0F, -3.0F, 1638.5F, HUGE_VALF, NAN}) {
+        EXPECT_EQ(label->put_DefaultFontSize(size), runtimeError(380)) << size;
+    }
+    for (const OLE_COLOR colour :
+         {0x1000000U, 0x2000000U, 0x7FFFFFFFU, 0x8000001FU, 0x80000100U, 0xFFFFFFFFU}) {
+        EXPECT_EQ(label->put_BackColor(colour), runtimeError(380)) << colour;
+    }
+    EXPECT_EQ(label->put_DefaultPadding(-1), runtimeError(380));
+    EXPECT_EQ(label->put_DefaultSpacing(-32768), runtimeError(380));
+    EXPECT_EQ(takeErrorInfo(), "Invalid property value (DefaultSpacing) <kavrelon.HTMLLabel>");
+    EXPECT_EQ(saving->IsDirty(), S_FALSE) << "nothing has changed";
+
+    for (const HRESULT kept :
+         {label->put_DefaultFontSize(1638), label->put_DefaultFontSize(0.5F), label->put_BackColor(0xFFFFFF),
+          label->put_BackColor(0x8000001E), label->put_DefaultPadding(0), label->put_DefaultSpacing(32767)}) {
+        EXPECT_EQ(kept, S_OK);
     }
 }
 
@@ -258,7 +285,60 @@ TEST_F(ComControl, DrawsItselfWithoutAWindow) {
         EXPECT_EQ(image.at(440, 290), RGB(0, 0xFF, 0)) << metafile;
         EXPECT_TRUE(image.all({0, 0, 500, 60}, kBlack) && image.all({450, 0, 500, 400}, kBlack)) << metafile;
     }
+    const auto view = label.query<IViewObject2>();
+    SIZEL size{};
+    for (const auto& [aspect, index, answer] :
+         {std::tuple{DVASPECT_CONTENT, 0, DV_E_LINDEX}, {DVASPECT_ICON, -1, DV_E_DVASPECT}}) {
+        const auto any = static_cast<DWORD>(aspect);
+        EXPECT_EQ(view->Draw(any, index, nullptr, nullptr, nullptr, screen, &bounds, nullptr, nullptr, 0),
+                  answer);
+        EXPECT_EQ(view->GetExtent(any, index, nullptr, &size), answer);
+    }
     ReleaseDC(form, screen);
+}
+
+TEST_F(ComControl, NeedsAFormWithAWindow) {
+    for (const HWND window : {static_cast<HWND>(nullptr), reinterpret_cast<HWND>(0x7FFE)}) {
+        HostedControl homeless(create<IUnknown>(), window);
+        EXPECT_EQ(homeless.query<IOleObject>()->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr),
+                  OLE_E_INVALIDHWND);
+    }
+}
+
+TEST_F(ComControl, NoticesThatItsWindowWasDestroyed) {
+    open();
+    setDocument("<BODY BGCOLOR=#00FF00>text");
+    std::string told;
+    control->site().onDeactivate = [&] { told += "inactive "; };
+    control->site().onFocus = [&](bool has) { told += has ? "in " : "out "; };
+    SetForegroundWindow(form);
+    control->takeFocus();
+    DestroyWindow(control->window());
+    EXPECT_EQ(told, "in out inactive ");
+    EXPECT_TRUE(control->site().frame().activeObject() == nullptr && control->window() == nullptr);
+    control->show({0, 0, 300, 200});
+    EXPECT_EQ(imageOf(viewPort()).at(200, 150), RGB(0, 0xFF, 0)) << "it has another window";
+
+    told.clear();
+    DestroyWindow(form);
+    EXPECT_EQ(told, "inactive ");
+    EXPECT_EQ(control->query<IOleObject>()->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr),
+              OLE_E_INVALIDHWND);
+}
+
+TEST_F(ComControl, LeavesNoKeyboardInAHiddenWindow) {
+    open();
+    SetForegroundWindow(form);
+    control->takeFocus();
+    ASSERT_EQ(GetFocus(), viewPort());
+    bool formHears = false;
+    control->site().onFocus = [&](bool has) { formHears = !has; };
+    control->query<IOleObject>()->DoVerb(OLEIVERB_HIDE, nullptr, nullptr, 0, nullptr, nullptr);
+    EXPECT_FALSE(IsWindowVisible(control->window()));
+    EXPECT_EQ(GetFocus(), form);
+    EXPECT_TRUE(formHears);
+    control->takeFocus();
+    EXPECT_EQ(GetFocus(), viewPort());
 }
 
 // This container has no ambient properties, and never asks a control to take the keyboard.

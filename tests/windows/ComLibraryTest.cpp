@@ -50,6 +50,8 @@ TEST_F(ComLibrary, CanBeUnloadedWhenNothingHoldsIt) {
     expectUnloadable(S_OK, "nothing is out");
     auto receive = library.create<IClientMain>().query<IClientReceive>();
     expectUnloadable(S_FALSE, "one interface of an object is out");
+    library.classObject()->LockServer(FALSE);
+    expectUnloadable(S_FALSE, "a lock taken off once too often does not count for the object");
     receive = {};
     expectUnloadable(S_OK, "the object is gone");
 }
@@ -65,6 +67,14 @@ std::string nameOf(ITypeInfo& info, MEMBERID member) {
     Bstr name;
     info.GetDocumentation(member, name.put(), nullptr, nullptr, nullptr);
     return toAnsi(name.view());
+}
+
+/// A remark for what an object browser has no line about.
+const char* remarkOnHelp(ITypeInfo& info, MEMBERID member) {
+    Bstr help;
+    info.GetDocumentation(member, nullptr, help.put(), nullptr, nullptr);
+    if (help.view().empty()) return " without help";
+    return help.view().find(L'\n') == std::wstring_view::npos ? "" : " with help of several lines";
 }
 
 std::string typeText(ITypeInfo& info, const TYPEDESC& type) {
@@ -86,7 +96,8 @@ void dumpFunction(std::ostream& out, ITypeInfo& info, UINT index) {
         out << (i > 0 ? ", " : "") << typeText(info, parameter.tdesc) << " pass "
             << parameter.paramdesc.wParamFlags;
     }
-    out << ") " << typeText(info, function->elemdescFunc.tdesc) << '\n';
+    out << ") " << typeText(info, function->elemdescFunc.tdesc) << remarkOnHelp(info, function->memid)
+        << '\n';
     info.ReleaseFuncDesc(function);
 }
 
@@ -101,7 +112,8 @@ void dumpType(std::ostream& out, ITypeInfo& info) {
     TYPEATTR* attributes = nullptr;
     info.GetTypeAttr(&attributes);
     out << "type " << nameOf(info, MEMBERID_NIL) << " kind " << attributes->typekind << ' '
-        << guidText(attributes->guid) << " flags " << attributes->wTypeFlags << '\n';
+        << guidText(attributes->guid) << " flags " << attributes->wTypeFlags
+        << remarkOnHelp(info, MEMBERID_NIL) << '\n';
     HREFTYPE reference = 0;
     ComPtr<ITypeInfo> other;
     const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0 &&

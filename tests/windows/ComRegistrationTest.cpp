@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <optional>
 #include <set>
 
 #include "headless/EscapeRows.h"
 #include "support/com/Registry.h"
+#include "support/com/Variant.h"
 #include "tests/windows/ComTestSupport.h"
 
 namespace kavrelon {
@@ -75,6 +77,30 @@ class ComRegistration : public testing::Test {
     LoadedLibrary library_;
 };
 
+/// The library once more, in a folder of its own, as a new version is installed before the old one goes.
+class OtherCopy {
+  public:
+    OtherCopy() {
+        CreateDirectoryW(folder_.c_str(), nullptr);
+        EXPECT_TRUE(CopyFileW(libraryPath().c_str(), path.c_str(), FALSE));
+        library.emplace(path);
+    }
+    OtherCopy(const OtherCopy&) = delete;
+    OtherCopy& operator=(const OtherCopy&) = delete;
+    ~OtherCopy() {
+        library->call("DllUnregisterServer");
+        library.reset();
+        EXPECT_TRUE(DeleteFileW(path.c_str()) && RemoveDirectoryW(folder_.c_str()));
+    }
+
+  private:
+    const std::wstring folder_ = libraryPath() + L" in use";
+
+  public:
+    const std::wstring path = folder_ + L"\\kavrelon.dll";
+    std::optional<LoadedLibrary> library;
+};
+
 TEST_F(ComRegistration, LeavesNoKeyBehind) {
     for (HKEY hive : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
         const wchar_t* const command = hive == HKEY_CURRENT_USER ? L"user" : nullptr;
@@ -130,7 +156,54 @@ TEST_F(ComRegistration, KeepsWhatOthersHaveRegistered) {
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\kavrelon.clsTerminal");
 }
 
+TEST_F(ComRegistration, IsNotTakenAwayByAnotherCopy) {
+    const OtherCopy other;
+    for (HKEY hive : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+        const wchar_t* const command = hive == HKEY_CURRENT_USER ? L"user" : nullptr;
+        const Entries before = classes(hive);
+        EXPECT_EQ(other.library->call("DllInstall", TRUE, command), S_OK);
+        const Entries others = classes(hive);
+        EXPECT_EQ(install(TRUE, command), S_OK);
+        const Entries ours = classes(hive);
+        EXPECT_EQ(other.library->call("DllUnregisterServer"), S_OK);
+        EXPECT_EQ(classes(hive), ours) << "the older copy goes last";
+        EXPECT_EQ(other.library->call("DllInstall", TRUE, command), S_OK);
+        EXPECT_EQ(unregister(), S_OK);
+        EXPECT_EQ(classes(hive), others);
+        EXPECT_EQ(other.library->call("DllUnregisterServer"), S_OK);
+        EXPECT_EQ(classes(hive), before);
+    }
+}
+
+TEST_F(ComRegistration, KeepsWhatStandsBelowItsKeys) {
+    EXPECT_EQ(library_.call("DllRegisterServer"), S_OK);
+    const std::wstring root = L"Software\\Classes\\";
+    const std::wstring foreign[] = {
+        root + L"CLSID\\{A7BCDDB2-BEA6-4E0E-B87C-B075A17D255F}\\TreatAs",
+        root + L"CLSID\\{AE36169C-DD18-4E16-A859-349946B6F5E6}\\InprocServer32\\2.0",
+        root + L"kavrelon.HTMLLabel\\shell",
+        root + L"TypeLib\\{61916EB2-422A-4845-9B65-28EA00C27719}\\1.0\\409\\win32",
+        std::wstring(kInterfaceKey) + L"\\NumMethods"};
+    for (const std::wstring& key : foreign) setText(HKEY_LOCAL_MACHINE, key, L"another's");
+    EXPECT_EQ(unregister(), S_OK);
+    for (const std::wstring& key : foreign) {
+        EXPECT_EQ(textAt(HKEY_LOCAL_MACHINE, key), L"another's") << toAnsi(key);
+        std::wstring above = key.substr(0, key.rfind(L'\\'));
+        EXPECT_EQ(entriesBelow(HKEY_LOCAL_MACHINE, above), (Entries{key, key + L"!=another's"}))
+            << toAnsi(key);
+    }
+    for (const wchar_t* const key :
+         {L"CLSID\\{A7BCDDB2-BEA6-4E0E-B87C-B075A17D255F}", L"CLSID\\{AE36169C-DD18-4E16-A859-349946B6F5E6}",
+          L"kavrelon.HTMLLabel", L"TypeLib\\{61916EB2-422A-4845-9B65-28EA00C27719}"}) {
+        RegDeleteTreeW(HKEY_LOCAL_MACHINE, (root + key).c_str());
+    }
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kInterfaceKey);
+}
+
 TEST_F(ComRegistration, TakesBackAHalfDoneRegistration) {
+    const OtherCopy other;
+    EXPECT_EQ(other.library->call("DllRegisterServer"), S_OK);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kInterfaceKey);
     // Nothing that lasts can be made below a volatile key.
     HKEY blocker = nullptr;
     RegCreateKeyExW(HKEY_LOCAL_MACHINE, kInterfaceKey, 0, nullptr, REG_OPTION_VOLATILE, KEY_WRITE, nullptr,
@@ -142,10 +215,38 @@ TEST_F(ComRegistration, TakesBackAHalfDoneRegistration) {
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, kInterfaceKey);
 }
 
+/// The plug-in's identity as a program gets it that knows the type library alone: by class, default interface
+/// and member. Without an object, only what the library says of them.
+std::wstring identityBy(ITypeLib& library, bool create) {
+    ComPtr<ITypeInfo> coclass;
+    ComPtr<ITypeInfo> members;
+    HREFTYPE reference = 0;
+    DISPID id = DISPID_UNKNOWN;
+    OLECHAR name[] = L"PlugInID";
+    LPOLESTR names[] = {name};
+    library.GetTypeInfoOfGuid(CLSID_clsTerminal, coclass.put());
+    coclass->GetRefTypeOfImplType(0, &reference);
+    if (FAILED(coclass->GetRefTypeInfo(reference, members.put())) ||
+        FAILED(members->GetIDsOfNames(names, 1, &id))) {
+        return L"not described";
+    }
+    if (!create) return L"described";
+    ComPtr<IClientMain> object;
+    DISPPARAMS none{};
+    Variant value;
+    coclass->CreateInstance(nullptr, __uuidof(IClientMain), object.putVoid());
+    if (!object) return L"not created";
+    members->Invoke(object.get(), id, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
+    return value.vt == VT_BSTR ? value.bstrVal : L"no text";
+}
+
 TEST_F(ComRegistration, IsNotNeededWithTheManifest) {
     CoInitialize(nullptr);
     CLSID clsid{};
+    ComPtr<ITypeLib> library;
     EXPECT_TRUE(FAILED(CLSIDFromProgID(L"kavrelon.clsTerminal", &clsid)));
+    EXPECT_EQ(LoadTypeLibEx(libraryPath().c_str(), REGKIND_NONE, library.put()), S_OK);
+    EXPECT_EQ(identityBy(*library, false), L"described") << "from the file, without a manifest either";
 
     const std::wstring manifest = libraryPath().replace(libraryPath().rfind(L'.'), 4, L".manifest");
     ACTCTXW source{};
@@ -159,8 +260,8 @@ TEST_F(ComRegistration, IsNotNeededWithTheManifest) {
     ComPtr<IClientMain> plugIn;
     EXPECT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain), plugIn.putVoid()),
               S_OK);
-    ComPtr<ITypeLib> library;
     EXPECT_EQ(LoadRegTypeLib(LIBID_kavrelon, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
+    EXPECT_EQ(identityBy(*library, true), L"TERM");
     EXPECT_EQ(LoadRegTypeLib(LIBID_quillabor, 1, 0, LOCALE_NEUTRAL, library.put()), S_OK);
     DeactivateActCtx(0, cookie);
     ReleaseActCtx(context);

@@ -18,6 +18,11 @@ Sub ExpectError(what, number, description)
     Err.Clear
 End Sub
 
+Sub NoteOutcome
+    outcomes = outcomes & Err.Number & " "
+    Err.Clear
+End Sub
+
 Set plugIn = CreateObject("kavrelon.clsTerminal")
 fileVersion = CreateObject("Scripting.FileSystemObject").GetFileVersion(WScript.Arguments(0))
 Expect "id", plugIn.PlugInID, "TERM"
@@ -50,7 +55,25 @@ table.EscTreeProcess 2, "10;20"
 ExpectError "no array", 13, "Type mismatch (IClientEscTree_EscTreeProcess)"
 table.EscTreeProcess "two", Array()
 Expect "no number", Err.Number, 13
+Err.Clear
 On Error GoTo 0
+
+' Without elements: a row that does nothing, one that comes as far as the window, one that needs fields, and
+' one that is not there.
+Dim undimensioned(), outcomes
+On Error Resume Next
+For Each row In Array(12, 1, 38, 101)
+    table.EscTreeProcess row
+    NoteOutcome
+    table.EscTreeProcess row, undimensioned
+    NoteOutcome
+    table.EscTreeProcess row, Empty
+    NoteOutcome
+    table.EscTreeProcess row, Null
+    NoteOutcome
+Next
+On Error GoTo 0
+Expect "no arrays", outcomes, "0 0 0 0 91 91 91 91 9 9 9 9 9 9 9 9 "
 
 plugIn.DestroyClass
 

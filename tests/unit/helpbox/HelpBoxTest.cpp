@@ -126,6 +126,17 @@ TEST_F(HelpBoxTest, ItFollowsTheGridAndStaysWithItsWindow) {
     EXPECT_EQ(below.HelpBoxes().openSlots().size() + form().HelpBoxes().openSlots().size(), 1U);
 }
 
+TEST_F(HelpBoxTest, ItsTextIsAPointSmallerWhereThatCanBe) {
+    const struct {
+        std::int16_t told;
+        float shown;
+    } cases[] = {{10, 9}, {1, 9}, {-5, 9}, {32767, 9}, {2, 1}};
+    for (const auto& [told, shown] : cases) {
+        box()->FontInfo("Courier New", told);
+        EXPECT_EQ(boxWindow().label()->DefaultFontSize(), shown) << told;
+    }
+}
+
 TEST_F(HelpBoxTest, ButtonsMeanWhatTheyMeanOverLinksToo) {
     const struct {
         std::int16_t button;
