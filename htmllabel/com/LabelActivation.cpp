@@ -107,6 +107,7 @@ void LabelActivation::announceAsActive(IOleInPlaceActiveObject* object) const {
 
 void LabelActivation::deactivate() {
     deactivateUi();
+    releaseKeyboard();
     const auto site = std::exchange(inPlaceSite_, {});
     if (!site) return;
     if (hasFocus_) focusChanged(false);
@@ -119,11 +120,16 @@ void LabelActivation::deactivate() {
 void LabelActivation::hide() {
     deactivateUi();
     if (!window_ || !std::exchange(visible_, false)) return;
-    // Hiding does not take the keyboard away.
-    const auto window = window_;
+    releaseKeyboard();
+    if (window_) window_->show(false);
+}
+
+// Neither hiding a window nor destroying it gives the keyboard to another: it would be left in one that is
+// not seen, or nowhere.
+void LabelActivation::releaseKeyboard() const {
+    const HWND own = window();
     const HWND focus = GetFocus();
-    if (focus == window->hWnd() || IsChild(window->hWnd(), focus)) SetFocus(GetParent(window->hWnd()));
-    window->show(false);
+    if (own != nullptr && (focus == own || IsChild(own, focus) != FALSE)) SetFocus(GetParent(own));
 }
 
 void LabelActivation::place(const RECT& place, const RECT& clip) {

@@ -67,6 +67,7 @@ class LabelActivation final : private LabelContainer {
 
     void openWindow();
     void closeWindow() noexcept;
+    void releaseKeyboard() const;
     void beginUi();
     void announceAsActive(IOleInPlaceActiveObject* object) const;
 

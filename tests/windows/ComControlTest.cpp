@@ -339,6 +339,8 @@ TEST_F(ComControl, LeavesNoKeyboardInAHiddenWindow) {
     EXPECT_TRUE(formHears);
     control->takeFocus();
     EXPECT_EQ(GetFocus(), viewPort());
+    control->query<IOleInPlaceObject>()->InPlaceDeactivate();
+    EXPECT_EQ(GetFocus(), form) << "nor in one that is gone";
 }
 
 // This container has no ambient properties, and never asks a control to take the keyboard.
