@@ -207,6 +207,7 @@ void Screen::ClearScreen() {
     observer_.screenErased();
     painter_.removePictures();
     BlankBuffer();
+    SelectionShown_ = false;
     ClearWindow();
     rendition_.set(Rendition::kNormal);
     rendition_.set(Rendition::kBold);

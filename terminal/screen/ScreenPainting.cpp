@@ -59,6 +59,7 @@ void Screen::ClearWindow() {
 }
 
 void Screen::layOutAndRepaint() {
+    SelectionShown_ = false;
     const bool marked = mark_.drawn();
     ClearWindow();
     term_setfontsize();
@@ -68,6 +69,7 @@ void Screen::layOutAndRepaint() {
 }
 
 void Screen::windowResized() {
+    SelectionShown_ = false;
     const bool marked = mark_.drawn();
     HideCursor();
     term_setfontsize();

@@ -19,7 +19,10 @@ void Selection::extend(Point mouse) {
     if (screen_.SelectionShown() && under == end()) return;
     if (!singleCell()) repaint(false);
     end(under);
-    if (singleCell()) return;
+    if (singleCell()) {
+        screen_.SelectionShown(false);
+        return;
+    }
     screen_.SelectionShown(true);
     repaint(true);
 }

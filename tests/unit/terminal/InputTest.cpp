@@ -180,6 +180,40 @@ TEST_F(InputTest, HeldClipboardRingsAndLosesNothing) {
     EXPECT_EQ(parent->calls, Texts{"data " + platform.desktop.clipboard}) << "sent whole";
 }
 
+TEST_F(InputTest, WhatEndsASelectionLeavesNothingToCopy) {
+    const std::function<void()> ends[] = {
+        [this] { form().EraseScreen(); },
+        [this] { form().mnuFontStyle_Click(3); },
+        [this] { form().mnuFileScreenWidth_Click(); },
+        [this] {
+            sequence(kSizeScreen, {"80", "25"});
+        },
+        [this] { screen().AutoSize(true); },
+        [this] { form().Form_Resize(); },
+        [this] { form().Form_Paint(); },
+        [this] { form().mnuFileRest_Click(); },
+        [this] { form().Form_MouseMove(true, at(2, 1)); },
+    };
+    for (const auto& end : ends) {
+        SCOPED_TRACE(&end - ends);
+        parent->calls.clear();
+        platform.desktop.clipboard = "before";
+        type("text");
+        drag(at(2, 1), at(5, 3));
+        end();
+        EXPECT_EQ(shown(3, 2).pen.back, 0U);
+        form().Form_MouseUp(MouseButton::Right, at(0, 0));
+        EXPECT_FALSE(window().contextMenu()->copyEnabled);
+        key(kCtrl, 2);
+        key(67, 2);
+        form().Form_KeyUp(kCtrl);
+        EXPECT_EQ(parent->calls, Texts{"data \x03"});
+        EXPECT_EQ(platform.desktop.clipboard, "before");
+    }
+    form().Form_MouseMove(true, at(2, 2));
+    EXPECT_TRUE(screen().SelectionShown()) << "the mouse has left its first cell again";
+}
+
 TEST_F(InputTest, DragEndsOnTheScreenThatHasBecomeSmaller) {
     setSize(132, 5);
     form().Form_MouseDown(MouseButton::Left, at(130, 4));
