@@ -41,7 +41,7 @@ void HeadlessWindow::drawText(Point at, std::span<const std::uint8_t> text) {
     const int row = (at.y - grid_.top) / kCell.height;
     int column = (at.x - grid_.left) / kCell.width;
     for (const std::uint8_t ch : text) {
-        if (ShownCell* cell = cells_.at(column++, row)) *cell = {ch, pen_, false};
+        if (ShownCell* cell = target_->at(column++, row)) *cell = {ch, pen_, false};
     }
 }
 
@@ -53,7 +53,7 @@ void HeadlessWindow::setPen(const Pen& pen) {
 void HeadlessWindow::drawPicture(const Picture& picture, const Rect&, const Rect& clip) {
     const char letter = static_cast<const HeadlessPicture&>(picture).letter();
     forEachCell(clip, [&](int column, int row) {
-        ShownCell* cell = cells_.at(column, row);
+        ShownCell* cell = target_->at(column, row);
         if (cell == nullptr) return;
         if (picture.opaque()) *cell = {};
         cell->picture = letter;
@@ -73,7 +73,7 @@ void HeadlessWindow::clear() {
 void HeadlessWindow::clearOutsideGrid() {
     // Nothing is ever drawn there but the mark of a cursor in the pending column.
     const int column = grid_.width() / kCell.width;
-    for (int row = 0; row < gridLines(); ++row) {
+    for (int row = 0; row < grid_.height() / kCell.height; ++row) {
         if (cells_.shown(column, row) != ShownCell{}) *cells_.at(column, row) = {};
     }
 }
@@ -82,8 +82,8 @@ void HeadlessWindow::setGrid(const Rect& grid, Size) {
     grid_ = grid;
 }
 
-void HeadlessWindow::scrollGrid() {
-    cells_.scrollUp(gridLines());
+void HeadlessWindow::scrollGrid(const Rect& block) {
+    cells_.scrollUp(block.height() / kCell.height);
 }
 
 Size HeadlessWindow::innerSize() const {
@@ -92,21 +92,27 @@ Size HeadlessWindow::innerSize() const {
 
 void HeadlessWindow::keepBlock(const Rect& block) {
     forEachCell(block, [this](int column, int row) {
-        if (ShownCell* cell = memory_.at(column, row)) *cell = cells_.shown(column, row);
+        if (!memory_) return;
+        if (ShownCell* cell = memory_->at(column, row)) *cell = cells_.shown(column, row);
     });
 }
 
-void HeadlessWindow::scrollMemory() {
-    memory_.scrollUp(gridLines());
+void HeadlessWindow::scrollMemory(const Rect& block) {
+    if (memory_) memory_->scrollUp(block.height() / kCell.height);
 }
 
 void HeadlessWindow::showMemory() {
-    cells_ = memory_;
+    if (memory_) cells_ = *memory_;
 }
 
-void HeadlessWindow::clearMemory() {
-    memory_.clear();
-    showMemory();
+bool HeadlessWindow::beginMemory() {
+    target_ = &memory_.emplace();
+    return true;
+}
+
+bool HeadlessWindow::clearMemory() {
+    cells_ = memory_.emplace();
+    return true;
 }
 
 void HeadlessWindow::sendResize() {

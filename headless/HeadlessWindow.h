@@ -50,12 +50,16 @@ class HeadlessWindow final : public TermWindow {
     int penCalls() const { return penCalls_; }
     /// The object that the events go to, null when it is gone.
     std::shared_ptr<TermWindowEvents> events() const { return events_.lock(); }
+    /// What paints are to draw; all of the window without it.
+    std::optional<Rect> due;
     /// Moves the window on the desktop.
     void moveTo(Point corner);
     Rect rectangle() const;
     /// Fires a timer if it is enabled.
     void tick(TermTimer timer);
 
+    bool drawable() const override { return visible_; }
+    Rect dueArea() const override { return due.value_or(Rect{0, 0, innerSize().width, innerSize().height}); }
     void drawText(Point at, std::span<const std::uint8_t> text) override;
     void setPen(const Pen& pen) override;
     void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) override;
@@ -63,7 +67,7 @@ class HeadlessWindow final : public TermWindow {
     void clear() override;
     void clearOutsideGrid() override;
     void setGrid(const Rect& grid, Size cell) override;
-    void scrollGrid() override;
+    void scrollGrid(const Rect& block) override;
     void setFont(const FontChoice& font) override { font_ = font; }
     void setFontSize(double points) override { fontSize_ = points; }
     std::string fontName() const override { return font_.name; }
@@ -71,10 +75,13 @@ class HeadlessWindow final : public TermWindow {
     double pointsPerPixel() const override { return 0.75; }
     Size measureCell() override { return kCell; }
     Size innerSize() const override;
+    bool hasMemory() const override { return memory_.has_value(); }
+    bool beginMemory() override;
+    void endMemory() override { target_ = &cells_; }
+    bool clearMemory() override;
     void keepBlock(const Rect& block) override;
-    void scrollMemory() override;
+    void scrollMemory(const Rect& block) override;
     void showMemory() override;
-    void clearMemory() override;
 
     WindowId id() const override { return id_; }
     Point innerCorner() const override { return {}; }
@@ -104,7 +111,6 @@ class HeadlessWindow final : public TermWindow {
   private:
     template <class Visit>
     void forEachCell(const Rect& block, Visit visit);
-    int gridLines() const { return grid_.height() / kCell.height; }
     void sendResize();
     void sendMove();
 
@@ -113,7 +119,9 @@ class HeadlessWindow final : public TermWindow {
     std::weak_ptr<TermWindowEvents> events_;
     Point corner_;
     ShownCells cells_;
-    ShownCells memory_;
+    std::optional<ShownCells> memory_;
+    /// What text and pictures are drawn on.
+    ShownCells* target_ = &cells_;
     Rect grid_;
     Pen pen_;
     FontChoice font_{"", 0};

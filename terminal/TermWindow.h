@@ -94,7 +94,7 @@ class TermWindowEvents {
   public:
     virtual ~TermWindowEvents() = default;
 
-    /// The platform wants the window's content, grid and surroundings; drawing is clipped to what it wants.
+    /// The platform wants the window's content, grid and surroundings, in the area that is due.
     virtual void Form_Paint() noexcept = 0;
     /// The inner area or the state has changed.
     virtual void Form_Resize() noexcept = 0;

@@ -43,6 +43,7 @@ void frmTerm::Form_Resize() noexcept {
 }
 
 void frmTerm::Form_Move() noexcept {
+    screen_.visibilityChanged();
     HelpBoxes_.parentChanged();
 }
 

@@ -14,10 +14,37 @@ constexpr int kLargestFont = 200;
 
 }  // namespace
 
+CellRect CellRect::between(int column, int row, int oppositeColumn, int oppositeRow) {
+    const auto [left, right] = std::minmax({column, oppositeColumn});
+    const auto [top, bottom] = std::minmax({row, oppositeRow});
+    return {left, top, right, bottom};
+}
+
+CellRect CellRect::within(const CellRect& other) const {
+    return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+            std::min(bottom, other.bottom)};
+}
+
 Rect GridLayout::cellBlock(int column, int row, int columns) const {
-    const Point from = cellOrigin(column, row);
-    const Point to = cellOrigin(column + columns, row + 1);
+    return blockOf({column + 1, row + 1, column + columns, row + 1});
+}
+
+Rect GridLayout::blockOf(const CellRect& cells) const {
+    const Point from = cellOrigin(cells.left - 1, cells.top - 1);
+    const Point to = cellOrigin(cells.right, cells.bottom);
     return {from.x, from.y, to.x, to.y};
+}
+
+CellRect GridLayout::cellsIn(const Rect& block) const {
+    if (cellWidth_ < 1 || cellHeight_ < 1 || block.width() <= 0 || block.height() <= 0) return {1, 1, 0, 0};
+    // Cells are whole pixels in size.
+    const auto cells = [](int pixels, float size, auto round) {
+        return static_cast<int>(round(static_cast<double>(pixels) / size));
+    };
+    const auto down = [](double value) { return std::floor(value); };
+    const auto up = [](double value) { return std::ceil(value); };
+    return {cells(block.left - left_, cellWidth_, down) + 1, cells(block.top - top_, cellHeight_, down) + 1,
+            cells(block.right - left_, cellWidth_, up), cells(block.bottom - top_, cellHeight_, up)};
 }
 
 CellPlace GridLayout::cellAt(Point pixel, int columns, int lines) const {

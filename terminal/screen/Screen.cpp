@@ -2,22 +2,11 @@
 
 #include <algorithm>
 
+#include "support/Raised.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
 namespace {
-
-/// Raises a flag for the length of a scope.
-class Raised {
-  public:
-    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Raised() { flag_ = false; }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
-
-  private:
-    bool& flag_;
-};
 
 int sizeOr(std::int16_t wanted, std::int16_t fallback) {
     return wanted < 1 ? fallback : std::min<int>(wanted, kMaxScreen);
@@ -28,14 +17,16 @@ int sizeOr(std::int16_t wanted, std::int16_t fallback) {
 void Screen::attach(TermSurface& surface) {
     surface_ = &surface;
     painter_.attach(&surface);
+    noteWhatIsSeen();
 }
 
 void Screen::detach() {
     closeRun();
     mark_.forget();
-    painter_.removePictures();
+    static_cast<void>(painter_.removePictures());
     surface_ = nullptr;
     painter_.attach(nullptr);
+    noteWhatIsSeen();
 }
 
 void Screen::InitScreen() {
@@ -94,7 +85,8 @@ void Screen::print(std::uint8_t ch) {
         if (runEnd_ != 0) return storeInRun(ch);
     }
     buffer_.PutCell(CursorX_, CursorY_, {ch, rendition_.CurAttr()});
-    if (painting() && CursorX_ < RightMargin()) painter_.DrawCell(ch, CursorX_, CursorY_, rendition_.pen());
+    if (CursorX_ < drawnColumns_ && CursorY_ < drawnLines_)
+        painter_.DrawCell(ch, CursorX_, CursorY_, rendition_.pen());
     ++CursorX_;
 }
 
@@ -183,6 +175,8 @@ void Screen::SetCursor(int Col, int Row) {
 void Screen::sizeChanged() {
     SetCursor(CursorX_, CursorY_);
     SelectionShown_ = false;
+    painter_.missDrawing();
+    noteWhatIsSeen();
 }
 
 void Screen::CharsPerLine(std::int16_t value) {
@@ -205,7 +199,7 @@ void Screen::ScreenSize(std::int16_t Width, std::int16_t& Height) {
 void Screen::ClearScreen() {
     SetCursor(0, 0);
     observer_.screenErased();
-    painter_.removePictures();
+    static_cast<void>(painter_.removePictures());
     BlankBuffer();
     SelectionShown_ = false;
     ClearWindow();
@@ -216,10 +210,9 @@ void Screen::ClearScreen() {
 
 void Screen::drawBlankRows(int firstRow, int lastRow) {
     ScreenDirty_ = true;
-    if (!painting()) return;
-    lastRow = std::min(lastRow, kMaxScreen - 1);
+    lastRow = std::min(lastRow, drawnLines_ - 1);
     for (int row = firstRow; row <= lastRow; ++row)
-        painter_.drawBlanks(0, row, CharsPerLine_, rendition_.pen());
+        painter_.drawBlanks(0, row, drawnColumns_, rendition_.pen());
 }
 
 void Screen::ClearLine() {
@@ -229,8 +222,8 @@ void Screen::ClearLine() {
 
 void Screen::ClearEndOfLine() {
     ScreenDirty_ = true;
-    if (painting()) {
-        painter_.drawBlanks(CursorX_, CursorY_, CharsPerLine_ - CursorX_, rendition_.pen());
+    if (CursorY_ < drawnLines_) {
+        painter_.drawBlanks(CursorX_, CursorY_, drawnColumns_ - CursorX_, rendition_.pen());
     }
     if (CursorX_ + 1 > CharsPerLine_) return;
     // One column past the last shown one: the pending column is erased too.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/win32/PlatformGeometry.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
 #include "terminal/win32/MouseMessages.h"
@@ -89,17 +90,24 @@ WindowAnswer Win32TermWindow::onDrawing(TermWindowEvents& events, const WindowMe
             // Painting covers every pixel; erasing before it would only flicker.
             return 1;
         case WM_PAINT: {
-            // The context handed out is the surface's own, clipped to what is wanted until the end.
+            // Painting comes after the end: the surface's own context would be clipped to what is wanted
+            // before it, and a highlight that the paint ends has to go wherever it is.
             PAINTSTRUCT paint{};
             BeginPaint(message.window, &paint);
-            if (!IsIconic(message.window)) events.Form_Paint();
             EndPaint(message.window, &paint);
+            surface_.dueArea(fromPlatform(paint.rcPaint));
+            if (!IsIconic(message.window)) events.Form_Paint();
             return 0;
         }
         case WM_WINDOWPOSCHANGED:
             events.Form_Move();
             return std::nullopt;
         case WM_SIZE:
+            // Showing a window tells its size twice, and would paint it twice.
+            if (std::exchange(sizeTold_, std::pair(message.wParam, message.lParam)) ==
+                std::pair(message.wParam, message.lParam)) {
+                return 0;
+            }
             if (message.wParam == SIZE_MINIMIZED) {
                 events.Form_Resize();
             } else {

@@ -47,7 +47,8 @@ TEST_F(WindowLife, AWindowDestroyedFromOutsideIgnoresCalls) {
     const std::uint8_t text = 'x';
     window->setPen({kWhite, kBlack, true, true});
     window->drawText({0, 0}, {&text, 1});
-    window->scrollGrid();
+    window->scrollGrid({0, 0, 10, 10});
+    EXPECT_FALSE(window->drawable() || window->beginMemory());
     window->keepBlock({0, 0, 10, 10});
     window->setFont(fontMenuEntry(2).font);
     window->setFontSize(20);

@@ -7,6 +7,30 @@ namespace {
 
 using WindowSize = WindowTest;
 
+WNDPROC procedureBelow = nullptr;
+int paints = 0;
+
+LRESULT CALLBACK countPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_PAINT) ++paints;
+    return CallWindowProcA(procedureBelow, window, message, wParam, lParam);
+}
+
+TEST_F(WindowSize, ShowingPaintsOnce) {
+    for (const WindowState state : {WindowState::Normal, WindowState::Maximised}) {
+        const std::shared_ptr<frmTerm> form = frmTerm::load(platform);
+        const HWND window = FindWindowA(WindowClass::kName, nullptr);
+        procedureBelow = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(countPaints)));
+        paints = 0;
+        form->IniFile(settings);
+        form->setWindowState(state);
+        form->DisplayTerminalWindows();
+        form->TerminalOpen();
+        platform.processMessages();
+        EXPECT_EQ(paints, 1);
+    }
+}
+
 TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
     std::map<int, WindowImage> withoutMemory;
     for (const bool memory : {false, true}) {

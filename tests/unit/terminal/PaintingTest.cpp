@@ -231,6 +231,8 @@ class ScalingSurface final : public TermSurface {
     Size inner;
     double points = 10;
 
+    bool drawable() const override { return true; }
+    Rect dueArea() const override { return {}; }
     void drawText(Point, std::span<const std::uint8_t>) override {}
     void setPen(const Pen&) override {}
     void drawPicture(const Picture&, const Rect&, const Rect&) override {}
@@ -238,7 +240,7 @@ class ScalingSurface final : public TermSurface {
     void clear() override {}
     void clearOutsideGrid() override {}
     void setGrid(const Rect&, Size) override {}
-    void scrollGrid() override {}
+    void scrollGrid(const Rect&) override {}
     void setFont(const FontChoice&) override {}
     void setFontSize(double size) override { points = size; }
     double fontSize() const override { return points; }
@@ -249,10 +251,13 @@ class ScalingSurface final : public TermSurface {
     }
     Size innerSize() const override { return inner; }
     void requestInnerSize(Size) override {}
+    bool hasMemory() const override { return false; }
+    bool beginMemory() override { return false; }
+    void endMemory() override {}
+    bool clearMemory() override { return false; }
     void keepBlock(const Rect&) override {}
-    void scrollMemory() override {}
+    void scrollMemory(const Rect&) override {}
     void showMemory() override {}
-    void clearMemory() override {}
 };
 
 TEST(GridLayout, LargestFontWhoseGridFits) {
