@@ -55,30 +55,37 @@ CellPlace GridLayout::cellAt(Point pixel, int columns, int lines) const {
     return {nearest(pixel.x - left_, cellWidth_, columns), nearest(pixel.y - top_, cellHeight_, lines)};
 }
 
-void GridLayout::fitFont(TermSurface& surface, int columns, int lines) const {
+bool GridLayout::fitFont(TermSurface& surface, int columns, int lines) {
     const Size inner = surface.innerSize();
     const double pixel = surface.pointsPerPixel();
+    const double before = surface.fontSize();
+    bool measured = true;
     const auto fits = [&](int height) {
         surface.setFontSize(height * pixel);
         const Size cell = surface.measureCell();
+        measured = measured && cell != Size{};
         return cell.width * columns <= inner.width && cell.height * lines <= inner.height;
     };
     int fitting = kSmallestFont;
     int tooLarge = kLargestFont + 1;
-    while (tooLarge - fitting > 1) {
+    while (measured && tooLarge - fitting > 1) {
         const int middle = (fitting + tooLarge) / 2;
         (fits(middle) ? fitting : tooLarge) = middle;
     }
-    surface.setFontSize(fitting * pixel);
+    surface.setFontSize(measured ? fitting * pixel : before);
+    return measured;
 }
 
 void GridLayout::layOut(TermSurface& surface, int columns, int lines, bool fitFontToWindow) {
     columns = std::max(columns, 0);
     lines = std::max(lines, 0);
     const Size inner = surface.innerSize();
-    if (fitFontToWindow && inner.width > 0 && inner.height > 0) fitFont(surface, columns, lines);
+    laidOut_ = false;
+    if (fitFontToWindow && inner.width > 0 && inner.height > 0 && !fitFont(surface, columns, lines)) return;
 
     const Size cell = surface.measureCell();
+    if (cell == Size{}) return;
+    laidOut_ = true;
     cellWidth_ = static_cast<float>(cell.width);
     cellHeight_ = static_cast<float>(cell.height);
     left_ = std::max((inner.width - columns * cell.width) / 2, 0);

@@ -40,8 +40,11 @@ class GridLayout {
   public:
     /// Measures the surface's font and centres `columns` x `lines` cells in its inner area; a grid larger
     /// than that starts at the corner. With `fitFontToWindow` the font first takes the largest size whose
-    /// grid fits. Tells the surface where the grid is.
+    /// grid fits. Tells the surface where the grid is. While the platform has no font to measure, the grid
+    /// stays as it is, and is not laid out.
     void layOut(TermSurface& surface, int columns, int lines, bool fitFontToWindow);
+    /// Whether the last layout could be made.
+    bool laidOut() const { return laidOut_; }
 
     float cellWidth() const { return cellWidth_; }
     float cellHeight() const { return cellHeight_; }
@@ -63,12 +66,13 @@ class GridLayout {
 
   private:
     static int scaled(int cells, float size) { return roundHalfToEven(static_cast<float>(cells) * size); }
-    void fitFont(TermSurface& surface, int columns, int lines) const;
+    static bool fitFont(TermSurface& surface, int columns, int lines);
 
     float cellWidth_ = 0;
     float cellHeight_ = 0;
     int left_ = 0;
     int top_ = 0;
+    bool laidOut_ = false;
 };
 
 }  // namespace kavrelon

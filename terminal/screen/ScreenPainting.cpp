@@ -228,6 +228,9 @@ void Screen::Redrawscreen(bool PaintOnly) {
 }
 
 void Screen::paintWindow() {
+    // A layout that failed for want of a font is made up for.
+    const bool laysOut = surface_ != nullptr && !grid().laidOut();
+    if (laysOut) term_setfontsize();
     noteWhatIsSeen();
     SelectionShown_ = false;
     const bool marked = mark_.drawn();
@@ -237,7 +240,7 @@ void Screen::paintWindow() {
     if (drawing_) surface_->clearOutsideGrid();
     const CellRect highlighted = reversed_;
     if (!highlighted.empty()) painter_.missDrawing();
-    if (UseMemoryDC()) {
+    if (UseMemoryDC() || laysOut) {
         RepaintScreen(false, 0, 0, 0, 0, true);
     } else {
         if (drawing_) reversed_ = kNoCells;
@@ -245,6 +248,7 @@ void Screen::paintWindow() {
         repaintCells(drawing_ ? grid().cellsIn(surface_->dueArea()) : kNoCells);
     }
     if (marked) ShowCursor();
+    if (laysOut && grid().laidOut()) observer_.gridMoved();
 }
 
 void Screen::ShowCursor() {

@@ -61,7 +61,8 @@ class TermSurface {
     virtual double fontSize() const = 0;
     /// How many points one pixel of font height is (0.75 at 96 dots an inch).
     virtual double pointsPerPixel() const = 0;
-    /// The cell that the current font needs: as wide as its widest character, at least 1 x 1.
+    /// The cell that the current font needs: as wide as its widest character, at least 1 x 1; 0 x 0 while
+    /// the platform cannot make the font.
     virtual Size measureCell() = 0;
     /// The window's inner area; 0 x 0 while minimised.
     virtual Size innerSize() const = 0;

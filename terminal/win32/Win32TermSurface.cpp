@@ -1,6 +1,7 @@
 #include "terminal/win32/Win32TermSurface.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "gdi/GdiPicture.h"
 #include "support/win32/PlatformGeometry.h"
@@ -15,12 +16,7 @@ LPCSTR toText(std::span<const std::uint8_t> bytes) {
 }  // namespace
 
 Win32TermSurface::Win32TermSurface(HWND window)
-    : window_(window),
-      context_(GetDC(window)),
-      target_(context_),
-      font_(context_),
-      uncovered_(CreateRectRgn(0, 0, 0, 0)),
-      bottomRow_(CreateRectRgn(0, 0, 0, 0)) {}
+    : window_(window), context_(GetDC(window)), target_(context_), font_(context_) {}
 
 void Win32TermSurface::detach() {
     select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
@@ -40,6 +36,7 @@ void Win32TermSurface::drawText(Point at, Bytes text) {
     // The clipping would hold it back as well, but at the price of the call.
     if (context_ == nullptr || held_ > 0) return;
     if (font_.stale()) useFont();
+    if (realised_ == nullptr) return;
     while (!text.empty()) {
         const Glyph& first = realised_->glyph(text[0]);
         std::size_t length = 1;
@@ -95,13 +92,19 @@ void Win32TermSurface::setPen(const Pen& pen) {
 }
 
 void Win32TermSurface::useFont() {
-    if (font_.stale()) {
-        select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
-        realised_ = &font_.realised();
-    }
+    if (font_.stale() && target_ == context_) makeFont();
+    if (realised_ == nullptr) return;
     textFont_ = realised_->textFont(pen_.italic, pen_.underline);
     lineFont_ = realised_->lineFont(pen_.underline);
     select(textFont_);
+}
+
+void Win32TermSurface::makeFont() {
+    select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
+    font_.realise();
+    realised_ = font_.inUse();
+    // What was drawn in another font meanwhile is painted again.
+    if (std::exchange(fontMissing_, font_.stale()) && !fontMissing_) InvalidateRect(window_, nullptr, FALSE);
 }
 
 void Win32TermSurface::select(HFONT font) {
@@ -151,6 +154,9 @@ void Win32TermSurface::scrollGrid(const Rect& block) {
     const RECT moved = toPlatform(block);
     RECT pending{};
     const bool unpainted = GetUpdateRect(window_, &pending, FALSE) != FALSE;
+    // Regions that could not be made are made when they can.
+    if (uncovered_ == nullptr) uncovered_.reset(CreateRectRgn(0, 0, 0, 0));
+    if (bottomRow_ == nullptr) bottomRow_.reset(CreateRectRgn(0, 0, 0, 0));
     RECT uncoveredBox{};
     ScrollDC(context_, 0, -cell_.height, &moved, &moved, uncovered_.get(), &uncoveredBox);
 
@@ -158,7 +164,9 @@ void Win32TermSurface::scrollGrid(const Rect& block) {
     blacken({block.left, bottomRow, block.right, block.bottom});
     // What is uncovered outside the bottom row was hidden by another window, and could not be moved.
     SetRectRgn(bottomRow_.get(), block.left, bottomRow, block.right, block.bottom);
-    if (CombineRgn(uncovered_.get(), uncovered_.get(), bottomRow_.get(), RGN_DIFF) > NULLREGION) {
+    if (uncovered_ == nullptr || bottomRow_ == nullptr) {
+        InvalidateRect(window_, &uncoveredBox, FALSE);
+    } else if (CombineRgn(uncovered_.get(), uncovered_.get(), bottomRow_.get(), RGN_DIFF) > NULLREGION) {
         InvalidateRgn(window_, uncovered_.get(), FALSE);
     }
     // What waited for its painting has moved up like the rest.
@@ -169,9 +177,7 @@ void Win32TermSurface::scrollGrid(const Rect& block) {
 }
 
 void Win32TermSurface::setFont(const FontChoice& font) {
-    if (context_ == nullptr) return;
-    select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
-    font_.choose(font);
+    if (context_ != nullptr) font_.choose(font);
 }
 
 Size Win32TermSurface::innerSize() const {

@@ -20,6 +20,7 @@ namespace kavrelon {
 /// the next, and a drawn cell costs one platform call.
 class Win32TermSurface {
   public:
+    /// Throws std::bad_alloc when the window has no context or no font to give.
     explicit Win32TermSurface(HWND window);
     Win32TermSurface(const Win32TermSurface&) = delete;
     Win32TermSurface& operator=(const Win32TermSurface&) = delete;
@@ -63,6 +64,7 @@ class Win32TermSurface {
     using Bytes = std::span<const std::uint8_t>;
 
     void useFont();
+    void makeFont();
     void select(HFONT font);
     void drawRun(Point at, Bytes run, const Glyph& how);
     void drawClipped(Point at, Bytes run);
@@ -86,6 +88,7 @@ class Win32TermSurface {
     Region uncovered_;
     Region bottomRow_;
     pcMemDC memory_;
+    bool fontMissing_ = false;
     int held_ = 0;
     Rect due_;
 };
