@@ -154,6 +154,18 @@ void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
     desktop_.onBeep(frequencyHertz, milliseconds);
 }
 
+void HeadlessWindow::reportFailure(const std::string& text) {
+    failures_.push_back(text);
+    desktop_.onMessage(text);
+}
+
+bool HeadlessWindow::confirm(const std::string& text) {
+    HeadlessDesktop& desktop = desktop_;
+    desktop.questions.push_back(text);
+    desktop.onQuestion(text);
+    return desktop.answer;
+}
+
 std::optional<std::string> HeadlessWindow::clipboardText() {
     if (desktop_.clipboardHeld || desktop_.clipboard.empty()) return std::nullopt;
     return desktop_.clipboard;

@@ -99,7 +99,8 @@ class HeadlessWindow final : public TermWindow {
     void checkPrinterTypeEntry(int index) override { checkedPrinterTypeEntry_ = index; }
     void setScreenWidthCaption(std::string_view caption) override { screenWidthCaption_ = caption; }
     void enableRemoteMenu(bool enabled) override { remoteMenuEnabled_ = enabled; }
-    void reportFailure(const std::string& text) override { failures_.push_back(text); }
+    void reportFailure(const std::string& text) override;
+    bool confirm(const std::string& text) override;
 
   private:
     template <class Visit>

@@ -79,8 +79,13 @@ class TermWindow : public TermSurface {
     virtual void setScreenWidthCaption(std::string_view caption) = 0;
     /// The "Remote" menu can be opened, or not. What the host-filled menus hold is asked for when they open.
     virtual void enableRemoteMenu(bool enabled) = 0;
-    /// Tells the user that something did not work, in a message box that belongs to the window.
+    /// Tells the user that something did not work, in a message box that belongs to the window, which may be
+    /// gone when this returns.
     virtual void reportFailure(const std::string& text) = 0;
+    /// Asks the user a question with the answers yes and no, in a message box that belongs to the window; no
+    /// is the default, and the answer when nobody can be asked. Other events arrive meanwhile: when it
+    /// returns, the window may be gone.
+    virtual bool confirm(const std::string& text) = 0;
 };
 
 enum class MouseButton : std::uint8_t { Left = 1, Right = 2 };

@@ -273,4 +273,9 @@ void Win32TermWindow::reportFailure(const std::string& text) {
     if (window_ != nullptr) MessageBoxA(window_.get(), text.c_str(), kCaption, MB_OK | MB_ICONEXCLAMATION);
 }
 
+bool Win32TermWindow::confirm(const std::string& text) {
+    constexpr UINT kNoIsDefault = MB_YESNO | MB_DEFBUTTON2 | MB_ICONWARNING;
+    return window_ != nullptr && MessageBoxA(window_.get(), text.c_str(), kCaption, kNoIsDefault) == IDYES;
+}
+
 }  // namespace kavrelon

@@ -75,6 +75,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void setScreenWidthCaption(std::string_view caption) override { menus_.setScreenWidthCaption(caption); }
     void enableRemoteMenu(bool enabled) override;
     void reportFailure(const std::string& text) override;
+    bool confirm(const std::string& text) override;
 
   private:
     static WindowHandle create(const WindowClass& windowClass, HMENU menu);
