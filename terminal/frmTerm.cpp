@@ -56,8 +56,8 @@ void frmTerm::Logon(bool bLogin) {
     ClearRemote();
 }
 
-void frmTerm::AddRemote(std::string CommandLine, std::string Desc) {
-    menus_.AddRemote(std::move(CommandLine), std::move(Desc));
+void frmTerm::AddRemote(std::string_view CommandLine, std::string_view Desc) {
+    menus_.AddRemote(CommandLine, Desc);
     if (isLoaded()) window_->enableRemoteMenu(menus_.mnuRemoteEnabled());
 }
 

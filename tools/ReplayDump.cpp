@@ -71,9 +71,9 @@ void writeStoredRows(JsonLine& json, const Screen& screen) {
     });
 }
 
-void writeItems(JsonLine& json, const std::vector<HostMenus::Item>& items) {
+void writeItems(JsonLine& json, const HostMenus::Items& items) {
     json.beginArray();
-    for (const HostMenus::Item& item : items) {
+    for (const HostMenus::Item& item : items.shown) {
         json.beginObject().key("caption").value(item.caption).key("enabled").value(item.enabled).endObject();
     }
     json.endArray();

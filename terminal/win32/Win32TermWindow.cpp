@@ -274,8 +274,9 @@ void Win32TermWindow::reportFailure(const std::string& text) {
 }
 
 bool Win32TermWindow::confirm(const std::string& text) {
-    constexpr UINT kNoIsDefault = MB_YESNO | MB_DEFBUTTON2 | MB_ICONWARNING;
-    return window_ != nullptr && MessageBoxA(window_.get(), text.c_str(), kCaption, kNoIsDefault) == IDYES;
+    // Topmost: a help box that the remote side shows meanwhile must not cover what the user is to read.
+    constexpr UINT kStyle = MB_YESNO | MB_DEFBUTTON2 | MB_ICONWARNING | MB_TOPMOST;
+    return window_ != nullptr && MessageBoxA(window_.get(), text.c_str(), kCaption, kStyle) == IDYES;
 }
 
 }  // namespace kavrelon

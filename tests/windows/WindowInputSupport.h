@@ -63,6 +63,23 @@ inline bool inMenu() {
     return GetGUIThreadInfo(GetCurrentThreadId(), &state) && (state.flags & GUI_INMENUMODE) != 0;
 }
 
+/// The message box that is open; null when there is none.
+inline HWND messageBox() {
+    return FindWindowA("#32770", "Terminal");
+}
+
+/// Whether a message box is open, and its text.
+inline bool readBox(std::string& text) {
+    char buffer[4000] = "";
+    text.assign(buffer, GetDlgItemTextA(messageBox(), 0xFFFF, buffer, sizeof buffer));
+    return !text.empty();
+}
+
+/// The same, and answers it.
+inline bool closedBox(std::string& text, int answer) {
+    return readBox(text) && PostMessageA(messageBox(), WM_COMMAND, static_cast<WPARAM>(answer), 0) != FALSE;
+}
+
 /// A second program, in a folder whose name has a space.
 class Companion {
   public:

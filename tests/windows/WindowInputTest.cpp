@@ -101,32 +101,88 @@ TEST_F(WindowInput, CtrlReleasedElsewhereDoesNotStick) {
 
 TEST_F(WindowInput, MenusOpenAndChooseByKeyboard) {
     const Companion companion;
-    (*form)->AddKB(companion.quoted() + " from  knowledge", "&Z A & B");
     (*form)->AddRemote(companion.quoted() + "  \"two  words\" -x", "First");
     (*form)->AddRemote(companion.program() + " a  b", "R&D");
     (*form)->AddRemote("no-such-program -x", "Third");
     const std::pair<std::vector<Chord>, std::string> cases[] = {
-        {{{VK_MENU, 'K'}, {'Z'}}, " from  knowledge\n" + companion.folder()},
         {{{VK_MENU, 'R'}, {VK_RETURN}}, " \"two  words\" -x\n" + companion.folder()},
         // Without quotes the program's path is cut at its space; only the second attempt finds the program.
-        {{{VK_MENU, 'R'}, {'D'}}, " a  b\n" + std::filesystem::current_path().string()}};
+        {{{VK_MENU, 'R'}, {'D'}, {VK_DOWN}, {VK_RETURN}},
+         " a  b\n" + std::filesystem::current_path().string()}};
     for (const auto& [chords, told] : cases) {
         EXPECT_EQ(sentBy(chords), "");
         EXPECT_EQ(answerOf(companion), companion.quoted() + told);
     }
-    char text[200] = "";
-    tryUntilDone([&] {
-        const HWND box = FindWindowA("#32770", "Terminal");
-        return GetDlgItemTextA(box, 0xFFFF, text, sizeof text) != 0 && PostMessageA(box, WM_COMMAND, IDOK, 0);
-    });
+    std::string text;
+    tryUntilDone([&] { return closedBox(text, IDOK); });
     press({{VK_MENU, 'R'}, {VK_UP}, {VK_RETURN}});
-    EXPECT_TRUE(pumpUntil([&] { return *text != 0; }));
-    EXPECT_TRUE(std::string(text).starts_with("Unable to start Program: no-such-program -x\nError: "))
-        << text;
+    EXPECT_TRUE(pumpUntil([&] { return !text.empty(); }));
+    EXPECT_TRUE(text.starts_with("Unable to start Program: no-such-program -x\nError: ")) << text;
     (*form)->ClearRemote();
     EXPECT_EQ(sentBy({{VK_MENU, 'R'}, {VK_ESCAPE}, {VK_MENU, 'P'}, {VK_ESCAPE}, {VK_ESCAPE}, {'A'}}), "a");
-    GetMenuStringA(GetSubMenu(GetMenu(form->window()), 2), 5, text, sizeof text, MF_BYPOSITION);
-    EXPECT_STREQ(text, "No printers");
+    char item[100] = "";
+    GetMenuStringA(GetSubMenu(GetMenu(form->window()), 2), 5, item, sizeof item, MF_BYPOSITION);
+    EXPECT_STREQ(item, "No printers");
+}
+
+TEST_F(WindowInput, ProgramsOfTheKnowledgeBaseStartOnlyAfterAYes) {
+    const Companion companion;
+    (*form)->AddKB(companion.quoted() + " from  here & more", "&Manual");
+    const std::vector<Chord> choose{{VK_MENU, 'K'}, {VK_DOWN}, {VK_RETURN}};
+    std::string question;
+    const auto ask = [&](std::function<bool()> answer) {
+        question.clear();
+        tryUntilDone(std::move(answer));
+        press(choose);
+        EXPECT_TRUE(pumpUntil([&] { return !question.empty() && messageBox() == nullptr; }));
+    };
+    ask([&] { return readBox(question) && (press({{VK_RETURN}}), true); });
+    EXPECT_TRUE(question.ends_with("\n\n" + companion.quoted() + " from  here & more")) << question;
+    // What the remote side shows meanwhile stays behind the question.
+    ask([&] {
+        if (!readBox(question)) return false;
+        (*form)->ShowHelpBox(1, 0, 1, 78, 24, "Press Yes!");
+        RECT place{};
+        GetWindowRect(messageBox(), &place);
+        const HWND top = WindowFromPoint({(place.left + place.right) / 2, (place.top + place.bottom) / 2});
+        EXPECT_EQ(GetAncestor(top, GA_ROOT), messageBox());
+        return closedBox(question, IDNO);
+    });
+    std::string none;
+    EXPECT_FALSE(companion.tells(none)) << "No is what Return answers";
+    ask([&] { return closedBox(question, IDYES); });
+    EXPECT_EQ(answerOf(companion), companion.quoted() + " from  here & more\n" + companion.folder());
+    // The window's end takes the question with it.
+    ask([&] {
+        if (!readBox(question)) return false;
+        (*form)->Unload();
+        form.reset();
+        return true;
+    });
+    EXPECT_EQ(countTerminalWindows(), 0);
+    EXPECT_FALSE(companion.tells(none));
+}
+
+TEST_F(WindowInput, ThePlatformTakesTheLongestCommands) {
+    const Companion companion;
+    std::string text;
+    for (const std::string& program :
+         {std::string(900, 'x'), "C:\\" + std::string(890, 'x') + ".exe",
+          "C:\\" + std::string(896, '\\') + "x", '"' + std::string(900, 'x') + '"'}) {
+        for (const std::size_t rest : {0, 7000}) {
+            (*form)->ClearRemote();
+            (*form)->AddRemote(program + ' ' + std::string(rest, '-'), "Long");
+            text.clear();
+            tryUntilDone([&] { return closedBox(text, IDOK); });
+            (*form)->mnuRemoteConnection_Click(0);
+            EXPECT_TRUE(text.starts_with("Unable to start Program: "))
+                << program.substr(0, 10) << rest << text;
+        }
+    }
+    (*form)->ClearRemote();
+    (*form)->AddRemote(companion.quoted() + ' ' + std::string(7900 - companion.quoted().size(), 'x'), "Long");
+    (*form)->mnuRemoteConnection_Click(0);
+    EXPECT_GT(answerOf(companion).size(), 7900U);
 }
 
 TEST_F(WindowInput, DragCopyAndPaste) {
