@@ -150,6 +150,17 @@ class WindowInput : public WindowTest {
         }
         KillTimer(nullptr, timer);
     }
+    /// The same with the message loop of a single-byte host.
+    static void pumpSingleByte() {
+        MSG message{};
+        for (int quiet = 0; quiet < 4; ++quiet) {
+            Sleep(5);
+            for (; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE); quiet = 0) {
+                TranslateMessage(&message);
+                DispatchMessageA(&message);
+            }
+        }
+    }
     bool pumpUntil(const std::function<bool()>& condition) {
         return kavrelon::pumpUntil(condition, 20000, [this] { pump(); });
     }

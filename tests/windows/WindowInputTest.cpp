@@ -1,3 +1,6 @@
+#include <cstring>
+
+#include "terminal/win32/Clipboard.h"
 #include "tests/windows/WindowInputSupport.h"
 
 namespace kavrelon {
@@ -61,8 +64,23 @@ TEST_F(WindowInput, KeysSendWhatTheTablesSay) {
 }
 
 TEST_F(WindowInput, TypedCharactersGoThroughUnchanged) {
-    for (const wchar_t character : {L'\xE9', L'\x20AC', L'\x416'}) typeCharacter(character);
-    EXPECT_EQ((pump(), host.sent), "\xE9\x80?");
+    EXPECT_TRUE(IsWindowUnicode(form->window()));
+    for (const bool singleByteLoop : {false, true}) {
+        host.sent.clear();
+        // The last but one takes two units. The code page has none of the last four, but look-alikes.
+        for (const wchar_t unit : L"\xE9\x20AC\x416\x398\xD83D\xDE00\x2500") {
+            if (unit != 0) typeCharacter(unit);
+        }
+        singleByteLoop ? pumpSingleByte() : pump();
+        EXPECT_EQ(host.sent, "\xE9\x80????") << singleByteLoop;
+    }
+    host.sent.clear();
+    EXPECT_EQ(SendMessageW(form->window(), WM_UNICHAR, UNICODE_NOCHAR, 0), TRUE);
+    for (const WPARAM character : {0x398, 0x1F600, 0xE9})
+        SendMessageW(form->window(), WM_UNICHAR, character, 0);
+    for (const WPARAM unit : {0x398, 0xD83D, 0x61}) SendMessageW(form->window(), WM_IME_CHAR, unit, 0);
+    EXPECT_EQ(host.sent, "??\xE9??a");
+    host.sent.clear();
     for (int i = 0; i < 3; ++i) key(VK_UP, false);
     EXPECT_EQ(sentBy({{VK_UP}}), "\x1A\x1A\x1A\x1A") << "the key repeats";
     // AltGr: neither what is typed with it nor what comes after it is a Ctrl combination.
@@ -205,7 +223,40 @@ TEST_F(WindowInput, DragCopyAndPaste) {
     EXPECT_FALSE(shown(4, 3));
     companion.start("clipboard");
     EXPECT_EQ(answerOf(companion), "-\xA6\xE9   \0\u2500\u2551\u00E9   "s);
-    EXPECT_EQ(sentBy({{VK_APPS}, {'P'}, {VK_CONTROL, 'V'}}), "-\xA6\xE9   -\xA6\xE9   ");
+    EXPECT_EQ(sentBy({{VK_APPS}, {'P'}, {VK_CONTROL, 'V'}}), "\xC4\xBA\x82   \xC4\xBA\x82   ");
+}
+
+TEST_F(WindowInput, CopiedBytesComeBackAsTheyWere) {
+    std::string all = "\r\n";
+    for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+    EXPECT_TRUE(Clipboard(form->window()).setText(all));
+    EXPECT_EQ(Clipboard(form->window()).text(), all);
+}
+
+TEST_F(WindowInput, TextOfOtherProgramsIsPastedWithoutLookAlikes) {
+    const auto put = [](UINT format, const auto& text) {
+        const std::size_t size = text.size() * sizeof(text[0]);
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(memory), text.data(), size);
+        GlobalUnlock(memory);
+        SetClipboardData(format, memory);
+    };
+    const std::pair<std::wstring, std::string> cases[] = {{L"\x398\xE9\x20AC\x2500\xFF21"
+                                                           L"a\0"s,
+                                                           "?\xE9\x80??a"},
+                                                          {L"\xD83D\xDE00|\xD83D|\xDE00\0"s, "?|?|?"},
+                                                          {L"a\0b\0"s, "a"},
+                                                          {L"\0"s, ""}};
+    // What does not hold as many bytes as it says is none of the terminal's.
+    for (const std::string& foreign : {""s, "\x01"s, "\x05\0\0\0four"s, "\xFF\xFF\xFF\xFF"s}) {
+        for (const auto& [text, pasted] : cases) {
+            ASSERT_TRUE(OpenClipboard(form->window()) && EmptyClipboard());
+            put(CF_UNICODETEXT, text);
+            if (!foreign.empty()) put(Clipboard::bytesFormat(), foreign);
+            CloseClipboard();
+            EXPECT_EQ(sentBy({{VK_CONTROL, 'V'}}), pasted);
+        }
+    }
 }
 
 TEST_F(WindowInput, AClipboardThatAnotherProgramHoldsKeepsItsText) {
