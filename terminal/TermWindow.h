@@ -63,9 +63,11 @@ class TermWindow : public TermSurface {
     /// Sounds the bell without making the caller wait for its end.
     virtual void beep(int frequencyHertz, int milliseconds) = 0;
 
-    /// The clipboard's text in single-byte characters; nothing when it holds none or cannot be opened.
+    /// The bytes that a terminal put on the clipboard, or else its text in the ANSI code page; nothing when
+    /// it holds none or cannot be opened.
     virtual std::optional<std::string> clipboardText() = 0;
-    /// Replaces the clipboard's content; false when another program does not let go of it.
+    /// Replaces the clipboard's content by bytes of the screen; false when another program does not let go of
+    /// it.
     virtual bool setClipboardText(const std::string& text) = 0;
     virtual bool clearClipboard() = 0;
     /// Pops up the context menu at the mouse. The choice arrives as an event, before or after this returns.
