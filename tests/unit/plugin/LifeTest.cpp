@@ -43,9 +43,7 @@ class LifeSession : public Session {
         stack.resize(static_cast<std::size_t>(terminal->topIndex()));
         stack.push_back(window().events());
     }
-    void showBox(int slot) const {
-        sequence(kShowHelpBox, {std::to_string(slot), "0", "1", "9", "2", "a"});
-    }
+    void showBox(int slot) const { sequence(kShowHelpBox, {std::to_string(slot), "0", "1", "9", "2", "a"}); }
     void closeCurrent() const { window().events()->Form_Close(); }
 
     std::vector<std::shared_ptr<TermWindowEvents>> stack;
@@ -102,11 +100,12 @@ TEST(NewScreen, OfAFullStackLeavesTheCursorBlinking) {
 // The last window that closes.
 
 TEST(LastWindow, TheHostHearsOnceThatNoneIsLeft) {
-    // N and C push and pop a screen, a digit is the place of the window that the user closes, and I initialises
-    // the class again. Each ! is a call of the host, due in the step before it.
-    const char* const orders[] = {"0!",    "0!NC",   "0!N1C",  "N0C!",    "N01!",    "N10!C",    "N01!C",
-                                  "N1C0!", "NN0CC!", "NN02C1!", "NN012!CC", "NN210!",  "NN120!N3C", "N1N20!",
-                                  "N0",    "N1C",    "NN12",   "0!I0!",   "N0C!I0!", "N0I1",     "N01!IN0C!N"};
+    // N and C push and pop a screen, a digit is the place of the window that the user closes, and I
+    // initialises the class again. Each ! is a call of the host, due in the step before it.
+    const char* const orders[] = {"0!",        "0!NC",   "0!N1C",     "N0C!",    "N01!",     "N10!C",
+                                  "N01!C",     "N1C0!",  "NN0CC!",    "NN02C1!", "NN012!CC", "NN210!",
+                                  "NN120!N3C", "N1N20!", "N0",        "N1C",     "NN12",     "0!I0!",
+                                  "N0C!I0!",   "N0I1",   "N01!IN0C!N"};
     const std::pair<const char*, LifeSession::Step> hosts[] = {
         {"only listens", [](LifeSession&) {}},
         {"throws", [](LifeSession&) { throw std::runtime_error("no"); }},
@@ -174,29 +173,38 @@ TEST(InTheMiddle, TheHostMayDoAnything) {
         {"log off", [](LifeSession& s) { s.sequence(kLogOff); }},
         {"new screen", [](LifeSession& s) { s.sequence(kNewScreen); }},
         {"close screen", [](LifeSession& s) { s.sequence(kCloseScreen); }},
-        {"size", [](LifeSession& s) { s.sequence(kSizeScreen, {"132", "30"}); }},
+        {"size",
+         [](LifeSession& s) {
+             s.sequence(kSizeScreen, {"132", "30"});
+         }},
         {"initialise", [](LifeSession& s) { s.terminal->IClientMain_InitializeClass(); }},
         {"connect", [](LifeSession& s) { s.terminal->IClientMain_OnConnection(); }},
         {"close", [](LifeSession& s) { s.terminal->IClientMain_OnClose(); }},
         {"end", [](LifeSession& s) { s.terminal->IClientMain_DestroyClass(); }},
         {"release", [](LifeSession& s) { std::exchange(s.terminal, nullptr).reset(); }},
         {"title bar", [](LifeSession& s) { s.terminal->currentWindow()->ShowTitleBar(false); }},
-        {"font size", [](LifeSession& s) {
+        {"font size",
+         [](LifeSession& s) {
              const auto form = s.terminal->currentWindow();
              form->screen().AutoSize(false);
              form->screen().ScreenFontSize(12);
          }},
         {"user closes", [](LifeSession& s) { s.closeCurrent(); }},
-        {"user closes a box", [](LifeSession& s) {
+        {"user closes a box",
+         [](LifeSession& s) {
              s.platform.desktop.helpWindows.front()->events()->mnuRightClickClose_Click();
          }},
-        {"box menu", [](LifeSession& s) {
+        {"box menu",
+         [](LifeSession& s) {
              const auto box = s.platform.desktop.helpWindows.front()->events();
              s.platform.desktop.heldButtons = 0;
              dynamic_cast<frmHelp&>(*box).MouseUp(buttons::kRight, 0, 0, 0);
          }},
         {"minimised", [](LifeSession& s) { s.window().setState(WindowState::Minimised); }},
-        {"moved", [](LifeSession& s) { s.window().moveTo({70, 80}); }},
+        {"moved",
+         [](LifeSession& s) {
+             s.window().moveTo({70, 80});
+         }},
         {"font", [](LifeSession& s) { s.window().events()->mnuFontStyle_Click(3); }},
         {"failed start", [](LifeSession& s) { s.window().events()->mnuRemoteConnection_Click(7); }},
         {"paste", [](LifeSession& s) { s.window().events()->mnuRightClickPaste_Click(); }},
@@ -208,7 +216,8 @@ TEST(InTheMiddle, TheHostMayDoAnything) {
     };
     const std::pair<const char*, LifeSession::Step> hosts[] = {
         {"ends the class", [](LifeSession& s) { s.terminal->IClientMain_DestroyClass(); }},
-        {"begins a new session", [](LifeSession& s) {
+        {"begins a new session",
+         [](LifeSession& s) {
              s.terminal->IClientMain_DestroyClass();
              s.connect();
          }},
@@ -224,7 +233,8 @@ TEST(InTheMiddle, TheHostMayDoAnything) {
         for (const auto& [what, react] : hosts) {
             int calls = 1;
             for (int which = 1; which <= calls; ++which) {
-                SCOPED_TRACE(std::string("a host ") + what + " in call " + std::to_string(which) + " of " + work);
+                SCOPED_TRACE(std::string("a host ") + what + " in call " + std::to_string(which) + " of " +
+                             work);
                 LifeSession session;
                 session.connect();
                 session.sequence(kNewScreen);
