@@ -168,8 +168,9 @@ void HeadlessWindow::makeActive() {
     if (const auto target = events()) target->Form_Activate();
 }
 
-void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
-    desktop_.onBeep(frequencyHertz, milliseconds);
+void HeadlessWindow::beep(Tone tone) {
+    const ToneSound& sound = kToneSounds[static_cast<std::size_t>(tone)];
+    desktop_.onBeep(sound.frequencyHertz, sound.milliseconds);
 }
 
 std::optional<std::string> HeadlessWindow::clipboardText() {

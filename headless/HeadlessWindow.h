@@ -89,7 +89,7 @@ class HeadlessWindow final : public TermWindow {
     std::uint32_t styleBits() const override { return styleBits_; }
     void setStyleBits(std::uint32_t bits) override;
     void enableTimer(TermTimer timer, bool on) override { timers_[static_cast<std::size_t>(timer)] = on; }
-    void beep(int frequencyHertz, int milliseconds) override;
+    void beep(Tone tone) override;
     std::optional<std::string> clipboardText() override;
     bool setClipboardText(const std::string& text) override;
     bool clearClipboard() override;

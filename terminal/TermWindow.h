@@ -23,6 +23,15 @@ enum class TermTimer { cursor_timer, tmrBeep };
 /// Their intervals.
 inline constexpr std::array<int, 2> kTimerMilliseconds{300, 10};
 
+/// What a window lets the user hear: the remote side's bell, and that the clipboard could not be used.
+enum class Tone { Bell, Complaint };
+
+struct ToneSound {
+    int frequencyHertz;
+    int milliseconds;
+};
+inline constexpr std::array<ToneSound, 2> kToneSounds{{{900, 250}, {100, 100}}};
+
 /// What a terminal window declares for its title bar.
 struct TitleBarSettings {
     bool controlBox = true;
@@ -64,8 +73,8 @@ class TermWindow : public TermSurface {
 
     /// Starts or stops a timer. Starting one that runs does nothing.
     virtual void enableTimer(TermTimer timer, bool on) = 0;
-    /// Sounds the bell without making the caller wait for its end.
-    virtual void beep(int frequencyHertz, int milliseconds) = 0;
+    /// Sounds a tone without making the caller wait for its end. Each has its own limit of how often.
+    virtual void beep(Tone tone) = 0;
 
     /// The clipboard's text in single-byte characters; nothing when it holds none or cannot be opened.
     virtual std::optional<std::string> clipboardText() = 0;

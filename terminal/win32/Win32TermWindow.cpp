@@ -250,8 +250,8 @@ void Win32TermWindow::enableTimer(TermTimer timer, bool on) {
     }
 }
 
-void Win32TermWindow::beep(int frequencyHertz, int milliseconds) {
-    soundBell(frequencyHertz, milliseconds);
+void Win32TermWindow::beep(Tone tone) {
+    soundBell(tone);
 }
 
 std::optional<std::string> Win32TermWindow::clipboardText() {

@@ -65,7 +65,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void setStyleBits(std::uint32_t bits) override;
 
     void enableTimer(TermTimer timer, bool on) override;
-    void beep(int frequencyHertz, int milliseconds) override;
+    void beep(Tone tone) override;
     std::optional<std::string> clipboardText() override;
     bool setClipboardText(const std::string& text) override;
     bool clearClipboard() override;
