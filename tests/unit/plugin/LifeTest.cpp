@@ -146,7 +146,13 @@ TEST(LastWindow, TheHostMayReleaseThePlugInWhenItHears) {
         LifeSession session;
         session.connect();
         for (int i = 0; i < screens; ++i) session.push();
-        session.parent->onCall = [&](const char*, const std::string*) { session.terminal.reset(); };
+        session.parent->onCall = [&](const char*, const std::string*) {
+            const auto closing = session.forms();
+            if (screens > 0) session.terminal->IClientMain_DestroyClass();
+            session.terminal.reset();
+            // The host asks something, and the user types on.
+            for (const auto& form : closing) form->Form_KeyPress('x');
+        };
         for (const auto& form : session.forms()) form->Form_Close();
         EXPECT_EQ(session.parent->calls, Texts{"closed"});
         EXPECT_EQ(session.platform.openWindows(), 0U);
