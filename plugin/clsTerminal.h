@@ -94,6 +94,7 @@ class clsTerminal final : public TermOwner {
     void SetFunctionKey(std::string_view sKey, std::string_view sValue, bool bSave);
 
     void process(ScreenAction action, const EscapeArguments& args);
+    void process(EraseAction action, const EscapeArguments& args);
     void process(WindowAction action, const EscapeArguments& args);
     void process(PluginAction action, const EscapeArguments& args);
     void process(IgnoredAction, const EscapeArguments&) {}

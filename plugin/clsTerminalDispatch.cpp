@@ -77,12 +77,8 @@ void carryOut(Screen& screen, ScreenAction action, const EscapeArguments& args) 
             return screen.ClearStartOfLine();
         case ScreenAction::ClearLine:
             return screen.ClearLine();
-        case ScreenAction::ClearEndOfScreen:
-            return screen.ClearEndOfScreen();
         case ScreenAction::ClearBeginOfScreen:
             return screen.ClearBeginOfScreen();
-        case ScreenAction::ClearScreen:
-            return screen.ClearScreen();
         case ScreenAction::SetAttribute:
             return setAttributes(screen, args);
     }
@@ -136,11 +132,25 @@ void clsTerminal::IClientEscTree_EscTreeProcess(std::int16_t Index, const Escape
 // A window that the user has closed drops what reaches it.
 
 void clsTerminal::process(ScreenAction action, const EscapeArguments& args) {
+    // No messages are sent, and these come too often to pay for holding on to the window.
+    if (current_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
+    frmTerm& window = *current_;
+    if (!window.isLoaded()) return;
+    // An action that fails leaves the cursor mark off.
+    window.DataReceiveStart();
+    carryOut(window.screen(), action, args);
+    window.DataReceiveEnd();
+}
+
+void clsTerminal::process(EraseAction action, const EscapeArguments&) {
     const std::shared_ptr<frmTerm> window = currentWindow();
     if (!window->isLoaded()) return;
-    // An action that fails leaves the cursor mark off.
     window->DataReceiveStart();
-    carryOut(window->screen(), action, args);
+    if (action == EraseAction::ClearScreen) {
+        window->screen().ClearScreen();
+    } else {
+        window->screen().ClearEndOfScreen();
+    }
     window->DataReceiveEnd();
 }
 
