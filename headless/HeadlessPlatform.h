@@ -25,7 +25,7 @@ class HeadlessPlatform final : public TermPlatform {
     explicit HeadlessPlatform(ProfileFile& profiles);
 
     HeadlessDesktop desktop;
-    /// The picture files there are, by path, and all paths that were looked for.
+    /// The picture files there are beside those on the disk, by path, and all paths that were looked for.
     std::map<std::string, HeadlessPicture> pictureFiles;
     std::vector<std::string> picturesLookedFor;
     HeadlessLauncher headlessLauncher;

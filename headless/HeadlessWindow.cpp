@@ -87,7 +87,7 @@ void HeadlessWindow::scrollGrid() {
 }
 
 Size HeadlessWindow::innerSize() const {
-    return state_ == WindowState::Minimised ? Size{} : kInner;
+    return state_ == WindowState::Minimised ? Size{} : inner_;
 }
 
 void HeadlessWindow::keepBlock(const Rect& block) {
@@ -122,8 +122,13 @@ void HeadlessWindow::moveTo(Point corner) {
     sendMove();
 }
 
+void HeadlessWindow::resize(Size inner) {
+    inner_ = inner;
+    sendResize();
+}
+
 Rect HeadlessWindow::rectangle() const {
-    return {corner_.x, corner_.y, corner_.x + kInner.width, corner_.y + kInner.height};
+    return {corner_.x, corner_.y, corner_.x + inner_.width, corner_.y + inner_.height};
 }
 
 void HeadlessWindow::show() {

@@ -15,12 +15,14 @@
 
 namespace kavrelon {
 
-/// A terminal window in memory: it keeps what each cell shows, cells being 8 x 16 pixels in every font and
-/// the inner area 1056 x 800. For tests, tools and measurements.
+/// A terminal window in memory: it keeps what each cell shows, cells being 8 x 16 pixels in every font,
+/// of 10 points whatever is asked for. Its inner area, 1056 x 800 at first, has the same size in every state.
+/// For tests, tools and measurements.
 class HeadlessWindow final : public TermWindow {
   public:
     static constexpr Size kCell{8, 16};
     static constexpr Size kInner{1056, 800};
+    static constexpr double kPoints = 10;
 
     /// The desktop must outlive the window.
     HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindowEvents> events);
@@ -35,6 +37,7 @@ class HeadlessWindow final : public TermWindow {
     int checkedPrinterTypeEntry() const { return checkedPrinterTypeEntry_; }
     const std::string& screenWidthCaption() const { return screenWidthCaption_; }
     const FontChoice& font() const { return font_; }
+    double askedFontSize() const { return askedFontSize_; }
     bool remoteMenuEnabled() const { return remoteMenuEnabled_; }
     /// The context menu last popped up.
     struct ContextMenu {
@@ -50,8 +53,9 @@ class HeadlessWindow final : public TermWindow {
     int penCalls() const { return penCalls_; }
     /// The object that the events go to, null when it is gone.
     std::shared_ptr<TermWindowEvents> events() const { return events_.lock(); }
-    /// Moves the window on the desktop.
+    /// Moves the window on the desktop, or gives its inner area another size.
     void moveTo(Point corner);
+    void resize(Size inner);
     Rect rectangle() const;
     /// Fires a timer if it is enabled.
     void tick(TermTimer timer);
@@ -65,9 +69,9 @@ class HeadlessWindow final : public TermWindow {
     void setGrid(const Rect& grid, Size cell) override;
     void scrollGrid() override;
     void setFont(const FontChoice& font) override { font_ = font; }
-    void setFontSize(double points) override { fontSize_ = points; }
+    void setFontSize(double points) override { askedFontSize_ = points; }
     std::string fontName() const override { return font_.name; }
-    double fontSize() const override { return fontSize_; }
+    double fontSize() const override { return kPoints; }
     double pointsPerPixel() const override { return 0.75; }
     Size measureCell() override { return kCell; }
     Size innerSize() const override;
@@ -113,12 +117,13 @@ class HeadlessWindow final : public TermWindow {
     WindowId id_;
     std::weak_ptr<TermWindowEvents> events_;
     Point corner_;
+    Size inner_ = kInner;
     ShownCells cells_;
     ShownCells memory_;
     Rect grid_;
     Pen pen_;
     FontChoice font_{"", 0};
-    double fontSize_ = 10;
+    double askedFontSize_ = kPoints;
     WindowState state_ = WindowState::Normal;
     std::uint32_t styleBits_ = 0xCF0000;
     bool visible_ = false;

@@ -216,12 +216,12 @@ TEST_F(PaintingTest, ScreenWidthMenuKeepsTheText) {
 }
 
 TEST_F(PaintingTest, FontSizeCanBeSetWhileItDoesNotFollowTheWindow) {
-    const std::int16_t fitted = screen().ScreenFontSize();
-    screen().ScreenFontSize(static_cast<std::int16_t>(fitted + 5));
-    EXPECT_EQ(screen().ScreenFontSize(), fitted);
+    const double fitted = window().askedFontSize();
+    screen().ScreenFontSize(14);
+    EXPECT_EQ(window().askedFontSize(), fitted);
     screen().AutoSize(false);
     EXPECT_EQ(drawn([this] { screen().ScreenFontSize(14); }), 2000);
-    EXPECT_EQ(screen().ScreenFontSize(), 14);
+    EXPECT_EQ(window().askedFontSize(), 14);
     EXPECT_EQ(errorOf([this] { screen().ScreenFontSize(0); }), 5);
 }
 
