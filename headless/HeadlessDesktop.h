@@ -41,6 +41,10 @@ struct HeadlessDesktop {
     /// What the user was asked, oldest first.
     std::vector<std::string> questions;
 
+    /// Called where a desktop runs other code of the process in the middle of a call, since other windows
+    /// hear of what becomes of this one, or a menu is open. It may do anything but throw.
+    std::function<void()> othersRun = [] {};
+
     Point cursor;
     std::int16_t heldButtons = 0;
 };

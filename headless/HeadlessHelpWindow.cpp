@@ -14,6 +14,7 @@ HeadlessHelpWindow::HeadlessHelpWindow(HeadlessDesktop& desktop, std::weak_ptr<H
 
 HeadlessHelpWindow::~HeadlessHelpWindow() {
     std::erase(desktop_.helpWindows, this);
+    desktop_.othersRun();
 }
 
 HeadlessHelpWindow* windowOf(const HeadlessDesktop& desktop, const HelpWindowEvents& box) {
@@ -41,6 +42,10 @@ void HeadlessHelpWindow::sizeLabel(Size twips) {
 void HeadlessHelpWindow::setOwner(WindowId owner) {
     owner_ = owner;
     if (labelWindow_ != nullptr) labelWindow_->surroundings().visible = true;
+}
+
+void HeadlessHelpWindow::setVisible(bool visible) {
+    if (std::exchange(visible_, visible) != visible) desktop_.othersRun();
 }
 
 void HeadlessHelpWindow::Move(double left, double top, double width, double height) {

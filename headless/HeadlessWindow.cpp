@@ -15,6 +15,12 @@ HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindo
 HeadlessWindow::~HeadlessWindow() {
     std::erase(desktop_.terminalWindows, this);
     if (desktop_.active == this) desktop_.active = nullptr;
+    desktop_.othersRun();
+}
+
+bool HeadlessWindow::isThere(const HeadlessDesktop& desktop, WindowId id) {
+    return std::ranges::find(desktop.terminalWindows, id, &HeadlessWindow::id) !=
+           desktop.terminalWindows.end();
 }
 
 void HeadlessWindow::tick(TermTimer timer) {
@@ -134,25 +140,33 @@ Rect HeadlessWindow::rectangle() const {
 void HeadlessWindow::show() {
     if (visible_) return;
     visible_ = true;
+    const HeadlessDesktop& desktop = desktop_;
+    const WindowId mine = id_;
     sendMove();
-    makeActive();
-    sendResize();
+    if (isThere(desktop, mine)) makeActive();
+    if (isThere(desktop, mine)) sendResize();
 }
 
 void HeadlessWindow::setState(WindowState state) {
     if (state == std::exchange(state_, state)) return;
     if (!visible_) return;
-    sendMove();
-    sendResize();
+    const HeadlessDesktop& desktop = desktop_;
+    const WindowId mine = id_;
+    desktop.othersRun();
+    if (isThere(desktop, mine)) sendMove();
+    if (isThere(desktop, mine)) sendResize();
 }
 
 void HeadlessWindow::makeActive() {
     HeadlessWindow* const before = std::exchange(desktop_.active, this);
     if (before == this) return;
+    const auto target = events();
+    const HeadlessDesktop& desktop = desktop_;
     if (before != nullptr) {
-        if (const auto target = before->events()) target->Form_Deactivate();
+        if (const auto last = before->events()) last->Form_Deactivate();
     }
-    if (const auto target = events()) target->Form_Activate();
+    if (target) target->Form_Activate();
+    desktop.othersRun();
 }
 
 void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {

@@ -87,10 +87,13 @@ class HeadlessWindow final : public TermWindow {
     void setState(WindowState state) override;
     void requestInnerSize(Size) override {}
     void makeActive() override;
-    void setFocus() override {}
+    void setFocus() override { desktop_.othersRun(); }
     TitleBarSettings titleBarSettings() const override { return {}; }
     std::uint32_t styleBits() const override { return styleBits_; }
-    void setStyleBits(std::uint32_t bits) override { styleBits_ = bits; }
+    void setStyleBits(std::uint32_t bits) override {
+        styleBits_ = bits;
+        desktop_.othersRun();
+    }
     void enableTimer(TermTimer timer, bool on) override { timers_[static_cast<std::size_t>(timer)] = on; }
     void beep(int frequencyHertz, int milliseconds) override;
     std::optional<std::string> clipboardText() override;
@@ -98,6 +101,7 @@ class HeadlessWindow final : public TermWindow {
     bool clearClipboard() override;
     void showContextMenu(bool copyEnabled, bool pasteEnabled) override {
         contextMenu_ = ContextMenu{copyEnabled, pasteEnabled};
+        desktop_.othersRun();
     }
     void checkFontEntry(int index) override { checkedFontEntry_ = index; }
     void checkPrinterTypeEntry(int index) override { checkedPrinterTypeEntry_ = index; }
@@ -105,6 +109,9 @@ class HeadlessWindow final : public TermWindow {
     void enableRemoteMenu(bool enabled) override { remoteMenuEnabled_ = enabled; }
     void reportFailure(const std::string& text) override;
     bool confirm(const std::string& text) override;
+
+    /// Whether a window is still there, after others have run.
+    static bool isThere(const HeadlessDesktop& desktop, WindowId id);
 
   private:
     template <class Visit>
