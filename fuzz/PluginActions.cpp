@@ -55,7 +55,8 @@ void PluginDriver::sendSequence() {
 }
 
 void PluginDriver::sendCommand() {
-    constexpr std::string_view kWords[] = {"", "image ", "imageclear ", "pasteok ", "CUTOK ", "IMAGE 1;1;9;9;"};
+    constexpr std::string_view kWords[] = {"",         "image ", "imageclear ",
+                                           "pasteok ", "CUTOK ", "IMAGE 1;1;9;9;"};
     const std::string command = std::string(kWords[input_.below(std::size(kWords))]) + input_.text();
     onWindow([&](frmTerm& window) {
         bool processed = false;
@@ -168,7 +169,8 @@ void PluginDriver::useScreen() {
                 wrapsAlways_ = false;
                 return screen.AutoWrap(x > 0);
             case 4:
-                static_cast<void>(screen.GetScreenText(screen.nearestCell({x, y}), screen.nearestCell({y, x})));
+                static_cast<void>(
+                    screen.GetScreenText(screen.nearestCell({x, y}), screen.nearestCell({y, x})));
                 return;
             case 5:
                 return window.DisplayPicture(x, y, input_.number(), input_.number(), input_.number(),
@@ -204,8 +206,9 @@ void PluginDriver::usePainting() {
 }
 
 void PluginDriver::showBox() {
-    constexpr std::string_view kTexts[] = {"", "<html><a href=http://a>link</a>", "<html><a href='VB:f(1)'>call</a>",
-                                           "<html><a href=#end>down</a>^^^^^^^^<a name=end>end</a><img src=a>"};
+    constexpr std::string_view kTexts[] = {
+        "", "<html><a href=http://a>link</a>", "<html><a href='VB:f(1)'>call</a>",
+        "<html><a href=#end>down</a>^^^^^^^^<a name=end>end</a><img src=a>"};
     const auto slot = static_cast<std::int16_t>(input_.byte() % 53 - 1);
     const std::string text = std::string(kTexts[input_.below(std::size(kTexts))]) + input_.text();
     const std::int16_t cells[] = {input_.number(), input_.number(), input_.number(), input_.number()};
@@ -266,7 +269,8 @@ void PluginDriver::chooseFromMenu() {
     }
     // Also what the menu no longer holds, as it was changed while it was open.
     const auto past = static_cast<std::size_t>(input_.below(16) == 0 ? input_.byte() : 0);
-    if (!items.empty()) choose(items[static_cast<std::size_t>(input_.below(items.size()))].command + past, *events);
+    if (!items.empty())
+        choose(items[static_cast<std::size_t>(input_.below(items.size()))].command + past, *events);
 }
 
 void PluginDriver::changeWindow() {

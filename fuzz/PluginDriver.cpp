@@ -19,19 +19,20 @@ constexpr const char* kFolder = "/nowhere/Pictures/";
 }  // namespace
 
 const PluginDriver::Action PluginDriver::kActions[] = {
-    &PluginDriver::receive,     &PluginDriver::receive,      &PluginDriver::receive,
-    &PluginDriver::sendSequence, &PluginDriver::sendSequence, &PluginDriver::sendCommand,
-    &PluginDriver::callMain,    &PluginDriver::callBack,     &PluginDriver::changeSession,
-    &PluginDriver::useWindow,   &PluginDriver::useScreen,    &PluginDriver::usePainting,
-    &PluginDriver::showBox,     &PluginDriver::pressKey,     &PluginDriver::moveMouse,
-    &PluginDriver::moveMouse,   &PluginDriver::chooseFromMenu, &PluginDriver::changeWindow,
-    &PluginDriver::tickOrPaint, &PluginDriver::useClipboard, &PluginDriver::useBox,
-    &PluginDriver::useLabel,    &PluginDriver::clickLink,    &PluginDriver::planEntry,
-    &PluginDriver::planFailure, &PluginDriver::planMessage,
+    &PluginDriver::receive,      &PluginDriver::receive,        &PluginDriver::receive,
+    &PluginDriver::sendSequence, &PluginDriver::sendSequence,   &PluginDriver::sendCommand,
+    &PluginDriver::callMain,     &PluginDriver::callBack,       &PluginDriver::changeSession,
+    &PluginDriver::useWindow,    &PluginDriver::useScreen,      &PluginDriver::usePainting,
+    &PluginDriver::showBox,      &PluginDriver::pressKey,       &PluginDriver::moveMouse,
+    &PluginDriver::moveMouse,    &PluginDriver::chooseFromMenu, &PluginDriver::changeWindow,
+    &PluginDriver::tickOrPaint,  &PluginDriver::useClipboard,   &PluginDriver::useBox,
+    &PluginDriver::useLabel,     &PluginDriver::clickLink,      &PluginDriver::planEntry,
+    &PluginDriver::planFailure,  &PluginDriver::planMessage,
 };
 
 PluginDriver::PluginDriver(FuzzInput input) : input_(input) {
-    platform.pictureFiles = {{kFolder + std::string("a"), {'a', true}}, {kFolder + std::string("b"), {'b', false}}};
+    platform.pictureFiles = {{kFolder + std::string("a"), {'a', true}},
+                             {kFolder + std::string("b"), {'b', false}}};
     platform.headlessPrinters.installed = {"one", "two"};
     platform.headlessPrinters.defaultPrinter = "two";
     listen();
@@ -39,12 +40,9 @@ PluginDriver::PluginDriver(FuzzInput input) : input_(input) {
 
 void PluginDriver::listen() {
     parent->onCall = [this](const char* member, const std::string* value) { tellParent(member, value); };
-    platform.onCreate = [this] {
-        letIn(kFromDesktop);
-        failIfDue();
-    };
+    platform.onCreate = [this] { failIfDue(); };
     HeadlessDesktop& desktop = platform.desktop;
-    desktop.othersRun = [this] { letIn(kFromDesktop); };
+    desktop.onMessages = [this] { letIn(kFromDesktop); };
     desktop.onMessage = [this](const std::string&) { letIn(kFromUser); };
     desktop.onQuestion = [this](const std::string&) { letIn(kFromUser); };
     desktop.onClipboard = [this](const std::string& text) {

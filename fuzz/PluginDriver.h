@@ -23,7 +23,7 @@ class PluginDriver : private HeadlessSession {
         kFromStarts = 16,   ///< while a program is started or a page printed
     };
     /// Those that happen.
-    static constexpr unsigned kEntries = kFromParent | kFromUser | kFromMessages | kFromStarts;
+    static constexpr unsigned kEntries = kFromParent | kFromUser | kFromMessages | kFromDesktop | kFromStarts;
 
     explicit PluginDriver(FuzzInput input);
     void run();

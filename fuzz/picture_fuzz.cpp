@@ -1,5 +1,5 @@
-// Whatever a picture file holds, its outline agrees with it and keeps to the limits; a scaled picture has no colours that
-// were not in it; and a name that is accepted leads nowhere but into its folder.
+// Whatever a picture file holds, its outline agrees with it and keeps to the limits; a scaled picture has no
+// colours that were not in it; and a name that is accepted leads nowhere but into its folder.
 
 #include <algorithm>
 #include <cstddef>
@@ -42,7 +42,8 @@ void checkName(std::string_view name) {
     if (!isPlainFileName(name)) return;
     constexpr std::string_view kParts = "\\/:*?\"<>|";
     require(!name.empty() && name.find_first_of(kParts) == name.npos, "a name names a file of its folder");
-    require(name.front() != ' ' && name.back() != ' ' && name.back() != '.', "a name is the file's whole name");
+    require(name.front() != ' ' && name.back() != ' ' && name.back() != '.',
+            "a name is the file's whole name");
     require(std::ranges::none_of(name, [](char c) { return c >= 0 && c < ' '; }), "a name can be seen");
 }
 
@@ -78,7 +79,8 @@ void checkScaling(FuzzInput& input) {
     require(from != to || source == target, "a picture of the right size stays as it is");
     require(!allOpaque(source) || allOpaque(target), "scaling makes no holes");
     const Pixel seen = seenOnBlackAndWhite(source.front(), source.back());
-    require(source.front() != source.back() || seen >> 24U == 255, "what looks the same everywhere is opaque");
+    require(source.front() != source.back() || seen >> 24U == 255,
+            "what looks the same everywhere is opaque");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Whatever the remote side, the host, the user and the desktop do, and in the middle of what: the plug-in keeps its laws,
-// and leaves nothing behind.
+// Whatever the remote side, the host, the user and the desktop do, and in the middle of what: the plug-in
+// keeps its laws, and leaves nothing behind.
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Whatever a settings file holds: reading it fails in no unknown way, what is stored is read back and changes nothing
-// else, and the terminal comes up with a font, a printing method and its two fixed keys.
+// Whatever a settings file holds: reading it fails in no unknown way, what is stored is read back and changes
+// nothing else, and the terminal comes up with a font, a printing method and its two fixed keys.
 
 #include <algorithm>
 #include <cstddef>
@@ -48,7 +48,8 @@ class ScratchFile {
 struct Place {
     explicit Place(FuzzInput& input) {
         constexpr const char* kSections[] = {"Misc", "Printer", "MISC", "a b"};
-        constexpr const char* kKeys[] = {"FontStyle", "SpoolType", "PrinterName", "FuncKey3", "funckey48", "x"};
+        constexpr const char* kKeys[] = {"FontStyle", "SpoolType", "PrinterName",
+                                         "FuncKey3",  "funckey48", "x"};
         section = kSections[input.below(std::size(kSections))];
         key = kKeys[input.below(std::size(kKeys))];
     }
@@ -131,7 +132,8 @@ class SettingsCheck {
         require(std::ranges::count(printers.entries(), true, &PrinterMenu::Entry::checked) == 1,
                 "one printer is in use");
         session.form().mnuFilePrint_Click();
-        require(session.platform.headlessPrinters.printedOn == printers.printerInUse(), "it prints on that one");
+        require(session.platform.headlessPrinters.printedOn == printers.printerInUse(),
+                "it prints on that one");
         session.form().mnuFontStyle_Click(input_.number());
         session.form().mnuPrinterType_Click(input_.number());
     }

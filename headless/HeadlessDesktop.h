@@ -41,12 +41,13 @@ struct HeadlessDesktop {
     /// What the user was asked, oldest first.
     std::vector<std::string> questions;
 
-    /// Called where a desktop runs other code of the process in the middle of a call, since other windows
-    /// hear of what becomes of this one, or a menu is open. It may do anything but throw.
-    std::function<void()> othersRun = [] {};
-
     Point cursor;
     std::int16_t heldButtons = 0;
+
+    /// Called where a real desktop sends messages, in which a host may do anything: before a window is
+    /// created, and while one is closed, shown, moved, activated or asks the user. It throws only in place
+    /// of a window that cannot be created.
+    std::function<void()> onMessages = [] {};
 };
 
 }  // namespace kavrelon

@@ -13,8 +13,15 @@ HeadlessHelpWindow::HeadlessHelpWindow(HeadlessDesktop& desktop, std::weak_ptr<H
 }
 
 HeadlessHelpWindow::~HeadlessHelpWindow() {
-    std::erase(desktop_.helpWindows, this);
-    desktop_.othersRun();
+    close();
+}
+
+void HeadlessHelpWindow::close() noexcept {
+    if (std::erase(desktop_.helpWindows, this) != 0) desktop_.onMessages();
+}
+
+void HeadlessHelpWindow::setVisible(bool visible) {
+    if (std::exchange(visible_, visible) != visible) desktop_.onMessages();
 }
 
 HeadlessHelpWindow* windowOf(const HeadlessDesktop& desktop, const HelpWindowEvents& box) {
@@ -44,14 +51,11 @@ void HeadlessHelpWindow::setOwner(WindowId owner) {
     if (labelWindow_ != nullptr) labelWindow_->surroundings().visible = true;
 }
 
-void HeadlessHelpWindow::setVisible(bool visible) {
-    if (std::exchange(visible_, visible) != visible) desktop_.othersRun();
-}
-
 void HeadlessHelpWindow::Move(double left, double top, double width, double height) {
     const auto pixels = [](double twips) { return roundHalfToEven(twips / kTwipsPerPixel); };
     const Size before{rectangle_.width(), rectangle_.height()};
     rectangle_ = {pixels(left), pixels(top), pixels(left) + pixels(width), pixels(top) + pixels(height)};
+    desktop_.onMessages();
     const auto target = events();
     if (target && before != Size{rectangle_.width(), rectangle_.height()}) target->Form_Resize();
 }

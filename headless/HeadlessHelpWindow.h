@@ -39,6 +39,7 @@ class HeadlessHelpWindow final : public HelpWindow {
         return {rectangle_.width() * kTwipsPerPixel, rectangle_.height() * kTwipsPerPixel};
     }
     void setOwner(WindowId owner) override;
+    void close() noexcept override;
     void setVisible(bool visible) override;
     void Move(double left, double top, double width, double height) override;
     Rect rectangle() const override { return rectangle_; }
@@ -49,7 +50,7 @@ class HeadlessHelpWindow final : public HelpWindow {
     void drawFocusRectangle(const Rect& block) override;
     void popUpRightClickMenu() override {
         ++openMenus_;
-        desktop_.othersRun();
+        desktop_.onMessages();
     }
 
   private:

@@ -30,7 +30,7 @@ class HeadlessPlatform final : public TermPlatform {
     std::vector<std::string> picturesLookedFor;
     HeadlessLauncher headlessLauncher;
     HeadlessPrinters headlessPrinters;
-    /// Called before a window is made. It may do anything, and throws where there is none to give.
+    /// Called before a window is made: throws where there is none to give.
     std::function<void()> onCreate = [] {};
     /// What the next `processMessages` lets through: window events, in order.
     std::deque<std::function<void()>> pendingMessages;

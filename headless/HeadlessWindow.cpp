@@ -13,14 +13,18 @@ HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindo
 }
 
 HeadlessWindow::~HeadlessWindow() {
-    std::erase(desktop_.terminalWindows, this);
-    if (desktop_.active == this) desktop_.active = nullptr;
-    desktop_.othersRun();
+    close();
 }
 
-bool HeadlessWindow::isThere(const HeadlessDesktop& desktop, WindowId id) {
-    return std::ranges::find(desktop.terminalWindows, id, &HeadlessWindow::id) !=
-           desktop.terminalWindows.end();
+void HeadlessWindow::close() noexcept {
+    if (std::erase(desktop_.terminalWindows, this) == 0) return;
+    if (desktop_.active == this) desktop_.active = nullptr;
+    desktop_.onMessages();
+}
+
+bool HeadlessWindow::sendMessages() {
+    desktop_.onMessages();
+    return std::ranges::find(desktop_.terminalWindows, this) != desktop_.terminalWindows.end();
 }
 
 void HeadlessWindow::tick(TermTimer timer) {
@@ -140,33 +144,34 @@ Rect HeadlessWindow::rectangle() const {
 void HeadlessWindow::show() {
     if (visible_) return;
     visible_ = true;
-    const HeadlessDesktop& desktop = desktop_;
-    const WindowId mine = id_;
+    if (!sendMessages()) return;
     sendMove();
-    if (isThere(desktop, mine)) makeActive();
-    if (isThere(desktop, mine)) sendResize();
+    makeActive();
+    sendResize();
 }
 
 void HeadlessWindow::setState(WindowState state) {
+    const auto kept = events();  // a user who minimises the window does not hold on to it
     if (state == std::exchange(state_, state)) return;
-    if (!visible_) return;
-    const HeadlessDesktop& desktop = desktop_;
-    const WindowId mine = id_;
-    desktop.othersRun();
-    if (isThere(desktop, mine)) sendMove();
-    if (isThere(desktop, mine)) sendResize();
+    if (!visible_ || !sendMessages()) return;
+    sendMove();
+    sendResize();
+}
+
+void HeadlessWindow::setStyleBits(std::uint32_t bits) {
+    styleBits_ = bits;
+    sendMessages();
 }
 
 void HeadlessWindow::makeActive() {
+    if (!sendMessages()) return;
     HeadlessWindow* const before = std::exchange(desktop_.active, this);
     if (before == this) return;
     const auto target = events();
-    const HeadlessDesktop& desktop = desktop_;
     if (before != nullptr) {
         if (const auto last = before->events()) last->Form_Deactivate();
     }
     if (target) target->Form_Activate();
-    desktop.othersRun();
 }
 
 void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
@@ -176,16 +181,18 @@ void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
 void HeadlessWindow::reportFailure(const std::string& text) {
     failures_.push_back(text);
     desktop_.onMessage(text);
+    sendMessages();
 }
 
 bool HeadlessWindow::confirm(const std::string& text) {
-    HeadlessDesktop& desktop = desktop_;
-    desktop.questions.push_back(text);
-    desktop.onQuestion(text);
-    return desktop.answer;
+    desktop_.questions.push_back(text);
+    desktop_.onQuestion(text);
+    sendMessages();
+    return desktop_.answer;
 }
 
 std::optional<std::string> HeadlessWindow::clipboardText() {
+    sendMessages();
     if (desktop_.clipboardHeld || desktop_.clipboard.empty()) return std::nullopt;
     return desktop_.clipboard;
 }

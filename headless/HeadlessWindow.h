@@ -82,18 +82,16 @@ class HeadlessWindow final : public TermWindow {
 
     WindowId id() const override { return id_; }
     Point innerCorner() const override { return {}; }
+    void close() noexcept override;
     void show() override;
     WindowState state() const override { return state_; }
     void setState(WindowState state) override;
-    void requestInnerSize(Size) override {}
+    void requestInnerSize(Size) override { sendMessages(); }
     void makeActive() override;
-    void setFocus() override { desktop_.othersRun(); }
+    void setFocus() override { sendMessages(); }
     TitleBarSettings titleBarSettings() const override { return {}; }
     std::uint32_t styleBits() const override { return styleBits_; }
-    void setStyleBits(std::uint32_t bits) override {
-        styleBits_ = bits;
-        desktop_.othersRun();
-    }
+    void setStyleBits(std::uint32_t bits) override;
     void enableTimer(TermTimer timer, bool on) override { timers_[static_cast<std::size_t>(timer)] = on; }
     void beep(int frequencyHertz, int milliseconds) override;
     std::optional<std::string> clipboardText() override;
@@ -101,7 +99,7 @@ class HeadlessWindow final : public TermWindow {
     bool clearClipboard() override;
     void showContextMenu(bool copyEnabled, bool pasteEnabled) override {
         contextMenu_ = ContextMenu{copyEnabled, pasteEnabled};
-        desktop_.othersRun();
+        sendMessages();
     }
     void checkFontEntry(int index) override { checkedFontEntry_ = index; }
     void checkPrinterTypeEntry(int index) override { checkedPrinterTypeEntry_ = index; }
@@ -110,15 +108,14 @@ class HeadlessWindow final : public TermWindow {
     void reportFailure(const std::string& text) override;
     bool confirm(const std::string& text) override;
 
-    /// Whether a window is still there, after others have run.
-    static bool isThere(const HeadlessDesktop& desktop, WindowId id);
-
   private:
     template <class Visit>
     void forEachCell(const Rect& block, Visit visit);
     int gridLines() const { return grid_.height() / kCell.height; }
     void sendResize();
     void sendMove();
+    /// False when the window has been closed in them.
+    bool sendMessages();
 
     HeadlessDesktop& desktop_;
     WindowId id_;

@@ -33,9 +33,13 @@ struct TitleBarSettings {
 
 /// The platform's terminal window: its surface, and what the session needs of it besides drawing.
 ///
-/// A window is created hidden. Its owner may destroy it at any time, also from one of its own events.
+/// A window is created hidden. Most of the calls that do not draw send messages, in which the host may do
+/// anything: close this window too, but not destroy the object, which its owner keeps as long as somebody is
+/// inside. A window that is closed ignores calls and gives empty answers.
 class TermWindow : public TermSurface {
   public:
+    /// Takes the window off the desktop for good. May be called more than once, also in one of its events.
+    virtual void close() noexcept = 0;
     virtual WindowId id() const = 0;
     /// Where the inner area begins, in pixels from the corner of the whole window.
     virtual Point innerCorner() const = 0;
@@ -94,7 +98,7 @@ class HostMenus;
 class PrinterMenu;
 
 /// What a terminal window tells the terminal: the platform's events, each under the name of its handler.
-/// A handler may destroy the window. None throws.
+/// A handler may close the window. None throws.
 class TermWindowEvents {
   public:
     virtual ~TermWindowEvents() = default;
