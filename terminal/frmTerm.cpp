@@ -58,8 +58,8 @@ void frmTerm::Logon(bool bLogin) {
     ClearRemote();
 }
 
-void frmTerm::AddRemote(std::string CommandLine, std::string Desc) {
-    menus_.AddRemote(std::move(CommandLine), std::move(Desc));
+void frmTerm::AddRemote(std::string_view CommandLine, std::string_view Desc) {
+    menus_.AddRemote(CommandLine, Desc);
     if (isLoaded()) window_->enableRemoteMenu(menus_.mnuRemoteEnabled());
 }
 
@@ -146,8 +146,10 @@ void frmTerm::ReadINIFile() noexcept {
     ProfileFile& profiles = platform_.profileFile();
     std::string value;
     carryOn([&] { IniFile::ReadIni(profiles, IniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
-    // A value that was deleted is there, but empty.
-    carryOn([&] { selectFont(toInt16(value.empty() ? "1" : value)); });
+    // A value that was deleted is there, but empty; others may have written anything.
+    std::int16_t font = kFirstFontEntry;
+    carryOn([&] { font = toInt16(value); });
+    carryOn([&] { selectFont(font); });
     carryOn(
         [&] { IniFile::ReadIni(profiles, IniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
     carryOn([&] { window_->checkPrinterTypeEntry(printerTypeEntry(value)); });

@@ -111,9 +111,9 @@ class frmTerm final : public TermWindowEvents,
     std::shared_ptr<const Picture> loadPicture(std::string_view name) {
         return pictureFolder_.load(IniFile_, name);
     }
-    void AddKB(std::string sURL, std::string sDesc) { menus_.AddKB(std::move(sURL), std::move(sDesc)); }
+    void AddKB(std::string_view sURL, std::string_view sDesc) { menus_.AddKB(sURL, sDesc); }
     void ClearKB() { menus_.ClearKB(); }
-    void AddRemote(std::string CommandLine, std::string Desc);
+    void AddRemote(std::string_view CommandLine, std::string_view Desc);
     void ClearRemote();
 
     // Events of the platform's window
@@ -173,8 +173,12 @@ class frmTerm final : public TermWindowEvents,
     TermOwner& callback() const;
     HelpGrid helpGrid() const;
     void selectFont(std::int16_t index);
-    void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
+    std::string setting(const char* key, const std::string& fallback);
+    /// Whether there is such an entry. Tells the user when there is none.
+    bool hasEntry(const EntryList& entries, int index);
+    void startEntry(const std::string& command, bool ask);
     void reportStart(const std::string& command, long result);
+    void reportFailedStart(const std::string& command, const std::string& why);
     void complain() noexcept;
 
     TermPlatform& platform_;

@@ -103,9 +103,9 @@ void writeBox(JsonLine& json, int slot, const frmHelp& box, const HeadlessHelpWi
     json.endObject();
 }
 
-void writeItems(JsonLine& json, const std::vector<HostMenus::Item>& items) {
+void writeItems(JsonLine& json, const HostMenus::Items& items) {
     json.beginArray();
-    for (const HostMenus::Item& item : items) {
+    for (const HostMenus::Item& item : items.shown) {
         json.beginObject().key("caption").value(item.caption).key("enabled").value(item.enabled).endObject();
     }
     json.endArray();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/win32/WideText.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
 #include "terminal/win32/MouseMessages.h"
@@ -10,7 +11,7 @@
 namespace kavrelon {
 namespace {
 
-constexpr const char* kCaption = "Terminal";
+constexpr const wchar_t* kCaption = L"Terminal";
 
 /// Timers are numbered from 1: number 0 means any to some of the calls.
 constexpr UINT_PTR timerNumber(std::size_t timer) {
@@ -30,7 +31,8 @@ int showCommand(WindowState state) {
 }
 
 bool isKeyMessage(UINT message) {
-    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_KILLFOCUS;
+    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_IME_CHAR ||
+           message == WM_KILLFOCUS;
 }
 
 RECT workArea(HWND window) {
@@ -43,8 +45,8 @@ RECT workArea(HWND window) {
 }  // namespace
 
 WindowHandle Win32TermWindow::create(const WindowClass& windowClass, HMENU menu) {
-    return takeOver(CreateWindowExA(0, WindowClass::kName, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
-                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, menu,
+    return takeOver(CreateWindowExW(0, toWide(WindowClass::kName).c_str(), kCaption, WS_OVERLAPPEDWINDOW,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, menu,
                                     windowClass.module(), nullptr));
 }
 
@@ -84,7 +86,7 @@ WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
             handleMouse(*events, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam);
+    if (isKeyMessage(message.id)) return keys_.handle(*events, message);
     return onSession(*events, message);
 }
 
@@ -164,7 +166,7 @@ WindowAnswer Win32TermWindow::onSession(TermWindowEvents& events, const WindowMe
             } else {
                 events.Form_Activate();
             }
-            return DefWindowProcA(message.window, message.id, message.wParam, message.lParam);
+            return DefWindowProcW(message.window, message.id, message.wParam, message.lParam);
         case WM_CLOSE:
             events.Form_Close();
             return 0;
@@ -276,12 +278,15 @@ void Win32TermWindow::enableRemoteMenu(bool enabled) {
 }
 
 void Win32TermWindow::reportFailure(const std::string& text) {
-    if (window_ != nullptr) MessageBoxA(window_.get(), text.c_str(), kCaption, MB_OK | MB_ICONEXCLAMATION);
+    if (window_ != nullptr)
+        MessageBoxW(window_.get(), toShownWide(text).c_str(), kCaption, MB_OK | MB_ICONEXCLAMATION);
 }
 
 bool Win32TermWindow::confirm(const std::string& text) {
-    constexpr UINT kNoIsDefault = MB_YESNO | MB_DEFBUTTON2 | MB_ICONWARNING;
-    return window_ != nullptr && MessageBoxA(window_.get(), text.c_str(), kCaption, kNoIsDefault) == IDYES;
+    // Topmost: a help box that the remote side shows meanwhile must not cover what the user is to read.
+    constexpr UINT kStyle = MB_YESNO | MB_DEFBUTTON2 | MB_ICONWARNING | MB_TOPMOST;
+    return window_ != nullptr &&
+           MessageBoxW(window_.get(), toShownWide(text).c_str(), kCaption, kStyle) == IDYES;
 }
 
 }  // namespace kavrelon

@@ -180,6 +180,10 @@ TEST_F(HelpBoxTest, OnlyWebAddressesAreOpened) {
     platform.headlessLauncher.shellResult = 31;
     click("http://c");
     EXPECT_EQ(window().failures().size(), 1U);
+    const std::size_t before = opened();
+    click(("http://" + std::string(894, 'a')).c_str());
+    EXPECT_EQ(window().failures().size(), 2U);
+    EXPECT_EQ(opened(), before) << "too long for the platform";
 }
 
 TEST_F(HelpBoxTest, FiftyOneSlots) {

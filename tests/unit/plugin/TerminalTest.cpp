@@ -324,6 +324,9 @@ TEST_F(ReceiveLaw, NothingIsSentButInitAfterALogon) {
     EXPECT_GT(logons, 0);
     EXPECT_EQ(std::count(parent->calls.begin(), parent->calls.end(), "command INIT"), logons);
     EXPECT_EQ(static_cast<std::ptrdiff_t>(parent->calls.size()), logons);
+    const HeadlessLauncher& launcher = platform.headlessLauncher;
+    EXPECT_EQ(launcher.shellStarts.size() + launcher.plainStarts.size(), 0U);
+    EXPECT_TRUE(platform.desktop.clipboard.empty() && platform.headlessPrinters.printedOn.empty());
 }
 
 }  // namespace
