@@ -42,8 +42,7 @@ void checkName(std::string_view name) {
     if (!isPlainFileName(name)) return;
     constexpr std::string_view kParts = "\\/:*?\"<>|";
     require(!name.empty() && name.find_first_of(kParts) == name.npos, "a name names a file of its folder");
-    require(name.front() != ' ' && name.back() != ' ' && name.back() != '.',
-            "a name is the file's whole name");
+    require(name.back() != ' ' && name.back() != '.', "a name is the file's whole name");
     require(std::ranges::none_of(name, [](char c) { return c >= 0 && c < ' '; }), "a name can be seen");
 }
 
