@@ -40,6 +40,10 @@ PluginDriver::PluginDriver(FuzzInput input) : input_(input) {
 
 void PluginDriver::listen() {
     parent->onCall = [this](const char* member, const std::string* value) { tellParent(member, value); };
+    parent->onAsk = [this] {
+        letIn(kFromParent);
+        failIfDue();
+    };
     platform.onCreate = [this] { failIfDue(); };
     HeadlessDesktop& desktop = platform.desktop;
     desktop.onMessages = [this] { letIn(kFromDesktop); };
@@ -56,10 +60,12 @@ void PluginDriver::listen() {
 
 void PluginDriver::run() {
     asHost([this] {
-        connect();
+        terminal->IClientMain_SetClientParent(parent);
+        terminal->IClientMain_InitializeClass();
         // A small screen costs little; inputs that need a large one ask for it.
         std::int16_t lines = 6;
         screen().ScreenSize(24, lines);
+        terminal->IClientMain_OnConnection();
     });
     for (int steps = 0; steps < kMostSteps && !input_.empty(); ++steps) {
         step();
