@@ -166,12 +166,13 @@ void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Lef
     HelpBoxes_.close(Index);
     if (!isLoaded()) return;
     const std::shared_ptr<frmHelp> box = frmHelp::load(platform_, *this);
-    HelpBoxes_.put(Index, box);
     const HelpGrid grid = helpGrid();
     box->SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
     box->SetBoxCord(Top, Left, Width, Height);
     box->FontInfo(grid.fontName, grid.fontSize);
     box->HelpInfo(Text);
+    // A box that could not be made holds no slot.
+    HelpBoxes_.put(Index, box);
     box->ShowBox(window_->id(), window_->id());
 }
 

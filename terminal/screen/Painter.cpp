@@ -19,6 +19,7 @@ constexpr auto kSpaces = [] {
 
 void Painter::use(const Pen& pen) {
     if (penKnown_ && pen == penInUse_) return;
+    penKnown_ = false;  // until the surface has taken all of it
     surface_->setPen(pen);
     penInUse_ = pen;
     penKnown_ = true;

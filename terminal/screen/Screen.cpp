@@ -203,6 +203,7 @@ void Screen::ScreenSize(std::int16_t Width, std::int16_t& Height) {
 }
 
 void Screen::ClearScreen() {
+    buffer_.reserveRows(0, LastLine());
     SetCursor(0, 0);
     observer_.screenErased();
     painter_.removePictures();
@@ -227,6 +228,7 @@ void Screen::ClearLine() {
 }
 
 void Screen::ClearEndOfLine() {
+    buffer_.reserveRows(CursorY_, CursorY_);
     ScreenDirty_ = true;
     if (painting()) {
         painter_.drawBlanks(CursorX_, CursorY_, CharsPerLine_ - CursorX_, rendition_.pen());
@@ -237,12 +239,14 @@ void Screen::ClearEndOfLine() {
 }
 
 void Screen::ClearStartOfLine() {
+    buffer_.reserveRows(CursorY_, CursorY_);
     drawBlankRows(CursorY_, CursorY_);
     // The window loses the whole row, the buffer only its start: the rest shows again at the next repaint.
     buffer_.fill(0, CursorX_, CursorY_, {' ', rendition_.DefaultAttr()});
 }
 
 void Screen::ClearEndOfScreen() {
+    buffer_.reserveRows(CursorY_, LastLine());
     ClearEndOfLine();
     blankRows(CursorY_ + 1, LastLine());
     observer_.rowsErased(CursorY_);
@@ -250,6 +254,7 @@ void Screen::ClearEndOfScreen() {
 }
 
 void Screen::ClearBeginOfScreen() {
+    buffer_.reserveRows(0, CursorY_);
     drawBlankRows(0, CursorY_ - 1);
     ClearStartOfLine();
     blankRows(0, CursorY_);

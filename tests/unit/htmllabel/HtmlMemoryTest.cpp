@@ -16,12 +16,16 @@ namespace kavrelon {
 namespace {
 
 constexpr const char* kFirst =
-    "<title>First</title><body bgcolor=#102030><p>one <a href='http://localhost/a/long/address'>two</a><table border=1><tr><td width=40>"
+    "<title>First</title><body bgcolor=#102030><p>one <a "
+    "href='http://localhost/a/long/address'>two</a><table border=1><tr><td width=40>"
     "three<td>four</table><ul><li>five</ul><img src=p>";
 constexpr const char* kSecond =
-    "<title>Second &amp; last</title><body bgcolor=red background=page><h1>six</h1><a href=x>seven</a> eight<p>"
-    "<font face='Courier New, Courier' size=+3>nine</font><ol><li>ten<li>eleven</ol><img src=q alt='twelve &lt;'>"
-    "<table><tr><td>thirteen<td bgcolor=blue>fourteen<tr><td colspan=2>a much longer text than all before</table>"
+    "<title>Second &amp; last</title><body bgcolor=red background=page><h1>six</h1><a href=x>seven</a> "
+    "eight<p>"
+    "<font face='Courier New, Courier' size=+3>nine</font><ol><li>ten<li>eleven</ol><img src=q alt='twelve "
+    "&lt;'>"
+    "<table><tr><td>thirteen<td bgcolor=blue>fourteen<tr><td colspan=2>a much longer text than all "
+    "before</table>"
     "<a name='sixteen'></a><p>fifteen<br><br><br><br>";
 
 /// A label that shows a document, and all that its container can see of it.
@@ -77,7 +81,8 @@ class Shown final : private HTMLLabelEvents {
     std::shared_ptr<const Picture> picture = std::make_shared<HeadlessPicture>('p', true);
 };
 
-/// A step that raises or not, with one allocation failing; the state is the one before it or the one after it.
+/// A step that raises or not, with one allocation failing; the state is the one before it or the one after
+/// it.
 TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
     const std::pair<const char*, std::function<void(Shown&)>> steps[] = {
         {"document", [](Shown& it) { it.label->DocumentHTML(kSecond); }},
@@ -101,8 +106,9 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
          }},
         {"link",
          [](Shown& it) {
-             const HTMLElement& link = it.label->document().mudtElements()[static_cast<std::size_t>(
-                 it.label->document().mintLinks()[0])];
+             const HTMLElement& link =
+                 it.label->document()
+                     .mudtElements()[static_cast<std::size_t>(it.label->document().mintLinks()[0])];
              it.label->picViewPort_MouseUp(1, 0, {link.lngLeft + 1, link.lngTop + 1});
          }},
     };
@@ -126,7 +132,8 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
                 failed = fail.failed();
             }
             const std::string now = shown.state();
-            EXPECT_TRUE(now == before || (!raised && now == after)) << name << ", allocation " << n << '\n' << now;
+            EXPECT_TRUE(now == before || (!raised && now == after)) << name << ", allocation " << n << '\n'
+                                                                    << now;
             step(shown);
             EXPECT_EQ(shown.state(), after) << name << " again after allocation " << n;
             EXPECT_EQ(shown.page(), page) << name << " again after allocation " << n;
