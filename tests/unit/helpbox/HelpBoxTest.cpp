@@ -110,6 +110,10 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
     form().setWindowState(WindowState::Normal);
     EXPECT_TRUE(boxWindow(1).visible() && boxWindow(2).visible());
     EXPECT_EQ(place(2), block(start.left + 10, start.top - 20, 104, 87));
+    const Rect dragged = place();
+    for (const Point corner : {Point{130, 60}, {120, 35}}) window().moveTo(corner);
+    EXPECT_EQ(place(), block(dragged.left + 10, dragged.top + 5, 104, 87));
+    EXPECT_FALSE(boxWindow().label()->EnableScroll()) << "no room is kept for bars that it does not need";
 
     // The outline goes when the box is hidden.
     press(kLeft, {150, 80});

@@ -215,6 +215,9 @@ TEST_F(HtmlLayoutTest, ColumnsOfTables) {
          "<TD>c<TD>d<TD>e</TABLE>",
          "4,4 a|124,4 b|4,19 c|64,19 d|124,19 e"},
         {"<TABLE></TABLE>a", "4,4 a"},
+        // Of a column that asks for both, the pixels count.
+        {"<TABLE WIDTH=\"100%\"><TR><TD WIDTH=40>a<TD>b<TR><TD WIDTH=\"50%\">c<TD>d</TABLE>",
+         "8,8 a|50,8 b|8,29 c|50,29 d"},
     };
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
     // Whatever the fractions, the columns fill the table to the pixel.
@@ -263,6 +266,7 @@ TEST_F(HtmlLayoutTest, PicturesTheirFramesAndTheTextBesideThem) {
         {"<IMG SRC=p>", "[6,6-46,26] "},
         {"<IMG SRC=p WIDTH=20 HSPACE=0 VSPACE=0>", "[4,4-24,14] "},
         {"<IMG SRC=p HEIGHT=99999999>", "[6,6-32773,32773] "},
+        {"<IMG SRC=p ALIGN=RIGHT WIDTH=96 HEIGHT=9>", "[106,6-202,15] "},  // half the width with its spaces
         {"<IMG SRC=q WIDTH=30 HEIGHT=20 HSPACE=0 VSPACE=0>", "4,4-34,5 4,4-5,24 4,23-34,24 33,4-34,24 "},
         {"<BODY BACKGROUND=p>", "[0,0-40,20] [40,0-80,20] ", 60},
     };

@@ -58,7 +58,9 @@ class Busy final : public Session {
                 text += cell.picture;
             }
         }
-        const auto add = [&text](const auto&... parts) { ((text += '|' + testing::PrintToString(parts)), ...); };
+        const auto add = [&text](const auto&... parts) {
+            ((text += '|' + testing::PrintToString(parts)), ...);
+        };
         add(cursor(), attr(3, 3), screen().CharsPerLine(), screen().LinesPerPage(), terminal->FuncKey(5));
         for (const int slot : form().HelpBoxes().openSlots()) {
             const frmHelp& box = *form().HelpBoxes().at(slot);
@@ -104,17 +106,32 @@ TEST(TerminalMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         {"erase line's start", [](const Busy& it) { it.sequence(kClearStartOfLine); }, {2, 28}},
         {"print", [](const Busy& it) { it.type("x"); }, {2, 28}},
         {"scroll", [](const Busy& it) { it.type("\n"); }, {2, 29}},
-        {"size", [](const Busy& it) { it.sequence(kSizeScreen, {"60", "40"}); }},
-        {"help box", [&](const Busy& it) { it.sequence(kShowHelpBox, {"2", "3", "3", "9", "9", longText}); }},
+        {"size",
+         [](const Busy& it) {
+             it.sequence(kSizeScreen, {"60", "40"});
+         }},
+        {"help box",
+         [&](const Busy& it) {
+             it.sequence(kShowHelpBox, {"2", "3", "3", "9", "9", longText});
+         }},
         {"another picture", [](const Busy& it) { it.picture("B", 2); }},
         {"command",
          [](const Busy& it) {
              bool processed = false;
              it.form().ProcessCmd("IMAGE 1;1;2;2;3;a_long_name_of_a_picture_B", processed);
          }},
-        {"knowledge base", [&](const Busy& it) { it.sequence(kAddKB, {"http://localhost/" + longText, longText}); }},
-        {"program", [&](const Busy& it) { it.sequence(kAddRemote, {longText, longText}); }},
-        {"function key", [&](const Busy& it) { it.sequence(kSetFunctionKey, {"5", longText}); }},
+        {"knowledge base",
+         [&](const Busy& it) {
+             it.sequence(kAddKB, {"http://localhost/" + longText, longText});
+         }},
+        {"program",
+         [&](const Busy& it) {
+             it.sequence(kAddRemote, {longText, longText});
+         }},
+        {"function key",
+         [&](const Busy& it) {
+             it.sequence(kSetFunctionKey, {"5", longText});
+         }},
         {"copy",
          [](const Busy& it) {
              it.form().Form_MouseDown(MouseButton::Left, {1, 1});

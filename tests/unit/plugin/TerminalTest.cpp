@@ -91,6 +91,8 @@ TEST_F(TerminalTest, AttributeWalk) {
         {{"3.5"}, {37, 40, 4}},
         {{"\x1F rest"}, {31, 40, 1}},
         {{}, {37, 40, 1}},
+        {{"255"}, {37, 40, 1}},
+        {{"7;256"}, {37, 40, 7}, 5},
         {{";"}, {37, 40, 1}, 5},
         {{"7;32768"}, {37, 40, 7}, 6},
         {{"7;\xE9"}, {37, 40, 7}, 13},
@@ -122,11 +124,13 @@ TEST_F(TerminalTest, ScreensArePushedAndPopped) {
     const frmTerm& base = form();
     sequence(kSizeScreen, {"2000", "30"});
     EXPECT_EQ(screen().CharsPerLine(), 1024);
+    blink();
     sequence(kNewScreen);
     EXPECT_EQ(form().ConnectionProfile() + form().IniFile(), "default" + parent->iniFile);
     EXPECT_EQ(window().state(), WindowState::Maximised);
     EXPECT_TRUE(window().visible() && form().sessionOpen() && form().TermActive());
     EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::cursor_timer));
+    EXPECT_TRUE(base.screen().cursorDrawn()) << "what was received for it has ended";
 
     sequence(kCloseScreen);
     EXPECT_EQ(&form(), &base);

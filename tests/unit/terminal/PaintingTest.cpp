@@ -204,6 +204,19 @@ TEST_F(PaintingTest, MinimisedWindowDrawsNothingUntilItIsRestored) {
     EXPECT_EQ(drawn([this] { window().setState(WindowState::Maximised); }), 0) << "nothing was written";
 }
 
+TEST_F(PaintingTest, PaintClearsWhatIsOutsideTheGrid) {
+    setSize(20, 2);
+    type(std::string(20, 'x'));
+    blink();
+    EXPECT_EQ(marks(), (Marks{{20, 0}}));
+    // The mark is taken off without being drawn.
+    screen().PaintOn(false);
+    blink();
+    screen().PaintOn(true);
+    form().Form_Paint();
+    EXPECT_EQ(marks(), Marks{});
+}
+
 TEST_F(PaintingTest, ScreenWidthMenuKeepsTheText) {
     setSize(132, 25);
     screen().SetCursor(100, 0);
