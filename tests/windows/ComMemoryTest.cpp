@@ -15,7 +15,8 @@
 namespace kavrelon {
 namespace {
 
-/// A terminal and a label of a library that nothing else has loaded, and everything that a host does with them.
+/// A terminal and a label of a library that nothing else has loaded, and everything that a host does with
+/// them.
 class ComMemory : public testing::Test {
   protected:
     using Call = std::function<HRESULT()>;
@@ -24,7 +25,8 @@ class ComMemory : public testing::Test {
         CoInitialize(nullptr);
         EXPECT_TRUE(CopyFileW(libraryPath().c_str(), copy_.c_str(), FALSE));
         library_.emplace(copy_);
-        form_ = CreateWindowA("STATIC", "", WS_POPUP | WS_VISIBLE, 20, 20, 500, 400, nullptr, nullptr, nullptr, nullptr);
+        form_ = CreateWindowA("STATIC", "", WS_POPUP | WS_VISIBLE, 20, 20, 500, 400, nullptr, nullptr,
+                              nullptr, nullptr);
         parent_ = make<RecordingParent>();
     }
     ~ComMemory() override {
@@ -35,9 +37,10 @@ class ComMemory : public testing::Test {
         CoUninitialize();
     }
 
-    /// Makes a call again and again, each time with another allocation that fails, until none does: it does or
-    /// says what it always does, or that there is no memory. `after` is called without failures each time.
-    void each(const std::string& name, const Call& call, const std::function<void()>& after = [] {}) {
+    /// Makes a call again and again, each time with another allocation that fails, until none does: it does
+    /// or says what it always does, or that there is no memory. `after` is called without failures each time.
+    void each(
+        const std::string& name, const Call& call, const std::function<void()>& after = [] {}) {
         constexpr std::size_t kMost = 2000;
         const HRESULT usual = call();
         after();
@@ -49,7 +52,8 @@ class ComMemory : public testing::Test {
             SetErrorInfo(0, nullptr);
             after();
             const bool refused = failed && (result == E_OUTOFMEMORY || result == runtimeError(7));
-            EXPECT_TRUE(result == usual || refused) << name << ", allocation " << n << ": " << std::hex << result;
+            EXPECT_TRUE(result == usual || refused)
+                << name << ", allocation " << n << ": " << std::hex << result;
             if (failed) ++(refused ? refused_ : borne_);
         }
         EXPECT_FALSE(failed) << name << " never comes to an end";
@@ -106,12 +110,14 @@ void ComMemory::useTerminal() {
         each("row " + std::to_string(row), [&] { return table->EscTreeProcess(row, &fields, &result); });
     }
     HRESULT made = S_OK;
-    each("new screen", [&] { return made = process(*table, rows::kNewScreen, {}); },
-         [&] {
-             if (SUCCEEDED(made)) process(*table, rows::kCloseScreen, {});
-         });
-    each("close screen", [&] { return process(*table, rows::kCloseScreen, {}); },
-         [&] { process(*table, rows::kNewScreen, {}); });
+    each(
+        "new screen", [&] { return made = process(*table, rows::kNewScreen, {}); },
+        [&] {
+            if (SUCCEEDED(made)) process(*table, rows::kCloseScreen, {});
+        });
+    each(
+        "close screen", [&] { return process(*table, rows::kCloseScreen, {}); },
+        [&] { process(*table, rows::kNewScreen, {}); });
     EXPECT_EQ(process(*table, rows::kCloseScreen, {}), S_OK);
     Variant array;
     array.vt = VT_ARRAY | VT_BSTR;
@@ -153,8 +159,9 @@ void ComMemory::useLabel() {
     ASSERT_EQ(open(control), S_OK);
     const auto label = control->query<::IHTMLLabel>();
     const auto saving = control->query<IPersistStreamInit>();
-    const Bstr document(L"<title>t</title><h1>head</h1><a href=x>link</a><table border=1><tr><td>cell<td>cell"
-                        L"</table><ul><li>item</ul><font face='Courier New' size=4>text</font><img src=a.bmp>");
+    const Bstr document(
+        L"<title>t</title><h1>head</h1><a href=x>link</a><table border=1><tr><td>cell<td>cell"
+        L"</table><ul><li>item</ul><font face='Courier New' size=4>text</font><img src=a.bmp>");
     Bstr face(L"Times New Roman");
     each("document", [&] { return label->put_DocumentHTML(document.get()); });
     each("text", [&] {
@@ -197,8 +204,8 @@ void ComMemory::useLabel() {
     each("draw", [&] {
         const HDC screen = GetDC(nullptr);
         const RECTL page{0, 0, 100, 100};
-        const HRESULT drawn = control->query<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
-                                                                  screen, &page, nullptr, nullptr, 0);
+        const HRESULT drawn = control->query<IViewObject>()->Draw(
+            DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, screen, &page, nullptr, nullptr, 0);
         ReleaseDC(nullptr, screen);
         return drawn;
     });

@@ -13,20 +13,24 @@
 
 namespace kavrelon {
 
-/// Makes one allocation of a loaded module fail, as it does when memory runs out. The module is as it was built:
-/// while this lives, the functions that it imports to get memory are replaced by ones that count. Its own
-/// allocations are among them, as its run-time library gets their memory from the system's. One at a time.
+/// Makes one allocation of a loaded module fail, as it does when memory runs out. The module is as it was
+/// built: while this lives, the functions that it imports to get memory are replaced by ones that count. Its
+/// own allocations are among them, as its run-time library gets their memory from the system's. One at a
+/// time.
 class FailingAllocations {
   public:
     explicit FailingAllocations(HMODULE module) {
         const auto* const dos = at<IMAGE_DOS_HEADER>(module, 0);
         const auto* const headers = at<IMAGE_NT_HEADERS32>(module, static_cast<DWORD>(dos->e_lfanew));
         const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-        for (auto* from = at<IMAGE_IMPORT_DESCRIPTOR>(module, imports.VirtualAddress); from->Name != 0; ++from) {
+        for (auto* from = at<IMAGE_IMPORT_DESCRIPTOR>(module, imports.VirtualAddress); from->Name != 0;
+             ++from) {
             const auto* name = at<IMAGE_THUNK_DATA32>(module, from->OriginalFirstThunk);
-            for (auto* slot = at<void*>(module, from->FirstThunk); name->u1.AddressOfData != 0; ++name, ++slot) {
+            for (auto* slot = at<void*>(module, from->FirstThunk); name->u1.AddressOfData != 0;
+                 ++name, ++slot) {
                 if (IMAGE_SNAP_BY_ORDINAL32(name->u1.Ordinal)) continue;
-                const auto found = counting().find(at<IMAGE_IMPORT_BY_NAME>(module, name->u1.AddressOfData)->Name);
+                const auto found =
+                    counting().find(at<IMAGE_IMPORT_BY_NAME>(module, name->u1.AddressOfData)->Name);
                 if (found == counting().end()) continue;
                 replaced_.push_back({slot, *slot});
                 write(slot, found->second);

@@ -101,6 +101,8 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
     release();
     move({300, 300});
     EXPECT_EQ(place(), there);
+    form().Form_Resize();
+    EXPECT_EQ(place(), there) << "the grid is where it was";
 
     // From there it moves with the terminal, and is shown when that is.
     form().setWindowState(WindowState::Minimised);
@@ -201,6 +203,7 @@ TEST_F(HelpBoxTest, FiftyOneSlots) {
     show(3);
     closed->SetBoxCord(1, 1, 1, 1);
     closed->ShowBox(7, 8);
+    closed->Form_Resize();
     closed->MouseDown(kLeft, 0, 0, 0);
     closed->HyperlinkClick("http://a");
     EXPECT_EQ(platform.desktop.helpWindows.size() + opened(), 0U);

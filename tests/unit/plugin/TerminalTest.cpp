@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "plugin/FunctionKeys.h"
+#include "terminal/TitleBar.h"
 #include "tests/unit/Session.h"
 
 namespace kavrelon {
@@ -161,6 +162,10 @@ TEST_F(TerminalTest, SessionFlagsFollowOpenAndClose) {
         EXPECT_EQ(window().timerEnabled(TermTimer::cursor_timer), open);
         form().ShowTitleBar(open);
         EXPECT_EQ(window().styleBits(), open ? 0xCF0000U : 0x40000U);
+    }
+    for (const std::uint32_t bit : {0x80000U, 0x10000U, 0x20000U, 0xC00000U}) {
+        const TitleBarSettings declared{bit == 0x80000, bit == 0x10000, bit == 0x20000, bit == 0xC00000};
+        EXPECT_EQ(titleBarStyle(1, true, declared), bit | 1);
     }
 }
 

@@ -112,6 +112,14 @@ TEST_F(ScreenTest, NoSizeBreaksAnyOperation) {
     }
 }
 
+TEST_F(ScreenTest, RowsThatWereNeverWrittenHoldZerosUntilTheyAreBlanked) {
+    setSize(80, 30);
+    EXPECT_EQ(stored(0, 29), 0);
+    EXPECT_EQ(attr(0, 29), (CellAttr{0, 0, 0}));
+    sequence(kClearScreen);
+    EXPECT_EQ(attr(0, 29), kDefaultAttr);
+}
+
 /// A second implementation of the buffer's rules, as simple as possible: scrolling and blanking copy whole
 /// rows.
 class PlainScreen {
