@@ -26,14 +26,14 @@ class Busy final : public Session {
         }
         connect();
         // No drawing takes memory from here on: a real window has its own.
-        setSize(60, 40);
+        setSize(24, 32);
         begin();
     }
 
     /// What a host does at first; some of it fails where memory does.
     void begin() const {
         // The rows below the first size have never been written.
-        setSize(40, 30);
+        setSize(20, 30);
         screen().SetCursor(0, 0);
         type("first\r\nsecond\r\nthird");
         picture("A", 1);
@@ -108,7 +108,7 @@ TEST(TerminalMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         {"scroll", [](const Busy& it) { it.type("\n"); }, {2, 29}},
         {"size",
          [](const Busy& it) {
-             it.sequence(kSizeScreen, {"60", "40"});
+             it.sequence(kSizeScreen, {"24", "32"});
          }},
         {"help box",
          [&](const Busy& it) {
