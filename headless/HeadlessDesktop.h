@@ -35,6 +35,11 @@ struct HeadlessDesktop {
 
     Point cursor;
     std::int16_t heldButtons = 0;
+
+    /// Called where a real desktop sends messages, in which a host may do anything: before a window is
+    /// created, and while one is closed, shown, moved, activated or asks the user. It throws only in place
+    /// of a window that cannot be created.
+    std::function<void()> onMessages = [] {};
 };
 
 }  // namespace kavrelon

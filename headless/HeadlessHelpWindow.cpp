@@ -13,7 +13,15 @@ HeadlessHelpWindow::HeadlessHelpWindow(HeadlessDesktop& desktop, std::weak_ptr<H
 }
 
 HeadlessHelpWindow::~HeadlessHelpWindow() {
-    std::erase(desktop_.helpWindows, this);
+    close();
+}
+
+void HeadlessHelpWindow::close() noexcept {
+    if (std::erase(desktop_.helpWindows, this) != 0) desktop_.onMessages();
+}
+
+void HeadlessHelpWindow::setVisible(bool visible) {
+    if (std::exchange(visible_, visible) != visible) desktop_.onMessages();
 }
 
 HeadlessHelpWindow* windowOf(const HeadlessDesktop& desktop, const HelpWindowEvents& box) {
@@ -27,6 +35,7 @@ void HeadlessHelpWindow::Move(double left, double top, double width, double heig
     const auto pixels = [](double twips) { return roundHalfToEven(twips / kTwipsPerPixel); };
     const Size before{rectangle_.width(), rectangle_.height()};
     rectangle_ = {pixels(left), pixels(top), pixels(left) + pixels(width), pixels(top) + pixels(height)};
+    desktop_.onMessages();
     const auto target = events();
     if (target && before != Size{rectangle_.width(), rectangle_.height()}) target->Form_Resize();
 }

@@ -40,7 +40,8 @@ class HeadlessHelpWindow final : public HelpWindow {
         return {rectangle_.width() * kTwipsPerPixel, rectangle_.height() * kTwipsPerPixel};
     }
     void setOwner(WindowId owner) override { owner_ = owner; }
-    void setVisible(bool visible) override { visible_ = visible; }
+    void close() noexcept override;
+    void setVisible(bool visible) override;
     void Move(double left, double top, double width, double height) override;
     Rect rectangle() const override { return rectangle_; }
     Rect rectangleOf(WindowId window) const override { return desktop_.rectangleOf(window); }
@@ -48,7 +49,10 @@ class HeadlessHelpWindow final : public HelpWindow {
     Point cursor() const override { return desktop_.cursor; }
     bool isHeld(std::int16_t buttons) const override { return (desktop_.heldButtons & buttons) != 0; }
     void drawFocusRectangle(const Rect& block) override;
-    void popUpRightClickMenu() override { ++openMenus_; }
+    void popUpRightClickMenu() override {
+        ++openMenus_;
+        desktop_.onMessages();
+    }
 
   private:
     HeadlessDesktop& desktop_;

@@ -27,10 +27,12 @@ HeadlessWindow* HeadlessPlatform::windowOf(const TermWindowEvents& events) const
 }
 
 std::unique_ptr<TermWindow> HeadlessPlatform::createWindow(std::weak_ptr<TermWindowEvents> events) {
+    desktop.onMessages();
     return std::make_unique<HeadlessWindow>(desktop, std::move(events));
 }
 
 std::unique_ptr<HelpWindow> HeadlessPlatform::createHelpWindow(std::weak_ptr<HelpWindowEvents> events) {
+    desktop.onMessages();
     return std::make_unique<HeadlessHelpWindow>(desktop, std::move(events));
 }
 

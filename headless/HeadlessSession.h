@@ -52,7 +52,7 @@ class HeadlessSession {
     void sequence(int row, const Texts& fields = {}, int lowerBound = 1) const;
 
     /// The current window of the stack; these raise ObjectNotSet when there is none.
-    frmTerm& form() const { return terminal->currentWindow(); }
+    frmTerm& form() const { return *terminal->currentWindow(); }
     Screen& screen() const { return form().screen(); }
     HeadlessWindow& window() const;
 

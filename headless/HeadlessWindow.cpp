@@ -13,8 +13,18 @@ HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindo
 }
 
 HeadlessWindow::~HeadlessWindow() {
-    std::erase(desktop_.terminalWindows, this);
+    close();
+}
+
+void HeadlessWindow::close() noexcept {
+    if (std::erase(desktop_.terminalWindows, this) == 0) return;
     if (desktop_.active == this) desktop_.active = nullptr;
+    desktop_.onMessages();
+}
+
+bool HeadlessWindow::sendMessages() {
+    desktop_.onMessages();
+    return std::ranges::find(desktop_.terminalWindows, this) != desktop_.terminalWindows.end();
 }
 
 void HeadlessWindow::tick(TermTimer timer) {
@@ -129,19 +139,27 @@ Rect HeadlessWindow::rectangle() const {
 void HeadlessWindow::show() {
     if (visible_) return;
     visible_ = true;
+    if (!sendMessages()) return;
     sendMove();
     makeActive();
     sendResize();
 }
 
 void HeadlessWindow::setState(WindowState state) {
+    const auto kept = events();  // a user who minimises the window does not hold on to it
     if (state == std::exchange(state_, state)) return;
-    if (!visible_) return;
+    if (!visible_ || !sendMessages()) return;
     sendMove();
     sendResize();
 }
 
+void HeadlessWindow::setStyleBits(std::uint32_t bits) {
+    styleBits_ = bits;
+    sendMessages();
+}
+
 void HeadlessWindow::makeActive() {
+    if (!sendMessages()) return;
     HeadlessWindow* const before = std::exchange(desktop_.active, this);
     if (before == this) return;
     if (before != nullptr) {
@@ -150,11 +168,13 @@ void HeadlessWindow::makeActive() {
     if (const auto target = events()) target->Form_Activate();
 }
 
-void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
-    desktop_.onBeep(frequencyHertz, milliseconds);
+void HeadlessWindow::beep(Tone tone) {
+    const ToneSound& sound = kToneSounds[static_cast<std::size_t>(tone)];
+    desktop_.onBeep(sound.frequencyHertz, sound.milliseconds);
 }
 
 std::optional<std::string> HeadlessWindow::clipboardText() {
+    sendMessages();
     if (desktop_.clipboardHeld || desktop_.clipboard.empty()) return std::nullopt;
     return desktop_.clipboard;
 }

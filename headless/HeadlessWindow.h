@@ -78,17 +78,18 @@ class HeadlessWindow final : public TermWindow {
 
     WindowId id() const override { return id_; }
     Point innerCorner() const override { return {}; }
+    void close() noexcept override;
     void show() override;
     WindowState state() const override { return state_; }
     void setState(WindowState state) override;
-    void requestInnerSize(Size) override {}
+    void requestInnerSize(Size) override { sendMessages(); }
     void makeActive() override;
-    void setFocus() override {}
+    void setFocus() override { sendMessages(); }
     TitleBarSettings titleBarSettings() const override { return {}; }
     std::uint32_t styleBits() const override { return styleBits_; }
-    void setStyleBits(std::uint32_t bits) override { styleBits_ = bits; }
+    void setStyleBits(std::uint32_t bits) override;
     void enableTimer(TermTimer timer, bool on) override { timers_[static_cast<std::size_t>(timer)] = on; }
-    void beep(int frequencyHertz, int milliseconds) override;
+    void beep(Tone tone) override;
     std::optional<std::string> clipboardText() override;
     bool setClipboardText(const std::string& text) override;
     bool clearClipboard() override;
@@ -99,7 +100,10 @@ class HeadlessWindow final : public TermWindow {
     void checkPrinterTypeEntry(int index) override { checkedPrinterTypeEntry_ = index; }
     void setScreenWidthCaption(std::string_view caption) override { screenWidthCaption_ = caption; }
     void enableRemoteMenu(bool enabled) override { remoteMenuEnabled_ = enabled; }
-    void reportFailure(const std::string& text) override { failures_.push_back(text); }
+    void reportFailure(const std::string& text) override {
+        failures_.push_back(text);
+        sendMessages();
+    }
 
   private:
     template <class Visit>
@@ -107,6 +111,8 @@ class HeadlessWindow final : public TermWindow {
     int gridLines() const { return grid_.height() / kCell.height; }
     void sendResize();
     void sendMove();
+    /// False when the window has been closed in them.
+    bool sendMessages();
 
     HeadlessDesktop& desktop_;
     WindowId id_;

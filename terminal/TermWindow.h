@@ -23,6 +23,15 @@ enum class TermTimer { cursor_timer, tmrBeep };
 /// Their intervals.
 inline constexpr std::array<int, 2> kTimerMilliseconds{300, 10};
 
+/// What a window lets the user hear: the remote side's bell, and that the clipboard could not be used.
+enum class Tone { Bell, Complaint };
+
+struct ToneSound {
+    int frequencyHertz;
+    int milliseconds;
+};
+inline constexpr std::array<ToneSound, 2> kToneSounds{{{900, 250}, {100, 100}}};
+
 /// What a terminal window declares for its title bar.
 struct TitleBarSettings {
     bool controlBox = true;
@@ -33,9 +42,13 @@ struct TitleBarSettings {
 
 /// The platform's terminal window: its surface, and what the session needs of it besides drawing.
 ///
-/// A window is created hidden. Its owner may destroy it at any time, also from one of its own events.
+/// A window is created hidden. Most of the calls that do not draw send messages, in which the host may do
+/// anything: close this window too, but not destroy the object, which its owner keeps as long as somebody is
+/// inside. A window that is closed ignores calls and gives empty answers.
 class TermWindow : public TermSurface {
   public:
+    /// Takes the window off the desktop for good. May be called more than once, also in one of its events.
+    virtual void close() noexcept = 0;
     virtual WindowId id() const = 0;
     /// Where the inner area begins, in pixels from the corner of the whole window.
     virtual Point innerCorner() const = 0;
@@ -60,8 +73,8 @@ class TermWindow : public TermSurface {
 
     /// Starts or stops a timer. Starting one that runs does nothing.
     virtual void enableTimer(TermTimer timer, bool on) = 0;
-    /// Sounds the bell without making the caller wait for its end.
-    virtual void beep(int frequencyHertz, int milliseconds) = 0;
+    /// Sounds a tone without making the caller wait for its end. Each has its own limit of how often.
+    virtual void beep(Tone tone) = 0;
 
     /// The clipboard's text in single-byte characters; nothing when it holds none or cannot be opened.
     virtual std::optional<std::string> clipboardText() = 0;
@@ -89,7 +102,7 @@ class HostMenus;
 class PrinterMenu;
 
 /// What a terminal window tells the terminal: the platform's events, each under the name of its handler.
-/// A handler may destroy the window. None throws.
+/// A handler may close the window. None throws.
 class TermWindowEvents {
   public:
     virtual ~TermWindowEvents() = default;

@@ -22,7 +22,9 @@ namespace kavrelon {
 /// The terminal window: a thin face over its parts (the screen, the settings, the session) that carries every
 /// member the plug-in class and the platform's window call.
 ///
-/// After the window has been closed, by anybody, the object remains and ignores what it is told.
+/// After the window has been closed, by anybody, the object remains and ignores what it is told. Much of what
+/// it does sends messages, in which the host may close this window and everything else: callers keep the
+/// object alive while they are inside, and each step looks whether the window is still there.
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
                       private HelpBoxOwner,
@@ -52,7 +54,9 @@ class frmTerm final : public TermWindowEvents,
     WindowState PrevWindowState() const { return PrevWindowState_; }
     /// Closes the window for good, telling the plug-in class first. Doing it twice is harmless.
     void Unload() noexcept;
-    bool isLoaded() const { return window_ != nullptr; }
+    bool isLoaded() const { return loaded_; }
+    /// On its way out or gone: no longer a window that the user has.
+    bool isClosing() const { return !loaded_ || closing_; }
 
     bool PasteOk() const { return PasteOk_; }
     void PasteOk(bool value) { PasteOk_ = value; }
@@ -79,6 +83,7 @@ class frmTerm final : public TermWindowEvents,
     void EraseScreen() { screen_.ClearScreen(); }
     void Redrawscreen(bool PaintOnly = false) { screen_.Redrawscreen(PaintOnly); }
     void TurnOnOffCursor(bool OnOff);
+    bool cursorBlinks() const { return cursorBlinks_; }
     void ReadINIFile() noexcept;
     /// Carries out a text command: "IMAGE", "IMAGECLEAR", "PASTEOK" or "CUTOK", in any case. Numbers of an
     /// "IMAGE" that cannot be read count as 0; an "IMAGECLEAR" without a number clears nothing. Sets
@@ -175,6 +180,7 @@ class frmTerm final : public TermWindowEvents,
     TermPlatform& platform_;
     // A window may be inside a menu or a message box when its host releases everything else.
     std::shared_ptr<TermPlatform> platformKept_;
+    // Lives as long as the form, which may be closed from within one of its calls.
     std::unique_ptr<TermWindow> window_;
     kavrelon::HelpBoxes HelpBoxes_;
     HostMenus menus_;
@@ -191,8 +197,10 @@ class frmTerm final : public TermWindowEvents,
     bool PasteOk_ = true;
     bool CutOk_ = true;
     bool TermActive_ = true;
+    bool cursorBlinks_ = false;
     bool sessionOpen_ = false;
     bool sessionClosed_ = false;
+    bool loaded_ = false;
     bool closing_ = false;
 };
 

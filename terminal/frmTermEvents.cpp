@@ -16,12 +16,6 @@ namespace {
 
 constexpr std::int16_t kWideColumns = 132;
 
-constexpr int kBellFrequency = 900;
-constexpr int kBellMilliseconds = 250;
-/// The bell when the clipboard cannot be read or written.
-constexpr int kComplaintFrequency = 100;
-constexpr int kComplaintMilliseconds = 100;
-
 /// The platform's number for a normal, active window.
 constexpr int kShowNormal = 1;
 
@@ -69,7 +63,7 @@ void frmTerm::tmrBeep_Timer() noexcept {
     carryOn([this] {
         if (!isLoaded()) return;
         window_->enableTimer(TermTimer::tmrBeep, false);
-        window_->beep(kBellFrequency, kBellMilliseconds);
+        window_->beep(Tone::Bell);
     });
 }
 
@@ -179,7 +173,7 @@ std::string frmTerm::textToPaste() {
 
 void frmTerm::complain() noexcept {
     carryOn([this] {
-        if (isLoaded()) window_->beep(kComplaintFrequency, kComplaintMilliseconds);
+        if (isLoaded()) window_->beep(Tone::Complaint);
     });
 }
 

@@ -84,8 +84,14 @@ Win32HelpWindow::Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvent
 }
 
 Win32HelpWindow::~Win32HelpWindow() {
+    close();
+}
+
+void Win32HelpWindow::close() noexcept {
     if (label_ != nullptr) label_->close();
-    if (window_ != nullptr) stopListeningTo(window_.get());
+    if (window_ == nullptr) return;
+    stopListeningTo(window_.get());
+    window_.reset();
 }
 
 void Win32HelpWindow::windowDestroyed() {

@@ -55,6 +55,10 @@ Win32TermWindow::Win32TermWindow(const WindowClass& windowClass, std::weak_ptr<T
 }
 
 Win32TermWindow::~Win32TermWindow() {
+    close();
+}
+
+void Win32TermWindow::close() noexcept {
     if (window_ == nullptr) return;
     stopListeningTo(window_.get());
     surface_.detach();
@@ -70,7 +74,8 @@ void Win32TermWindow::windowDestroyed() {
 }
 
 WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
-    // Held for the length of the message, since a handler may release the last reference.
+    // Held for the length of the message, and this object with them: a handler may release the last
+    // reference.
     const std::shared_ptr<TermWindowEvents> events = events_.lock();
     if (events == nullptr) return std::nullopt;
     if (const WindowAnswer answer = onDrawing(*events, message)) return answer;
@@ -210,11 +215,12 @@ void Win32TermWindow::requestInnerSize(Size size) {
 
 void Win32TermWindow::makeActive() {
     SetWindowPos(window_.get(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-    SetActiveWindow(window_.get());
+    if (window_ != nullptr) SetActiveWindow(window_.get());
 }
 
 void Win32TermWindow::setFocus() {
-    SetFocus(window_.get());
+    // Without a window it would take the keyboard from others.
+    if (window_ != nullptr) SetFocus(window_.get());
 }
 
 TitleBarSettings Win32TermWindow::titleBarSettings() const {
@@ -244,8 +250,8 @@ void Win32TermWindow::enableTimer(TermTimer timer, bool on) {
     }
 }
 
-void Win32TermWindow::beep(int frequencyHertz, int milliseconds) {
-    soundBell(frequencyHertz, milliseconds);
+void Win32TermWindow::beep(Tone tone) {
+    soundBell(tone);
 }
 
 std::optional<std::string> Win32TermWindow::clipboardText() {

@@ -50,6 +50,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void showMemory() override { surface_.showMemory(); }
     void clearMemory() override { surface_.clearMemory(); }
 
+    void close() noexcept override;
     WindowId id() const override { return reinterpret_cast<WindowId>(window_.get()); }
     Point innerCorner() const override;
     void show() override;
@@ -64,7 +65,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void setStyleBits(std::uint32_t bits) override;
 
     void enableTimer(TermTimer timer, bool on) override;
-    void beep(int frequencyHertz, int milliseconds) override;
+    void beep(Tone tone) override;
     std::optional<std::string> clipboardText() override;
     bool setClipboardText(const std::string& text) override;
     bool clearClipboard() override;
@@ -79,8 +80,8 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
   private:
     static WindowHandle create(const WindowClass& windowClass, HMENU menu);
 
-    // One handler for each family of messages. After an event, which may have destroyed it, none touches the
-    // object, and each gives an answer.
+    // One handler for each family of messages. The object outlives the events of a message, whose receiver
+    // owns it.
     WindowAnswer handle(const WindowMessage& message) override;
     WindowAnswer onDrawing(TermWindowEvents& events, const WindowMessage& message);
     WindowAnswer onCommand(TermWindowEvents& events, const WindowMessage& message);

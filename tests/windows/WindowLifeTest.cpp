@@ -1,4 +1,6 @@
+#include "terminal/BellLimit.h"
 #include "terminal/FontMenu.h"
+#include "terminal/win32/Bell.h"
 #include "terminal/win32/Win32ProfileFile.h"
 #include "tests/windows/WindowTestSupport.h"
 
@@ -110,6 +112,14 @@ TEST_F(WindowLife, TheActiveWindowBlinksItsCursor) {
     EXPECT_TRUE(pumpUntil(drawn));
     first->TurnOnOffCursor(false);
     EXPECT_FALSE(pumpUntil(std::not_fn(drawn), 700));
+}
+
+TEST(BellLife, TheTonesDoNotSilenceEachOther) {
+    Sleep(BellLimit::kQuietMilliseconds);
+    EXPECT_TRUE(soundBell(Tone::Complaint));
+    EXPECT_TRUE(soundBell(Tone::Bell));
+    Sleep(2 * kToneSounds[0].milliseconds);
+    EXPECT_FALSE(soundBell(Tone::Bell)) << "within a second";
 }
 
 TEST_F(WindowLife, LettingMessagesThroughEndsAndKeepsARequestToQuit) {
