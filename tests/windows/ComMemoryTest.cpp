@@ -42,8 +42,12 @@ class ComMemory : public testing::Test {
     void each(
         const std::string& name, const Call& call, const std::function<void()>& after = [] {}) {
         constexpr std::size_t kMost = 2000;
-        const HRESULT usual = call();
-        after();
+        // Twice, as the second call may meet what the first has left: a box that it replaces.
+        HRESULT usual = S_OK;
+        for (int round = 0; round < 2; ++round) {
+            usual = call();
+            after();
+        }
         bool failed = failing_;
         for (std::size_t n = 1; failed && n < kMost; ++n) {
             FailingAllocations::failNth(n);
