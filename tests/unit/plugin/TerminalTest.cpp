@@ -39,6 +39,7 @@ TEST_F(TerminalTest, CursorSequences) {
         Point cursor;
         int lowerBound = 1;
     } cases[] = {
+        {kHome, {}, {0, 0}},
         {kForceCursorPosition, {"10", "20"}, {19, 9}},
         {kCursorPosition, {"unused", "10", "20"}, {19, 9}, 0},
         {kCursorPosition, {"999", "32767"}, {80, 24}},
