@@ -84,6 +84,8 @@ class HeadlessWindow final : public TermWindow {
     void requestInnerSize(Size) override {}
     void makeActive() override;
     void setFocus() override {}
+    std::string caption() const override { return caption_; }
+    void setCaption(const std::string& text) override { caption_ = text; }
     TitleBarSettings titleBarSettings() const override { return {}; }
     std::uint32_t styleBits() const override { return styleBits_; }
     void setStyleBits(std::uint32_t bits) override { styleBits_ = bits; }
@@ -130,6 +132,7 @@ class HeadlessWindow final : public TermWindow {
     std::optional<ContextMenu> contextMenu_;
     std::vector<std::string> failures_;
     std::string screenWidthCaption_;
+    std::string caption_ = "Terminal";
 };
 
 }  // namespace kavrelon

@@ -52,6 +52,9 @@ class TermWindow : public TermSurface {
     /// Gives the window the keyboard focus.
     virtual void setFocus() = 0;
 
+    /// The text of the title bar.
+    virtual std::string caption() const = 0;
+    virtual void setCaption(const std::string& text) = 0;
     virtual TitleBarSettings titleBarSettings() const = 0;
     /// The window style bits, as the platform keeps them.
     virtual std::uint32_t styleBits() const = 0;

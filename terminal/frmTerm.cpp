@@ -98,6 +98,10 @@ void frmTerm::ShowTitleBar(bool bState) {
     window_->setStyleBits(titleBarStyle(window_->styleBits(), bState, window_->titleBarSettings()));
 }
 
+void frmTerm::Caption(const std::string& value) {
+    if (isLoaded()) window_->setCaption(value);
+}
+
 void frmTerm::MakeActive() {
     if (isLoaded()) window_->makeActive();
 }

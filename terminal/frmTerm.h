@@ -44,6 +44,11 @@ class frmTerm final : public TermWindowEvents,
     std::chrono::system_clock::time_point CloseDate() const { return CloseDate_; }
     void Logon(bool bLogin);
     void ShowTitleBar(bool bState);
+    /// The text of the title bar.
+    std::string Caption() const { return isLoaded() ? window_->caption() : std::string(); }
+    void Caption(const std::string& value);
+    /// The platform's number of the window; 0 after it was closed.
+    WindowId hWnd() const { return isLoaded() ? window_->id() : WindowId{}; }
     void MakeActive();
     /// Applies the settings file, erases the screen and shows the window.
     void DisplayTerminalWindows();
@@ -78,6 +83,8 @@ class frmTerm final : public TermWindowEvents,
     void DataReceiveEnd() { screen_.DataReceiveEnd(); }
     void EraseScreen() { screen_.ClearScreen(); }
     void Redrawscreen(bool PaintOnly = false) { screen_.Redrawscreen(PaintOnly); }
+    /// What a copy would have; empty while nothing is selected.
+    std::string SelectionText() const;
     void TurnOnOffCursor(bool OnOff);
     void ReadINIFile() noexcept;
     /// Carries out a text command: "IMAGE", "IMAGECLEAR", "PASTEOK" or "CUTOK", in any case. Numbers of an

@@ -162,6 +162,10 @@ void frmTerm::Form_MouseUp(MouseButton button, Point) noexcept {
     });
 }
 
+std::string frmTerm::SelectionText() const {
+    return screen_.SelectionShown() ? selection_.shownText() : std::string();
+}
+
 bool frmTerm::copySelection() {
     if (!isLoaded() || !CutOk_ || !screen_.SelectionShown()) return false;
     if (window_->setClipboardText(selection_.text())) {

@@ -269,31 +269,46 @@ CellPlace Screen::nearestCell(CellPlace place) const {
 std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
     const auto [firstColumn, lastColumn] = std::minmax({corner.column, opposite.column});
     const auto [firstRow, lastRow] = std::minmax({corner.row, opposite.row});
+    for (int row = firstRow; row <= lastRow; ++row) {
+        for (int column = firstColumn; column <= lastColumn; ++column) {
+            Cell cell = buffer_.record(row).Cells[static_cast<std::size_t>(column)];
+            if (cell.Char != 0) continue;
+            cell.Char = ' ';
+            buffer_.PutCell(column - 1, row - 1, cell);
+        }
+    }
+    return shownText(corner, opposite);
+}
+
+std::string Screen::shownText(CellPlace corner, CellPlace opposite) const {
+    const auto [firstColumn, lastColumn] = std::minmax({corner.column, opposite.column});
+    const auto [firstRow, lastRow] = std::minmax({corner.row, opposite.row});
     std::string text;
     for (int row = firstRow; row <= lastRow; ++row) {
         if (row != firstRow && row != lastRow) text += "\r\n";
-        for (int column = firstColumn; column <= lastColumn; ++column) {
-            Cell cell = buffer_.record(row).Cells[static_cast<std::size_t>(column)];
-            if (cell.Char == 0) {
-                cell.Char = ' ';
-                buffer_.PutCell(column - 1, row - 1, cell);
-            }
-            text += static_cast<char>(cell.Char);
-        }
+        addShown(row, firstColumn, lastColumn, text);
     }
+    return text;
+}
+
+std::string Screen::line(int row) const {
+    std::string text;
+    addShown(row, 1, shownColumns(), text);
     return text;
 }
 
 std::vector<std::string> Screen::lines() const {
     std::vector<std::string> lines;
-    for (int row = 1; row <= std::min(LinesPerPage_, kMaxScreen); ++row) {
-        std::string& line = lines.emplace_back();
-        for (int column = 1; column <= std::min(CharsPerLine_, kMaxScreen); ++column) {
-            const std::uint8_t ch = buffer_.record(row).Chars(column);
-            line += ch == 0 ? ' ' : static_cast<char>(ch);
-        }
-    }
+    for (int row = 1; row <= shownRows(); ++row) lines.push_back(line(row));
     return lines;
+}
+
+void Screen::addShown(int row, int firstColumn, int lastColumn, std::string& text) const {
+    const ScreenLine& record = buffer_.record(row);
+    for (int column = firstColumn; column <= lastColumn; ++column) {
+        const std::uint8_t ch = record.Chars(column);
+        text += ch == 0 ? ' ' : static_cast<char>(ch);
+    }
 }
 
 }  // namespace kavrelon

@@ -157,7 +157,13 @@ class Screen {
     /// The text between two corners, in any order, with a line break before each row but the first and the
     /// last. Empty cells count as spaces, and hold spaces afterwards.
     std::string GetScreenText(CellPlace corner, CellPlace opposite);
-    /// What the screen shows, row by row, empty cells as spaces.
+    /// The same text; empty cells stay empty.
+    std::string shownText(CellPlace corner, CellPlace opposite) const;
+    /// How many rows and columns there are, as far as they can be stored.
+    int shownRows() const { return std::clamp(LinesPerPage_, 0, kMaxScreen); }
+    int shownColumns() const { return std::clamp(CharsPerLine_, 0, kMaxScreen); }
+    /// What a row shows, 1 to `kMaxScreen`, empty cells as spaces; and all rows.
+    std::string line(int row) const;
     std::vector<std::string> lines() const;
 
     /// Draws the cursor mark, a block of inverted pixels, unless it is drawn.
@@ -232,6 +238,7 @@ class Screen {
     void sizeChanged();
     void takeMarkOff();
     void ClearWindow();
+    void addShown(int row, int firstColumn, int lastColumn, std::string& text) const;
     void drawBlankRows(int firstRow, int lastRow);
     void drawCells(const CellRect& cells);
     void drawPictureCells(const CellRect& cells);

@@ -28,6 +28,10 @@ std::string Selection::text() const {
     return screen_.GetScreenText(start(), end());
 }
 
+std::string Selection::shownText() const {
+    return screen_.shownText(start(), end());
+}
+
 void Selection::drop() {
     screen_.Redrawscreen();
 }

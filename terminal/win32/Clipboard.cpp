@@ -35,16 +35,6 @@ class Locked {
     void* data_;
 };
 
-std::wstring shownCharacters(const std::string& text) {
-    std::wstring shown;
-    shown.reserve(text.size());
-    for (const char c : text) {
-        const bool lineBreak = c == '\r' || c == '\n';
-        shown += lineBreak ? static_cast<wchar_t>(c) : oemCharacters()[static_cast<unsigned char>(c)];
-    }
-    return shown;
-}
-
 }  // namespace
 
 Clipboard::Clipboard(HWND owner) {

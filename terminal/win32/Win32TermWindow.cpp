@@ -217,6 +217,17 @@ void Win32TermWindow::setFocus() {
     SetFocus(window_.get());
 }
 
+std::string Win32TermWindow::caption() const {
+    const int length = GetWindowTextLengthA(window_.get());
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(window_.get(), text.data(), length + 1)));
+    return text;
+}
+
+void Win32TermWindow::setCaption(const std::string& text) {
+    SetWindowTextA(window_.get(), text.c_str());
+}
+
 TitleBarSettings Win32TermWindow::titleBarSettings() const {
     return {.hasCaption = GetWindowTextLengthA(window_.get()) > 0};
 }

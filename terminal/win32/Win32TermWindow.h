@@ -59,6 +59,8 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void makeActive() override;
     void setFocus() override;
 
+    std::string caption() const override;
+    void setCaption(const std::string& text) override;
     TitleBarSettings titleBarSettings() const override;
     std::uint32_t styleBits() const override;
     void setStyleBits(std::uint32_t bits) override;
