@@ -1,20 +1,20 @@
 #include "headless/HeadlessCanvas.h"
 
 #include <cmath>
+#include <utility>
 
 namespace kavrelon {
 
 FontId HeadlessCanvas::font(const TextFont& font) {
-    const Key key{font.face, font.points, font.bold, font.italic, font.underline};
-    const auto [place, isNew] = ids_.try_emplace(key, static_cast<FontId>(fonts_.size()));
-    if (isNew) {
-        // Whole numbers first: 10 x 0.6 must not come out a little above 6.
-        const double points = font.points;
-        const int height = static_cast<int>(std::ceil(points * 3 / 2));
-        const int ascent = height * 4 / 5;
-        fonts_.push_back({ascent, height - ascent, static_cast<int>(std::ceil(points * 3 / 5))});
-    }
-    return place->second;
+    Key key{font.face, font.points, font.bold, font.italic, font.underline};
+    if (const auto known = ids_.find(key); known != ids_.end()) return known->second;
+    // Whole numbers first: 10 x 0.6 must not come out a little above 6.
+    const double points = font.points;
+    const int height = static_cast<int>(std::ceil(points * 3 / 2));
+    const int ascent = height * 4 / 5;
+    // Before its number is known: where memory runs out in between, no number is without a font.
+    fonts_.push_back({ascent, height - ascent, static_cast<int>(std::ceil(points * 3 / 5))});
+    return ids_.emplace(std::move(key), static_cast<FontId>(fonts_.size() - 1)).first->second;
 }
 
 FontMetrics HeadlessCanvas::metrics(FontId font) {

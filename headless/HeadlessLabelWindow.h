@@ -1,19 +1,22 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "headless/HeadlessCanvas.h"
+#include "headless/RecordingCanvas.h"
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/LabelWindow.h"
 
 namespace kavrelon {
 
 /// A label's window in memory, on a screen of 96 pixels an inch whose scroll bars are 16 pixels thick: its
-/// surroundings can be set, and it keeps what the label does with it.
-class HeadlessLabelWindow final : public LabelWindow {
+/// surroundings can be set, and it keeps what the label does with it. One that is owned by a shared pointer
+/// stays until what it lets in has returned.
+class HeadlessLabelWindow final : public LabelWindow,
+                                  public std::enable_shared_from_this<HeadlessLabelWindow> {
   public:
     static constexpr double kTwipsPerPixel = 15;
 
@@ -42,6 +45,9 @@ class HeadlessLabelWindow final : public LabelWindow {
     void paintFor(const std::shared_ptr<HTMLLabel>& label) { label_ = label; }
     Surroundings& surroundings() { return surroundings_; }
     const Shown& shown() const { return shown_; }
+    /// The text that the view port shows, painted anew, top to bottom: what stands on one baseline makes a
+    /// line, with a blank wherever there is room between.
+    std::vector<std::string> textLines();
     /// What happens while the label lets messages through, and when it calls a procedure of the form.
     void onMessages(std::function<void()> handler) { onMessages_ = std::move(handler); }
     void onCall(std::function<void(const std::string&, const std::vector<std::string>&)> handler) {
@@ -67,7 +73,7 @@ class HeadlessLabelWindow final : public LabelWindow {
     void processMessages() override;
 
   private:
-    struct ViewPort final : HeadlessCanvas {
+    struct ViewPort final : RecordingCanvas {
         void drawFocus(const Rect& place) override { focus = place; }
         std::optional<Rect> focus;
     };

@@ -25,11 +25,13 @@ class HeadlessPlatform final : public TermPlatform {
     explicit HeadlessPlatform(ProfileFile& profiles);
 
     HeadlessDesktop desktop;
-    /// The picture files there are, by path, and all paths that were looked for.
+    /// The picture files there are beside those on the disk, by path, and all paths that were looked for.
     std::map<std::string, HeadlessPicture> pictureFiles;
     std::vector<std::string> picturesLookedFor;
     HeadlessLauncher headlessLauncher;
     HeadlessPrinters headlessPrinters;
+    /// Called before a window is made: throws where there is none to give.
+    std::function<void()> onCreate = [] {};
     /// What the next `processMessages` lets through: window events, in order.
     std::deque<std::function<void()>> pendingMessages;
 

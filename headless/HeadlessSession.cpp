@@ -1,5 +1,7 @@
 #include "headless/HeadlessSession.h"
 
+#include <utility>
+
 #include "plugin/EscapeTable.h"
 
 namespace kavrelon {
@@ -19,6 +21,14 @@ void HeadlessSession::connect() {
     terminal->IClientMain_SetClientParent(parent);
     terminal->IClientMain_InitializeClass();
     terminal->IClientMain_OnConnection();
+}
+
+void HeadlessSession::renew() {
+    recognizer_.reset();
+    sink_.reset();
+    // What happens during its end must not find it any more.
+    auto last = std::exchange(terminal, std::make_unique<clsTerminal>(platform, kVersion));
+    last.reset();
 }
 
 void HeadlessSession::feed(std::span<const std::uint8_t> block) {

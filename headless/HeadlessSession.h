@@ -25,6 +25,8 @@ namespace kavrelon {
 class HeadlessSession {
   public:
     using Texts = std::vector<std::string>;
+    /// What the plug-in reports as its version.
+    static constexpr const char* kVersion = "1.0.70";
 
     /// The plug-in's table, compiled at the first call, which takes some milliseconds.
     static const EscapeTree& escapeTree();
@@ -36,12 +38,15 @@ class HeadlessSession {
     TextProfileFile profiles;
     HeadlessPlatform platform{profiles};
     std::shared_ptr<RecordingParent> parent = std::make_shared<RecordingParent>();
-    std::unique_ptr<clsTerminal> terminal = std::make_unique<clsTerminal>(platform, "1.0.70");
+    std::unique_ptr<clsTerminal> terminal = std::make_unique<clsTerminal>(platform, kVersion);
     /// Called when the terminal fails at a byte or sequence of a stream, which then goes on.
     std::function<void(const RuntimeError&)> onFailure = [](const RuntimeError&) {};
 
     /// Makes the calls of a host that connects. May be done again, for a new session.
     void connect();
+
+    /// Lets go of the plug-in, as a host does, and makes a new one, not connected. Not while it is fed.
+    void renew();
 
     /// Takes the next block of a received stream.
     void feed(std::span<const std::uint8_t> block);
@@ -52,7 +57,7 @@ class HeadlessSession {
     void sequence(int row, const Texts& fields = {}, int lowerBound = 1) const;
 
     /// The current window of the stack; these raise ObjectNotSet when there is none.
-    frmTerm& form() const { return terminal->currentWindow(); }
+    frmTerm& form() const { return *terminal->currentWindow(); }
     Screen& screen() const { return form().screen(); }
     HeadlessWindow& window() const;
 

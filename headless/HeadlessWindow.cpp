@@ -13,8 +13,18 @@ HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, std::weak_ptr<TermWindo
 }
 
 HeadlessWindow::~HeadlessWindow() {
-    std::erase(desktop_.terminalWindows, this);
+    close();
+}
+
+void HeadlessWindow::close() noexcept {
+    if (std::erase(desktop_.terminalWindows, this) == 0) return;
     if (desktop_.active == this) desktop_.active = nullptr;
+    desktop_.onMessages();
+}
+
+bool HeadlessWindow::sendMessages() {
+    desktop_.onMessages();
+    return std::ranges::find(desktop_.terminalWindows, this) != desktop_.terminalWindows.end();
 }
 
 void HeadlessWindow::tick(TermTimer timer) {
@@ -41,7 +51,7 @@ void HeadlessWindow::drawText(Point at, std::span<const std::uint8_t> text) {
     const int row = (at.y - grid_.top) / kCell.height;
     int column = (at.x - grid_.left) / kCell.width;
     for (const std::uint8_t ch : text) {
-        if (ShownCell* cell = cells_.at(column++, row)) *cell = {ch, pen_, false};
+        if (ShownCell* cell = target_->at(column++, row)) *cell = {ch, pen_, false};
     }
 }
 
@@ -53,7 +63,7 @@ void HeadlessWindow::setPen(const Pen& pen) {
 void HeadlessWindow::drawPicture(const Picture& picture, const Rect&, const Rect& clip) {
     const char letter = static_cast<const HeadlessPicture&>(picture).letter();
     forEachCell(clip, [&](int column, int row) {
-        ShownCell* cell = cells_.at(column, row);
+        ShownCell* cell = target_->at(column, row);
         if (cell == nullptr) return;
         if (picture.opaque()) *cell = {};
         cell->picture = letter;
@@ -73,7 +83,7 @@ void HeadlessWindow::clear() {
 void HeadlessWindow::clearOutsideGrid() {
     // Nothing is ever drawn there but the mark of a cursor in the pending column.
     const int column = grid_.width() / kCell.width;
-    for (int row = 0; row < gridLines(); ++row) {
+    for (int row = 0; row < grid_.height() / kCell.height; ++row) {
         if (cells_.shown(column, row) != ShownCell{}) *cells_.at(column, row) = {};
     }
 }
@@ -82,31 +92,37 @@ void HeadlessWindow::setGrid(const Rect& grid, Size) {
     grid_ = grid;
 }
 
-void HeadlessWindow::scrollGrid() {
-    cells_.scrollUp(gridLines());
+void HeadlessWindow::scrollGrid(const Rect& block) {
+    cells_.scrollUp(block.height() / kCell.height);
 }
 
 Size HeadlessWindow::innerSize() const {
-    return state_ == WindowState::Minimised ? Size{} : kInner;
+    return state_ == WindowState::Minimised ? Size{} : inner_;
 }
 
 void HeadlessWindow::keepBlock(const Rect& block) {
     forEachCell(block, [this](int column, int row) {
-        if (ShownCell* cell = memory_.at(column, row)) *cell = cells_.shown(column, row);
+        if (!memory_) return;
+        if (ShownCell* cell = memory_->at(column, row)) *cell = cells_.shown(column, row);
     });
 }
 
-void HeadlessWindow::scrollMemory() {
-    memory_.scrollUp(gridLines());
+void HeadlessWindow::scrollMemory(const Rect& block) {
+    if (memory_) memory_->scrollUp(block.height() / kCell.height);
 }
 
 void HeadlessWindow::showMemory() {
-    cells_ = memory_;
+    if (memory_) cells_ = *memory_;
 }
 
-void HeadlessWindow::clearMemory() {
-    memory_.clear();
-    showMemory();
+bool HeadlessWindow::beginMemory() {
+    target_ = &memory_.emplace();
+    return true;
+}
+
+bool HeadlessWindow::clearMemory() {
+    cells_ = memory_.emplace();
+    return true;
 }
 
 void HeadlessWindow::sendResize() {
@@ -122,39 +138,69 @@ void HeadlessWindow::moveTo(Point corner) {
     sendMove();
 }
 
+void HeadlessWindow::resize(Size inner) {
+    inner_ = inner;
+    sendResize();
+}
+
 Rect HeadlessWindow::rectangle() const {
-    return {corner_.x, corner_.y, corner_.x + kInner.width, corner_.y + kInner.height};
+    return {corner_.x, corner_.y, corner_.x + inner_.width, corner_.y + inner_.height};
 }
 
 void HeadlessWindow::show() {
     if (visible_) return;
     visible_ = true;
+    if (!sendMessages()) return;
     sendMove();
     makeActive();
     sendResize();
 }
 
 void HeadlessWindow::setState(WindowState state) {
+    const auto kept = events();  // a user who minimises the window does not hold on to it
     if (state == std::exchange(state_, state)) return;
-    if (!visible_) return;
+    if (!visible_ || !sendMessages()) return;
     sendMove();
     sendResize();
 }
 
-void HeadlessWindow::makeActive() {
-    HeadlessWindow* const before = std::exchange(desktop_.active, this);
-    if (before == this) return;
-    if (before != nullptr) {
-        if (const auto target = before->events()) target->Form_Deactivate();
-    }
-    if (const auto target = events()) target->Form_Activate();
+void HeadlessWindow::setStyleBits(std::uint32_t bits) {
+    styleBits_ = bits;
+    sendMessages();
 }
 
-void HeadlessWindow::beep(int frequencyHertz, int milliseconds) {
-    desktop_.onBeep(frequencyHertz, milliseconds);
+void HeadlessWindow::makeActive() {
+    if (!sendMessages()) return;
+    HeadlessWindow* const before = std::exchange(desktop_.active, this);
+    if (before == this) return;
+    const auto target = events();
+    if (before != nullptr) {
+        if (const auto last = before->events()) last->Form_Deactivate();
+    }
+    if (target) target->Form_Activate();
+}
+
+void HeadlessWindow::beep(Tone tone) {
+    const ToneSound& sound = kToneSounds[static_cast<std::size_t>(tone)];
+    desktop_.onBeep(sound.frequencyHertz, sound.milliseconds);
+}
+
+void HeadlessWindow::reportFailure(const std::string& text) {
+    failures_.push_back(text);
+    desktop_.onMessage(text);
+    sendMessages();
+}
+
+bool HeadlessWindow::confirm(const std::string& text) {
+    HeadlessDesktop& desktop = desktop_;
+    desktop.questions.push_back(text);
+    desktop.onQuestion(text);
+    desktop.onMessages();
+    return desktop.answer;
 }
 
 std::optional<std::string> HeadlessWindow::clipboardText() {
+    sendMessages();
     if (desktop_.clipboardHeld || desktop_.clipboard.empty()) return std::nullopt;
     return desktop_.clipboard;
 }

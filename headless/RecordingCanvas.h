@@ -11,7 +11,7 @@
 namespace kavrelon {
 
 /// A headless canvas that keeps what is drawn on it, each kind in drawing order.
-class RecordingCanvas final : public HeadlessCanvas {
+class RecordingCanvas : public HeadlessCanvas {
   public:
     struct Text {
         TextFont font;

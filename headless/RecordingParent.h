@@ -21,11 +21,20 @@ class RecordingParent final : public HostParent {
     std::function<void(const char* member, const std::string* value)> onCall = [](const char*,
                                                                                   const std::string*) {};
 
+    /// Called when the host is asked for something.
+    std::function<void()> onAsk = [] {};
+
     void ParentSendData(const std::string& Value) override { keep("data", "ParentSendData", &Value); }
     void ParentWindowClosed() override { keep("closed", "ParentWindowClosed"); }
     void ParentSendBreak() override { keep("break", "ParentSendBreak"); }
-    std::string ParentConnectionProfile() override { return answer("profile", "default"); }
-    std::string ParentIniFile() override { return answer("ini", iniFile); }
+    std::string ParentConnectionProfile() override {
+        onAsk();
+        return answer("profile", "default");
+    }
+    std::string ParentIniFile() override {
+        onAsk();
+        return answer("ini", iniFile);
+    }
     void ParentSendCommand(const std::string& Value) override {
         keep("command", "ParentSendCommand", &Value);
     }

@@ -26,7 +26,10 @@ class ShownCells {
     ShownCell shown(int column, int row) const;
     /// Moves the first `lines` rows up by one; the last of them becomes blank.
     void scrollUp(int lines);
-    void clear() { rows_.clear(); }
+    /// Keeps its memory, as a window does: drawing what was drawn once takes none.
+    void clear() {
+        for (auto& row : rows_) row.clear();
+    }
 
   private:
     std::vector<std::vector<ShownCell>> rows_;

@@ -21,16 +21,6 @@ bool sameName(std::string_view a, std::string_view b) {
     return std::ranges::equal(a, b, {}, asciiUpper, asciiUpper);
 }
 
-Lines readLines(const std::string& path) {
-    Lines lines;
-    std::ifstream file(path, std::ios::binary);
-    for (std::string line; std::getline(file, line);) {
-        if (line.ends_with('\r')) line.pop_back();
-        lines.push_back(std::move(line));
-    }
-    return lines;
-}
-
 bool isHeader(std::string_view line) {
     return trimBlanks(line).starts_with('[');
 }
@@ -102,6 +92,16 @@ void remove(Lines& lines, const std::string& section, const std::string* key) {
 
 }  // namespace
 
+std::vector<std::string> TextProfileFile::lines(const std::string& path) {
+    Lines lines;
+    std::ifstream file(path, std::ios::binary);
+    for (std::string line; std::getline(file, line);) {
+        if (line.ends_with('\r')) line.pop_back();
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
 bool TextProfileFile::canRead(const std::string& path) {
     std::error_code error;
     return std::filesystem::is_regular_file(path, error) && std::ifstream(path).good();
@@ -109,8 +109,8 @@ bool TextProfileFile::canRead(const std::string& path) {
 
 std::string TextProfileFile::read(const std::string& path, const std::string& section, const std::string& key,
                                   const std::string& fallback, int capacity) {
-    Lines lines = readLines(path);
-    const Body body(lines, section);
+    Lines stored = lines(path);
+    const Body body(stored, section);
     const auto found = body.find(key);
     const std::string_view value = found == body.end ? std::string_view(fallback) : valueOf(*found);
     return std::string(value.substr(0, static_cast<std::size_t>(std::max(capacity - 1, 0))));
@@ -118,14 +118,14 @@ std::string TextProfileFile::read(const std::string& path, const std::string& se
 
 bool TextProfileFile::write(const std::string& path, const std::string& section, const std::string* key,
                             const std::string* value) {
-    Lines lines = readLines(path);
+    Lines stored = lines(path);
     if (key != nullptr && value != nullptr) {
-        store(lines, section, *key, *value);
+        store(stored, section, *key, *value);
     } else {
-        remove(lines, section, key);
+        remove(stored, section, key);
     }
     std::string text;
-    for (const std::string& line : lines) text += line + "\r\n";
+    for (const std::string& line : stored) text += line + "\r\n";
     std::ofstream file(path, std::ios::binary);
     return static_cast<bool>(file << text << std::flush);
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "terminal/ProfileFile.h"
 
 namespace kavrelon {
@@ -8,6 +11,9 @@ namespace kavrelon {
 /// systems that have no such files of their own.
 class TextProfileFile final : public ProfileFile {
   public:
+    /// The lines of a file, without their ends; none when it cannot be read.
+    static std::vector<std::string> lines(const std::string& path);
+
     bool canRead(const std::string& path) override;
     std::string read(const std::string& path, const std::string& section, const std::string& key,
                      const std::string& fallback, int capacity) override;

@@ -16,11 +16,15 @@ using WindowId = std::uintptr_t;
 /// The help box's platform seam: its window, and what a drag needs of the desktop.
 ///
 /// A window is created hidden, with a thin border and without a caption, and never becomes the active one. No
-/// call fails: a window ignores what it cannot do any more. Its owner may destroy it at any time, even in one
-/// of its events.
+/// call fails: a window ignores what it cannot do any more. Showing, moving or closing a window sends
+/// messages, in which the host may do anything: close this window too, but not destroy the object, which its
+/// owner keeps as long as somebody is inside.
 class HelpWindow {
   public:
     virtual ~HelpWindow() = default;
+
+    /// Takes the window off the desktop for good. May be called more than once, also in one of its events.
+    virtual void close() noexcept = 0;
 
     /// Twips per pixel, rounded to the nearest whole number. `Move` counts in twips.
     virtual int twipsPerPixelX() const = 0;
@@ -57,7 +61,7 @@ class HelpWindow {
     virtual void popUpRightClickMenu() = 0;
 };
 
-/// What a help box's window tells it. A handler may destroy the window. None throws.
+/// What a help box's window tells it. A handler may close the window. None throws.
 class HelpWindowEvents {
   public:
     virtual ~HelpWindowEvents() = default;

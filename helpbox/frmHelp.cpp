@@ -1,5 +1,7 @@
 #include "helpbox/frmHelp.h"
 
+#include <utility>
+
 #include "helpbox/HelpText.h"
 #include "support/Conversions.h"
 #include "support/Keys.h"
@@ -25,9 +27,10 @@ Point travel(Point from, Point to) {
 
 }  // namespace
 
-std::shared_ptr<frmHelp> frmHelp::load(HelpPlatform& platform, HelpBoxOwner& owner) {
-    std::shared_ptr<frmHelp> box(new frmHelp(owner));
+std::shared_ptr<frmHelp> frmHelp::load(HelpPlatform& platform, std::weak_ptr<HelpBoxOwner> owner) {
+    std::shared_ptr<frmHelp> box(new frmHelp(std::move(owner)));
     box->window_ = platform.createHelpWindow(box);
+    box->loaded_ = true;
     box->Form_Load();
     return box;
 }
@@ -43,15 +46,16 @@ void frmHelp::Form_Load() {
     txtHelp->Appearance(0);
     txtHelp->EnableAnchors(true);
     txtHelp->EnableTooltips(true);
-    txtHelp->attach(window_->addLabel(txtHelp), this);
+    LabelWindow* const label = window_->addLabel(txtHelp);
+    if (isLoaded()) txtHelp->attach(label, this);
 }
 
 void frmHelp::Unload() noexcept {
-    if (!isLoaded()) return;
+    if (!std::exchange(loaded_, false)) return;
     stopDrag();
-    owner_ = nullptr;
+    owner_.reset();
     txtHelp->attach(nullptr, nullptr);
-    window_.reset();
+    window_->close();
 }
 
 void frmHelp::SetBase(std::int16_t XOffset, std::int16_t YOffset, float CharWidth, float CharHeight) {
@@ -80,19 +84,21 @@ void frmHelp::HelpInfo(std::string_view text) {
 }
 
 void frmHelp::FontInfo(const std::string& sFontName, std::int16_t iFontSize) {
-    const auto keep = shared_from_this();
-    txtHelp->DefaultFontName(sFontName);
     // A size that no text can have leaves the one that the box has.
-    const float size = static_cast<float>(iFontSize) - 1;
-    if (HTMLLabelProperties::isFontSize(size)) txtHelp->DefaultFontSize(size);
+    const float wanted = static_cast<float>(iFontSize) - 1;
+    const float size = HTMLLabelProperties::isFontSize(wanted) ? wanted : txtHelp->DefaultFontSize();
+    const bool same = sFontName == txtHelp->DefaultFontName() && size == txtHelp->DefaultFontSize();
+    if (!same) {
+        txtHelp->DefaultFontName(sFontName);
+        txtHelp->DefaultFontSize(size);
+    }
     if (!mblnShown) return;
     placeAgain();
-    layOutText();
+    if (!same) layOutText();
 }
 
 void frmHelp::ShowBox(WindowId OwnerForm, WindowId ParenthWnd) {
     if (!isLoaded()) return;
-    const auto keep = shared_from_this();
     mhParent = ParenthWnd;
     mblnShown = true;
     window_->setOwner(OwnerForm);
@@ -124,7 +130,6 @@ void frmHelp::moveTo(const Rect& place) {
 
 void frmHelp::parentChanged() {
     if (!isLoaded() || !mblnShown) return;
-    const auto keep = shared_from_this();
     const bool shown = window_->isShown(mhParent);
     if (shown) {
         // A minimised window has no real position; only that of a shown one counts.
@@ -147,7 +152,6 @@ void frmHelp::Form_Resize() noexcept {
 
 // A label that may scroll reserves room for its scroll bars: this one may scroll only when its text needs it.
 void frmHelp::layOutText() {
-    const auto keep = shared_from_this();
     for (const bool scrolls : {false, true}) {
         txtHelp->EnableScroll(scrolls);
         txtHelp->UserControl_Resize();
@@ -161,23 +165,26 @@ void frmHelp::Form_Unload() noexcept {
 }
 
 void frmHelp::mnuRightClickClose_Click() noexcept {
-    const auto keep = shared_from_this();
-    HelpBoxOwner* const owner = owner_;
+    const std::shared_ptr<HelpBoxOwner> owner = owner_.lock();
     Unload();
     if (owner != nullptr) owner->HelpBoxClosed(*this);
 }
+
+// The label does not know whose events it fires: its handlers keep the box themselves.
 
 void frmHelp::HyperlinkClick(const std::string& Href) noexcept {
     const auto keep = shared_from_this();
     if (!isLoaded()) return;
     // The label follows a link at the release of any button, even at the end of a drag.
     if (pressed_ == buttons::kRight) return window_->popUpRightClickMenu();
-    if (pressed_ == buttons::kLeft && !dragged_ && owner_ != nullptr) owner_->HelpBoxLink(Href);
+    const std::shared_ptr<HelpBoxOwner> owner = owner_.lock();
+    if (pressed_ == buttons::kLeft && !dragged_ && owner != nullptr) owner->HelpBoxLink(Href);
 }
 
 std::shared_ptr<const Picture> frmHelp::LoadImage(const std::string& Source) noexcept {
     const auto keep = shared_from_this();
-    return owner_ == nullptr ? nullptr : owner_->HelpBoxPicture(Source);
+    const std::shared_ptr<HelpBoxOwner> owner = owner_.lock();
+    return owner == nullptr ? nullptr : owner->HelpBoxPicture(Source);
 }
 
 void frmHelp::MouseDown(std::int16_t Button, std::int16_t, float, float) noexcept {

@@ -12,7 +12,8 @@ namespace kavrelon {
 
 class frmHelp;
 
-/// The owner of a help box. None of the calls throws; each may close the box.
+/// The owner of a help box, which is kept alive during each of the calls. None throws; each may close the
+/// box.
 class HelpBoxOwner {
   public:
     virtual ~HelpBoxOwner() = default;
@@ -28,13 +29,13 @@ class HelpBoxOwner {
 /// A help box: a small window over the terminal's that shows a text, plain or in a small subset of HTML, at a
 /// place given in character cells. The user drags it with the left mouse button and closes it from a menu.
 ///
-/// Once it is closed, the object stays and ignores all calls.
+/// Once it is closed, the object stays and ignores all calls. Callers keep it alive while they are inside.
 class frmHelp final : public HelpWindowEvents,
                       public std::enable_shared_from_this<frmHelp>,
                       public HTMLLabelEvents {
   public:
-    /// Creates the box and loads it: its window exists, hidden. The owner must outlive the box, or unload it.
-    static std::shared_ptr<frmHelp> load(HelpPlatform& platform, HelpBoxOwner& owner);
+    /// Creates the box and loads it: its window exists, hidden.
+    static std::shared_ptr<frmHelp> load(HelpPlatform& platform, std::weak_ptr<HelpBoxOwner> owner);
     ~frmHelp() override;
     frmHelp(const frmHelp&) = delete;
     frmHelp& operator=(const frmHelp&) = delete;
@@ -63,7 +64,7 @@ class frmHelp final : public HelpWindowEvents,
     void parentChanged();
     /// Closes the box for good. May be called more than once.
     void Unload() noexcept;
-    bool isLoaded() const { return window_ != nullptr; }
+    bool isLoaded() const { return loaded_; }
 
     // Events of the platform's window
     void Form_Resize() noexcept override;
@@ -78,7 +79,7 @@ class frmHelp final : public HelpWindowEvents,
     void MouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) noexcept override;
 
   private:
-    explicit frmHelp(HelpBoxOwner& owner) : owner_(&owner) {}
+    explicit frmHelp(std::weak_ptr<HelpBoxOwner> owner) : owner_(std::move(owner)) {}
 
     void Form_Load();
     void placeAgain();
@@ -91,10 +92,12 @@ class frmHelp final : public HelpWindowEvents,
     void stopDrag();
     void drop();
 
-    HelpBoxOwner* owner_;
+    std::weak_ptr<HelpBoxOwner> owner_;
     // The box owns the label's window, and detaches the label before that is destroyed.
     std::shared_ptr<HTMLLabel> txtHelp = std::make_shared<HTMLLabel>();
+    // Lives as long as the box, which may be closed from within one of its calls.
     std::unique_ptr<HelpWindow> window_;
+    bool loaded_ = false;
     std::string document_;
 
     std::int32_t mlTwipsPerPixelX = 0;

@@ -16,27 +16,44 @@ void HTMLLabel::attach(LabelWindow* window, HTMLLabelEvents* events) {
     outerSize_ = {};
     placement_ = {};
     if (window_ == nullptr) return;
-    showSurface();
-    // At design time no resize counts, and the parts must be in place all the same.
-    outerSize_ = window_->sizeInTwips();
-    fitParts({});
+    try {
+        showSurface();
+        // At design time no resize counts, and the parts must be in place all the same.
+        outerSize_ = window_->sizeInTwips();
+        fitParts({}, lineHeight());
+    } catch (...) {
+        attach(nullptr, nullptr);
+        throw;
+    }
 }
 
 void HTMLLabel::DefaultFontName(const std::string& value) {
-    properties_.DefaultFontName = value;
-    parseAgain();
+    HTMLLabelProperties changed = properties_;
+    changed.DefaultFontName = value;
+    parseWith(changed);
 }
 
 void HTMLLabel::DefaultFontSize(float value) {
-    properties_.DefaultFontSize = value;
-    parseAgain();
+    HTMLLabelProperties changed = properties_;
+    changed.DefaultFontSize = value;
+    parseWith(changed);
 }
 
 void HTMLLabel::BackColor(Colour value) {
-    properties_.BackColor = value;
-    showSurface();
-    document_.mlngBodyBgColor(value);
-    if (!parseAgain()) repaint();
+    HTMLLabelProperties changed = properties_;
+    changed.BackColor = value;
+    savedProperties(changed);
+}
+
+// True when there was a document. Where it cannot be parsed, the properties stay as they were.
+bool HTMLLabel::parseWith(HTMLLabelProperties properties) {
+    std::swap(properties_, properties);
+    try {
+        return parseAgain();
+    } catch (...) {
+        std::swap(properties_, properties);
+        throw;
+    }
 }
 
 void HTMLLabel::Appearance(std::int16_t value) {
@@ -50,8 +67,11 @@ void HTMLLabel::BorderStyle(std::int16_t value) {
 }
 
 void HTMLLabel::savedProperties(const HTMLLabelProperties& properties) {
-    properties_ = properties;
-    BackColor(properties_.BackColor);
+    const bool parsed = parseWith(properties);
+    showSurface();
+    if (parsed) return;
+    document_.mlngBodyBgColor(properties_.BackColor);
+    repaint();
 }
 
 void HTMLLabel::DocumentHTML(std::string_view value) {
@@ -75,9 +95,15 @@ void HTMLLabel::setDocument(std::string text, StartAt start) {
     if (mine != operation_) return;
 
     const Point offset = start == StartAt::Top ? Point{} : Point{hscScroll_.Value, vscScroll_.Value};
-    parse(*std::exchange(pendingText_, std::nullopt));
+    try {
+        parse(*std::exchange(pendingText_, std::nullopt));
+    } catch (...) {
+        if (window_ != nullptr) window_->setMousePointer(MousePointer::Default);
+        throw;
+    }
     if (window_ != nullptr && window_->containerVisible()) {
-        layOut(offset);
+        // The document is set by now. A layout for which there is no memory is tried again by each paint.
+        carryOn([&] { layOut(offset); });
         repaint();
         if (mine != operation_) return;
     }
@@ -85,14 +111,15 @@ void HTMLLabel::setDocument(std::string text, StartAt start) {
 }
 
 void HTMLLabel::parse(std::string_view text) {
-    layout_.reset();
-    pictures_.clear();
-    linkInFocus_.reset();
-    scrollHome();
     document_.setDocument(text, {.DefaultFontName = properties_.DefaultFontName,
                                  .DefaultFontSize = properties_.DefaultFontSize,
                                  .BackColor = properties_.BackColor,
                                  .EnableAnchors = properties_.EnableAnchors});
+    // It refers to the records of the document before.
+    layout_.reset();
+    pictures_.clear();
+    linkInFocus_.reset();
+    scrollHome();
 }
 
 void HTMLLabel::showPointer(MousePointer pointer) {
@@ -126,12 +153,17 @@ bool HTMLLabel::loadPictures() {
     const Operation mine = operation_;
     if (loading_ == mine) return false;
     loading_ = mine;
-    for (const std::string& source : pictureSources()) {
-        if (events_ == nullptr) break;
-        if (pictures_.asked(source)) continue;
-        auto picture = events_->LoadImage(source);
-        if (mine != operation_) return false;
-        pictures_.keep(source, std::move(picture));
+    try {
+        for (const std::string& source : pictureSources()) {
+            if (events_ == nullptr) break;
+            if (pictures_.asked(source)) continue;
+            auto picture = events_->LoadImage(source);
+            if (mine != operation_) return false;
+            pictures_.keep(source, std::move(picture));
+        }
+    } catch (...) {
+        if (loading_ == mine) loading_.reset();
+        throw;
     }
     loading_.reset();
     return true;
@@ -152,10 +184,10 @@ void HTMLLabel::layOut(Point offset) {
     if (!loadPictures() || window_ == nullptr) return;
     auto layout = std::make_unique<Layout>();
     layout->measure(document_, layoutDefaults(), pictures_, window_->canvas());
-    layoutWidth_ = placeLabelParts(outline()).picViewPort.width();
-    layout->place(document_, layoutWidth_);
+    const int line = lineHeight();
+    layout->place(document_, placeLabelParts(outline()).picViewPort.width());
     layout_ = std::move(layout);
-    fitParts(offset);
+    fitParts(offset, line);
 }
 
 void HTMLLabel::UserControl_Show() noexcept {
@@ -192,10 +224,8 @@ void HTMLLabel::drawPage(Canvas& canvas, Size page) {
     if (!loadPictures()) return;
     Layout layout;
     layout.measure(document_, layoutDefaults(), pictures_, canvas);
-    layout.place(document_, page.width);
+    layout.placeUnmarked(document_, page.width);
     layout.draw(canvas, {0, 0, page.width, page.height});
-    // Sets the links' boxes back to the window's layout.
-    if (layout_ != nullptr) layout_->place(document_, layoutWidth_);
 }
 
 }  // namespace kavrelon

@@ -139,6 +139,7 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
 
     void setDocument(std::string text, StartAt start);
     bool parseAgain();
+    bool parseWith(HTMLLabelProperties properties);
     void parse(std::string_view text);
     bool loadPictures();
     void layOut(Point offset);
@@ -149,7 +150,8 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     void repaint();
 
     LabelOutline outline() const;
-    void fitParts(Point offset);
+    int lineHeight() const;
+    void fitParts(Point offset, int line);
     void scrollHome();
     void scrollTo(ScrollBar bar, int value);
     void scrollIntoView(const Rect& box);
@@ -174,7 +176,6 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     LabelPictures pictures_;
     // Null until the document has been laid out for this window.
     std::unique_ptr<Layout> layout_;
-    int layoutWidth_ = 0;
     Operation operation_ = 0;
     // The operation whose pictures are being asked for.
     std::optional<Operation> loading_;

@@ -48,14 +48,17 @@ LabelOutline HTMLLabel::outline() const {
             .hscVisible = hscScroll_.visible};
 }
 
-// Fits the bars to the page and the parts to the bars. One round is enough: the width of the view port
-// depends on neither bar, and its height only on the horizontal one.
-void HTMLLabel::fitParts(Point offset) {
-    const Size page = layout_ != nullptr ? layout_->size() : Size{};
+// Of the default font, in pixels.
+int HTMLLabel::lineHeight() const {
     Canvas& canvas = window_->canvas();
     const TextFont font{.face = DefaultFontName(), .points = clampPoints(DefaultFontSize())};
-    const int line = canvas.metrics(canvas.font(font)).height();
+    return canvas.metrics(canvas.font(font)).height();
+}
 
+// Fits the bars to the page, with lines of this height, and the parts to the bars. One round is enough: the
+// width of the view port depends on neither bar, and its height only on the horizontal one.
+void HTMLLabel::fitParts(Point offset, int line) {
+    const Size page = layout_ != nullptr ? layout_->size() : Size{};
     const int width = placeLabelParts(outline()).picViewPort.width();
     hscScroll_ = ScrollState::forPage(EnableScroll(), page.width, width, line, offset.x);
     const int height = placeLabelParts(outline()).picViewPort.height();
@@ -76,9 +79,10 @@ void HTMLLabel::UserControl_Resize() noexcept {
             const auto windowState = window_->parentWindowState();
             if (!windowState || *windowState == kMinimised || !window_->userMode()) return;
         }
+        const int line = lineHeight();
         outerSize_ = window_->sizeInTwips();
         const bool scrolls = vscScroll_.Value != 0 || hscScroll_.Value != 0;
-        fitParts({});
+        fitParts({}, line);
         if (scrolls) repaint();
     });
 }

@@ -29,10 +29,10 @@ constexpr EscapeTable makeTable() {
     table.AddEscEntry("<ESC>[0K", "Clear EOL", ScreenAction::ClearEndOfLine);
     table.AddEscEntry("<ESC>[1K", "Clear SOL", ScreenAction::ClearStartOfLine);
     table.AddEscEntry("<ESC>[2K", "Clear whole line", ScreenAction::ClearLine);
-    table.AddEscEntry("<ESC>[J", "Clear EOS", ScreenAction::ClearEndOfScreen);
-    table.AddEscEntry("<ESC>[0J", "Clear EOS", ScreenAction::ClearEndOfScreen);
+    table.AddEscEntry("<ESC>[J", "Clear EOS", EraseAction::ClearEndOfScreen);
+    table.AddEscEntry("<ESC>[0J", "Clear EOS", EraseAction::ClearEndOfScreen);
     table.AddEscEntry("<ESC>[1J", "Clear SOS", ScreenAction::ClearBeginOfScreen);
-    table.AddEscEntry("<ESC>[2J", "Clear Screen", ScreenAction::ClearScreen);
+    table.AddEscEntry("<ESC>[2J", "Clear Screen", EraseAction::ClearScreen);
     table.AddEscEntry("<ESC>[i", "Print Screen", IgnoredAction::PrintScreen);
     table.AddEscEntry("<ESC>[1i", "Print Line", IgnoredAction::PrintLine);
     table.AddEscEntry("<ESC>[{N};<34>{X}<34>p", "Set Key", IgnoredAction::SetKey);

@@ -24,10 +24,14 @@ enum class ScreenAction : std::int16_t {
     ClearEndOfLine = 14,
     ClearStartOfLine = 15,
     ClearLine = 16,
-    ClearEndOfScreen = 17,
     ClearBeginOfScreen = 18,
-    ClearScreen = 19,
     SetAttribute = 25,
+};
+
+/// Changes the screen and closes help boxes, which sends messages: the host may end everything in them.
+enum class EraseAction : std::int16_t {
+    ClearEndOfScreen = 17,
+    ClearScreen = 19,
 };
 
 /// Needs the current window, and leaves its screen alone.
@@ -64,7 +68,7 @@ enum class IgnoredAction : std::int16_t {
     SetKey = 24,
 };
 
-using EscapeAction = std::variant<ScreenAction, WindowAction, PluginAction, IgnoredAction>;
+using EscapeAction = std::variant<ScreenAction, EraseAction, WindowAction, PluginAction, IgnoredAction>;
 
 /// One row of the table: what the host looks for, what it may call it, and what the plug-in then does.
 ///

@@ -1,5 +1,6 @@
 #include "plugin/clsTerminal.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "support/RuntimeError.h"
@@ -12,6 +13,7 @@ clsTerminal::clsTerminal(TermPlatform& platform, std::string version)
     : platform_(platform), version_(std::move(version)) {}
 
 clsTerminal::~clsTerminal() {
+    parent_.reset();
     makeCurrent(nullptr);
     for (std::size_t index = 1; index < windows_.size(); ++index) unloadSlot(index);
     dropWindows();
@@ -33,15 +35,18 @@ void clsTerminal::IClientMain_InitializeClass() {
     loggedOn_ = false;
     ConnectionProfile_ = parent()->ParentConnectionProfile();
     IniFile_ = parent()->ParentIniFile();
+    const unsigned session = ++session_;
     dropWindows();
+    // Somebody who initialised the class in the messages of the closing windows has the last word.
+    if (session != session_) return;
+    toldClosed_ = false;
     topIndex_ = -1;
     NewTerminalWindow();
 }
 
 void clsTerminal::IClientMain_OnConnection() {
     functionKeys_.LoadFunctionKeys(platform_.profileFile(), IniFile_);
-    // Showing a window sends messages, and the host may call in from one: the window must outlive the call.
-    const std::shared_ptr<frmTerm> window = currentWindow().shared_from_this();
+    const std::shared_ptr<frmTerm> window = currentWindow();
     window->setWindowState(WindowState::Maximised);
     window->DisplayTerminalWindows();
     window->TerminalOpen();
@@ -57,14 +62,15 @@ void clsTerminal::IClientMain_OnLogOut() noexcept {
 }
 
 void clsTerminal::IClientMain_OnClose() {
-    currentWindow().TerminalClose();
+    currentWindow()->TerminalClose();
 }
 
 void clsTerminal::IClientMain_DestroyClass() noexcept {
+    const unsigned session = ++session_;
     parent_.reset();
     makeCurrent(nullptr);
-    for (std::size_t index = 0; index < windows_.size(); ++index) unloadSlot(index);
-    topIndex_ = 0;
+    for (std::size_t index = 0; index < windows_.size() && session == session_; ++index) unloadSlot(index);
+    if (session == session_) topIndex_ = 0;
 }
 
 std::string clsTerminal::IClientMain_PlugInID() const {
@@ -84,8 +90,16 @@ void clsTerminal::IClientReceive_ReceiveEnd() {
 }
 
 void clsTerminal::WindowHasClosed() noexcept {
-    if (topIndex_ != 0) return;
+    // Closing the first window ends the session, as far as the host knows. When it was closed below others,
+    // that is due once the last one closes or a sequence takes it away.
+    const bool lastOfSeveral = topIndex_ > 0 && !toldClosed_ && !anyWindowLeft();
+    if (topIndex_ != 0 && !lastOfSeveral) return;
+    toldClosed_ = true;
     carryOn([this] { parent()->ParentWindowClosed(); });
+}
+
+bool clsTerminal::anyWindowLeft() const noexcept {
+    return std::ranges::any_of(windows_, [](const auto& window) { return window && !window->isClosing(); });
 }
 
 std::string clsTerminal::FuncKey(std::int16_t KeyNo) {
@@ -104,20 +118,29 @@ void clsTerminal::SendCommand(const std::string& Value) {
     parent()->ParentSendCommand(Value);
 }
 
-void clsTerminal::NewTerminalWindow() {
+std::size_t clsTerminal::nextSlot() const {
     if (topIndex_ >= kUpperWindow) raise(RuntimeErrorNumber::SubscriptOutOfRange);
+    return static_cast<std::size_t>(topIndex_ + 1);
+}
+
+std::shared_ptr<frmTerm> clsTerminal::NewTerminalWindow() {
+    static_cast<void>(nextSlot());
+    const unsigned session = session_;
     std::shared_ptr<frmTerm> window = frmTerm::load(platform_);
     window->ConnectionProfile(ConnectionProfile_);
     window->IniFile(IniFile_);
+    // What failed so far has left no trace. Creating the window has sent messages.
+    if (session != session_) return nullptr;
+    const std::size_t slot = nextSlot();
     window->SetCallback(this);
-    ++topIndex_;
-    const auto slot = static_cast<std::size_t>(topIndex_);
     windows_[slot] = window;
-    makeCurrent(std::move(window));
+    ++topIndex_;
+    makeCurrent(window);
+    return window;
 }
 
 void clsTerminal::SetLogon(bool bLogin) noexcept {
-    carryOn([&] { currentWindow().Logon(bLogin); });
+    carryOn([&] { currentWindow()->Logon(bLogin); });
     loggedOn_ = bLogin;
     if (bLogin) carryOn([this] { parent()->ParentSendCommand("INIT"); });
 }
@@ -144,7 +167,22 @@ void clsTerminal::makeCurrent(std::shared_ptr<frmTerm> window) {
 
 void clsTerminal::unloadSlot(std::size_t index) noexcept {
     // The slot is emptied before the window tells anybody that it closes: who calls in then finds it gone.
-    if (const std::shared_ptr<frmTerm> window = std::exchange(windows_[index], nullptr)) window->Unload();
+    const std::shared_ptr<frmTerm> window = std::exchange(windows_[index], nullptr);
+    if (window == nullptr) return;
+    window->Unload();
+    // One that was closing already has not let go of this object yet.
+    window->SetCallback(nullptr);
+}
+
+std::shared_ptr<frmTerm> clsTerminal::popWindow() {
+    const unsigned session = session_;
+    const int top = topIndex_;
+    makeCurrent(nullptr);
+    unloadSlot(static_cast<std::size_t>(top));
+    if (session != session_ || topIndex_ != top) return nullptr;
+    topIndex_ = top - 1;
+    makeCurrent(windows_[static_cast<std::size_t>(topIndex_)]);
+    return currentOwner_;
 }
 
 }  // namespace kavrelon

@@ -53,8 +53,12 @@ class clsTerminal final : public TermOwner {
     std::string IClientMain_PlugInDesc() const;
     std::string IClientMain_PlugInVersion() const;
 
-    /// Writes one received byte to the current window.
-    void IClientReceive_ReceiveData(std::uint8_t Ch) { currentWindow().WriteTerm(Ch); }
+    /// Writes one received byte to the current window. Nothing that a byte does sends messages, so nobody can
+    /// close the window meanwhile.
+    void IClientReceive_ReceiveData(std::uint8_t Ch) {
+        if (current_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
+        current_->WriteTerm(Ch);
+    }
     /// Lets the user interface process its pending messages.
     void IClientReceive_ReceiveEnd();
 
@@ -74,31 +78,41 @@ class clsTerminal final : public TermOwner {
     void SendTermData(const std::string& Value) override;
     void SendCommand(const std::string& Value) override;
 
-    /// The window on top of the stack; raises ObjectNotSet when there is none.
-    frmTerm& currentWindow() const {
+    /// The window on top of the stack; raises ObjectNotSet when there is none. Hold on to it for as long as
+    /// it is used: most of what a window does sends messages, in which the host may end everything.
+    std::shared_ptr<frmTerm> currentWindow() const {
         if (current_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
-        return *current_;
+        return currentOwner_;
     }
     /// Index of the current window on the stack, -1 before the first.
     int topIndex() const { return topIndex_; }
 
   private:
-    void NewTerminalWindow();
+    /// Null when the session has ended while the window was made.
+    std::shared_ptr<frmTerm> NewTerminalWindow();
     void SetLogon(bool bLogin) noexcept;
     void SetFunctionKey(std::string_view sKey, std::string_view sValue, bool bSave);
 
     void process(ScreenAction action, const EscapeArguments& args);
+    void process(EraseAction action, const EscapeArguments& args);
     void process(WindowAction action, const EscapeArguments& args);
     void process(PluginAction action, const EscapeArguments& args);
     void process(IgnoredAction, const EscapeArguments&) {}
     void sizeScreen(const EscapeArguments& args);
     void newScreen();
+    void open(frmTerm& window, WindowState state);
     void closeScreen();
 
     /// The host parent, kept alive for the call; raises ObjectNotSet when there is none.
     std::shared_ptr<HostParent> parent() const;
     void makeCurrent(std::shared_ptr<frmTerm> window);
+    /// The index of the next window on the stack; raises SubscriptOutOfRange when that is full.
+    std::size_t nextSlot() const;
     void unloadSlot(std::size_t index) noexcept;
+    /// Unloads the window on top and makes the one below it current. Null when the host has ended the session
+    /// or changed the stack meanwhile.
+    std::shared_ptr<frmTerm> popWindow();
+    bool anyWindowLeft() const noexcept;
     /// Unloads every window without telling anybody: a host that lets go of them is not waiting to hear it.
     void dropWindows() noexcept;
 
@@ -112,6 +126,11 @@ class clsTerminal final : public TermOwner {
     std::shared_ptr<frmTerm> currentOwner_;
     frmTerm* current_ = nullptr;
     int topIndex_ = -1;
+    /// Counts the sessions: an initialisation begins one, and the end of the class ends it. Who is in the
+    /// middle of something sees by it that the host has done so meanwhile.
+    unsigned session_ = 0;
+    /// The host knows that no window is left.
+    bool toldClosed_ = false;
     std::int16_t rememberedWidth_ = 0;
     std::int16_t rememberedHeight_ = 0;
     bool loggedOn_ = false;

@@ -77,12 +77,8 @@ void carryOut(Screen& screen, ScreenAction action, const EscapeArguments& args) 
             return screen.ClearStartOfLine();
         case ScreenAction::ClearLine:
             return screen.ClearLine();
-        case ScreenAction::ClearEndOfScreen:
-            return screen.ClearEndOfScreen();
         case ScreenAction::ClearBeginOfScreen:
             return screen.ClearBeginOfScreen();
-        case ScreenAction::ClearScreen:
-            return screen.ClearScreen();
         case ScreenAction::SetAttribute:
             return setAttributes(screen, args);
     }
@@ -136,7 +132,9 @@ void clsTerminal::IClientEscTree_EscTreeProcess(std::int16_t Index, const Escape
 // A window that the user has closed drops what reaches it.
 
 void clsTerminal::process(ScreenAction action, const EscapeArguments& args) {
-    frmTerm& window = currentWindow();
+    // No messages are sent, and these come too often to pay for holding on to the window.
+    if (current_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
+    frmTerm& window = *current_;
     if (!window.isLoaded()) return;
     // An action that fails leaves the cursor mark off.
     window.DataReceiveStart();
@@ -144,9 +142,21 @@ void clsTerminal::process(ScreenAction action, const EscapeArguments& args) {
     window.DataReceiveEnd();
 }
 
+void clsTerminal::process(EraseAction action, const EscapeArguments&) {
+    const std::shared_ptr<frmTerm> window = currentWindow();
+    if (!window->isLoaded()) return;
+    window->DataReceiveStart();
+    if (action == EraseAction::ClearScreen) {
+        window->screen().ClearScreen();
+    } else {
+        window->screen().ClearEndOfScreen();
+    }
+    window->DataReceiveEnd();
+}
+
 void clsTerminal::process(WindowAction action, const EscapeArguments& args) {
-    frmTerm& window = currentWindow();
-    if (window.isLoaded()) carryOut(window, action, args);
+    const std::shared_ptr<frmTerm> window = currentWindow();
+    if (window->isLoaded()) carryOut(*window, action, args);
 }
 
 void clsTerminal::process(PluginAction action, const EscapeArguments& args) {
@@ -171,35 +181,50 @@ void clsTerminal::sizeScreen(const EscapeArguments& args) {
     const std::int16_t height = toInt16(args.at(2));
     rememberedWidth_ = width;
     rememberedHeight_ = height;
-    currentWindow().screen().ScreenSize(width, rememberedHeight_);
+    const std::shared_ptr<frmTerm> window = currentWindow();
+    window->screen().ScreenSize(width, rememberedHeight_);
 }
 
+// All or nothing: a screen that cannot be made leaves the window below as it was, with its cursor blinking.
 void clsTerminal::newScreen() {
-    const std::shared_ptr<frmTerm> below = currentWindow().shared_from_this();
-    below->TurnOnOffCursor(false);
-    below->DataReceiveEnd();
-    NewTerminalWindow();
-    const std::shared_ptr<frmTerm> window = currentWindow().shared_from_this();
-    window->setWindowState(below->PrevWindowState());
-    window->screen().ScreenSize(rememberedWidth_, rememberedHeight_);
-    window->DisplayTerminalWindows();
-    window->TerminalOpen();
-    window->Logon(loggedOn_);
-    window->MakeActive();
-    window->setFocus();
+    static_cast<void>(currentWindow());
+    const std::shared_ptr<frmTerm> window = NewTerminalWindow();
+    if (window == nullptr) return;
+    const auto top = static_cast<std::size_t>(topIndex_);
+    const std::shared_ptr<frmTerm> below = windows_[top - 1];
+    const bool blinked = below->cursorBlinks();
+    const bool wasActive = below->TermActive();
+    try {
+        below->TurnOnOffCursor(false);
+        below->DataReceiveEnd();
+        open(*window, below->PrevWindowState());
+    } catch (...) {
+        // Unless somebody has done so meanwhile. The index goes down last, so that nobody takes this for the
+        // closing of the first window.
+        if (windows_[top] == window && topIndex_ == static_cast<int>(top)) popWindow();
+        below->TurnOnOffCursor(blinked);
+        if (wasActive && !below->TermActive()) {
+            below->MakeActive();
+            below->setFocus();
+        }
+        throw;
+    }
+}
+
+void clsTerminal::open(frmTerm& window, WindowState state) {
+    window.setWindowState(state);
+    window.screen().ScreenSize(rememberedWidth_, rememberedHeight_);
+    window.DisplayTerminalWindows();
+    window.TerminalOpen();
+    window.Logon(loggedOn_);
+    window.MakeActive();
+    window.setFocus();
 }
 
 void clsTerminal::closeScreen() {
     if (topIndex_ <= 0) return;
-    const int top = topIndex_;
-    makeCurrent(nullptr);
-    unloadSlot(static_cast<std::size_t>(top));
-    // The host hears of the closing, and may have ended everything.
-    if (topIndex_ != top) return;
-    topIndex_ = top - 1;
-    const std::shared_ptr<frmTerm> window = windows_[static_cast<std::size_t>(topIndex_)];
-    makeCurrent(window);
-    if (!window) return;
+    const std::shared_ptr<frmTerm> window = popWindow();
+    if (window == nullptr) return;
     window->MakeActive();
     window->TurnOnOffCursor(true);
     window->setFocus();

@@ -10,6 +10,11 @@ constexpr bool isAsciiDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+/// Whether a character is one that shows nothing but may have a meaning to who shows it.
+constexpr bool isControl(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+}
+
 constexpr char asciiUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
 }

@@ -14,13 +14,13 @@ std::size_t HelpBoxes::checked(int slot) {
 template <class Visit>
 void HelpBoxes::forEach(Visit visit) noexcept {
     for (auto& slot : slots_) {
-        // A copy: closing a box lets window messages through that may come back to its slot.
+        // A copy: in the messages of a box that closes or moves somebody may come back to its slot.
         if (const std::shared_ptr<frmHelp> box = slot) carryOn([&] { visit(slot, *box); });
     }
 }
 
 void HelpBoxes::put(int slot, std::shared_ptr<frmHelp> box) {
-    slots_[checked(slot)] = std::move(box);
+    if (const auto before = std::exchange(slots_[checked(slot)], std::move(box))) before->Unload();
 }
 
 void HelpBoxes::close(int slot) {

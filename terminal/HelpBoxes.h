@@ -22,6 +22,9 @@ struct HelpGrid {
 };
 
 /// The 51 slots for the help boxes of one terminal window.
+///
+/// Closing and moving a box sends messages in which the host may do anything with the slots. Whoever calls
+/// keeps this object alive meanwhile; it keeps the box.
 class HelpBoxes {
   public:
     static constexpr int kSlots = 51;
@@ -31,9 +34,11 @@ class HelpBoxes {
     HelpBoxes(const HelpBoxes&) = delete;
     HelpBoxes& operator=(const HelpBoxes&) = delete;
 
-    /// Puts a box into an empty slot. Raises SubscriptOutOfRange outside 0 to 50.
+    /// Raises SubscriptOutOfRange outside 0 to 50; so do the others that take a slot.
+    static void check(int slot) { static_cast<void>(checked(slot)); }
+    /// Puts a box into a slot, and closes the one that was there.
     void put(int slot, std::shared_ptr<frmHelp> box);
-    /// Closes the box of a slot, if there is one. Raises SubscriptOutOfRange outside 0 to 50.
+    /// Closes the box of a slot, if there is one.
     void close(int slot);
     void closeAll() noexcept;
     /// Closes every box whose top is in screen row `row` or below it.
@@ -49,7 +54,7 @@ class HelpBoxes {
 
     /// The slots in use, ascending.
     std::vector<int> openSlots() const;
-    /// The box of a slot, null when it is empty. Raises SubscriptOutOfRange outside 0 to 50.
+    /// The box of a slot, null when it is empty.
     const frmHelp* at(int slot) const;
 
   private:

@@ -1,5 +1,6 @@
 #include "terminal/HostMenus.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kavrelon {
@@ -11,35 +12,54 @@ constexpr const char* kNoPrograms = "None";
 
 }  // namespace
 
-HostMenus::HostMenus() : mnKnowledgeBaseLink_{{kAllCategories, true}} {
-    ClearKB();
-    ClearRemote();
+HostMenus::HostMenus() {
+    knowledgeBase_.add(kDefaultKnowledgeBaseUrl, kAllCategories);
+    remote_.add({}, {});
 }
 
 void HostMenus::ClearKB() {
-    knowledgeBase_.assign(1, {kDefaultKnowledgeBaseUrl, kAllCategories});
+    const Items items = mnKnowledgeBaseLink();
+    EntryList kept;
+    for (const Item& item : items.shown) kept.add({}, item.caption);
+    clearedItems_ = std::move(kept);
+    clearedCount_ = items.shown.size() + items.more;
+    knowledgeBase_.keepFirst();
 }
 
-void HostMenus::AddKB(std::string sURL, std::string sDesc) {
-    const std::size_t n = knowledgeBase_.size();
-    // An item that an earlier clearing left is used again.
-    if (n == mnKnowledgeBaseLink_.size()) mnKnowledgeBaseLink_.emplace_back();
-    mnKnowledgeBaseLink_[n] = {sDesc, true};
-    knowledgeBase_.push_back({std::move(sURL), std::move(sDesc)});
+void HostMenus::AddKB(std::string_view sURL, std::string_view sDesc) {
+    // Its item takes the place of one that an earlier clearing left.
+    knowledgeBase_.add(sURL, sDesc);
 }
 
-void HostMenus::ClearRemote() {
-    remote_.assign(1, {});
-    mnuRemoteConnection_.assign(1, {kNoPrograms, false});
-    mnuRemoteEnabled_ = false;
+void HostMenus::ClearRemote() noexcept {
+    remote_.keepFirst();
 }
 
-void HostMenus::AddRemote(std::string CommandLine, std::string Desc) {
-    // The first program takes over the item that said "None".
-    if (remote_.size() > 1) mnuRemoteConnection_.emplace_back();
-    mnuRemoteConnection_.back() = {Desc, true};
-    remote_.push_back({std::move(CommandLine), std::move(Desc)});
-    mnuRemoteEnabled_ = true;
+void HostMenus::AddRemote(std::string_view CommandLine, std::string_view Desc) {
+    remote_.add(CommandLine, Desc);
+}
+
+HostMenus::Items HostMenus::mnKnowledgeBaseLink() const {
+    const std::size_t count = std::max(knowledgeBase_.size(), clearedCount_);
+    Items items;
+    for (std::size_t item = 0; item < std::min(count, kMostShown); ++item) {
+        const EntryList& source = item < knowledgeBase_.size() ? knowledgeBase_ : clearedItems_;
+        items.shown.push_back({std::string(source.description(item)), true});
+    }
+    items.more = count - items.shown.size();
+    return items;
+}
+
+HostMenus::Items HostMenus::mnuRemoteConnection() const {
+    if (!mnuRemoteEnabled()) return {{{kNoPrograms, false}}, 0};
+    Items items;
+    const std::size_t count = remote_.size() - 1;
+    // The list begins with a placeholder that has no item.
+    for (std::size_t item = 0; item < std::min(count, kMostShown); ++item) {
+        items.shown.push_back({std::string(remote_.description(item + 1)), true});
+    }
+    items.more = count - items.shown.size();
+    return items;
 }
 
 }  // namespace kavrelon

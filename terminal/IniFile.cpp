@@ -26,6 +26,10 @@ void ReadIni(ProfileFile& profiles, const std::string& file, const std::string& 
 
 void WriteIni(ProfileFile& profiles, const std::string& file, const std::string& section,
               const std::string& key, const std::string& value) {
+    // A file that says so already is left alone: it keeps its layout and its date.
+    const std::string other = value + '.';
+    const auto capacity = static_cast<int>(other.size() + 1);
+    if (profiles.canRead(file) && profiles.read(file, section, key, other, capacity) == value) return;
     store(profiles, file, section, &key, &value, "IniFile::WriteIni");
 }
 

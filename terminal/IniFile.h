@@ -14,7 +14,8 @@ namespace IniFile {
 void ReadIni(ProfileFile& profiles, const std::string& file, const std::string& section,
              const std::string& key, std::string& result, const std::string& fallback);
 
-/// Stores a value, creating the file as needed. Raises PathFileAccess when it cannot be stored.
+/// Stores a value that is not in the file already, creating the file as needed. Raises PathFileAccess when it
+/// cannot be stored.
 void WriteIni(ProfileFile& profiles, const std::string& file, const std::string& section,
               const std::string& key, const std::string& value);
 

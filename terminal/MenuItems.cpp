@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "support/AsciiText.h"
 #include "terminal/FontMenu.h"
 #include "terminal/HostMenus.h"
 #include "terminal/PrinterType.h"
@@ -13,16 +14,17 @@
 namespace kavrelon {
 namespace {
 
-/// How many items a host-filled menu and the list of printers show: what their commands have room for.
-constexpr std::size_t kMostItems = 16000;
+/// How many printers are listed: what their commands have room for.
 constexpr std::size_t kMostPrinters = 500;
 
 /// The printing methods that the settings file can name.
 constexpr std::array<const char*, kSpoolTypes.size()> kPrinterTypes{"&Default", "&Enhanced Metafile", "&Text",
                                                                     "&Raw"};
 
-/// A text as a caption that shows just that.
+/// A text as a caption that shows just that: no letter is marked, nothing is set apart as the name of a key,
+/// and nothing after a null character is lost.
 std::string literalCaption(std::string text) {
+    std::ranges::replace_if(text, isControl, ' ');
     for (auto place = text.find('&'); place != std::string::npos; place = text.find('&', place + 2)) {
         text.insert(place, 1, '&');
     }
@@ -70,13 +72,13 @@ std::vector<MenuItem> printerItems(const PrinterMenu& printers) {
     return items;
 }
 
-std::vector<MenuItem> hostItems(MenuCommand first, const std::vector<HostMenus::Item>& shown) {
+std::vector<MenuItem> hostItems(MenuCommand first, HostMenus::Items from) {
     std::vector<MenuItem> items;
-    items.reserve(std::min(shown.size(), kMostItems));
-    for (const HostMenus::Item& item : shown) {
-        if (items.size() == kMostItems) break;
-        items.push_back({first + items.size(), item.caption, item.enabled});
+    items.reserve(from.shown.size() + 1);
+    for (HostMenus::Item& item : from.shown) {
+        items.push_back({first + items.size(), literalCaption(std::move(item.caption)), item.enabled});
     }
+    if (from.more > 0) items.push_back({MenuCommand::moreItems, std::to_string(from.more) + " more", false});
     return items;
 }
 
@@ -146,6 +148,7 @@ void choose(MenuCommand command, TermWindowEvents& events) noexcept {
         case MenuCommand::mnuRightClickClear:
             return events.mnuRightClickClear_Click();
         case MenuCommand::Separator:
+        case MenuCommand::moreItems:
         case MenuCommand::mnuFontStyle:
         case MenuCommand::mnuPrinterType:
         case MenuCommand::mnuPrinter:
@@ -159,9 +162,10 @@ void choose(MenuCommand command, TermWindowEvents& events) noexcept {
         events.mnuPrinterType_Click(*type);
     } else if (const auto printer = numberIn(command, MenuCommand::mnuPrinter, kMostPrinters)) {
         events.mnuPrinter_Click(*printer);
-    } else if (const auto link = numberIn(command, MenuCommand::mnKnowledgeBaseLink, kMostItems)) {
+    } else if (const auto link = numberIn(command, MenuCommand::mnKnowledgeBaseLink, HostMenus::kMostShown)) {
         events.mnKnowledgeBaseLink_Click(*link);
-    } else if (const auto program = numberIn(command, MenuCommand::mnuRemoteConnection, kMostItems)) {
+    } else if (const auto program =
+                   numberIn(command, MenuCommand::mnuRemoteConnection, HostMenus::kMostShown)) {
         events.mnuRemoteConnection_Click(*program);
     }
 }

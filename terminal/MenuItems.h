@@ -12,7 +12,8 @@ class TermWindowEvents;
 /// The menus of the window's bar, in its order.
 enum class BarMenu : std::uint8_t { mnuFile, mnuFont, mnuPrinter, mnuKnowledgeBase, mnuRemote };
 
-/// Their captions. In all captions "&" marks the letter that chooses the item, and "&&" is shown as "&".
+/// Their captions. In all captions "&" marks the letter that chooses the item, and "&&" is shown as "&". What
+/// the host fills in is shown as it is.
 inline constexpr std::array<const char*, 5> kBarCaptions{"&File", "F&ont", "&Printer", "&Knowledge Base",
                                                          "&Remote"};
 
@@ -35,6 +36,8 @@ enum class MenuCommand : std::uint16_t {
     mnuFontStyle = 200,
     mnuPrinterType = 300,
     mnuPrinter = 400,
+    /// Says how many items a menu does not show.
+    moreItems = 950,
     mnKnowledgeBaseLink = 1000,
     mnuRemoteConnection = 20000,
 };

@@ -23,6 +23,15 @@ enum class TermTimer { cursor_timer, tmrBeep };
 /// Their intervals.
 inline constexpr std::array<int, 2> kTimerMilliseconds{300, 10};
 
+/// What a window lets the user hear: the remote side's bell, and that the clipboard could not be used.
+enum class Tone { Bell, Complaint };
+
+struct ToneSound {
+    int frequencyHertz;
+    int milliseconds;
+};
+inline constexpr std::array<ToneSound, 2> kToneSounds{{{900, 250}, {100, 100}}};
+
 /// What a terminal window declares for its title bar.
 struct TitleBarSettings {
     bool controlBox = true;
@@ -33,9 +42,13 @@ struct TitleBarSettings {
 
 /// The platform's terminal window: its surface, and what the session needs of it besides drawing.
 ///
-/// A window is created hidden. Its owner may destroy it at any time, also from one of its own events.
+/// A window is created hidden. Most of the calls that do not draw send messages, in which the host may do
+/// anything: close this window too, but not destroy the object, which its owner keeps as long as somebody is
+/// inside. A window that is closed ignores calls and gives empty answers.
 class TermWindow : public TermSurface {
   public:
+    /// Takes the window off the desktop for good. May be called more than once, also in one of its events.
+    virtual void close() noexcept = 0;
     virtual WindowId id() const = 0;
     /// Where the inner area begins, in pixels from the corner of the whole window.
     virtual Point innerCorner() const = 0;
@@ -52,6 +65,9 @@ class TermWindow : public TermSurface {
     /// Gives the window the keyboard focus.
     virtual void setFocus() = 0;
 
+    /// The text of the title bar.
+    virtual std::string caption() const = 0;
+    virtual void setCaption(const std::string& text) = 0;
     virtual TitleBarSettings titleBarSettings() const = 0;
     /// The window style bits, as the platform keeps them.
     virtual std::uint32_t styleBits() const = 0;
@@ -60,12 +76,14 @@ class TermWindow : public TermSurface {
 
     /// Starts or stops a timer. Starting one that runs does nothing.
     virtual void enableTimer(TermTimer timer, bool on) = 0;
-    /// Sounds the bell without making the caller wait for its end.
-    virtual void beep(int frequencyHertz, int milliseconds) = 0;
+    /// Sounds a tone without making the caller wait for its end. Each has its own limit of how often.
+    virtual void beep(Tone tone) = 0;
 
-    /// The clipboard's text in single-byte characters; nothing when it holds none or cannot be opened.
+    /// The bytes that a terminal put on the clipboard, or else its text in the ANSI code page; nothing when
+    /// it holds none or cannot be opened.
     virtual std::optional<std::string> clipboardText() = 0;
-    /// Replaces the clipboard's content; false when another program does not let go of it.
+    /// Replaces the clipboard's content by bytes of the screen; false when another program does not let go of
+    /// it.
     virtual bool setClipboardText(const std::string& text) = 0;
     virtual bool clearClipboard() = 0;
     /// Pops up the context menu at the mouse. The choice arrives as an event, before or after this returns.
@@ -79,8 +97,13 @@ class TermWindow : public TermSurface {
     virtual void setScreenWidthCaption(std::string_view caption) = 0;
     /// The "Remote" menu can be opened, or not. What the host-filled menus hold is asked for when they open.
     virtual void enableRemoteMenu(bool enabled) = 0;
-    /// Tells the user that something did not work, in a message box that belongs to the window.
+    /// Tells the user that something did not work, in a message box that belongs to the window, which may be
+    /// gone when this returns.
     virtual void reportFailure(const std::string& text) = 0;
+    /// Asks the user a question with the answers yes and no, in a message box that belongs to the window; no
+    /// is the default, and the answer when nobody can be asked. Other events arrive meanwhile: when it
+    /// returns, the window may be gone.
+    virtual bool confirm(const std::string& text) = 0;
 };
 
 enum class MouseButton : std::uint8_t { Left = 1, Right = 2 };
@@ -89,12 +112,12 @@ class HostMenus;
 class PrinterMenu;
 
 /// What a terminal window tells the terminal: the platform's events, each under the name of its handler.
-/// A handler may destroy the window. None throws.
+/// A handler may close the window. None throws.
 class TermWindowEvents {
   public:
     virtual ~TermWindowEvents() = default;
 
-    /// The platform wants the window's content, grid and surroundings; drawing is clipped to what it wants.
+    /// The platform wants the window's content, grid and surroundings, in the area that is due.
     virtual void Form_Paint() noexcept = 0;
     /// The inner area or the state has changed.
     virtual void Form_Resize() noexcept = 0;

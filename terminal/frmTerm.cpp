@@ -22,6 +22,7 @@ frmTerm::~frmTerm() = default;
 std::shared_ptr<frmTerm> frmTerm::load(TermPlatform& platform) {
     std::shared_ptr<frmTerm> form(new frmTerm(platform));
     form->window_ = platform.createWindow(form);
+    form->loaded_ = true;
     form->Form_Load();
     return form;
 }
@@ -29,7 +30,8 @@ std::shared_ptr<frmTerm> frmTerm::load(TermPlatform& platform) {
 void frmTerm::Form_Load() {
     screen_.attach(*window_);
     screen_.InitScreen();
-    window_->enableTimer(TermTimer::cursor_timer, TermActive_);
+    cursorBlinks_ = TermActive_;
+    window_->enableTimer(TermTimer::cursor_timer, cursorBlinks_);
 }
 
 void frmTerm::TerminalOpen() {
@@ -56,8 +58,8 @@ void frmTerm::Logon(bool bLogin) {
     ClearRemote();
 }
 
-void frmTerm::AddRemote(std::string CommandLine, std::string Desc) {
-    menus_.AddRemote(std::move(CommandLine), std::move(Desc));
+void frmTerm::AddRemote(std::string_view CommandLine, std::string_view Desc) {
+    menus_.AddRemote(CommandLine, Desc);
     if (isLoaded()) window_->enableRemoteMenu(menus_.mnuRemoteEnabled());
 }
 
@@ -98,6 +100,10 @@ void frmTerm::ShowTitleBar(bool bState) {
     window_->setStyleBits(titleBarStyle(window_->styleBits(), bState, window_->titleBarSettings()));
 }
 
+void frmTerm::Caption(const std::string& value) {
+    if (isLoaded()) window_->setCaption(value);
+}
+
 void frmTerm::MakeActive() {
     if (isLoaded()) window_->makeActive();
 }
@@ -119,6 +125,7 @@ void frmTerm::setWindowState(WindowState state) {
 
 void frmTerm::TurnOnOffCursor(bool OnOff) {
     if (!isLoaded()) return;
+    cursorBlinks_ = OnOff;
     window_->enableTimer(TermTimer::cursor_timer, OnOff);
     if (OnOff) screen_.restoreCursor();
 }
@@ -131,9 +138,11 @@ void frmTerm::Unload() noexcept {
         if (callback_ != nullptr) callback_->WindowHasClosed();
     });
     callback_ = nullptr;
+    // From here on nobody finds a window: closing it and its boxes sends messages.
+    loaded_ = false;
     HelpBoxes_.closeAll();
     screen_.detach();
-    window_.reset();
+    window_->close();
 }
 
 void frmTerm::ReadINIFile() noexcept {
@@ -141,8 +150,10 @@ void frmTerm::ReadINIFile() noexcept {
     ProfileFile& profiles = platform_.profileFile();
     std::string value;
     carryOn([&] { IniFile::ReadIni(profiles, IniFile_, settings::kMisc, settings::kFontStyle, value, "1"); });
-    // A value that was deleted is there, but empty.
-    carryOn([&] { selectFont(toInt16(value.empty() ? "1" : value)); });
+    // A value that was deleted is there, but empty; others may have written anything.
+    std::int16_t font = kFirstFontEntry;
+    carryOn([&] { font = toInt16(value); });
+    carryOn([&] { selectFont(font); });
     carryOn(
         [&] { IniFile::ReadIni(profiles, IniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
     carryOn([&] { window_->checkPrinterTypeEntry(printerTypeEntry(value)); });
@@ -163,15 +174,19 @@ void frmTerm::selectFont(std::int16_t index) {
 
 void frmTerm::ShowHelpBox(std::int16_t Index, std::int16_t Top, std::int16_t Left, std::int16_t Width,
                           std::int16_t Height, std::string_view Text) {
-    HelpBoxes_.close(Index);
+    HelpBoxes::check(Index);
     if (!isLoaded()) return;
-    const std::shared_ptr<frmHelp> box = frmHelp::load(platform_, *this);
-    HelpBoxes_.put(Index, box);
+    const std::shared_ptr<HelpBoxOwner> owner(shared_from_this(), this);
+    const std::shared_ptr<frmHelp> box = frmHelp::load(platform_, owner);
     const HelpGrid grid = helpGrid();
     box->SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
     box->SetBoxCord(Top, Left, Width, Height);
     box->FontInfo(grid.fontName, grid.fontSize);
     box->HelpInfo(Text);
+    // A box that could not be made has left the one that it was to replace. This one goes by itself when the
+    // window has been closed meanwhile.
+    if (!isLoaded()) return;
+    HelpBoxes_.put(Index, box);
     box->ShowBox(window_->id(), window_->id());
 }
 

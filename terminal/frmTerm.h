@@ -22,7 +22,9 @@ namespace kavrelon {
 /// The terminal window: a thin face over its parts (the screen, the settings, the session) that carries every
 /// member the plug-in class and the platform's window call.
 ///
-/// After the window has been closed, by anybody, the object remains and ignores what it is told.
+/// After the window has been closed, by anybody, the object remains and ignores what it is told. Much of what
+/// it does sends messages, in which the host may close this window and everything else: callers keep the
+/// object alive while they are inside, and each step looks whether the window is still there.
 class frmTerm final : public TermWindowEvents,
                       public std::enable_shared_from_this<frmTerm>,
                       private HelpBoxOwner,
@@ -44,6 +46,11 @@ class frmTerm final : public TermWindowEvents,
     std::chrono::system_clock::time_point CloseDate() const { return CloseDate_; }
     void Logon(bool bLogin);
     void ShowTitleBar(bool bState);
+    /// The text of the title bar.
+    std::string Caption() const { return isLoaded() ? window_->caption() : std::string(); }
+    void Caption(const std::string& value);
+    /// The platform's number of the window; 0 after it was closed.
+    WindowId hWnd() const { return isLoaded() ? window_->id() : WindowId{}; }
     void MakeActive();
     /// Applies the settings file, erases the screen and shows the window.
     void DisplayTerminalWindows();
@@ -52,7 +59,9 @@ class frmTerm final : public TermWindowEvents,
     WindowState PrevWindowState() const { return PrevWindowState_; }
     /// Closes the window for good, telling the plug-in class first. Doing it twice is harmless.
     void Unload() noexcept;
-    bool isLoaded() const { return window_ != nullptr; }
+    bool isLoaded() const { return loaded_; }
+    /// On its way out or gone: no longer a window that the user has.
+    bool isClosing() const { return !loaded_ || closing_; }
 
     bool PasteOk() const { return PasteOk_; }
     void PasteOk(bool value) { PasteOk_ = value; }
@@ -78,7 +87,10 @@ class frmTerm final : public TermWindowEvents,
     void DataReceiveEnd() { screen_.DataReceiveEnd(); }
     void EraseScreen() { screen_.ClearScreen(); }
     void Redrawscreen(bool PaintOnly = false) { screen_.Redrawscreen(PaintOnly); }
+    /// What a copy would have; empty while nothing is selected.
+    std::string SelectionText() const;
     void TurnOnOffCursor(bool OnOff);
+    bool cursorBlinks() const { return cursorBlinks_; }
     void ReadINIFile() noexcept;
     /// Carries out a text command: "IMAGE", "IMAGECLEAR", "PASTEOK" or "CUTOK", in any case. Numbers of an
     /// "IMAGE" that cannot be read count as 0; an "IMAGECLEAR" without a number clears nothing. Sets
@@ -106,9 +118,9 @@ class frmTerm final : public TermWindowEvents,
     std::shared_ptr<const Picture> loadPicture(std::string_view name) {
         return pictureFolder_.load(IniFile_, name);
     }
-    void AddKB(std::string sURL, std::string sDesc) { menus_.AddKB(std::move(sURL), std::move(sDesc)); }
+    void AddKB(std::string_view sURL, std::string_view sDesc) { menus_.AddKB(sURL, sDesc); }
     void ClearKB() { menus_.ClearKB(); }
-    void AddRemote(std::string CommandLine, std::string Desc);
+    void AddRemote(std::string_view CommandLine, std::string_view Desc);
     void ClearRemote();
 
     // Events of the platform's window
@@ -168,13 +180,18 @@ class frmTerm final : public TermWindowEvents,
     TermOwner& callback() const;
     HelpGrid helpGrid() const;
     void selectFont(std::int16_t index);
-    void startEntry(const std::vector<HostMenus::Entry>& entries, int index);
+    std::string setting(const char* key, const std::string& fallback);
+    /// Whether there is such an entry. Tells the user when there is none.
+    bool hasEntry(const EntryList& entries, int index);
+    void startEntry(const std::string& command, bool ask);
     void reportStart(const std::string& command, long result);
+    void reportFailedStart(const std::string& command, const std::string& why);
     void complain() noexcept;
 
     TermPlatform& platform_;
     // A window may be inside a menu or a message box when its host releases everything else.
     std::shared_ptr<TermPlatform> platformKept_;
+    // Lives as long as the form, which may be closed from within one of its calls.
     std::unique_ptr<TermWindow> window_;
     kavrelon::HelpBoxes HelpBoxes_;
     HostMenus menus_;
@@ -191,8 +208,10 @@ class frmTerm final : public TermWindowEvents,
     bool PasteOk_ = true;
     bool CutOk_ = true;
     bool TermActive_ = true;
+    bool cursorBlinks_ = false;
     bool sessionOpen_ = false;
     bool sessionClosed_ = false;
+    bool loaded_ = false;
     bool closing_ = false;
 };
 

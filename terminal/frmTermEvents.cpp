@@ -5,6 +5,7 @@
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 #include "support/WebAddress.h"
+#include "terminal/CommandText.h"
 #include "terminal/IniFile.h"
 #include "terminal/PrinterType.h"
 #include "terminal/Settings.h"
@@ -16,14 +17,12 @@ namespace {
 
 constexpr std::int16_t kWideColumns = 132;
 
-constexpr int kBellFrequency = 900;
-constexpr int kBellMilliseconds = 250;
-/// The bell when the clipboard cannot be read or written.
-constexpr int kComplaintFrequency = 100;
-constexpr int kComplaintMilliseconds = 100;
-
 /// The platform's number for a normal, active window.
 constexpr int kShowNormal = 1;
+
+/// Comes before the command, so that no command can have more to say after it.
+constexpr const char* kMayStart =
+    "The remote system has put this into the menu. May it be started on your computer?\n\n";
 
 }  // namespace
 
@@ -43,6 +42,7 @@ void frmTerm::Form_Resize() noexcept {
 }
 
 void frmTerm::Form_Move() noexcept {
+    screen_.visibilityChanged();
     HelpBoxes_.parentChanged();
 }
 
@@ -69,7 +69,7 @@ void frmTerm::tmrBeep_Timer() noexcept {
     carryOn([this] {
         if (!isLoaded()) return;
         window_->enableTimer(TermTimer::tmrBeep, false);
-        window_->beep(kBellFrequency, kBellMilliseconds);
+        window_->beep(Tone::Bell);
     });
 }
 
@@ -162,6 +162,10 @@ void frmTerm::Form_MouseUp(MouseButton button, Point) noexcept {
     });
 }
 
+std::string frmTerm::SelectionText() const {
+    return screen_.SelectionShown() ? selection_.shownText() : std::string();
+}
+
 bool frmTerm::copySelection() {
     if (!isLoaded() || !CutOk_ || !screen_.SelectionShown()) return false;
     if (window_->setClipboardText(selection_.text())) {
@@ -179,7 +183,7 @@ std::string frmTerm::textToPaste() {
 
 void frmTerm::complain() noexcept {
     carryOn([this] {
-        if (isLoaded()) window_->beep(kComplaintFrequency, kComplaintMilliseconds);
+        if (isLoaded()) window_->beep(Tone::Complaint);
     });
 }
 
@@ -206,35 +210,65 @@ void frmTerm::mnuRightClickClear_Click() noexcept {
 }
 
 void frmTerm::mnKnowledgeBaseLink_Click(std::int16_t index) noexcept {
-    carryOn([&] { startEntry(menus_.knowledgeBase(), index); });
+    carryOn([&] {
+        if (!hasEntry(menus_.knowledgeBase(), index)) return;
+        // A copy: while the user is asked, and while the program starts, the host may change the list.
+        std::string command(menus_.knowledgeBase().target(static_cast<std::size_t>(index)));
+        if (index == 0) command = setting(settings::kKnowledgeBase, command);
+        startEntry(command, webAddressOf(command) == WebAddress::None);
+    });
 }
 
 void frmTerm::mnuRemoteConnection_Click(std::int16_t index) noexcept {
-    // The menu shows no item for the placeholder that the list begins with.
-    carryOn([&] { startEntry(menus_.remote(), index < 0 ? index : index + 1); });
+    carryOn([&] {
+        // The menu shows no item for the placeholder that the list begins with.
+        const int entry = index < 0 ? index : index + 1;
+        if (!hasEntry(menus_.remote(), entry)) return;
+        const std::string command(menus_.remote().target(static_cast<std::size_t>(entry)));
+        startEntry(command, setting(settings::kConfirmPrograms, "0") == "1");
+    });
 }
 
-void frmTerm::startEntry(const std::vector<HostMenus::Entry>& entries, int index) {
+bool frmTerm::hasEntry(const EntryList& entries, int index) {
+    if (index >= 0 && static_cast<std::size_t>(index) < entries.size()) return true;
+    if (isLoaded()) window_->reportFailure("This entry no longer exists.");
+    return false;
+}
+
+std::string frmTerm::setting(const char* key, const std::string& fallback) {
+    std::string value;
+    carryOn(
+        [&] { IniFile::ReadIni(platform_.profileFile(), IniFile_, settings::kMisc, key, value, fallback); });
+    return value.empty() ? fallback : value;
+}
+
+void frmTerm::startEntry(const std::string& command, bool ask) {
     if (!isLoaded()) return;
-    if (index < 0 || static_cast<std::size_t>(index) >= entries.size()) {
-        window_->reportFailure("This entry no longer exists.");
-        return;
+    if (ask && !modShellandWait::isRefused(command)) {
+        if (!canBeShownWhole(command))
+            return reportFailedStart(command, "It is too long to be shown as a whole.");
+        // The answer may come after the window was closed.
+        if (!window_->confirm(kMayStart + shownCommand(command)) || !isLoaded()) return;
     }
-    // A copy: while the program starts, the host may change the list.
-    const std::string command = entries[static_cast<std::size_t>(index)].target;
     reportStart(command, modShellandWait::start(platform_.launcher(), command, kShowNormal));
 }
 
 void frmTerm::reportStart(const std::string& command, long result) {
-    if (modShellandWait::succeeded(result) || !isLoaded()) return;
-    window_->reportFailure("Unable to start Program: " + command +
-                           "\nError: " + platform_.launcher().failureText(result));
+    if (modShellandWait::succeeded(result)) return;
+    reportFailedStart(command, result == modShellandWait::kRefused
+                                   ? "It is too long, or has a null character in it."
+                                   : platform_.launcher().failureText(result));
+}
+
+void frmTerm::reportFailedStart(const std::string& command, const std::string& why) {
+    if (isLoaded())
+        window_->reportFailure("Unable to start Program: " + shownCommand(command) + "\nError: " + why);
 }
 
 void frmTerm::HelpBoxLink(const std::string& Href) noexcept {
     carryOn([&] {
         if (!isLoaded() || webAddressOf(Href) != WebAddress::Page) return;
-        reportStart(Href, platform_.launcher().shellExecute(Href, {}, {}, kShowNormal));
+        reportStart(Href, modShellandWait::openAddress(platform_.launcher(), Href, kShowNormal));
     });
 }
 

@@ -15,6 +15,11 @@ bool isFinal(long result) {
            result == kNoAssociation;
 }
 
+bool isRefused(std::string_view commandText, const Command& command) {
+    return commandText.size() > kLongestCommand || command.program.size() > kLongestName ||
+           command.directory.size() > kLongestName || commandText.find('\0') != std::string_view::npos;
+}
+
 }  // namespace
 
 Command split(std::string_view commandText, std::string_view directory) {
@@ -37,11 +42,21 @@ Command split(std::string_view commandText, std::string_view directory) {
 
 long start(Launcher& launcher, const std::string& commandText, int showStyle, std::string_view directory) {
     const Command command = split(commandText, directory);
+    if (isRefused(commandText, command)) return kRefused;
     const long result =
         launcher.shellExecute(command.program, command.parameters, command.directory, showStyle);
     if (isFinal(result)) return result;
     const long task = launcher.startProgram(commandText, showStyle);
     return task != 0 ? task : result;
+}
+
+bool isRefused(std::string_view commandText, std::string_view directory) {
+    return isRefused(commandText, split(commandText, directory));
+}
+
+long openAddress(Launcher& launcher, const std::string& address, int showStyle) {
+    if (isRefused(address, {.program = address, .parameters = {}, .directory = {}})) return kRefused;
+    return launcher.shellExecute(address, {}, {}, showStyle);
 }
 
 bool succeeded(long result) {

@@ -35,13 +35,28 @@ struct Command {
 /// the program's own when its path names one, or empty.
 Command split(std::string_view commandText, std::string_view directory);
 
+/// The longest program, address or folder that is handed to the platform, in characters: its own call writes
+/// beyond its buffers from somewhat longer ones on. And the longest command text.
+inline constexpr std::size_t kLongestName = 900;
+inline constexpr std::size_t kLongestCommand = 8000;
+
+/// The result of `start` and `openAddress` for what is too long, or holds a null character, after which the
+/// platform would not read on. The launcher is not called then.
+inline constexpr long kRefused = -1;
+
+/// Whether `start` would refuse a command text.
+bool isRefused(std::string_view commandText, std::string_view directory = {});
+
 /// Opens the command text, and where the platform does not know what to do with it, starts it as a program.
 /// Access denied, a sharing violation and a missing association are final. Returns the platform's result or
 /// the task's identifier.
 long start(Launcher& launcher, const std::string& commandText, int showStyle,
            std::string_view directory = {});
 
-/// Whether a result of `start` means that something was started.
+/// Opens a web address, as a whole.
+long openAddress(Launcher& launcher, const std::string& address, int showStyle);
+
+/// Whether a result of these means that something was started.
 bool succeeded(long result);
 
 }  // namespace modShellandWait

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "headless/HeadlessHelpWindow.h"
 #include "headless/HeadlessWindow.h"
 #include "terminal/frmTerm.h"
 #include "tools/JsonLine.h"
@@ -71,9 +72,40 @@ void writeStoredRows(JsonLine& json, const Screen& screen) {
     });
 }
 
-void writeItems(JsonLine& json, const std::vector<HostMenus::Item>& items) {
+void writeTexts(JsonLine& json, const std::vector<std::string>& texts) {
     json.beginArray();
-    for (const HostMenus::Item& item : items) {
+    for (const std::string& text : texts) json.value(text);
+    json.endArray();
+}
+
+void writeNumber(JsonLine& json, const char* key, int number) {
+    json.key(key).value(std::int64_t{number});
+}
+
+void writeBox(JsonLine& json, int slot, const frmHelp& box, const HeadlessHelpWindow& window) {
+    json.beginObject();
+    writeNumber(json, "index", slot);
+    writeNumber(json, "top", box.BoxTop());
+    writeNumber(json, "left", box.BoxLeft());
+    writeNumber(json, "width", box.BoxWidth());
+    writeNumber(json, "height", box.BoxHeight());
+    const Rect place = window.rectangle();
+    json.key("rectangle").beginArray();
+    for (const int number : {place.left, place.top, place.width(), place.height()}) {
+        json.value(std::int64_t{number});
+    }
+    json.endArray();
+    const HTMLLabel& label = *window.label();
+    json.key("document").value(label.DocumentHTML());
+    json.key("font").beginArray().value(label.DefaultFontName()).value(label.DefaultFontSize()).endArray();
+    json.key("lines");
+    writeTexts(json, window.labelWindow()->textLines());
+    json.endObject();
+}
+
+void writeItems(JsonLine& json, const HostMenus::Items& items) {
+    json.beginArray();
+    for (const HostMenus::Item& item : items.shown) {
         json.beginObject().key("caption").value(item.caption).key("enabled").value(item.enabled).endObject();
     }
     json.endArray();
@@ -134,6 +166,39 @@ std::string screenLine(const frmTerm& window, const HeadlessWindow& shown) {
         }
     }
     return json.endArray().endObject().text();
+}
+
+std::string boxesLine(const HelpBoxes& boxes, const HeadlessDesktop& desktop) {
+    JsonLine json;
+    json.beginObject().key("boxes").beginArray();
+    for (const int slot : boxes.openSlots()) {
+        const frmHelp& box = *boxes.at(slot);
+        if (const HeadlessHelpWindow* const window = windowOf(desktop, box))
+            writeBox(json, slot, box, *window);
+    }
+    return json.endArray().endObject().text();
+}
+
+std::string picturesLine(const Pictures& pictures) {
+    JsonLine json;
+    json.beginObject().key("pictures").beginArray();
+    for (const auto& [number, picture] : pictures.all()) {
+        json.beginObject();
+        writeNumber(json, "number", number);
+        writeNumber(json, "left", picture.place.left);
+        writeNumber(json, "top", picture.place.top);
+        writeNumber(json, "right", picture.place.right);
+        writeNumber(json, "bottom", picture.place.bottom);
+        json.endObject();
+    }
+    return json.endArray().endObject().text();
+}
+
+std::string settingsLine(const std::vector<std::string>& lines) {
+    JsonLine json;
+    json.beginObject().key("settings");
+    writeTexts(json, lines);
+    return json.endObject().text();
 }
 
 std::string menusLine(const HostMenus& menus) {

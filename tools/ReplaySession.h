@@ -6,12 +6,14 @@
 
 #include "headless/HeadlessSession.h"
 #include "support/RuntimeError.h"
-#include "tools/ReplayScript.h"
+#include "tools/ReplayOperands.h"
 
 namespace kavrelon {
 
-/// A session that a script runs, and that prints a JSON line for each thing that happens: what the host is
-/// told, what sounds or goes to the clipboard, what fails, and what the script asks for.
+class HeadlessHelpWindow;
+
+/// A session that a script runs, and that prints a JSON line for each thing that happens: what the host and
+/// the user are told, what starts, sounds or goes to the clipboard, what fails, and what the script asks for.
 class ReplaySession : private HeadlessSession {
   public:
     /// Connects the plug-in, as a host does. `out` must outlive the session.
@@ -22,23 +24,32 @@ class ReplaySession : private HeadlessSession {
     void run(const ReplayLine& line);
 
   private:
-    class Operands;
-
+    /// What the commands of a script do.
+    struct Commands;
     /// For a command that takes any number of operands.
     static constexpr int kAny = -1;
     struct Command {
+        std::string_view name;
         int operands = 0;
-        void (*run)(ReplaySession&, Operands&) = nullptr;
+        void (*run)(ReplaySession&, ReplayOperands&) = nullptr;
     };
-    static Command commandNamed(std::string_view name);
+    /// Null when there is no command of this name.
+    static const Command* commandNamed(std::string_view name);
 
-    void processSequence(Operands& operands);
-    void moveMouse(Operands& operands);
+    void tellOfEvents();
+    /// The window of a help box, null when its slot is empty.
+    HeadlessHelpWindow* boxWindow(int slot) const;
     void print(const std::string& line);
     void printError(const RuntimeError& error);
     /// Runs one call of the plug-in and prints its error.
     template <class Call>
-    void attempt(Call call);
+    void attempt(Call call) {
+        try {
+            call();
+        } catch (const RuntimeError& error) {
+            printError(error);
+        }
+    }
 
     std::ostream& out_;
 };

@@ -59,13 +59,16 @@ bool standsAboveOwner(HWND window) {
     return below == owner;
 }
 
-/// Puts a window on top of those that have the same owner. Windows above them, such as those of other
-/// programs, stay above.
+/// Puts a window on top of its like that have the same owner. Windows above them stay above: those of other
+/// programs, and message boxes of the owner, which the remote side must not be able to cover.
 void putAboveOwner(HWND window, UINT flags) {
     const HWND owner = GetWindow(window, GW_OWNER);
     HWND above = GetWindow(owner, GW_HWNDPREV);
-    while (above != nullptr && (above == window || GetWindow(above, GW_OWNER) == owner))
-        above = GetWindow(above, GW_HWNDPREV);
+    const auto isItsLike = [&](HWND other) {
+        return GetWindow(other, GW_OWNER) == owner &&
+               GetClassWord(other, GCW_ATOM) == GetClassWord(window, GCW_ATOM);
+    };
+    while (above != nullptr && (above == window || isItsLike(above))) above = GetWindow(above, GW_HWNDPREV);
     // Directly below a topmost window it would become topmost itself.
     if (above != nullptr && (GetWindowLongA(above, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0) above = HWND_TOP;
     SetWindowPos(window, above, 0, 0, 0, 0,
@@ -84,8 +87,14 @@ Win32HelpWindow::Win32HelpWindow(HINSTANCE module, std::weak_ptr<HelpWindowEvent
 }
 
 Win32HelpWindow::~Win32HelpWindow() {
+    close();
+}
+
+void Win32HelpWindow::close() noexcept {
     if (label_ != nullptr) label_->close();
-    if (window_ != nullptr) stopListeningTo(window_.get());
+    if (window_ == nullptr) return;
+    stopListeningTo(window_.get());
+    window_.reset();
 }
 
 void Win32HelpWindow::windowDestroyed() {

@@ -33,6 +33,7 @@ class Win32HelpWindow final : public HelpWindow, private LabelContainer, private
 
     int twipsPerPixelX() const override { return twipsPerPixelX_; }
     int twipsPerPixelY() const override { return twipsPerPixelY_; }
+    void close() noexcept override;
     LabelWindow* addLabel(const std::shared_ptr<HTMLLabel>& label) override;
     void sizeLabel(Size twips) override;
     Size innerSize() const override;

@@ -1,6 +1,7 @@
 #include "htmllabel/document/HTMLDocument.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "htmllabel/document/Classifier.h"
 #include "htmllabel/document/ClosingTags.h"
@@ -12,24 +13,25 @@
 namespace kavrelon {
 
 void HTMLDocument::setDocument(std::string_view html, const DocumentDefaults& defaults) {
-    mstrDocument_ = normalise(html);
-    page_ = {.mlngBodyBgColor = defaults.BackColor, .mstrBackground = std::move(page_.mstrBackground)};
-    std::vector<Piece> pieces = mTokenizeDocument(mstrDocument_);
+    auto fresh = std::make_unique<Parsed>();
+    fresh->mstrDocument = normalise(html);
+    fresh->page = {.mlngBodyBgColor = defaults.BackColor, .mstrBackground = mstrBackground()};
+    std::vector<Piece> pieces = mTokenizeDocument(fresh->mstrDocument);
     // This needs the tags' codes only, and is cheaper before there are records to be moved.
-    addClosingTags(pieces, mstrDocument_);
-    addElements(pieces);
-    mClassifyAllElements(defaults);
-    mBuildLinkList(defaults.EnableAnchors);
-    mBuildHierarchy(mudtElements_, children_);
+    addClosingTags(pieces, fresh->mstrDocument);
+    fresh->addElements(pieces);
+    fresh->mClassifyAllElements(defaults);
+    if (defaults.EnableAnchors) fresh->mBuildLinkList();
+    mBuildHierarchy(fresh->mudtElements, fresh->children);
+    parsed_ = std::move(fresh);
 }
 
-void HTMLDocument::addElements(const std::vector<Piece>& pieces) {
-    const std::string_view text = mstrDocument_;
-    mudtElements_.clear();
-    mudtElements_.reserve(pieces.size());
+void HTMLDocument::Parsed::addElements(const std::vector<Piece>& pieces) {
+    const std::string_view text = mstrDocument;
+    mudtElements.reserve(pieces.size());
     for (const Piece& piece : pieces) {
-        const auto index = static_cast<std::int16_t>(mudtElements_.size());
-        HTMLElement& element = mudtElements_.emplace_back();
+        const auto index = static_cast<std::int16_t>(mudtElements.size());
+        HTMLElement& element = mudtElements.emplace_back();
         element.strRaw =
             piece.length == 0 ? addedCloser(piece.tag()) : text.substr(piece.begin, piece.length);
         element.blnIsTag = piece.tag() != TAG_TEXT;
@@ -39,31 +41,34 @@ void HTMLDocument::addElements(const std::vector<Piece>& pieces) {
     }
 }
 
-void HTMLDocument::mClassifyAllElements(const DocumentDefaults& defaults) {
-    texts_.release();
-    Classifier classifier(defaults, page_, texts_);
-    // An error in one element ends the handling of that element only.
-    for (HTMLElement& element : mudtElements_) carryOn([&] { classifier.mClassifyElement(element); });
+void HTMLDocument::Parsed::mClassifyAllElements(const DocumentDefaults& defaults) {
+    Classifier classifier(defaults, page, texts);
+    for (HTMLElement& element : mudtElements) {
+        try {
+            classifier.mClassifyElement(element);
+        } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch)
+            // It ends the handling of that element only.
+        }
+    }
 }
 
-void HTMLDocument::mBuildLinkList(bool enableAnchors) {
-    mintLinks_.clear();
-    if (!enableAnchors) return;
-    for (const HTMLElement& element : mudtElements_) {
-        if (element.lngTagType == TAG_A) mintLinks_.push_back(element.intIndex);
+void HTMLDocument::Parsed::mBuildLinkList() {
+    for (const HTMLElement& element : mudtElements) {
+        if (element.lngTagType == TAG_A) mintLinks.push_back(element.intIndex);
     }
 }
 
 std::optional<std::string> HTMLDocument::title() const {
-    const auto found = std::ranges::find(mudtElements_, TAG_TITLE, &HTMLElement::lngTagType);
-    if (mudtElements_.end() - found < 2) return std::nullopt;
+    const auto& elements = parsed_->mudtElements;
+    const auto found = std::ranges::find(elements, TAG_TITLE, &HTMLElement::lngTagType);
+    if (elements.end() - found < 2) return std::nullopt;
     const auto words = std::next(found)->strWords;
     if (words.empty()) return std::string();
     return std::string(words.front().data(), words.back().data() + words.back().size());
 }
 
 void HTMLDocument::setHitBox(std::int16_t index, const Rect& box) {
-    HTMLElement& element = mudtElements_[static_cast<std::size_t>(index)];
+    HTMLElement& element = parsed_->mudtElements[static_cast<std::size_t>(index)];
     element.lngTop = box.top;
     element.lngLeft = box.left;
     element.lngBottom = box.bottom;
@@ -72,7 +77,7 @@ void HTMLDocument::setHitBox(std::int16_t index, const Rect& box) {
 
 bool HTMLDocument::mblnGetParent(const HTMLElement& element, HTMLElement& parent) const {
     if (element.intParent < 1) return false;
-    parent = mudtElements_[static_cast<std::size_t>(element.intParent)];
+    parent = parsed_->mudtElements[static_cast<std::size_t>(element.intParent)];
     return true;
 }
 
@@ -87,7 +92,7 @@ bool HTMLDocument::mblnFindAncestor(const HTMLElement& element, TagType code, HT
 
 bool HTMLDocument::mblnGetFirstChild(const HTMLElement& element, HTMLElement& child) const {
     if (element.intChildCount < 1) return false;
-    child = mudtElements_[static_cast<std::size_t>(element.intChildren.front())];
+    child = parsed_->mudtElements[static_cast<std::size_t>(element.intChildren.front())];
     return true;
 }
 
@@ -96,7 +101,8 @@ bool HTMLDocument::mblnGetNextSibling(const HTMLElement& element, HTMLElement& s
     if (!mblnGetParent(element, parent)) return false;
     const int next = element.intSiblingIndex + 1;
     if (next >= parent.intChildCount) return false;
-    sibling = mudtElements_[static_cast<std::size_t>(parent.intChildren[static_cast<std::size_t>(next)])];
+    sibling =
+        parsed_->mudtElements[static_cast<std::size_t>(parent.intChildren[static_cast<std::size_t>(next)])];
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <memory_resource>
 #include <optional>
 #include <span>
@@ -29,25 +30,25 @@ class HTMLDocument {
 
     /// Replaces the document by this text: normalises it, cuts it into elements, classifies them, adds
     /// missing closing tags, lists the links and builds the tree. The page keeps its picture when the new
-    /// text names none.
+    /// text names none. Where memory runs out, this document stays as it was.
     void setDocument(std::string_view html, const DocumentDefaults& defaults);
 
     /// The normalised text.
-    const std::string& mstrDocument() const { return mstrDocument_; }
+    const std::string& mstrDocument() const { return parsed_->mstrDocument; }
     /// The title's text, decoded; nothing when there is no title.
     std::optional<std::string> title() const;
-    std::span<const HTMLElement> mudtElements() const { return mudtElements_; }
-    std::int16_t mintElementCount() const { return static_cast<std::int16_t>(mudtElements_.size()); }
-    std::int16_t mintBodyIndex() const { return page_.mintBodyIndex; }
-    Colour mlngBodyBgColor() const { return page_.mlngBodyBgColor; }
+    std::span<const HTMLElement> mudtElements() const { return parsed_->mudtElements; }
+    std::int16_t mintElementCount() const { return static_cast<std::int16_t>(parsed_->mudtElements.size()); }
+    std::int16_t mintBodyIndex() const { return parsed_->page.mintBodyIndex; }
+    Colour mlngBodyBgColor() const { return parsed_->page.mlngBodyBgColor; }
     /// Changes the page's background without parsing again.
-    void mlngBodyBgColor(Colour colour) { page_.mlngBodyBgColor = colour; }
-    Colour mlngTextColor() const { return page_.mlngTextColor; }
-    Colour mlngLinkColor() const { return page_.mlngLinkColor; }
-    const std::string& mstrBackground() const { return page_.mstrBackground; }
+    void mlngBodyBgColor(Colour colour) { parsed_->page.mlngBodyBgColor = colour; }
+    Colour mlngTextColor() const { return parsed_->page.mlngTextColor; }
+    Colour mlngLinkColor() const { return parsed_->page.mlngLinkColor; }
+    const std::string& mstrBackground() const { return parsed_->page.mstrBackground; }
     /// The indices of the A elements in document order; none when anchors are off.
-    std::span<const std::int16_t> mintLinks() const { return mintLinks_; }
-    std::int16_t mintLinkCount() const { return static_cast<std::int16_t>(mintLinks_.size()); }
+    std::span<const std::int16_t> mintLinks() const { return parsed_->mintLinks; }
+    std::int16_t mintLinkCount() const { return static_cast<std::int16_t>(parsed_->mintLinks.size()); }
 
     /// Records where element `index` was drawn, in pixels of the page.
     void setHitBox(std::int16_t index, const Rect& box);
@@ -62,17 +63,22 @@ class HTMLDocument {
     bool mblnGetNextSibling(const HTMLElement& element, HTMLElement& sibling) const;
 
   private:
-    void addElements(const std::vector<Piece>& pieces);
-    void mClassifyAllElements(const DocumentDefaults& defaults);
-    void mBuildLinkList(bool enableAnchors);
+    /// All of a document. It stays where it is: the records refer to its text.
+    struct Parsed {
+        void addElements(const std::vector<Piece>& pieces);
+        void mClassifyAllElements(const DocumentDefaults& defaults);
+        void mBuildLinkList();
 
-    std::string mstrDocument_;
-    std::vector<HTMLElement> mudtElements_;
-    PageValues page_;
-    std::vector<std::int16_t> mintLinks_;
-    /// What the records refer to besides the document's text: decoded texts and lists of words.
-    std::pmr::monotonic_buffer_resource texts_;
-    std::vector<std::int16_t> children_;
+        std::string mstrDocument;
+        std::vector<HTMLElement> mudtElements;
+        PageValues page;
+        std::vector<std::int16_t> mintLinks;
+        /// What the records refer to besides the document's text: decoded texts and lists of words.
+        std::pmr::monotonic_buffer_resource texts;
+        std::vector<std::int16_t> children;
+    };
+
+    std::unique_ptr<Parsed> parsed_ = std::make_unique<Parsed>();
 };
 
 }  // namespace kavrelon

@@ -137,13 +137,10 @@ void InlineStyles::leaveScope() {
 }
 
 const InlineStyles::ReadyFont& InlineStyles::readyFont(const FontKey& key) {
-    const auto [place, isNew] = fonts_.try_emplace(key);
-    if (isNew) {
-        place->second.id = canvas_.font({std::string(key.face), key.points, (key.flags & kBold) != 0,
-                                         (key.flags & kItalic) != 0, (key.flags & kUnderline) != 0});
-        place->second.metrics = canvas_.metrics(place->second.id);
-    }
-    return place->second;
+    if (const auto known = fonts_.find(key); known != fonts_.end()) return known->second;
+    const FontId id = canvas_.font({std::string(key.face), key.points, (key.flags & kBold) != 0,
+                                    (key.flags & kItalic) != 0, (key.flags & kUnderline) != 0});
+    return fonts_.emplace(key, ReadyFont{id, canvas_.metrics(id)}).first->second;
 }
 
 std::uint32_t InlineStyles::current() {

@@ -48,7 +48,7 @@ void Layout::measure(const HTMLDocument& document, const LayoutDefaults& default
     FlowBuilder(document, defaults, pictures, canvas, *state_->flow).build();
 }
 
-void Layout::place(HTMLDocument& document, int width) {
+void Layout::placeUnmarked(const HTMLDocument& document, int width) {
     if (!state_->flow) return;
     const Flow& flow = *state_->flow;
     const int margin = state_->margin;
@@ -61,8 +61,14 @@ void Layout::place(HTMLDocument& document, int width) {
     const Size extent = list.extent();
     state_->size = {std::max(width, extent.width + margin),
                     std::max(height + margin, extent.height) + margin};
-    for (std::size_t i = 0; i < flow.marks.size(); ++i) {
-        document.setHitBox(flow.marks[i], list.markPlace(static_cast<std::uint32_t>(i)));
+}
+
+void Layout::place(HTMLDocument& document, int width) {
+    if (!state_->flow) return;
+    placeUnmarked(document, width);
+    const auto& marks = state_->flow->marks;
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        document.setHitBox(marks[i], state_->list.markPlace(static_cast<std::uint32_t>(i)));
     }
 }
 

@@ -30,6 +30,8 @@ class Layout {
     /// each element with a name in the document; without text or pictures of its own, that box is empty. What
     /// is wider than the page makes the page wider. Does nothing before the first `measure`.
     void place(HTMLDocument& document, int width);
+    /// Lays it out likewise and records no hit boxes: for a page that nobody clicks on.
+    void placeUnmarked(const HTMLDocument& document, int width);
 
     /// The laid-out page in pixels: at least as wide as was asked for, as high as its content.
     Size size() const;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <initializer_list>
 #include <limits>
+#include <utility>
 
 #include "gdi/LogFont.h"
 #include "support/Conversions.h"
@@ -46,33 +47,39 @@ LOGFONTA describe(const TextFont& font, int height) {
 
 }  // namespace
 
-GdiFonts::GdiFonts(HDC measuring) : measuring_(measuring) {}
+GdiFonts::GdiFonts(HDC measuring) : measuring_(measuring) {
+    live_.reserve(kMostFonts);
+}
 
 FontId GdiFonts::number(const TextFont& font) {
     const int height = heightInPixels(font.points, measuring_);
     const int style = (font.bold ? 1 : 0) + (font.italic ? 2 : 0) + (font.underline ? 4 : 0);
-    const auto [known, isNew] =
-        numbers_.try_emplace(Key(font.face, height, style), static_cast<FontId>(entries_.size()));
-    if (isNew) entries_.emplace_back().description = describe(font, height);
-    return known->second;
+    Key key(font.face, height, style);
+    if (const auto known = numbers_.find(key); known != numbers_.end()) return known->second;
+    // Before its number is known: where memory runs out in between, no number is without an entry.
+    entries_.emplace_back().description = describe(font, height);
+    return numbers_.emplace(std::move(key), static_cast<FontId>(entries_.size() - 1)).first->second;
 }
 
 GdiFonts::Entry& GdiFonts::measured(FontId font) {
     Entry& entry = entries_[font];
     if (entry.measured) return entry;
-    entry.measured = true;
     const Selected selected(measuring_, handle(font));
     if (!selected) return entry;
     std::array<INT, kCharacters> widths{};
-    GetCharWidth32A(measuring_, 0, kCharacters - 1, widths.data());
+    TEXTMETRICA metrics{};
+    // What the platform could not make or measure is asked for again.
+    if (!GetCharWidth32A(measuring_, 0, kCharacters - 1, widths.data()) ||
+        !GetTextMetricsA(measuring_, &metrics)) {
+        return entry;
+    }
     std::ranges::transform(widths, entry.advances.begin(), [](INT width) {
         return static_cast<std::uint16_t>(
             std::clamp<INT>(width, 0, std::numeric_limits<std::uint16_t>::max()));
     });
-    TEXTMETRICA metrics{};
-    GetTextMetricsA(measuring_, &metrics);
     entry.metrics = {static_cast<int>(metrics.tmAscent), static_cast<int>(metrics.tmDescent),
                      entry.advances[' ']};
+    entry.measured = true;
     return entry;
 }
 
@@ -105,8 +112,8 @@ HFONT GdiFonts::handle(FontId font) {
         entries_[live_.front()].handle.reset();
         live_.erase(live_.begin());
     }
-    live_.push_back(font);
     entry.handle.reset(CreateFontIndirectA(&entry.description));
+    if (entry.handle != nullptr) live_.push_back(font);
     return entry.handle.get();
 }
 

@@ -1,7 +1,6 @@
 #include "htmllabel/win32/Win32LabelWindow.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "htmllabel/HTMLLabel.h"
@@ -9,6 +8,7 @@
 #include "support/SystemColours.h"
 #include "support/win32/Messages.h"
 #include "support/win32/PlatformGeometry.h"
+#include "support/win32/WideText.h"
 
 namespace kavrelon {
 namespace {
@@ -149,14 +149,14 @@ WindowAnswer Win32LabelWindow::handle(const WindowMessage& message) {
 // text.
 WindowAnswer Win32LabelWindow::onTitle(const HTMLLabel& label, const WindowMessage& message) {
     if (message.id != WM_GETTEXT && message.id != WM_GETTEXTLENGTH) return std::nullopt;
-    const std::optional<std::string> title = label.document().title();
-    if (!title) return std::nullopt;
-    if (message.id == WM_GETTEXTLENGTH) return static_cast<LRESULT>(title->size());
+    const std::optional<std::string> ansi = label.document().title();
+    if (!ansi) return std::nullopt;
+    const std::wstring title = toWide(*ansi);
+    if (message.id == WM_GETTEXTLENGTH) return static_cast<LRESULT>(title.size());
     if (message.wParam == 0) return 0;
-    const std::size_t length = std::min<std::size_t>(title->size(), message.wParam - 1);
-    auto* out = reinterpret_cast<char*>(message.lParam);
-    std::memcpy(out, title->data(), length);
-    out[length] = '\0';
+    const std::size_t length = std::min<std::size_t>(title.size(), message.wParam - 1);
+    auto* out = reinterpret_cast<wchar_t*>(message.lParam);
+    *std::ranges::copy_n(title.data(), static_cast<std::ptrdiff_t>(length), out).out = L'\0';
     return static_cast<LRESULT>(length);
 }
 

@@ -47,6 +47,7 @@ struct InterfaceRow {
 };
 const InterfaceRow kInterfaces[] = {
     {IID_ITerminalCallBack, kKavrelon, L"ITerminalCallBack", false},
+    {IID_ITerminalWindow, kKavrelon, L"ITerminalWindow", false},
     {IID_IHTMLLabel, kKavrelon, L"IHTMLLabel", false},
     {DIID_DHTMLLabelEvents, kKavrelon, L"DHTMLLabelEvents", false, kDispatchMarshaler},
     {IID_IClientMain, kQuillabor, L"IClientMain", true},

@@ -7,6 +7,8 @@
 #include "kavrelon.h"
 #include "plugin/clsTerminal.h"
 #include "plugin/com/EscTreeDispatch.h"
+#include "plugin/com/MainDispatch.h"
+#include "plugin/com/WindowAutomation.h"
 #include "support/com/ComCall.h"
 #include "support/com/ComText.h"
 #include "support/com/DualInterface.h"
@@ -22,8 +24,8 @@ namespace kavrelon {
 /// messages through. So every member holds a reference while it runs, except `ReceiveData`, which calls
 /// nobody.
 class TerminalObject final
-    : public Implements<DualInterface<IClientMain>, DualInterface<IClientReceive>, EscTreeDispatch,
-                        DualInterface<::ITerminalCallBack>, IProvideClassInfo> {
+    : public Implements<MainDispatch, DualInterface<IClientReceive>, EscTreeDispatch,
+                        DualInterface<::ITerminalCallBack>, WindowAutomation, IProvideClassInfo> {
   public:
     static constexpr const char* kClassName = "kavrelon.clsTerminal";
 
@@ -73,6 +75,9 @@ class TerminalObject final
 
   private:
     ~TerminalObject() override = default;
+
+    IDispatch& windowMembers() override { return static_cast<::ITerminalWindow&>(*this); }
+    clsTerminal& terminal() override { return terminal_; }
 
     /// Runs the work of a member of `Interface`, with this object held.
     template <class Interface, class Work>

@@ -107,8 +107,13 @@ void Connection::advance(std::chrono::milliseconds, std::string& received) {
         WSANETWORKEVENTS events{};
         // Resets the event; the calls below let the system set it again when there is more to do.
         WSAEnumNetworkEvents(socket_, event_, &events);
-        receiveSome();
         sendQueued();
+        receiveSome();
+        const bool held = !mayReceive();
+        sendQueued();
+        // The system tells of what has arrived only once, until some of it is taken. Otherwise the room in
+        // the queue is what it tells of next.
+        if (held && mayReceive()) WSASetEvent(event_);
     }
     received += std::exchange(arrived_, {});
 }
@@ -146,7 +151,7 @@ void Connection::network(std::span<const std::uint8_t> bytes) {
 
 void Connection::receiveSome() {
     std::array<char, 4096> buffer{};
-    for (std::size_t taken = 0; taken < kMostAtOnce && !ending_;) {
+    for (std::size_t taken = 0; taken < kMostAtOnce && !ending_ && mayReceive();) {
         const int count = recv(socket_, buffer.data(), static_cast<int>(buffer.size()), 0);
         if (count < 0) {
             if (WSAGetLastError() != WSAEWOULDBLOCK) lose(WSAGetLastError());

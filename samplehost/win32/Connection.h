@@ -20,6 +20,9 @@ class ConnectionError : public std::runtime_error {
 };
 
 /// A remote system at the other end of a TCP connection, with telnet or without.
+///
+/// Telnet answers questions. From a remote system that asks for ever and reads no answer nothing more is
+/// taken while too many of them wait, so that the memory they need stays bounded.
 class Connection final : public RemoteSystem, private TelnetSink {
   public:
     /// Connects to the host and port of the options, trying every address that the name has. Returns when the
@@ -40,6 +43,9 @@ class Connection final : public RemoteSystem, private TelnetSink {
     std::optional<SessionEnd> ending() const override { return ending_; }
 
   private:
+    /// How many bytes may wait to be sent while more are received.
+    static constexpr std::size_t kMostQueued = 64 * 1024;
+
     /// Keeps the system's socket library started.
     struct SocketLibrary {
         SocketLibrary();
@@ -54,6 +60,7 @@ class Connection final : public RemoteSystem, private TelnetSink {
     void connectTo(const HostOptions& options);
     int tryAddress(const addrinfo& address);
     void closeSocket();
+    bool mayReceive() const { return queued_.size() <= kMostQueued; }
     void receiveSome();
     void sendQueued();
     void echo(std::string_view text);

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "support/win32/WideText.h"
+
 namespace kavrelon {
 
 /// Owns an automation string. It may be null, which is the empty text, and may contain NULs.
@@ -39,13 +41,6 @@ class Bstr {
 inline std::wstring_view bstrView(BSTR text) noexcept {
     return text != nullptr ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
 }
-
-/// Number of bytes of a text in the system's ANSI code page.
-int ansiLength(std::wstring_view text) noexcept;
-/// Converts a text to the system's ANSI code page. `out` has room for `length` bytes, which is its
-/// `ansiLength`. A character that the page does not have becomes "?", never a similar one.
-void toAnsi(std::wstring_view text, char* out, int length) noexcept;
-std::string toAnsi(std::wstring_view text);
 
 /// The inverse of `toAnsi`.
 Bstr toBstr(std::string_view ansi);

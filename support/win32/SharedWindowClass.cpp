@@ -1,5 +1,7 @@
 #include "support/win32/SharedWindowClass.h"
 
+#include "support/win32/WideText.h"
+
 namespace kavrelon {
 namespace {
 
@@ -8,16 +10,21 @@ SRWLOCK lock = SRWLOCK_INIT;
 
 }  // namespace
 
-SharedWindowClass::SharedWindowClass(const WNDCLASSEXA& description, int& holders)
-    : name_(description.lpszClassName), module_(description.hInstance), holders_(holders) {
+SharedWindowClass::SharedWindowClass(const WindowClassDescription& description, int& holders)
+    : name_(description.name),
+      wideName_(toWide(name_)),
+      module_(description.platform.hInstance),
+      holders_(holders) {
+    WNDCLASSEXW platform = description.platform;
+    platform.lpszClassName = wideName_.c_str();
     AcquireSRWLockExclusive(&lock);
-    if (holders_++ == 0) RegisterClassExA(&description);
+    if (holders_++ == 0) RegisterClassExW(&platform);
     ReleaseSRWLockExclusive(&lock);
 }
 
 SharedWindowClass::~SharedWindowClass() {
     AcquireSRWLockExclusive(&lock);
-    if (--holders_ == 0) UnregisterClassA(name_, module_);
+    if (--holders_ == 0) UnregisterClassW(wideName_.c_str(), module_);
     ReleaseSRWLockExclusive(&lock);
 }
 

@@ -5,32 +5,31 @@
 namespace kavrelon {
 namespace {
 
-/// The number of the platform's pointer: its name does not work with the single-byte calls.
+/// The number of the platform's pointer: its name stands for a single-byte text.
 constexpr WORD kArrowCursor = 32512;
 
 }  // namespace
 
-WNDCLASSEXA WindowProcedure::windowClass(HINSTANCE module, const char* name, UINT style) {
-    WNDCLASSEXA result{};
-    result.cbSize = sizeof result;
-    result.style = style;
-    result.lpfnWndProc = procedure;
-    result.hInstance = module;
-    result.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(kArrowCursor));
-    result.lpszClassName = name;
-    return result;
+WindowClassDescription WindowProcedure::windowClass(HINSTANCE module, const char* name, UINT style) {
+    WNDCLASSEXW platform{};
+    platform.cbSize = sizeof platform;
+    platform.style = style;
+    platform.lpfnWndProc = procedure;
+    platform.hInstance = module;
+    platform.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(kArrowCursor));
+    return {name, platform};
 }
 
 void WindowProcedure::listenTo(HWND window) {
-    SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
 void WindowProcedure::stopListeningTo(HWND window) {
-    SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
 }
 
 WindowProcedure* WindowProcedure::listenerOf(HWND window) {
-    return reinterpret_cast<WindowProcedure*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    return reinterpret_cast<WindowProcedure*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
 LRESULT CALLBACK WindowProcedure::procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
@@ -46,7 +45,7 @@ LRESULT CALLBACK WindowProcedure::procedure(HWND window, UINT id, WPARAM wParam,
     } catch (...) {
         // The event is lost; the platform's default procedure handles the message.
     }
-    return DefWindowProcA(window, id, wParam, lParam);
+    return DefWindowProcW(window, id, wParam, lParam);
 }
 
 }  // namespace kavrelon

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+#include "support/win32/SharedWindowClass.h"
+
 namespace kavrelon {
 
 /// A message as a window procedure receives it.
@@ -23,8 +25,9 @@ using WindowAnswer = std::optional<LRESULT>;
 /// and no exception gets out: a failed event is no reason to take the host down.
 class WindowProcedure {
   public:
-    /// Describes a class of such windows, with the arrow as mouse pointer and no icon or background.
-    static WNDCLASSEXA windowClass(HINSTANCE module, const char* name, UINT style);
+    /// Describes a class of such windows, which are wide ones: what is typed arrives in UTF-16. With the
+    /// arrow as mouse pointer and no icon or background.
+    static WindowClassDescription windowClass(HINSTANCE module, const char* name, UINT style);
 
   protected:
     ~WindowProcedure() = default;

@@ -4,15 +4,16 @@
 
 namespace kavrelon {
 
-void CursorMark::show(TermSurface& surface, const Rect& block) {
+void CursorMark::show(TermSurface* surface, const Rect& block) {
     if (drawn_) return;
     block_ = block;
-    surface.invertBlock(block_);
+    inverted_ = surface != nullptr;
+    if (inverted_) surface->invertBlock(block_);
     drawn_ = true;
 }
 
 void CursorMark::takeOff(TermSurface* surface) {
-    if (surface != nullptr) surface->invertBlock(block_);
+    if (surface != nullptr && inverted_) surface->invertBlock(block_);
     drawn_ = false;
 }
 

@@ -14,8 +14,9 @@ class CursorMark {
   public:
     bool drawn() const { return drawn_; }
 
-    /// Inverts the cell at `block`; a mark that is drawn stays where it is.
-    void show(TermSurface& surface, const Rect& block);
+    /// Inverts the cell at `block`; a mark that is drawn stays where it is. Without a surface it only counts
+    /// as drawn: the window is painted before anybody sees it.
+    void show(TermSurface* surface, const Rect& block);
     /// Restores the cell where the mark was drawn. Without a surface the mark only counts as gone. Call it
     /// only for a mark that is drawn.
     void takeOff(TermSurface* surface);
@@ -28,6 +29,7 @@ class CursorMark {
 
   private:
     bool drawn_ = false;
+    bool inverted_ = false;
     Rect block_;
 };
 

@@ -14,10 +14,37 @@ constexpr int kLargestFont = 200;
 
 }  // namespace
 
+CellRect CellRect::between(int column, int row, int oppositeColumn, int oppositeRow) {
+    const auto [left, right] = std::minmax({column, oppositeColumn});
+    const auto [top, bottom] = std::minmax({row, oppositeRow});
+    return {left, top, right, bottom};
+}
+
+CellRect CellRect::within(const CellRect& other) const {
+    return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+            std::min(bottom, other.bottom)};
+}
+
 Rect GridLayout::cellBlock(int column, int row, int columns) const {
-    const Point from = cellOrigin(column, row);
-    const Point to = cellOrigin(column + columns, row + 1);
+    return blockOf({column + 1, row + 1, column + columns, row + 1});
+}
+
+Rect GridLayout::blockOf(const CellRect& cells) const {
+    const Point from = cellOrigin(cells.left - 1, cells.top - 1);
+    const Point to = cellOrigin(cells.right, cells.bottom);
     return {from.x, from.y, to.x, to.y};
+}
+
+CellRect GridLayout::cellsIn(const Rect& block) const {
+    if (cellWidth_ < 1 || cellHeight_ < 1 || block.width() <= 0 || block.height() <= 0) return {1, 1, 0, 0};
+    // Cells are whole pixels in size.
+    const auto cells = [](int pixels, float size, auto round) {
+        return static_cast<int>(round(static_cast<double>(pixels) / size));
+    };
+    const auto down = [](double value) { return std::floor(value); };
+    const auto up = [](double value) { return std::ceil(value); };
+    return {cells(block.left - left_, cellWidth_, down) + 1, cells(block.top - top_, cellHeight_, down) + 1,
+            cells(block.right - left_, cellWidth_, up), cells(block.bottom - top_, cellHeight_, up)};
 }
 
 CellPlace GridLayout::cellAt(Point pixel, int columns, int lines) const {
@@ -28,30 +55,37 @@ CellPlace GridLayout::cellAt(Point pixel, int columns, int lines) const {
     return {nearest(pixel.x - left_, cellWidth_, columns), nearest(pixel.y - top_, cellHeight_, lines)};
 }
 
-void GridLayout::fitFont(TermSurface& surface, int columns, int lines) const {
+bool GridLayout::fitFont(TermSurface& surface, int columns, int lines) {
     const Size inner = surface.innerSize();
     const double pixel = surface.pointsPerPixel();
+    const double before = surface.fontSize();
+    bool measured = true;
     const auto fits = [&](int height) {
         surface.setFontSize(height * pixel);
         const Size cell = surface.measureCell();
+        measured = measured && cell != Size{};
         return cell.width * columns <= inner.width && cell.height * lines <= inner.height;
     };
     int fitting = kSmallestFont;
     int tooLarge = kLargestFont + 1;
-    while (tooLarge - fitting > 1) {
+    while (measured && tooLarge - fitting > 1) {
         const int middle = (fitting + tooLarge) / 2;
         (fits(middle) ? fitting : tooLarge) = middle;
     }
-    surface.setFontSize(fitting * pixel);
+    surface.setFontSize(measured ? fitting * pixel : before);
+    return measured;
 }
 
 void GridLayout::layOut(TermSurface& surface, int columns, int lines, bool fitFontToWindow) {
     columns = std::max(columns, 0);
     lines = std::max(lines, 0);
     const Size inner = surface.innerSize();
-    if (fitFontToWindow && inner.width > 0 && inner.height > 0) fitFont(surface, columns, lines);
+    laidOut_ = false;
+    if (fitFontToWindow && inner.width > 0 && inner.height > 0 && !fitFont(surface, columns, lines)) return;
 
     const Size cell = surface.measureCell();
+    if (cell == Size{}) return;
+    laidOut_ = true;
     cellWidth_ = static_cast<float>(cell.width);
     cellHeight_ = static_cast<float>(cell.height);
     left_ = std::max((inner.width - columns * cell.width) / 2, 0);

@@ -19,6 +19,7 @@ constexpr auto kSpaces = [] {
 
 void Painter::use(const Pen& pen) {
     if (penKnown_ && pen == penInUse_) return;
+    penKnown_ = false;  // until the surface has taken all of it
     surface_->setPen(pen);
     penInUse_ = pen;
     penKnown_ = true;
@@ -41,7 +42,7 @@ void Painter::drawWithExtras(std::uint8_t ch, int column, int row, const Pen& pe
     const Rect block = grid_.cellBlock(column, row);
     surface_->drawText({block.left, block.top}, {&shown, 1});
     if (!picturesHeld_) pictures_.draw(*surface_, grid_, block);
-    if (UseMemoryDC_) surface_->keepBlock(block);
+    keep(block);
 }
 
 void Painter::addPicture(std::int16_t number, Pictures::Placed picture) {
@@ -54,16 +55,17 @@ void Painter::removePicture(std::int16_t number) {
     noteExtras();
 }
 
-void Painter::removePictures() noexcept {
-    pictures_.removeAll();
+Pictures Painter::removePictures() noexcept {
+    Pictures removed = std::exchange(pictures_, {});
     noteExtras();
+    return removed;
 }
 
-void Painter::resumePictures(const Rect& block) {
-    picturesHeld_ = false;
+void Painter::drawPictures(const CellRect& cells) {
     if (pictures_.empty()) return;
+    const Rect block = grid_.blockOf(cells);
     pictures_.draw(*surface_, grid_, block);
-    if (UseMemoryDC_) surface_->keepBlock(block);
+    keep(block);
 }
 
 void Painter::drawBlanks(int column, int row, int count, const Pen& pen) {
@@ -75,24 +77,33 @@ void Painter::drawBlanks(int column, int row, int count, const Pen& pen) {
     }
     use(pen);
     surface_->drawText(grid_.cellOrigin(column, row), {kSpaces.data(), static_cast<std::size_t>(count)});
-    if (UseMemoryDC_) surface_->keepBlock(grid_.cellBlock(column, row, count));
+    keep(grid_.cellBlock(column, row, count));
 }
 
 void Painter::ClearWindow() {
-    if (UseMemoryDC_) {
-        surface_->clearMemory();
+    memoryStale_ = !UseMemoryDC_ || !surface_->clearMemory();
+    if (memoryStale_) surface_->clear();
+}
+
+void Painter::scrollImage(const Rect& block) {
+    if (block.height() <= 0) return;
+    if (memoryKept()) {
+        surface_->scrollMemory(block);
+        surface_->showMemory();
     } else {
-        surface_->clear();
+        surface_->scrollGrid(block);
     }
 }
 
-void Painter::scrollImage() {
-    if (UseMemoryDC_) {
-        surface_->scrollMemory();
-        surface_->showMemory();
-    } else {
-        surface_->scrollGrid();
-    }
+Painter::MemoryDrawing::MemoryDrawing(Painter& painter)
+    : painter_(painter), begun_(painter.surface_->beginMemory()) {
+    painter_.onMemory_ = begun_;
+}
+
+Painter::MemoryDrawing::~MemoryDrawing() {
+    if (!begun_) return;
+    painter_.onMemory_ = false;
+    painter_.surface_->endMemory();
 }
 
 }  // namespace kavrelon

@@ -7,27 +7,11 @@
 
 #include "support/Geometry.h"
 #include "support/Picture.h"
+#include "terminal/screen/GridLayout.h"
 
 namespace kavrelon {
 
-class GridLayout;
 class TermSurface;
-
-/// A rectangle of cells as hosts count them: columns and rows from 1, both corners inside. It may reach
-/// outside the screen.
-struct CellRect {
-    int left = 1;
-    int top = 1;
-    int right = 1;
-    int bottom = 1;
-
-    /// The rectangle between two corners in any order.
-    static CellRect between(int column, int row, int oppositeColumn, int oppositeRow);
-    bool holds(int column, int row) const {
-        return column >= left && column <= right && row >= top && row <= bottom;
-    }
-    bool operator==(const CellRect&) const = default;
-};
 
 /// The pictures that the host has put over the screen, by number. Where they overlap, a higher number covers
 /// a lower one. They stay at their cells, whatever happens to the text below.
@@ -46,11 +30,12 @@ class Pictures {
     /// Adds a picture, unless there are `kMost`. An older one of its number must have been removed.
     void add(std::int16_t number, Placed picture);
     void remove(std::int16_t number) { pictures_.erase(number); }
-    void removeAll() noexcept { pictures_.clear(); }
 
     /// The smallest rectangle that holds all of them. There must be one.
     CellRect extent() const;
-    /// Whether nothing of a cell can be seen. Column and row count from 1.
+    /// Whether a cell is below one of them. Column and row count from 1.
+    bool cover(int column, int row) const;
+    /// Whether nothing of a cell can be seen.
     bool hide(int column, int row) const;
     /// Draws the parts of the pictures that are in a block of the window.
     void draw(TermSurface& surface, const GridLayout& grid, const Rect& block) const;

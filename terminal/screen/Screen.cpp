@@ -2,22 +2,11 @@
 
 #include <algorithm>
 
+#include "support/Raised.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
 namespace {
-
-/// Raises a flag for the length of a scope.
-class Raised {
-  public:
-    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Raised() { flag_ = false; }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
-
-  private:
-    bool& flag_;
-};
 
 int sizeOr(std::int16_t wanted, std::int16_t fallback) {
     return wanted < 1 ? fallback : std::min<int>(wanted, kMaxScreen);
@@ -28,14 +17,16 @@ int sizeOr(std::int16_t wanted, std::int16_t fallback) {
 void Screen::attach(TermSurface& surface) {
     surface_ = &surface;
     painter_.attach(&surface);
+    noteWhatIsSeen();
 }
 
 void Screen::detach() {
     closeRun();
     mark_.forget();
-    painter_.removePictures();
+    static_cast<void>(painter_.removePictures());
     surface_ = nullptr;
     painter_.attach(nullptr);
+    noteWhatIsSeen();
 }
 
 void Screen::InitScreen() {
@@ -94,7 +85,8 @@ void Screen::print(std::uint8_t ch) {
         if (runEnd_ != 0) return storeInRun(ch);
     }
     buffer_.PutCell(CursorX_, CursorY_, {ch, rendition_.CurAttr()});
-    if (painting() && CursorX_ < RightMargin()) painter_.DrawCell(ch, CursorX_, CursorY_, rendition_.pen());
+    if (CursorX_ < drawnColumns_ && CursorY_ < drawnLines_)
+        painter_.DrawCell(ch, CursorX_, CursorY_, rendition_.pen());
     ++CursorX_;
 }
 
@@ -183,6 +175,8 @@ void Screen::SetCursor(int Col, int Row) {
 void Screen::sizeChanged() {
     SetCursor(CursorX_, CursorY_);
     SelectionShown_ = false;
+    painter_.missDrawing();
+    noteWhatIsSeen();
 }
 
 void Screen::CharsPerLine(std::int16_t value) {
@@ -203,10 +197,12 @@ void Screen::ScreenSize(std::int16_t Width, std::int16_t& Height) {
 }
 
 void Screen::ClearScreen() {
+    buffer_.reserveRows(0, LastLine());
     SetCursor(0, 0);
     observer_.screenErased();
-    painter_.removePictures();
+    static_cast<void>(painter_.removePictures());
     BlankBuffer();
+    SelectionShown_ = false;
     ClearWindow();
     rendition_.set(Rendition::kNormal);
     rendition_.set(Rendition::kBold);
@@ -215,10 +211,9 @@ void Screen::ClearScreen() {
 
 void Screen::drawBlankRows(int firstRow, int lastRow) {
     ScreenDirty_ = true;
-    if (!painting()) return;
-    lastRow = std::min(lastRow, kMaxScreen - 1);
+    lastRow = std::min(lastRow, drawnLines_ - 1);
     for (int row = firstRow; row <= lastRow; ++row)
-        painter_.drawBlanks(0, row, CharsPerLine_, rendition_.pen());
+        painter_.drawBlanks(0, row, drawnColumns_, rendition_.pen());
 }
 
 void Screen::ClearLine() {
@@ -227,9 +222,10 @@ void Screen::ClearLine() {
 }
 
 void Screen::ClearEndOfLine() {
+    buffer_.reserveRows(CursorY_, CursorY_);
     ScreenDirty_ = true;
-    if (painting()) {
-        painter_.drawBlanks(CursorX_, CursorY_, CharsPerLine_ - CursorX_, rendition_.pen());
+    if (CursorY_ < drawnLines_) {
+        painter_.drawBlanks(CursorX_, CursorY_, drawnColumns_ - CursorX_, rendition_.pen());
     }
     if (CursorX_ + 1 > CharsPerLine_) return;
     // One column past the last shown one: the pending column is erased too.
@@ -237,12 +233,14 @@ void Screen::ClearEndOfLine() {
 }
 
 void Screen::ClearStartOfLine() {
+    buffer_.reserveRows(CursorY_, CursorY_);
     drawBlankRows(CursorY_, CursorY_);
     // The window loses the whole row, the buffer only its start: the rest shows again at the next repaint.
     buffer_.fill(0, CursorX_, CursorY_, {' ', rendition_.DefaultAttr()});
 }
 
 void Screen::ClearEndOfScreen() {
+    buffer_.reserveRows(CursorY_, LastLine());
     ClearEndOfLine();
     blankRows(CursorY_ + 1, LastLine());
     observer_.rowsErased(CursorY_);
@@ -250,6 +248,7 @@ void Screen::ClearEndOfScreen() {
 }
 
 void Screen::ClearBeginOfScreen() {
+    buffer_.reserveRows(0, CursorY_);
     drawBlankRows(0, CursorY_ - 1);
     ClearStartOfLine();
     blankRows(0, CursorY_);
@@ -269,31 +268,46 @@ CellPlace Screen::nearestCell(CellPlace place) const {
 std::string Screen::GetScreenText(CellPlace corner, CellPlace opposite) {
     const auto [firstColumn, lastColumn] = std::minmax({corner.column, opposite.column});
     const auto [firstRow, lastRow] = std::minmax({corner.row, opposite.row});
+    for (int row = firstRow; row <= lastRow; ++row) {
+        for (int column = firstColumn; column <= lastColumn; ++column) {
+            Cell cell = buffer_.record(row).Cells[static_cast<std::size_t>(column)];
+            if (cell.Char != 0) continue;
+            cell.Char = ' ';
+            buffer_.PutCell(column - 1, row - 1, cell);
+        }
+    }
+    return shownText(corner, opposite);
+}
+
+std::string Screen::shownText(CellPlace corner, CellPlace opposite) const {
+    const auto [firstColumn, lastColumn] = std::minmax({corner.column, opposite.column});
+    const auto [firstRow, lastRow] = std::minmax({corner.row, opposite.row});
     std::string text;
     for (int row = firstRow; row <= lastRow; ++row) {
         if (row != firstRow && row != lastRow) text += "\r\n";
-        for (int column = firstColumn; column <= lastColumn; ++column) {
-            Cell cell = buffer_.record(row).Cells[static_cast<std::size_t>(column)];
-            if (cell.Char == 0) {
-                cell.Char = ' ';
-                buffer_.PutCell(column - 1, row - 1, cell);
-            }
-            text += static_cast<char>(cell.Char);
-        }
+        addShown(row, firstColumn, lastColumn, text);
     }
+    return text;
+}
+
+std::string Screen::line(int row) const {
+    std::string text;
+    addShown(row, 1, shownColumns(), text);
     return text;
 }
 
 std::vector<std::string> Screen::lines() const {
     std::vector<std::string> lines;
-    for (int row = 1; row <= std::min(LinesPerPage_, kMaxScreen); ++row) {
-        std::string& line = lines.emplace_back();
-        for (int column = 1; column <= std::min(CharsPerLine_, kMaxScreen); ++column) {
-            const std::uint8_t ch = buffer_.record(row).Chars(column);
-            line += ch == 0 ? ' ' : static_cast<char>(ch);
-        }
-    }
+    for (int row = 1; row <= shownRows(); ++row) lines.push_back(line(row));
     return lines;
+}
+
+void Screen::addShown(int row, int firstColumn, int lastColumn, std::string& text) const {
+    const ScreenLine& record = buffer_.record(row);
+    for (int column = firstColumn; column <= lastColumn; ++column) {
+        const std::uint8_t ch = record.Chars(column);
+        text += ch == 0 ? ' ' : static_cast<char>(ch);
+    }
 }
 
 }  // namespace kavrelon

@@ -119,6 +119,8 @@ class Screen {
     void ScreenFontSize(std::int16_t points);
     /// Chooses the window's font; what is laid out and drawn stays.
     void setFont(const FontChoice& font);
+    /// The window may have been shown or hidden.
+    void visibilityChanged() { noteWhatIsSeen(); }
     /// Lays the grid out in the window; with `AutoSize` the font follows the window, without it a window that
     /// is neither maximised nor minimised is asked to fit the grid when `mayResizeWindow`.
     void term_setfontsize(bool mayResizeWindow = false);
@@ -134,8 +136,8 @@ class Screen {
     /// Takes the highlight of a selection off. Without one, `PaintOnly` repaints as above, and nothing
     /// happens otherwise.
     void Redrawscreen(bool PaintOnly = false);
-    /// The platform wants the window's content: repaints, without a highlight, and clears what is around the
-    /// grid.
+    /// The platform wants the part of the window that is due: repaints it, without a highlight, and clears
+    /// what is around the grid.
     void paintWindow();
 
     const Pictures& pictures() const { return painter_.pictures(); }
@@ -157,7 +159,13 @@ class Screen {
     /// The text between two corners, in any order, with a line break before each row but the first and the
     /// last. Empty cells count as spaces, and hold spaces afterwards.
     std::string GetScreenText(CellPlace corner, CellPlace opposite);
-    /// What the screen shows, row by row, empty cells as spaces.
+    /// The same text; empty cells stay empty.
+    std::string shownText(CellPlace corner, CellPlace opposite) const;
+    /// How many rows and columns there are, as far as they can be stored.
+    int shownRows() const { return std::clamp(LinesPerPage_, 0, kMaxScreen); }
+    int shownColumns() const { return std::clamp(CharsPerLine_, 0, kMaxScreen); }
+    /// What a row shows, 1 to `kMaxScreen`, empty cells as spaces; and all rows.
+    std::string line(int row) const;
     std::vector<std::string> lines() const;
 
     /// Draws the cursor mark, a block of inverted pixels, unless it is drawn.
@@ -181,6 +189,8 @@ class Screen {
 
   private:
     static constexpr int kTabStops = 21;
+    static constexpr CellRect kNoCells{1, 1, 0, 0};
+    static constexpr CellRect kAllCells{1, 1, kMaxScreen, kMaxScreen};
 
     static constexpr bool isPrinted(std::uint8_t ch) { return kPrinted[ch]; }
     static constexpr auto kPrinted = [] {
@@ -193,6 +203,7 @@ class Screen {
     }();
 
     bool painting() const { return PaintOn_ && surface_ != nullptr; }
+    void noteWhatIsSeen();
     int LastLine() const { return LinesPerPage_ - 1; }
     int RightMargin() const { return CharsPerLine_; }
 
@@ -232,9 +243,12 @@ class Screen {
     void sizeChanged();
     void takeMarkOff();
     void ClearWindow();
+    void addShown(int row, int firstColumn, int lastColumn, std::string& text) const;
     void drawBlankRows(int firstRow, int lastRow);
-    void drawCells(const CellRect& cells);
-    void drawPictureCells(const CellRect& cells);
+    void drawCells(const CellRect& wanted, const Pictures* below = nullptr);
+    void repaintCells(const CellRect& cells);
+    bool showMemory(bool asKept);
+    void drawPictureCells(const CellRect& cells, const Pictures* below = nullptr);
     // Kept out of the scroll that a burst without painting consists of.
     [[gnu::noinline]] void scrollWithImage();
 
@@ -264,8 +278,18 @@ class Screen {
     bool Writing_ = false;
     bool ScreenDirty_ = false;
     bool SelectionShown_ = false;
-    // The cells that the window shows in reverse, while a selection is shown.
-    CellRect reversed_;
+    // The cells that the window shows in reverse: while a selection is shown, and then until they are drawn.
+    CellRect reversed_ = kNoCells;
+
+    // What of the screen is drawn, brought up to date wherever it may change, so that a character costs two
+    // comparisons: the columns and lines of which something can be seen, none while nothing is drawn.
+    bool drawing_ = false;
+    int drawnColumns_ = 0;
+    int drawnLines_ = 0;
+    // What a scroll does then: it moves the pixels of the lines that can be seen whole, and draws those that
+    // come into the window from below its edge.
+    Rect scrolled_;
+    CellRect scrolledIn_ = kNoCells;
 };
 
 }  // namespace kavrelon

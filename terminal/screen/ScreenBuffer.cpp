@@ -46,9 +46,14 @@ void ScreenBuffer::blank(Row& row) {
     row.extent = 0;
 }
 
+void ScreenBuffer::reserveRows(int first, int last) {
+    for (int row = std::max(first, 0); row <= std::min(last, kMaxScreen - 1); ++row) writableRow(row + 1);
+}
+
 void ScreenBuffer::blankRows(int first, int last) {
     first = std::max(first, 0);
     last = std::min(last, kMaxScreen - 1);
+    reserveRows(first, last);
     for (int row = first; row <= last; ++row) blank(writableRow(row + 1));
 }
 

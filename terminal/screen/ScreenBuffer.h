@@ -29,14 +29,19 @@ class ScreenBuffer {
     /// A record for reading, 0 to 1024 (screen row + 1); a record never written reads as zeros.
     const ScreenLine& record(int index) const;
 
-    /// Screen rows `first` to `last` each take a copy of the blank line. Rows outside the buffer are left
-    /// alone.
+    /// Gets the memory of screen rows `first` to `last`, so that storing in them does not fail for want of
+    /// it. Rows outside the buffer are left alone, here and below.
+    void reserveRows(int first, int last);
+    /// Screen rows `first` to `last` each take a copy of the blank line: all of them, or none when memory
+    /// runs out.
     void blankRows(int first, int last);
     /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
     void moveRowsUp(int lines) {
         if (lines != ringSize_ && !setRing(lines)) return;
+        // Before it moves to the end: where there is no memory for it, nothing moves.
+        Row& first = writableRow(1);
         if (++ringStart_ == ringSize_) ringStart_ = 0;
-        blank(writableRow(ringSize_));
+        blank(first);
     }
 
     /// A screen row for writing in place. Good until the row is blanked or moved.

@@ -7,16 +7,33 @@
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
-namespace {
 
-/// Holds no cell of a screen: those count from 1.
-constexpr CellRect kNoCells{0, 0, 0, 0};
-
-}  // namespace
+// The one place that decides what is drawn. Who changes the size, the layout or the visibility comes here.
+void Screen::noteWhatIsSeen() {
+    const Size inner = painting() && surface_->drawable() ? surface_->innerSize() : Size{};
+    drawing_ = inner.width > 0 && inner.height > 0;
+    drawnColumns_ = drawnLines_ = 0;
+    scrolled_ = {};
+    scrolledIn_ = kNoCells;
+    if (!drawing_) {
+        painter_.missDrawing();
+        return;
+    }
+    const CellRect seen = grid().cellsIn({0, 0, inner.width, inner.height});
+    drawnColumns_ = std::min({CharsPerLine_, kMaxScreen, seen.right});
+    drawnLines_ = std::min({LinesPerPage_, kMaxScreen, seen.bottom});
+    const bool lastIsCut = grid().cellOrigin(0, seen.bottom).y > inner.height;
+    const int wholeLines = std::min(drawnLines_, lastIsCut ? seen.bottom - 1 : seen.bottom);
+    if (drawnColumns_ > 0 && wholeLines > 0) scrolled_ = grid().blockOf({1, 1, drawnColumns_, wholeLines});
+    if (wholeLines < std::min(LinesPerPage_, kMaxScreen)) {
+        scrolledIn_ = {1, std::max(wholeLines, 1), drawnColumns_, drawnLines_};
+    }
+}
 
 void Screen::PaintOn(bool value) {
     closeRun();
     PaintOn_ = value;
+    noteWhatIsSeen();
 }
 
 void Screen::UseMemoryDC(bool value) {
@@ -48,6 +65,8 @@ void Screen::setFont(const FontChoice& font) {
 void Screen::term_setfontsize(bool mayResizeWindow) {
     if (surface_ == nullptr) return;
     painter_.grid().layOut(*surface_, CharsPerLine_, LinesPerPage_, AutoSize_);
+    painter_.missDrawing();
+    noteWhatIsSeen();
     if (!mayResizeWindow || AutoSize_) return;
     const Rect whole = grid().cellBlock(0, 0, CharsPerLine_);
     surface_->requestInnerSize({whole.width(), whole.height() * LinesPerPage_});
@@ -55,10 +74,14 @@ void Screen::term_setfontsize(bool mayResizeWindow) {
 
 void Screen::ClearWindow() {
     mark_.forget();
-    if (painting()) painter_.ClearWindow();
+    if (!drawing_) return;
+    painter_.ClearWindow();
+    reversed_ = kNoCells;
 }
 
 void Screen::layOutAndRepaint() {
+    noteWhatIsSeen();
+    SelectionShown_ = false;
     const bool marked = mark_.drawn();
     ClearWindow();
     term_setfontsize();
@@ -68,6 +91,8 @@ void Screen::layOutAndRepaint() {
 }
 
 void Screen::windowResized() {
+    noteWhatIsSeen();
+    SelectionShown_ = false;
     const bool marked = mark_.drawn();
     HideCursor();
     term_setfontsize();
@@ -80,67 +105,89 @@ void Screen::windowResized() {
 }
 
 void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, int ToRow, bool PaintOnly) {
-    const CellAttr saved = rendition_.CurAttr();
+    noteWhatIsSeen();
     if (!Writing_) {
         mark_.wantedAfterRepaint = mark_.drawn();
         HideCursor();
     }
-    if (PaintOnly && UseMemoryDC()) {
-        if (painting()) surface_->showMemory();
+    const bool whole = !Selected && std::max({FromCol, FromRow, ToCol, ToRow}) < 1;
+    const bool fromMemory = UseMemoryDC() && (whole || PaintOnly);
+    if (fromMemory && (drawing_ ? showMemory(PaintOnly) : PaintOnly)) {
         restoreCursor();
         return;
     }
-    const auto [firstColumn, lastColumn] =
-        std::minmax({FromCol < 1 ? 1 : FromCol, ToCol < 1 ? CharsPerLine_ : ToCol});
-    const auto [firstRow, lastRow] =
-        std::minmax({FromRow < 1 ? 1 : FromRow, ToRow < 1 ? LinesPerPage_ : ToRow});
-    // The full range of a screen without columns or rows runs from below 1.
-    const CellRect cells{std::max(firstColumn, 1), std::max(firstRow, 1), std::min(lastColumn, kMaxScreen),
-                         std::min(lastRow, kMaxScreen)};
-    reversed_ = Selected ? cells : kNoCells;
-    drawCells(cells);
-    rendition_.apply(saved);
-    ScreenDirty_ = true;
+    const CellRect cells =
+        CellRect::between(FromCol < 1 ? 1 : FromCol, FromRow < 1 ? 1 : FromRow,
+                          ToCol < 1 ? CharsPerLine_ : ToCol, ToRow < 1 ? LinesPerPage_ : ToRow)
+            .within(kAllCells);
+    if (Selected) {
+        reversed_ = cells;
+    } else if (drawing_) {
+        reversed_ = kNoCells;
+    }
+    repaintCells(cells);
     restoreCursor();
 }
 
-void Screen::drawCells(const CellRect& cells) {
-    if (!painting()) return;
-    rendition_.set(Rendition::kReset);
-    painter_.holdPictures();
-    for (int row = cells.top; row <= cells.bottom; ++row) {
-        const ScreenLine& line = buffer_.record(row);
-        for (int column = cells.left; column <= cells.right; ++column) {
-            CellAttr attr = line.Attrs(column);
-            if (SelectionShown_ && reversed_.holds(column, row)) attr.Mode = Rendition::kReverse;
-            rendition_.apply(attr);
-            painter_.DrawCell(line.Chars(column), column - 1, row - 1, rendition_.pen());
-        }
-    }
-    const Point from = grid().cellOrigin(cells.left - 1, cells.top - 1);
-    const Point to = grid().cellOrigin(cells.right, cells.bottom);
-    painter_.resumePictures({from.x, from.y, to.x, to.y});
+void Screen::repaintCells(const CellRect& cells) {
+    const CellAttr saved = rendition_.CurAttr();
+    drawCells(cells);
+    rendition_.apply(saved);
+    ScreenDirty_ = true;
 }
 
-void Screen::drawPictureCells(const CellRect& cells) {
+void Screen::drawCells(const CellRect& wanted, const Pictures* below) {
+    const CellRect cells = wanted.within({1, 1, drawnColumns_, drawnLines_});
+    if (cells.empty()) return;
+    rendition_.set(Rendition::kReset);
+    {
+        const Raised held = painter_.holdPictures();
+        for (int row = cells.top; row <= cells.bottom; ++row) {
+            const ScreenLine& line = buffer_.record(row);
+            for (int column = cells.left; column <= cells.right; ++column) {
+                if (below != nullptr && !below->cover(column, row)) continue;
+                CellAttr attr = line.Attrs(column);
+                if (SelectionShown_ && reversed_.holds(column, row)) attr.Mode = Rendition::kReverse;
+                rendition_.apply(attr);
+                painter_.DrawCell(line.Chars(column), column - 1, row - 1, rendition_.pen());
+            }
+        }
+    }
+    painter_.drawPictures(cells);
+}
+
+/// Shows the screen by way of the memory bitmap: as that was kept where this will do, else drawn anew. False
+/// when there is no bitmap to be had.
+bool Screen::showMemory(bool asKept) {
+    if (!asKept || !painter_.memoryKept()) {
+        Painter::MemoryDrawing drawing(painter_);
+        if (!drawing) return false;
+        reversed_ = kNoCells;
+        repaintCells(kAllCells);
+        drawing.complete();
+    }
+    surface_->showMemory();
+    return true;
+}
+
+void Screen::drawPictureCells(const CellRect& cells, const Pictures* below) {
     ScreenDirty_ = true;
     const CellAttr saved = rendition_.CurAttr();
     const bool marked = mark_.drawn();
     HideCursor();
-    drawCells({std::max(cells.left, 1), std::max(cells.top, 1),
-               std::min({cells.right, CharsPerLine_, kMaxScreen}),
-               std::min({cells.bottom, LinesPerPage_, kMaxScreen})});
+    drawCells(cells, below);
     rendition_.apply(saved);
     if (marked) ShowCursor();
 }
 
 void Screen::scrollWithImage() {
-    painter_.scrollImage();
+    if (drawing_) painter_.scrollImage(scrolled_);
     buffer_.moveRowsUp(LinesPerPage_);
-    if (SelectionShown_) {
+    if (reversed_.bottom > 0) {
         --reversed_.top;
         --reversed_.bottom;
     }
+    if (scrolledIn_.bottom > 0) repaintCells(scrolledIn_);
     if (pictures().empty()) return;
     // The pictures have moved up by a row on the window as well.
     CellRect cells = pictures().extent();
@@ -165,7 +212,10 @@ void Screen::ClearPicture(std::int16_t number) {
 }
 
 void Screen::clearPictures() {
-    while (!pictures().empty()) ClearPicture(pictures().all().begin()->first);
+    if (pictures().empty()) return;
+    // All at once: cells that several of them covered are drawn once.
+    const Pictures removed = painter_.removePictures();
+    drawPictureCells(removed.extent(), &removed);
 }
 
 void Screen::Redrawscreen(bool PaintOnly) {
@@ -178,22 +228,35 @@ void Screen::Redrawscreen(bool PaintOnly) {
 }
 
 void Screen::paintWindow() {
+    // A layout that failed for want of a font is made up for.
+    const bool laysOut = surface_ != nullptr && !grid().laidOut();
+    if (laysOut) term_setfontsize();
+    noteWhatIsSeen();
     SelectionShown_ = false;
     const bool marked = mark_.drawn();
     // The mark of a cursor in the pending column is outside the grid, and must be gone before that is
     // cleared.
     HideCursor();
-    if (painting()) surface_->clearOutsideGrid();
-    RepaintScreen(false, 0, 0, 0, 0, true);
+    if (drawing_) surface_->clearOutsideGrid();
+    const CellRect highlighted = reversed_;
+    if (!highlighted.empty()) painter_.missDrawing();
+    if (UseMemoryDC() || laysOut) {
+        RepaintScreen(false, 0, 0, 0, 0, true);
+    } else {
+        if (drawing_) reversed_ = kNoCells;
+        repaintCells(highlighted);
+        repaintCells(drawing_ ? grid().cellsIn(surface_->dueArea()) : kNoCells);
+    }
     if (marked) ShowCursor();
+    if (laysOut && grid().laidOut()) observer_.gridMoved();
 }
 
 void Screen::ShowCursor() {
-    if (painting()) mark_.show(*surface_, grid().cellBlock(CursorX_, CursorY_));
+    if (painting()) mark_.show(drawing_ ? surface_ : nullptr, grid().cellBlock(CursorX_, CursorY_));
 }
 
 void Screen::takeMarkOff() {
-    mark_.takeOff(painting() ? surface_ : nullptr);
+    mark_.takeOff(drawing_ ? surface_ : nullptr);
 }
 
 void Screen::blinkCursor() {

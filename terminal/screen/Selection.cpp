@@ -19,13 +19,20 @@ void Selection::extend(Point mouse) {
     if (screen_.SelectionShown() && under == end()) return;
     if (!singleCell()) repaint(false);
     end(under);
-    if (singleCell()) return;
+    if (singleCell()) {
+        screen_.SelectionShown(false);
+        return;
+    }
     screen_.SelectionShown(true);
     repaint(true);
 }
 
 std::string Selection::text() const {
     return screen_.GetScreenText(start(), end());
+}
+
+std::string Selection::shownText() const {
+    return screen_.shownText(start(), end());
 }
 
 void Selection::drop() {

@@ -22,6 +22,8 @@ class Selection {
     void extend(Point mouse);
     /// The text of the marked cells.
     std::string text() const;
+    /// The same text; empty cells stay empty.
+    std::string shownText() const;
     /// Takes the highlight off.
     void drop();
 

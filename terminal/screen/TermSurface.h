@@ -28,6 +28,12 @@ class TermSurface {
   public:
     virtual ~TermSurface() = default;
 
+    /// Whether what is drawn can be seen. It cannot while the window is hidden, nor while the whole of it is
+    /// going to be painted anyway: in both cases a paint of all of it follows.
+    virtual bool drawable() const = 0;
+    /// What a paint has to draw: the part of the inner area that the platform wants.
+    virtual Rect dueArea() const = 0;
+
     /// Draws single-byte characters from `at` to the right, one cell each, with an opaque background, in the
     /// pen last set. Each character advances by exactly one cell width, whatever the face says of it.
     virtual void drawText(Point at, std::span<const std::uint8_t> text) = 0;
@@ -43,8 +49,9 @@ class TermSurface {
     virtual void clearOutsideGrid() = 0;
     /// Tells where the grid of cells is from now on. Draws nothing.
     virtual void setGrid(const Rect& grid, Size cell) = 0;
-    /// Moves the grid's pixels up by one cell height; the uncovered bottom row shows the window's background.
-    virtual void scrollGrid() = 0;
+    /// Moves the pixels of a block of whole cells up by one cell height; the bottom row that it uncovers
+    /// shows the window's background.
+    virtual void scrollGrid(const Rect& block) = 0;
 
     /// Chooses the face and character set of the font and takes bold off; the size stays.
     virtual void setFont(const FontChoice& font) = 0;
@@ -54,7 +61,8 @@ class TermSurface {
     virtual double fontSize() const = 0;
     /// How many points one pixel of font height is (0.75 at 96 dots an inch).
     virtual double pointsPerPixel() const = 0;
-    /// The cell that the current font needs: as wide as its widest character, at least 1 x 1.
+    /// The cell that the current font needs: as wide as its widest character, at least 1 x 1; 0 x 0 while
+    /// the platform cannot make the font.
     virtual Size measureCell() = 0;
     /// The window's inner area; 0 x 0 while minimised.
     virtual Size innerSize() const = 0;
@@ -62,16 +70,23 @@ class TermSurface {
     /// size bounds it.
     virtual void requestInnerSize(Size size) = 0;
 
-    // The memory bitmap, as large as the inner area, made when it is first used.
+    // The memory bitmap. Without one, the operations on it do nothing.
 
-    /// Copies a block of the window into the memory bitmap.
+    /// Whether there is one, as large as the inner area.
+    virtual bool hasMemory() const = 0;
+    /// Blanks the bitmap, made as large as the inner area, and has text and pictures drawn on it instead of
+    /// the window until `endMemory`. False when the platform has none to give.
+    virtual bool beginMemory() = 0;
+    virtual void endMemory() = 0;
+    /// Blanks the bitmap, made as large as the inner area, and copies it to the window. False when the
+    /// platform has none to give.
+    virtual bool clearMemory() = 0;
+    /// Copies a block of the window into the bitmap.
     virtual void keepBlock(const Rect& block) = 0;
-    /// Moves the grid's part of the bitmap up by one cell height; its bottom row becomes background.
-    virtual void scrollMemory() = 0;
+    /// As `scrollGrid`, on the bitmap.
+    virtual void scrollMemory(const Rect& block) = 0;
     /// Copies the whole bitmap to the window.
     virtual void showMemory() = 0;
-    /// Blanks the bitmap and copies it to the window.
-    virtual void clearMemory() = 0;
 };
 
 }  // namespace kavrelon

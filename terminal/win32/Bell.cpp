@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
+#include <array>
 #include <atomic>
-#include <bit>
-#include <cstdint>
+#include <cstddef>
 
 #include "terminal/BellLimit.h"
 
@@ -13,39 +13,36 @@ namespace {
 
 constexpr SIZE_T kStackBytes = 64 * 1024;
 
-/// What the thread is told, in its one pointer-sized argument.
-struct Tone {
-    std::uint16_t frequency;
-    std::uint16_t milliseconds;
+/// One for each tone, so that none silences another.
+struct Voice {
+    ToneSound tone;
+    /// Set while a request is looked at and while the thread runs; who set it may touch the limit.
+    std::atomic<bool> busy{false};
+    BellLimit limit{};
 };
-static_assert(sizeof(Tone) == sizeof(std::uint32_t));
-
-/// Set while a request is looked at and while the thread runs; who set it may touch what is below.
-std::atomic<bool> busy{false};
-BellLimit limit;
+std::array<Voice, kToneSounds.size()> voices{{{kToneSounds[0]}, {kToneSounds[1]}}};
 
 HMODULE thisModule(DWORD flags) {
     HMODULE module = nullptr;
-    GetModuleHandleExA(flags | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCSTR>(&busy),
+    GetModuleHandleExA(flags | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCSTR>(&voices),
                        &module);
     return module;
 }
 
 DWORD WINAPI sound(void* argument) {
-    const auto tone = std::bit_cast<Tone>(static_cast<std::uint32_t>(reinterpret_cast<ULONG_PTR>(argument)));
-    Beep(tone.frequency, tone.milliseconds);
+    auto& voice = *static_cast<Voice*>(argument);
+    Beep(static_cast<DWORD>(voice.tone.frequencyHertz), static_cast<DWORD>(voice.tone.milliseconds));
     const HMODULE self = thisModule(GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT);
-    busy = false;
+    voice.busy = false;
     FreeLibraryAndExitThread(self, 0);
 }
 
-bool startThread(Tone tone) {
+bool startThread(Voice& voice) {
     // Keeps this code in memory until the thread has left it, whatever the host unloads.
     const HMODULE self = thisModule(0);
     if (self == nullptr) return false;
-    void* argument = reinterpret_cast<void*>(ULONG_PTR{std::bit_cast<std::uint32_t>(tone)});
     const HANDLE thread =
-        CreateThread(nullptr, kStackBytes, sound, argument, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
+        CreateThread(nullptr, kStackBytes, sound, &voice, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
     if (thread == nullptr) {
         FreeLibrary(self);
         return false;
@@ -56,10 +53,12 @@ bool startThread(Tone tone) {
 
 }  // namespace
 
-void soundBell(int frequencyHertz, int milliseconds) noexcept {
-    if (busy.exchange(true)) return;
-    const Tone tone{static_cast<std::uint16_t>(frequencyHertz), static_cast<std::uint16_t>(milliseconds)};
-    if (!limit.mayRing(GetTickCount()) || !startThread(tone)) busy = false;
+bool soundBell(Tone tone) noexcept {
+    Voice& voice = voices[static_cast<std::size_t>(tone)];
+    if (voice.busy.exchange(true)) return false;
+    if (voice.limit.mayRing(GetTickCount()) && startThread(voice)) return true;
+    voice.busy = false;
+    return false;
 }
 
 }  // namespace kavrelon

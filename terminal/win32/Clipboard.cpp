@@ -1,10 +1,15 @@
 #include "terminal/win32/Clipboard.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
+#include "support/win32/WideText.h"
 #include "terminal/win32/OemCharacters.h"
 
 namespace kavrelon {
@@ -35,14 +40,57 @@ class Locked {
     void* data_;
 };
 
-std::wstring shownCharacters(const std::string& text) {
-    std::wstring shown;
-    shown.reserve(text.size());
-    for (const char c : text) {
-        const bool lineBreak = c == '\r' || c == '\n';
-        shown += lineBreak ? static_cast<wchar_t>(c) : oemCharacters()[static_cast<unsigned char>(c)];
+/// A block that holds one part after the other; null when there is no memory.
+GlobalMemory blockOf(std::initializer_list<std::string_view> parts) {
+    std::size_t size = 0;
+    for (const std::string_view part : parts) size += part.size();
+    GlobalMemory memory(GlobalAlloc(GMEM_MOVEABLE, size));
+    if (memory == nullptr) return nullptr;
+    const Locked locked(memory.get());
+    if (locked.data() == nullptr) return nullptr;
+    char* to = static_cast<char*>(locked.data());
+    for (const std::string_view part : parts) to = std::ranges::copy(part, to).out;
+    return memory;
+}
+
+template <class Value>
+std::string_view bytesIn(const Value* values, std::size_t count) {
+    return {reinterpret_cast<const char*>(values), count * sizeof(Value)};
+}
+
+/// Gives memory to the open clipboard, which owns it from then on.
+bool store(UINT format, GlobalMemory memory) {
+    if (SetClipboardData(format, memory.get()) == nullptr) return false;
+    static_cast<void>(memory.release());
+    return true;
+}
+
+/// What the open clipboard holds in a format.
+template <class Value>
+class Stored {
+  public:
+    explicit Stored(UINT format) : memory_(GetClipboardData(format)) {
+        if (memory_ != nullptr) locked_.emplace(memory_);
     }
-    return shown;
+
+    explicit operator bool() const { return locked_ && locked_->data() != nullptr; }
+    const Value* begin() const { return static_cast<const Value*>(locked_->data()); }
+    /// How many values there is room for.
+    std::size_t room() const { return GlobalSize(memory_) / sizeof(Value); }
+
+  private:
+    HGLOBAL memory_;
+    std::optional<Locked> locked_;
+};
+
+std::optional<std::string> storedBytes() {
+    const Stored<char> stored(Clipboard::bytesFormat());
+    std::uint32_t size = 0;
+    if (!stored || stored.room() < sizeof size) return std::nullopt;
+    std::memcpy(&size, stored.begin(), sizeof size);
+    // Any program may store something under the name.
+    if (size > stored.room() - sizeof size) return std::nullopt;
+    return std::string(stored.begin() + sizeof size, size);
 }
 
 }  // namespace
@@ -54,30 +102,27 @@ Clipboard::Clipboard(HWND owner) {
     }
 }
 
+UINT Clipboard::bytesFormat() {
+    static const UINT format = RegisterClipboardFormatW(L"kavrelon terminal text");
+    return format;
+}
+
 std::optional<std::string> Clipboard::text() const {
-    HGLOBAL memory = open_ ? GetClipboardData(CF_TEXT) : nullptr;
-    if (memory == nullptr) return std::nullopt;
-    const Locked locked(memory);
-    if (locked.data() == nullptr) return std::nullopt;
-    const auto* first = static_cast<const char*>(locked.data());
-    return std::string(first, strnlen(first, GlobalSize(memory)));
+    if (!open_) return std::nullopt;
+    if (auto bytes = storedBytes()) return bytes;
+    const Stored<wchar_t> stored(CF_UNICODETEXT);
+    if (!stored) return std::nullopt;
+    return toAnsi({stored.begin(), wcsnlen(stored.begin(), stored.room())});
 }
 
 bool Clipboard::setText(const std::string& text) {
     if (!open_) return false;
     const std::wstring shown = shownCharacters(text);
-    const std::size_t bytes = (shown.size() + 1) * sizeof(wchar_t);
-    GlobalMemory memory(GlobalAlloc(GMEM_MOVEABLE, bytes));
-    if (memory == nullptr) return false;
-    {
-        const Locked locked(memory.get());
-        if (locked.data() == nullptr) return false;
-        std::memcpy(locked.data(), shown.c_str(), bytes);
-    }
-    if (!clear() || SetClipboardData(CF_UNICODETEXT, memory.get()) == nullptr) return false;
-    // The clipboard owns the memory now.
-    static_cast<void>(memory.release());
-    return true;
+    const auto size = static_cast<std::uint32_t>(text.size());
+    GlobalMemory characters = blockOf({bytesIn(shown.c_str(), shown.size() + 1)});
+    GlobalMemory bytes = blockOf({bytesIn(&size, 1), text});
+    if (characters == nullptr || bytes == nullptr || !clear()) return false;
+    return store(CF_UNICODETEXT, std::move(characters)) && store(bytesFormat(), std::move(bytes));
 }
 
 }  // namespace kavrelon

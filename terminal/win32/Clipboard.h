@@ -21,12 +21,16 @@ class Clipboard {
     explicit operator bool() const { return open_; }
 
     bool clear() { return open_ && EmptyClipboard() != FALSE; }
-    /// The text on the clipboard, in the ANSI code page; nothing when it holds none.
+    /// The bytes that a terminal put on the clipboard, or else its text in the ANSI code page; nothing when
+    /// it holds none.
     std::optional<std::string> text() const;
-    /// Replaces the content by screen text: bytes mean the characters that the screen shows for them.
-    /// Programs that want single-byte text get as much of it as their code page has. False when nothing could
-    /// be stored.
+    /// Replaces the content by screen text. Other programs get the characters that the screen shows for its
+    /// bytes (those that want single-byte text as much of it as their code page has), terminals the bytes
+    /// themselves. False when nothing could be stored.
     bool setText(const std::string& text);
+
+    /// The format of those bytes: their number, 32 bits wide, then the bytes.
+    static UINT bytesFormat();
 
   private:
     bool open_ = false;

@@ -70,6 +70,7 @@ FaceFacts GdiFaces::factsOf(const FontChoice& choice) {
     const LOGFONTA description = fixedPitchFont(choice.name, choice.charset, kExaminedHeight);
     const Font font(CreateFontIndirectA(&description));
     const Selected selected(context_, font.get());
+    if (!selected) failed_ = true;
     TEXTMETRICA metrics{};
     GetTextMetricsA(context_, &metrics);
     const bool hasLines = hasLineDrawing(context_);

@@ -14,9 +14,12 @@ class GdiFaces final : public InstalledFaces {
 
     bool has(const char* name) override;
     FaceFacts factsOf(const FontChoice& choice) override;
+    /// The platform could not make one of the fonts that were asked about: what was told of it is not true.
+    bool failed() const { return failed_; }
 
   private:
     HDC context_;
+    bool failed_ = false;
 };
 
 /// The description that realises a face. A positive height is a cell's, a negative one a character's.

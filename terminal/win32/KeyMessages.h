@@ -3,7 +3,8 @@
 #include <windows.h>
 
 #include <memory>
-#include <optional>
+
+#include "support/win32/WindowProcedure.h"
 
 namespace kavrelon {
 
@@ -13,19 +14,22 @@ class TermWindowEvents;
 /// default action any more.
 class KeyMessages {
   public:
-    /// The window procedure's answer; nothing where the platform's own procedure is to go on. An event may
-    /// have destroyed this object: nothing may touch it after the call.
-    std::optional<LRESULT> handle(TermWindowEvents& events, UINT message, WPARAM wParam);
+    /// An event may have destroyed this object: nothing may touch it after the call.
+    WindowAnswer handle(TermWindowEvents& events, const WindowMessage& message);
 
   private:
-    std::optional<LRESULT> keyDown(TermWindowEvents& events, WPARAM key);
-    std::optional<LRESULT> keyUp(TermWindowEvents& events, WPARAM key);
-
     struct State {
         // The character that goes with a key is in the queue before the key's own message arrives.
         bool swallowCharacter = false;
         // Releasing Alt opens the menu bar, unless it was held for a key that the terminal took.
         bool swallowAltUp = false;
+        // The first half of a character that takes two messages; 0 when none is waiting for its other half.
+        wchar_t highSurrogate = 0;
+
+        WindowAnswer keyDown(TermWindowEvents& events, WPARAM key);
+        void type(TermWindowEvents& events, wchar_t unit);
+        void typeCodePoint(TermWindowEvents& events, WPARAM codePoint);
+        void takeCharacters(TermWindowEvents& events, HWND window);
     };
 
     // Shared with the handlers under way, which may outlive this object.

@@ -32,4 +32,14 @@ const OemCharacters& oemCharacters() {
     return table;
 }
 
+std::wstring shownCharacters(std::string_view text) {
+    std::wstring shown;
+    shown.reserve(text.size());
+    for (const char c : text) {
+        const bool lineBreak = c == '\r' || c == '\n';
+        shown += lineBreak ? static_cast<wchar_t>(c) : oemCharacters()[static_cast<unsigned char>(c)];
+    }
+    return shown;
+}
+
 }  // namespace kavrelon

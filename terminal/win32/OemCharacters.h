@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 namespace kavrelon {
 
@@ -10,6 +12,9 @@ namespace kavrelon {
 using OemCharacters = std::array<wchar_t, 256>;
 
 const OemCharacters& oemCharacters();
+
+/// A text of the screen in these characters; its line breaks stay what they are.
+std::wstring shownCharacters(std::string_view text);
 
 inline constexpr wchar_t kLightVertical = L'\x2502';
 inline constexpr wchar_t kLightHorizontal = L'\x2500';

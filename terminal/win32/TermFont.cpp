@@ -1,6 +1,7 @@
 #include "terminal/win32/TermFont.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "support/Conversions.h"
@@ -50,10 +51,10 @@ Glyph planGlyph(const FontFace& face, bool otherLines, UINT byte) {
     return glyph;
 }
 
-/// The cell of the font that is selected.
+/// The cell of the font that is selected; none when the platform does not tell.
 Size measure(HDC context, const FontFace& face) {
     TEXTMETRICA metrics{};
-    GetTextMetricsA(context, &metrics);
+    if (!GetTextMetricsA(context, &metrics)) return {};
     std::array<INT, kLastByte + 1> widths{};
     GetCharWidth32A(context, kFirstPlain, face.oemCodes ? kLastByte : kLastPlain, widths.data());
     int widest = *std::ranges::max_element(widths);
@@ -79,14 +80,22 @@ bool overhangs(HDC context, const Glyph& glyph, UINT byte) {
 
 }  // namespace
 
-RealisedFont::RealisedFont(HDC context, const FontFace& face, const FontFace* lineFace, int height)
-    : face_(face), height_(height), textFonts_{createFont(face, height)} {
+std::unique_ptr<RealisedFont> RealisedFont::make(HDC context, const FontFace& face,
+                                                 const std::optional<FontFace>& lineFace, int height) {
+    Font plain = createFont(face, height);
+    if (plain == nullptr) return nullptr;
+    return std::unique_ptr<RealisedFont>(new RealisedFont(context, face, lineFace, height, std::move(plain)));
+}
+
+RealisedFont::RealisedFont(HDC context, const FontFace& face, const std::optional<FontFace>& lineFace,
+                           int height, Font plain)
+    : face_(face), lineFace_(lineFace), height_(height), textFonts_{std::move(plain)} {
     const Selected selected(context, textFonts_[0].get());
     cell_ = measure(context, face);
     for (UINT byte = 0; byte <= kLastByte; ++byte) {
         Glyph& glyph = glyphs_[byte];
-        glyph = planGlyph(face, lineFace != nullptr, byte);
-        const bool foreign = glyph.source == Glyph::Source::Line && lineFace != nullptr;
+        glyph = planGlyph(face, lineFace.has_value(), byte);
+        const bool foreign = glyph.source == Glyph::Source::Line && lineFace;
         if (foreign) {
             glyph.offsetX = -kLineOverlap;
             glyph.offsetY = -kLineOverlap;
@@ -95,13 +104,6 @@ RealisedFont::RealisedFont(HDC context, const FontFace& face, const FontFace* li
         }
         glyph.clipped = foreign || !face.fixedPitch || overhangs(context, glyph, byte);
     }
-    if (lineFace != nullptr) createLineFont(*lineFace);
-}
-
-void RealisedFont::createLineFont(const FontFace& lineFace) {
-    LOGFONTA description = describe(lineFace, cell_.height + 2 * kLineOverlap);
-    description.lfWidth = cell_.width + 2 * kLineOverlap;
-    lineFont_.reset(CreateFontIndirectA(&description));
 }
 
 HFONT RealisedFont::textFont(bool italic, bool underline) {
@@ -112,29 +114,49 @@ HFONT RealisedFont::textFont(bool italic, bool underline) {
         description.lfUnderline = underline;
         font.reset(CreateFontIndirectA(&description));
     }
-    return font.get();
+    return font != nullptr ? font.get() : textFonts_[0].get();
 }
 
 HFONT RealisedFont::lineFont(bool underline) {
+    if (lineFace_ && lineFont_ == nullptr) {
+        LOGFONTA description = describe(*lineFace_, cell_.height + 2 * kLineOverlap);
+        description.lfWidth = cell_.width + 2 * kLineOverlap;
+        lineFont_.reset(CreateFontIndirectA(&description));
+    }
     return lineFont_ != nullptr ? lineFont_.get() : textFont(false, underline);
 }
 
 TermFont::TermFont(HDC context) : context_(context) {
     setPoints(kInitialPoints);
     choose(fontMenuEntry(kFirstFontEntry).font);
+    if (cell() == Size{}) throw std::bad_alloc();
 }
 
 void TermFont::choose(const FontChoice& choice) {
-    release();
-    cells_.clear();
+    choice_ = choice;
+    facesFound_ = false;
+    facesInUse_ = false;
+    stale_ = true;
+    findFaces();
+}
+
+bool TermFont::findFaces() {
+    if (facesFound_) return true;
     GdiFaces faces(context_);
-    face_ = findFace(faces, choice);
-    lineFace_ = face_.linesJoin ? std::nullopt : findLineFace(faces);
+    FontFace face = findFace(faces, choice_);
+    std::optional<FontFace> lineFace = face.linesJoin ? std::nullopt : findLineFace(faces);
+    if (faces.failed()) return false;
+    face_ = std::move(face);
+    lineFace_ = std::move(lineFace);
+    cells_.clear();
+    facesFound_ = true;
+    return true;
 }
 
 void TermFont::setPoints(double points) {
     points_ = std::max(points, 1.0);
     height_ = std::max(roundHalfToEven(points_ / pointsPerPixel()), 1);
+    stale_ = !facesInUse_ || realised_->height() != height_;
 }
 
 double TermFont::pointsPerPixel() const {
@@ -142,21 +164,23 @@ double TermFont::pointsPerPixel() const {
 }
 
 Size TermFont::cell() {
-    const auto [known, isNew] = cells_.try_emplace(height_);
-    if (isNew) {
-        const Font font = createFont(face_, height_);
-        const Selected selected(context_, font.get());
-        known->second = measure(context_, face_);
-    }
-    return known->second;
+    if (!findFaces()) return {};
+    if (const auto known = cells_.find(height_); known != cells_.end()) return known->second;
+    const Font font = createFont(face_, height_);
+    const Selected selected(context_, font.get());
+    const Size measured = selected ? measure(context_, face_) : Size{};
+    if (measured != Size{}) cells_.emplace(height_, measured);
+    return measured;
 }
 
-RealisedFont& TermFont::realised() {
-    if (stale()) {
-        realised_ =
-            std::make_unique<RealisedFont>(context_, face_, lineFace_ ? &*lineFace_ : nullptr, height_);
-    }
-    return *realised_;
+void TermFont::realise() {
+    // The search for faces is left to the layout, which asks for the cell: it takes too long for each text.
+    if (!stale_ || !facesFound_) return;
+    auto made = RealisedFont::make(context_, face_, lineFace_, height_);
+    if (made == nullptr) return;
+    realised_ = std::move(made);
+    facesInUse_ = true;
+    stale_ = false;
 }
 
 }  // namespace kavrelon

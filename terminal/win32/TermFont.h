@@ -37,21 +37,24 @@ struct Glyph {
 class RealisedFont {
   public:
     /// `height` is the characters' height in pixels. Lines are drawn from `lineFace` where there is one,
-    /// stretched to the cell. Both faces must outlive this object.
-    RealisedFont(HDC context, const FontFace& face, const FontFace* lineFace, int height);
+    /// stretched to the cell. Null when the platform has no font to give.
+    static std::unique_ptr<RealisedFont> make(HDC context, const FontFace& face,
+                                              const std::optional<FontFace>& lineFace, int height);
 
     int height() const { return height_; }
     Size cell() const { return cell_; }
     const Glyph& glyph(std::uint8_t byte) const { return glyphs_[byte]; }
-    /// Created when first asked for. Owned by this object; null when the platform has none.
+    /// Created when first asked for. Owned by this object; the plain one while the platform has no other.
     HFONT textFont(bool italic, bool underline);
     /// Always upright: slanted lines would not join.
     HFONT lineFont(bool underline);
 
   private:
-    void createLineFont(const FontFace& lineFace);
+    RealisedFont(HDC context, const FontFace& face, const std::optional<FontFace>& lineFace, int height,
+                 Font plain);
 
-    const FontFace& face_;
+    FontFace face_;
+    std::optional<FontFace> lineFace_;
     int height_;
     Size cell_;
     std::array<Font, 4> textFonts_;
@@ -61,29 +64,39 @@ class RealisedFont {
 
 /// The font of a terminal window, chosen by name and size.
 ///
-/// It measures on the window's context, and restores what was selected there. The fonts that it gives out
-/// must be off the context before the choice or the size changes.
+/// It measures on the window's context, and restores what was selected there. Where the platform runs out of
+/// fonts, nothing that is known of a font that was not made is kept, and the last one made stays in use.
 class TermFont {
   public:
+    /// Throws std::bad_alloc when there is no font to begin with.
     explicit TermFont(HDC context);
 
     void choose(const FontChoice& choice);
     void setPoints(double points);
+    /// The face in use.
     const std::string& name() const { return face_.name; }
     double points() const { return points_; }
     double pointsPerPixel() const;
-    /// The cell that the font needs, at least 1 x 1.
+    /// The cell that the font needs, at least 1 x 1; 0 x 0 while it cannot be made.
     Size cell();
 
-    /// Whether `realised` would make another font than the one it gave last.
-    bool stale() const { return realised_ == nullptr || realised_->height() != height_; }
-    /// The chosen font, made when it is not there yet.
-    RealisedFont& realised();
-    /// Lets the fonts go; they are made again when needed.
-    void release() { realised_.reset(); }
+    /// Whether the chosen font is another one than that in use.
+    bool stale() const { return stale_; }
+    /// Makes the chosen font the one in use, if it can be made. Those given out before must be off every
+    /// context.
+    void realise();
+    /// The font in use; null when there was none yet.
+    RealisedFont* inUse() const { return realised_.get(); }
 
   private:
+    bool findFaces();
+
     HDC context_;
+    FontChoice choice_{"", 0};
+    /// The faces are those of the choice, and the font in use is one of them.
+    bool facesFound_ = false;
+    bool facesInUse_ = false;
+    bool stale_ = true;
     double points_ = 0;
     int height_ = 0;
     FontFace face_;

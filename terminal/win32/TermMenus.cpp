@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "support/win32/WideText.h"
 #include "terminal/FontMenu.h"
 #include "terminal/PrinterType.h"
 
@@ -16,7 +17,8 @@ void append(HMENU menu, const std::vector<MenuItem>& items) {
         } else {
             const UINT state =
                 (item.enabled ? MF_ENABLED : MF_GRAYED) | (item.checked ? MF_CHECKED : MF_UNCHECKED);
-            AppendMenuA(menu, MF_STRING | state, static_cast<UINT_PTR>(item.command), item.caption.c_str());
+            AppendMenuW(menu, MF_STRING | state, static_cast<UINT_PTR>(item.command),
+                        toShownWide(item.caption).c_str());
         }
     }
 }

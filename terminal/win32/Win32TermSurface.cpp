@@ -1,6 +1,7 @@
 #include "terminal/win32/Win32TermSurface.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "gdi/GdiPicture.h"
 #include "support/win32/PlatformGeometry.h"
@@ -15,20 +16,15 @@ LPCSTR toText(std::span<const std::uint8_t> bytes) {
 }  // namespace
 
 Win32TermSurface::Win32TermSurface(HWND window)
-    : window_(window),
-      context_(GetDC(window)),
-      font_(context_),
-      uncovered_(CreateRectRgn(0, 0, 0, 0)),
-      bottomRow_(CreateRectRgn(0, 0, 0, 0)) {}
+    : window_(window), context_(GetDC(window)), target_(context_), font_(context_) {}
 
 void Win32TermSurface::detach() {
     select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
     window_ = nullptr;
-    context_ = nullptr;
+    context_ = target_ = nullptr;
 }
 
 void Win32TermSurface::holdDrawing() {
-    if (memory_.IsMemDC()) return;
     if (held_++ == 0) IntersectClipRect(context_, 0, 0, 0, 0);
 }
 
@@ -40,6 +36,7 @@ void Win32TermSurface::drawText(Point at, Bytes text) {
     // The clipping would hold it back as well, but at the price of the call.
     if (context_ == nullptr || held_ > 0) return;
     if (font_.stale()) useFont();
+    if (realised_ == nullptr) return;
     while (!text.empty()) {
         const Glyph& first = realised_->glyph(text[0]);
         std::size_t length = 1;
@@ -57,20 +54,19 @@ void Win32TermSurface::drawRun(Point at, Bytes run, const Glyph& how) {
     if (how.clipped || (pen_.italic && !line)) {
         drawClipped(at, run);
     } else if (how.source == Glyph::Source::Byte) {
-        ExtTextOutA(context_, at.x, at.y, ETO_OPAQUE, nullptr, toText(run), static_cast<UINT>(run.size()),
+        ExtTextOutA(target_, at.x, at.y, ETO_OPAQUE, nullptr, toText(run), static_cast<UINT>(run.size()),
                     advances_.data());
     } else {
         std::array<wchar_t, kMaxScreen> characters;
         std::ranges::transform(run, characters.begin(),
                                [this](std::uint8_t byte) { return realised_->glyph(byte).character; });
-        ExtTextOutW(context_, at.x, at.y, ETO_OPAQUE, nullptr, characters.data(),
+        ExtTextOutW(target_, at.x, at.y, ETO_OPAQUE, nullptr, characters.data(),
                     static_cast<UINT>(run.size()), advances_.data());
     }
 }
 
 void Win32TermSurface::drawClipped(Point at, Bytes run) {
-    const Size cell = realised_->cell();
-    RECT box{at.x, at.y, at.x + cell.width, at.y + cell.height};
+    RECT box{at.x, at.y, at.x + cell_.width, at.y + cell_.height};
     for (const std::uint8_t& byte : run) {
         const Glyph& glyph = realised_->glyph(byte);
         // Centring would tear an underline: it starts where its character does.
@@ -79,46 +75,50 @@ void Win32TermSurface::drawClipped(Point at, Bytes run) {
         const int y = at.y + glyph.offsetY;
         constexpr UINT options = ETO_OPAQUE | ETO_CLIPPED;
         if (glyph.source == Glyph::Source::Byte) {
-            ExtTextOutA(context_, x, y, options, &box, toText({&byte, 1}), 1, advances_.data());
+            ExtTextOutA(target_, x, y, options, &box, toText({&byte, 1}), 1, advances_.data());
         } else {
-            ExtTextOutW(context_, x, y, options, &box, &glyph.character, 1, advances_.data());
+            ExtTextOutW(target_, x, y, options, &box, &glyph.character, 1, advances_.data());
         }
-        OffsetRect(&box, cell.width, 0);
+        OffsetRect(&box, cell_.width, 0);
     }
 }
 
 void Win32TermSurface::setPen(const Pen& pen) {
     if (context_ == nullptr) return;
     pen_ = pen;
-    SetTextColor(context_, pen.text);
-    SetBkColor(context_, pen.back);
+    SetTextColor(target_, pen.text);
+    SetBkColor(target_, pen.back);
     useFont();
 }
 
 void Win32TermSurface::useFont() {
-    if (font_.stale()) {
-        select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
-        realised_ = &font_.realised();
-        advances_.fill(realised_->cell().width);
-    }
+    if (font_.stale() && target_ == context_) makeFont();
+    if (realised_ == nullptr) return;
     textFont_ = realised_->textFont(pen_.italic, pen_.underline);
     lineFont_ = realised_->lineFont(pen_.underline);
     select(textFont_);
 }
 
+void Win32TermSurface::makeFont() {
+    select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
+    font_.realise();
+    realised_ = font_.inUse();
+    // What was drawn in another font meanwhile is painted again.
+    if (std::exchange(fontMissing_, font_.stale()) && !fontMissing_) InvalidateRect(window_, nullptr, FALSE);
+}
+
 void Win32TermSurface::select(HFONT font) {
     if (font == selected_) return;
-    SelectObject(context_, font);
-    selected_ = font;
+    if (SelectObject(target_, font) != nullptr) selected_ = font;
 }
 
 void Win32TermSurface::drawPicture(const Picture& picture, const Rect& place, const Rect& clip) {
     const GdiPicture* const own = GdiPicture::of(picture);
     if (context_ == nullptr || held_ > 0 || own == nullptr) return;
-    const int before = SaveDC(context_);
-    IntersectClipRect(context_, clip.left, clip.top, clip.right, clip.bottom);
-    own->draw(context_, toPlatform(place));
-    RestoreDC(context_, before);
+    const int before = SaveDC(target_);
+    IntersectClipRect(target_, clip.left, clip.top, clip.right, clip.bottom);
+    own->draw(target_, toPlatform(place));
+    RestoreDC(target_, before);
 }
 
 void Win32TermSurface::invertBlock(const Rect& block) {
@@ -127,7 +127,7 @@ void Win32TermSurface::invertBlock(const Rect& block) {
 
 void Win32TermSurface::blacken(const Rect& block) {
     if (block.width() <= 0 || block.height() <= 0) return;
-    PatBlt(context_, block.left, block.top, block.width(), block.height(), BLACKNESS);
+    PatBlt(target_, block.left, block.top, block.width(), block.height(), BLACKNESS);
 }
 
 void Win32TermSurface::clear() {
@@ -146,22 +146,27 @@ void Win32TermSurface::clearOutsideGrid() {
 void Win32TermSurface::setGrid(const Rect& grid, Size cell) {
     grid_ = grid;
     cell_ = cell;
-    uncoveredBox_ = {};
-    SetRectRgn(uncovered_.get(), 0, 0, 0, 0);
+    advances_.fill(cell.width);
 }
 
-void Win32TermSurface::scrollGrid() {
+void Win32TermSurface::scrollGrid(const Rect& block) {
     if (context_ == nullptr) return;
-    const RECT grid = toPlatform(grid_);
+    const RECT moved = toPlatform(block);
     RECT pending{};
     const bool unpainted = GetUpdateRect(window_, &pending, FALSE) != FALSE;
-    ScrollDC(context_, 0, -cell_.height, &grid, &grid, uncovered_.get(), &uncoveredBox_);
+    // Regions that could not be made are made when they can.
+    if (uncovered_ == nullptr) uncovered_.reset(CreateRectRgn(0, 0, 0, 0));
+    if (bottomRow_ == nullptr) bottomRow_.reset(CreateRectRgn(0, 0, 0, 0));
+    RECT uncoveredBox{};
+    ScrollDC(context_, 0, -cell_.height, &moved, &moved, uncovered_.get(), &uncoveredBox);
 
-    const int bottomRow = std::max(grid_.bottom - cell_.height, grid_.top);
-    blacken({grid_.left, bottomRow, grid_.right, grid_.bottom});
+    const int bottomRow = std::max(block.bottom - cell_.height, block.top);
+    blacken({block.left, bottomRow, block.right, block.bottom});
     // What is uncovered outside the bottom row was hidden by another window, and could not be moved.
-    SetRectRgn(bottomRow_.get(), grid_.left, bottomRow, grid_.right, grid_.bottom);
-    if (CombineRgn(uncovered_.get(), uncovered_.get(), bottomRow_.get(), RGN_DIFF) > NULLREGION) {
+    SetRectRgn(bottomRow_.get(), block.left, bottomRow, block.right, block.bottom);
+    if (uncovered_ == nullptr || bottomRow_ == nullptr) {
+        InvalidateRect(window_, &uncoveredBox, FALSE);
+    } else if (CombineRgn(uncovered_.get(), uncovered_.get(), bottomRow_.get(), RGN_DIFF) > NULLREGION) {
         InvalidateRgn(window_, uncovered_.get(), FALSE);
     }
     // What waited for its painting has moved up like the rest.
@@ -172,9 +177,7 @@ void Win32TermSurface::scrollGrid() {
 }
 
 void Win32TermSurface::setFont(const FontChoice& font) {
-    if (context_ == nullptr) return;
-    select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
-    font_.choose(font);
+    if (context_ != nullptr) font_.choose(font);
 }
 
 Size Win32TermSurface::innerSize() const {
@@ -189,30 +192,55 @@ bool Win32TermSurface::makeMemory() {
     const Size inner = innerSize();
     memory_.Width(inner.width);
     memory_.Height(inner.height);
+    return hasMemory();
+}
+
+bool Win32TermSurface::hasMemory() const {
+    const Size inner = innerSize();
+    return memory_.IsMemDC() && memory_.Width() >= inner.width && memory_.Height() >= inner.height;
+}
+
+bool Win32TermSurface::beginMemory() {
+    if (context_ == nullptr || !makeMemory()) return false;
+    // A font that is due is made now: the old one would have to be off both contexts.
+    if (font_.stale()) useFont();
+    target_ = memory_.hDc();
+    selected_ = nullptr;
+    blacken({0, 0, static_cast<int>(memory_.Width()), static_cast<int>(memory_.Height())});
+    setPen(pen_);
+    return true;
+}
+
+void Win32TermSurface::endMemory() {
+    select(static_cast<HFONT>(GetStockObject(SYSTEM_FONT)));
+    target_ = context_;
+    selected_ = nullptr;
+    setPen(pen_);
+}
+
+bool Win32TermSurface::clearMemory() {
+    if (!makeMemory()) return false;
+    memory_.Cls(context_);
     return memory_.IsMemDC();
 }
 
 void Win32TermSurface::keepBlock(const Rect& block) {
-    if (!makeMemory()) return;
+    if (!memory_.IsMemDC()) return;
     BitBlt(memory_.hDc(), block.left, block.top, block.width(), block.height(), context_, block.left,
            block.top, SRCCOPY);
 }
 
-void Win32TermSurface::scrollMemory() {
-    if (!makeMemory()) return;
+void Win32TermSurface::scrollMemory(const Rect& block) {
+    if (!memory_.IsMemDC()) return;
     const HDC memory = memory_.hDc();
-    const int rest = std::max(grid_.height() - cell_.height, 0);
-    BitBlt(memory, grid_.left, grid_.top, grid_.width(), rest, memory, grid_.left, grid_.top + cell_.height,
+    const int rest = std::max(block.height() - cell_.height, 0);
+    BitBlt(memory, block.left, block.top, block.width(), rest, memory, block.left, block.top + cell_.height,
            SRCCOPY);
-    PatBlt(memory, grid_.left, grid_.top + rest, grid_.width(), grid_.height() - rest, BLACKNESS);
+    PatBlt(memory, block.left, block.top + rest, block.width(), block.height() - rest, BLACKNESS);
 }
 
 void Win32TermSurface::showMemory() {
-    if (makeMemory()) memory_.Draw(context_);
-}
-
-void Win32TermSurface::clearMemory() {
-    if (makeMemory()) memory_.Cls(context_);
+    memory_.Draw(context_);
 }
 
 }  // namespace kavrelon

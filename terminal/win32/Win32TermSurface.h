@@ -20,6 +20,7 @@ namespace kavrelon {
 /// the next, and a drawn cell costs one platform call.
 class Win32TermSurface {
   public:
+    /// Throws std::bad_alloc when the window has no context or no font to give.
     explicit Win32TermSurface(HWND window);
     Win32TermSurface(const Win32TermSurface&) = delete;
     Win32TermSurface& operator=(const Win32TermSurface&) = delete;
@@ -27,10 +28,13 @@ class Win32TermSurface {
     void detach();
 
     /// Between the two calls nothing is drawn; the caller has everything painted afterwards. They may nest.
-    /// While a memory bitmap is in use drawing goes on, since the bitmap gets its content from the window.
     void holdDrawing();
     void resumeDrawing();
+    /// What the platform wants painted, until the next call.
+    void dueArea(const Rect& due) { due_ = due; }
 
+    bool drawable() const { return held_ == 0 && IsWindowVisible(window_) != FALSE; }
+    Rect dueArea() const { return due_; }
     void drawText(Point at, std::span<const std::uint8_t> text);
     void setPen(const Pen& pen);
     void drawPicture(const Picture& picture, const Rect& place, const Rect& clip);
@@ -38,7 +42,7 @@ class Win32TermSurface {
     void clear();
     void clearOutsideGrid();
     void setGrid(const Rect& grid, Size cell);
-    void scrollGrid();
+    void scrollGrid(const Rect& block);
 
     void setFont(const FontChoice& font);
     void setFontSize(double points) { font_.setPoints(points); }
@@ -48,15 +52,19 @@ class Win32TermSurface {
     Size measureCell() { return font_.cell(); }
     Size innerSize() const;
 
+    bool hasMemory() const;
+    bool beginMemory();
+    void endMemory();
+    bool clearMemory();
     void keepBlock(const Rect& block);
-    void scrollMemory();
+    void scrollMemory(const Rect& block);
     void showMemory();
-    void clearMemory();
 
   private:
     using Bytes = std::span<const std::uint8_t>;
 
     void useFont();
+    void makeFont();
     void select(HFONT font);
     void drawRun(Point at, Bytes run, const Glyph& how);
     void drawClipped(Point at, Bytes run);
@@ -65,6 +73,8 @@ class Win32TermSurface {
 
     HWND window_;
     HDC context_;
+    /// What text and pictures are drawn on: the window's context, or that of the memory bitmap.
+    HDC target_;
     TermFont font_;
     RealisedFont* realised_ = nullptr;
     HFONT selected_ = nullptr;
@@ -75,11 +85,12 @@ class Win32TermSurface {
     Size cell_;
     /// One cell width after the other, as the text calls want them.
     std::array<int, kMaxScreen> advances_{};
-    RECT uncoveredBox_{};
     Region uncovered_;
     Region bottomRow_;
     pcMemDC memory_;
+    bool fontMissing_ = false;
     int held_ = 0;
+    Rect due_;
 };
 
 }  // namespace kavrelon

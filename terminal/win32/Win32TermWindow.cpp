@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/win32/PlatformGeometry.h"
+#include "support/win32/WideText.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
 #include "terminal/win32/MouseMessages.h"
@@ -10,7 +12,7 @@
 namespace kavrelon {
 namespace {
 
-constexpr const char* kCaption = "Terminal";
+constexpr const wchar_t* kCaption = L"Terminal";
 
 /// Timers are numbered from 1: number 0 means any to some of the calls.
 constexpr UINT_PTR timerNumber(std::size_t timer) {
@@ -30,7 +32,8 @@ int showCommand(WindowState state) {
 }
 
 bool isKeyMessage(UINT message) {
-    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_KILLFOCUS;
+    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_IME_CHAR ||
+           message == WM_KILLFOCUS;
 }
 
 RECT workArea(HWND window) {
@@ -43,8 +46,8 @@ RECT workArea(HWND window) {
 }  // namespace
 
 WindowHandle Win32TermWindow::create(const WindowClass& windowClass, HMENU menu) {
-    return takeOver(CreateWindowExA(0, WindowClass::kName, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
-                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, menu,
+    return takeOver(CreateWindowExW(0, toWide(WindowClass::kName).c_str(), kCaption, WS_OVERLAPPEDWINDOW,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, menu,
                                     windowClass.module(), nullptr));
 }
 
@@ -55,6 +58,10 @@ Win32TermWindow::Win32TermWindow(const WindowClass& windowClass, std::weak_ptr<T
 }
 
 Win32TermWindow::~Win32TermWindow() {
+    close();
+}
+
+void Win32TermWindow::close() noexcept {
     if (window_ == nullptr) return;
     stopListeningTo(window_.get());
     surface_.detach();
@@ -70,7 +77,8 @@ void Win32TermWindow::windowDestroyed() {
 }
 
 WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
-    // Held for the length of the message, since a handler may release the last reference.
+    // Held for the length of the message, and this object with them: a handler may release the last
+    // reference.
     const std::shared_ptr<TermWindowEvents> events = events_.lock();
     if (events == nullptr) return std::nullopt;
     if (const WindowAnswer answer = onDrawing(*events, message)) return answer;
@@ -79,7 +87,7 @@ WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
             handleMouse(*events, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
-    if (isKeyMessage(message.id)) return keys_.handle(*events, message.id, message.wParam);
+    if (isKeyMessage(message.id)) return keys_.handle(*events, message);
     return onSession(*events, message);
 }
 
@@ -89,17 +97,24 @@ WindowAnswer Win32TermWindow::onDrawing(TermWindowEvents& events, const WindowMe
             // Painting covers every pixel; erasing before it would only flicker.
             return 1;
         case WM_PAINT: {
-            // The context handed out is the surface's own, clipped to what is wanted until the end.
+            // Painting comes after the end: the surface's own context would be clipped to what is wanted
+            // before it, and a highlight that the paint ends has to go wherever it is.
             PAINTSTRUCT paint{};
             BeginPaint(message.window, &paint);
-            if (!IsIconic(message.window)) events.Form_Paint();
             EndPaint(message.window, &paint);
+            surface_.dueArea(fromPlatform(paint.rcPaint));
+            if (!IsIconic(message.window)) events.Form_Paint();
             return 0;
         }
         case WM_WINDOWPOSCHANGED:
             events.Form_Move();
             return std::nullopt;
         case WM_SIZE:
+            // Showing a window tells its size twice, and would paint it twice.
+            if (std::exchange(sizeTold_, std::pair(message.wParam, message.lParam)) ==
+                std::pair(message.wParam, message.lParam)) {
+                return 0;
+            }
             if (message.wParam == SIZE_MINIMIZED) {
                 events.Form_Resize();
             } else {
@@ -159,7 +174,7 @@ WindowAnswer Win32TermWindow::onSession(TermWindowEvents& events, const WindowMe
             } else {
                 events.Form_Activate();
             }
-            return DefWindowProcA(message.window, message.id, message.wParam, message.lParam);
+            return DefWindowProcW(message.window, message.id, message.wParam, message.lParam);
         case WM_CLOSE:
             events.Form_Close();
             return 0;
@@ -210,11 +225,23 @@ void Win32TermWindow::requestInnerSize(Size size) {
 
 void Win32TermWindow::makeActive() {
     SetWindowPos(window_.get(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-    SetActiveWindow(window_.get());
+    if (window_ != nullptr) SetActiveWindow(window_.get());
 }
 
 void Win32TermWindow::setFocus() {
-    SetFocus(window_.get());
+    // Without a window it would take the keyboard from others.
+    if (window_ != nullptr) SetFocus(window_.get());
+}
+
+std::string Win32TermWindow::caption() const {
+    const int length = GetWindowTextLengthA(window_.get());
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(window_.get(), text.data(), length + 1)));
+    return text;
+}
+
+void Win32TermWindow::setCaption(const std::string& text) {
+    SetWindowTextA(window_.get(), text.c_str());
 }
 
 TitleBarSettings Win32TermWindow::titleBarSettings() const {
@@ -244,8 +271,8 @@ void Win32TermWindow::enableTimer(TermTimer timer, bool on) {
     }
 }
 
-void Win32TermWindow::beep(int frequencyHertz, int milliseconds) {
-    soundBell(frequencyHertz, milliseconds);
+void Win32TermWindow::beep(Tone tone) {
+    soundBell(tone);
 }
 
 std::optional<std::string> Win32TermWindow::clipboardText() {
@@ -270,7 +297,15 @@ void Win32TermWindow::enableRemoteMenu(bool enabled) {
 }
 
 void Win32TermWindow::reportFailure(const std::string& text) {
-    if (window_ != nullptr) MessageBoxA(window_.get(), text.c_str(), kCaption, MB_OK | MB_ICONEXCLAMATION);
+    if (window_ != nullptr)
+        MessageBoxW(window_.get(), toShownWide(text).c_str(), kCaption, MB_OK | MB_ICONEXCLAMATION);
+}
+
+bool Win32TermWindow::confirm(const std::string& text) {
+    // Topmost: a help box that the remote side shows meanwhile must not cover what the user is to read.
+    constexpr UINT kStyle = MB_YESNO | MB_DEFBUTTON2 | MB_ICONWARNING | MB_TOPMOST;
+    return window_ != nullptr &&
+           MessageBoxW(window_.get(), toShownWide(text).c_str(), kCaption, kStyle) == IDYES;
 }
 
 }  // namespace kavrelon

@@ -5,6 +5,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "support/win32/WindowHandle.h"
 #include "support/win32/WindowProcedure.h"
@@ -28,6 +29,8 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     Win32TermWindow(const Win32TermWindow&) = delete;
     Win32TermWindow& operator=(const Win32TermWindow&) = delete;
 
+    bool drawable() const override { return surface_.drawable(); }
+    Rect dueArea() const override { return surface_.dueArea(); }
     void drawText(Point at, std::span<const std::uint8_t> text) override { surface_.drawText(at, text); }
     void setPen(const Pen& pen) override { surface_.setPen(pen); }
     void drawPicture(const Picture& picture, const Rect& place, const Rect& clip) override {
@@ -37,7 +40,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void clear() override { surface_.clear(); }
     void clearOutsideGrid() override { surface_.clearOutsideGrid(); }
     void setGrid(const Rect& grid, Size cell) override { surface_.setGrid(grid, cell); }
-    void scrollGrid() override { surface_.scrollGrid(); }
+    void scrollGrid(const Rect& block) override { surface_.scrollGrid(block); }
     void setFont(const FontChoice& font) override { surface_.setFont(font); }
     void setFontSize(double points) override { surface_.setFontSize(points); }
     std::string fontName() const override { return surface_.fontName(); }
@@ -45,11 +48,15 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     double pointsPerPixel() const override { return surface_.pointsPerPixel(); }
     Size measureCell() override { return surface_.measureCell(); }
     Size innerSize() const override { return surface_.innerSize(); }
+    bool hasMemory() const override { return surface_.hasMemory(); }
+    bool beginMemory() override { return surface_.beginMemory(); }
+    void endMemory() override { surface_.endMemory(); }
+    bool clearMemory() override { return surface_.clearMemory(); }
     void keepBlock(const Rect& block) override { surface_.keepBlock(block); }
-    void scrollMemory() override { surface_.scrollMemory(); }
+    void scrollMemory(const Rect& block) override { surface_.scrollMemory(block); }
     void showMemory() override { surface_.showMemory(); }
-    void clearMemory() override { surface_.clearMemory(); }
 
+    void close() noexcept override;
     WindowId id() const override { return reinterpret_cast<WindowId>(window_.get()); }
     Point innerCorner() const override;
     void show() override;
@@ -59,12 +66,14 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void makeActive() override;
     void setFocus() override;
 
+    std::string caption() const override;
+    void setCaption(const std::string& text) override;
     TitleBarSettings titleBarSettings() const override;
     std::uint32_t styleBits() const override;
     void setStyleBits(std::uint32_t bits) override;
 
     void enableTimer(TermTimer timer, bool on) override;
-    void beep(int frequencyHertz, int milliseconds) override;
+    void beep(Tone tone) override;
     std::optional<std::string> clipboardText() override;
     bool setClipboardText(const std::string& text) override;
     bool clearClipboard() override;
@@ -75,12 +84,13 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void setScreenWidthCaption(std::string_view caption) override { menus_.setScreenWidthCaption(caption); }
     void enableRemoteMenu(bool enabled) override;
     void reportFailure(const std::string& text) override;
+    bool confirm(const std::string& text) override;
 
   private:
     static WindowHandle create(const WindowClass& windowClass, HMENU menu);
 
-    // One handler for each family of messages. After an event, which may have destroyed it, none touches the
-    // object, and each gives an answer.
+    // One handler for each family of messages. The object outlives the events of a message, whose receiver
+    // owns it.
     WindowAnswer handle(const WindowMessage& message) override;
     WindowAnswer onDrawing(TermWindowEvents& events, const WindowMessage& message);
     WindowAnswer onCommand(TermWindowEvents& events, const WindowMessage& message);
@@ -95,6 +105,8 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     Win32TermSurface surface_;
     KeyMessages keys_;
     WindowState stateWhenShown_ = WindowState::Normal;
+    /// The state and the inner area of the last message about them.
+    std::pair<WPARAM, LPARAM> sizeTold_{~WPARAM{0}, 0};
     std::array<bool, 2> timers_{};
 };
 

@@ -7,11 +7,11 @@ namespace {
 
 int holders = 0;
 
-WNDCLASSEXA description(HINSTANCE module) {
-    WNDCLASSEXA result =
+WindowClassDescription description(HINSTANCE module) {
+    WindowClassDescription result =
         WindowProcedure::windowClass(module, WindowClass::kName, CS_OWNDC | CS_HREDRAW | CS_VREDRAW);
-    result.hIcon = LoadIconA(nullptr, MAKEINTRESOURCEA(32512));
-    result.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    result.platform.hIcon = LoadIconW(nullptr, MAKEINTRESOURCEW(32512));
+    result.platform.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
     return result;
 }
 

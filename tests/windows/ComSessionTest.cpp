@@ -6,6 +6,7 @@
 #include <ocidl.h>
 
 #include "headless/EscapeRows.h"
+#include "terminal/win32/WindowClass.h"
 #include "tests/windows/ComTestSupport.h"
 
 namespace kavrelon {
@@ -270,6 +271,88 @@ TEST(ComText, CrossesTheBoundaryUnchanged) {
     EXPECT_EQ(toAnsi(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
     EXPECT_EQ(toAnsi(L"\x0416\xFF21"), "??") << "no lookalikes";
     EXPECT_EQ(toAnsi(bstrView(nullptr)), "");
+}
+
+/// Hears of this thread's windows before they are created, activated, moved and destroyed, as the code of a
+/// host does. What its handler answers with true does not take place.
+class WindowHook {
+  public:
+    explicit WindowHook(std::function<bool(int event, HWND window)> handler) {
+        handler_ = std::move(handler);
+        hook_ = SetWindowsHookExA(WH_CBT, procedure, nullptr, GetCurrentThreadId());
+    }
+    ~WindowHook() {
+        UnhookWindowsHookEx(hook_);
+        handler_ = nullptr;
+    }
+    WindowHook(const WindowHook&) = delete;
+    WindowHook& operator=(const WindowHook&) = delete;
+
+  private:
+    static LRESULT CALLBACK procedure(int code, WPARAM window, LPARAM) {
+        return code >= 0 && handler_ && handler_(code, reinterpret_cast<HWND>(window)) ? 1 : 0;
+    }
+    static inline std::function<bool(int, HWND)> handler_;
+    HHOOK hook_;
+};
+
+HWND terminalWindow() {
+    return FindWindowA(WindowClass::kName, nullptr);
+}
+
+TEST_F(ComSession, MayEndInTheMiddleOfAnyChangeOfItsWindows) {
+    const auto showBox = [&] {
+        return process(*table_, rows::kShowHelpBox, {L"1", L"0", L"1", L"9", L"3", L"text"});
+    };
+    const auto sequence = [&](short row) { return [this, row] { return process(*table_, row, {}); }; };
+    const std::pair<const char*, std::function<HRESULT()>> works[] = {
+        {"erase", sequence(rows::kClearScreen)},
+        {"push", sequence(rows::kNewScreen)},
+        {"pop", sequence(rows::kCloseScreen)},
+        {"replace a box", showBox},
+        {"connect", [&] { return main_->OnConnection(); }},
+    };
+    int ended = 0;
+    for (const auto& [name, work] : works) {
+        int events = 1;
+        for (int which = 1; which <= events; ++which) {
+            SCOPED_TRACE(std::string(name) + ", event " + std::to_string(which));
+            start();
+            ASSERT_EQ(main_->OnConnection(), S_OK);
+            ASSERT_EQ(process(*table_, rows::kNewScreen, {}), S_OK);
+            ASSERT_EQ(showBox(), S_OK);
+            events = 0;
+            {
+                const WindowHook hook([&](int, HWND) {
+                    if (++events == which) ended += main_->DestroyClass() == S_OK ? 1 : 0;
+                    return false;
+                });
+                work();
+            }
+            main_->DestroyClass();
+            EXPECT_EQ(terminalWindow(), nullptr);
+            EXPECT_EQ(FindWindowA("kavrelon.frmHelp", nullptr), nullptr);
+        }
+    }
+    EXPECT_GT(ended, 20);
+}
+
+TEST_F(ComSession, KeepsItsWindowWhenAScreenCannotBeMade) {
+    start();
+    ASSERT_EQ(main_->OnConnection(), S_OK);
+    const HWND base = terminalWindow();
+    {
+        const WindowHook hook([](int event, HWND) { return event == HCBT_CREATEWND; });
+        EXPECT_EQ(process(*table_, rows::kNewScreen, {}), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(FindWindowExA(nullptr, base, WindowClass::kName, nullptr), nullptr);
+    EXPECT_EQ(GetFocus(), base);
+    EXPECT_TRUE(KillTimer(base, 1)) << "its cursor does not blink any more";
+    EXPECT_EQ(process(*table_, rows::kNewScreen, {}), S_OK);
+    EXPECT_NE(terminalWindow(), base);
+    EXPECT_EQ(process(*table_, rows::kCloseScreen, {}), S_OK);
+    EXPECT_EQ(terminalWindow(), base);
+    EXPECT_EQ(main_->DestroyClass(), S_OK);
 }
 
 }  // namespace

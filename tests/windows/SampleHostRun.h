@@ -134,12 +134,17 @@ class TinyServer {
     }
     void send(std::string_view bytes) { ::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0); }
 
-    /// Sends as much as the connection takes without waiting; false when the connection has ended.
-    bool flood(std::string_view bytes) {
-        u_long nonBlocking = 1;
-        ioctlsocket(client_, FIONBIO, &nonBlocking);
-        const int sent = ::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0);
-        return sent >= 0 || WSAGetLastError() == WSAEWOULDBLOCK;
+    /// Sends as much as the connection takes without waiting, and tells how much; -1 when it has ended.
+    int flood(std::string_view bytes) {
+        doNotWait();
+        return countOf(::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0));
+    }
+    /// Takes what has arrived, without waiting or keeping it, and tells how much; -1 when the connection has
+    /// ended.
+    int drain() {
+        doNotWait();
+        std::array<char, 65536> piece{};
+        return countOf(recv(client_, piece.data(), static_cast<int>(piece.size()), 0));
     }
 
     /// Waits until `expected` is among the bytes received so far.
@@ -155,6 +160,11 @@ class TinyServer {
     }
 
   private:
+    void doNotWait() {
+        u_long nonBlocking = 1;
+        ioctlsocket(client_, FIONBIO, &nonBlocking);
+    }
+    static int countOf(int result) { return result < 0 && WSAGetLastError() == WSAEWOULDBLOCK ? 0 : result; }
     static bool readable(SOCKET socket) {
         fd_set set{};
         FD_SET(socket, &set);

@@ -12,6 +12,7 @@
 #include "support/com/ComText.h"
 #include "support/com/LateCall.h"
 #include "support/com/Variant.h"
+#include "tests/windows/ProcessUsage.h"
 
 namespace kavrelon {
 namespace {
@@ -153,7 +154,7 @@ TEST_F(SampleHostTest, EndsWellWhenTheUserClosesTheWindowInAFlood) {
     server.accept();
     const DWORD start = GetTickCount();
     bool asked = false;
-    while (server.flood("\x1B[33mmore and more and more of it\r\n") &&
+    while (server.flood("\x1B[33mmore and more and more of it\r\n") >= 0 &&
            GetTickCount() - start < HostRun::kPatience) {
         if (asked || GetTickCount() - start < 1500) continue;
         const HWND window = host.window();
@@ -196,6 +197,47 @@ TEST(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
     ASSERT_TRUE(telnet.ending());
     EXPECT_TRUE(telnet.ending()->failed);
     telnet.send("into the void");
+}
+
+TEST(SampleHostConnectionTest, TakesNothingWhileTooManyAnswersWait) {
+    TinyServer server;
+    HostOptions options;
+    options.host = "127.0.0.1";
+    options.port = server.port();
+    Connection telnet(options);
+    server.accept();
+    std::string shown;
+    const auto advance = [&] { telnet.advance(std::chrono::milliseconds{0}, shown); };
+    constexpr std::string_view ask("\xFF\xFA\x18\x01\xFF\xF0", 6);
+    const std::size_t answer = ask.size() + options.terminalType.size();
+    std::string asks;
+    while (asks.size() < 60000) asks += ask;
+    server.send("\xFF\xFD\x18");
+
+    // It asks until the connection has taken nothing more for a second.
+    const std::size_t before = committedBytes();
+    const auto grown = [before] { return committedBytes() > before + 8'000'000; };
+    std::size_t asked = 0;
+    for (DWORD last = GetTickCount(); GetTickCount() - last < 1000 && !grown(); advance()) {
+        const int taken = server.flood(std::string_view(asks).substr(asked % ask.size()));
+        if (taken > 0) last = GetTickCount();
+        asked += static_cast<std::size_t>(taken);
+    }
+    EXPECT_FALSE(grown()) << asked << " bytes of questions";
+
+    // It begins to read, and gets every answer.
+    const std::string rest = std::string(ask.substr(asked % ask.size())) + "done";
+    std::size_t due = 3 + (asked / ask.size() + 1) * answer;
+    std::size_t sent = 0;
+    const DWORD start = GetTickCount();
+    while ((due > 0 || shown != "done") && GetTickCount() - start < HostRun::kPatience) {
+        due -= static_cast<std::size_t>(server.drain());
+        if (sent < rest.size()) sent += static_cast<std::size_t>(server.flood(rest.substr(sent)));
+        if (WaitForSingleObject(telnet.readyEvent(), 0) == WAIT_OBJECT_0) advance();
+    }
+    EXPECT_EQ(due, 0U);
+    EXPECT_EQ(shown, "done");
+    EXPECT_FALSE(telnet.ending());
 }
 
 /// Notes what a plug-in asks of the host.

@@ -147,6 +147,43 @@ TEST_F(WindowDrawing, ScrollingMovesTheGridAndNothingElse) {
     }
 }
 
+TEST_F(WindowDrawing, APaintDrawsTheCellsOfItsAreaAlone) {
+    const TestForm form = open();
+    std::int16_t lines = 1024;
+    form->screen().ScreenSize(1024, lines);
+    for (int row = 0; row < 120; ++row) {
+        form.writeAt(0, row, std::string(300, static_cast<char>('A' + row % 26)));
+    }
+    // The rows that come into the window are drawn, also those that are cut by its edge.
+    form.writeAt(0, 1023, "\n\n");
+    EXPECT_TRUE(form.isPainted());
+    const WindowImage before = form.picture();
+    const Rect from = form.cell(3, 4);
+    const Rect to = form.cell(40, 5);
+    const RECT strip{from.left + 1, from.bottom - 1, to.left + 1, to.top + 1};
+    form.smear({0, 0, 2000, 2000});
+    InvalidateRect(form.window(), &strip, FALSE);
+    UpdateWindow(form.window());
+    const WindowImage after = form.picture();
+    for (int y = 0; y < before.height(); ++y) {
+        for (int x = 0; x < before.width(); ++x) {
+            const bool due = x >= from.left && x < to.right && y >= from.top && y < to.bottom;
+            ASSERT_EQ(after.at(x, y), due ? before.at(x, y) : kWhite) << x << "," << y;
+        }
+    }
+
+    InvalidateRect(form.window(), nullptr, FALSE);
+    UpdateWindow(form.window());
+    EXPECT_EQ(form.picture(), before);
+    form->Form_MouseDown(MouseButton::Left, {from.left, from.top});
+    form->Form_MouseMove(true, {to.left, to.top});
+    EXPECT_FALSE(form.picture() == before);
+    constexpr RECT corner{0, 0, 1, 1};
+    InvalidateRect(form.window(), &corner, FALSE);
+    UpdateWindow(form.window());
+    EXPECT_EQ(form.picture(), before) << "the highlight is gone, far from what was due";
+}
+
 TEST_F(WindowDrawing, WhatWaitsForPaintingScrollsAlong) {
     const TestForm form = open();
     for (int row = 0; row < 25; ++row) form.writeAt(0, row, "some text");

@@ -63,6 +63,23 @@ inline bool inMenu() {
     return GetGUIThreadInfo(GetCurrentThreadId(), &state) && (state.flags & GUI_INMENUMODE) != 0;
 }
 
+/// The message box that is open; null when there is none.
+inline HWND messageBox() {
+    return FindWindowA("#32770", "Terminal");
+}
+
+/// Whether a message box is open, and its text.
+inline bool readBox(std::string& text) {
+    char buffer[4000] = "";
+    text.assign(buffer, GetDlgItemTextA(messageBox(), 0xFFFF, buffer, sizeof buffer));
+    return !text.empty();
+}
+
+/// The same, and answers it.
+inline bool closedBox(std::string& text, int answer) {
+    return readBox(text) && PostMessageA(messageBox(), WM_COMMAND, static_cast<WPARAM>(answer), 0) != FALSE;
+}
+
 /// A second program, in a folder whose name has a space.
 class Companion {
   public:
@@ -132,6 +149,17 @@ class WindowInput : public WindowTest {
             while (HIWORD(GetQueueStatus(QS_ALLINPUT)) != 0) platform.processMessages();
         }
         KillTimer(nullptr, timer);
+    }
+    /// The same with the message loop of a single-byte host.
+    static void pumpSingleByte() {
+        MSG message{};
+        for (int quiet = 0; quiet < 4; ++quiet) {
+            Sleep(5);
+            for (; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE); quiet = 0) {
+                TranslateMessage(&message);
+                DispatchMessageA(&message);
+            }
+        }
     }
     bool pumpUntil(const std::function<bool()>& condition) {
         return kavrelon::pumpUntil(condition, 20000, [this] { pump(); });

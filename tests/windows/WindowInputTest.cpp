@@ -1,3 +1,6 @@
+#include <cstring>
+
+#include "terminal/win32/Clipboard.h"
 #include "tests/windows/WindowInputSupport.h"
 
 namespace kavrelon {
@@ -61,8 +64,23 @@ TEST_F(WindowInput, KeysSendWhatTheTablesSay) {
 }
 
 TEST_F(WindowInput, TypedCharactersGoThroughUnchanged) {
-    for (const wchar_t character : {L'\xE9', L'\x20AC', L'\x416'}) typeCharacter(character);
-    EXPECT_EQ((pump(), host.sent), "\xE9\x80?");
+    EXPECT_TRUE(IsWindowUnicode(form->window()));
+    for (const bool singleByteLoop : {false, true}) {
+        host.sent.clear();
+        // The last but one takes two units. The code page has none of the last four, but look-alikes.
+        for (const wchar_t unit : L"\xE9\x20AC\x416\x398\xD83D\xDE00\x2500") {
+            if (unit != 0) typeCharacter(unit);
+        }
+        singleByteLoop ? pumpSingleByte() : pump();
+        EXPECT_EQ(host.sent, "\xE9\x80????") << singleByteLoop;
+    }
+    host.sent.clear();
+    EXPECT_EQ(SendMessageW(form->window(), WM_UNICHAR, UNICODE_NOCHAR, 0), TRUE);
+    for (const WPARAM character : {0x398, 0x1F600, 0xE9})
+        SendMessageW(form->window(), WM_UNICHAR, character, 0);
+    for (const WPARAM unit : {0x398, 0xD83D, 0x61}) SendMessageW(form->window(), WM_IME_CHAR, unit, 0);
+    EXPECT_EQ(host.sent, "??\xE9??a");
+    host.sent.clear();
     for (int i = 0; i < 3; ++i) key(VK_UP, false);
     EXPECT_EQ(sentBy({{VK_UP}}), "\x1A\x1A\x1A\x1A") << "the key repeats";
     // AltGr: neither what is typed with it nor what comes after it is a Ctrl combination.
@@ -101,32 +119,93 @@ TEST_F(WindowInput, CtrlReleasedElsewhereDoesNotStick) {
 
 TEST_F(WindowInput, MenusOpenAndChooseByKeyboard) {
     const Companion companion;
-    (*form)->AddKB(companion.quoted() + " from  knowledge", "&Z A & B");
     (*form)->AddRemote(companion.quoted() + "  \"two  words\" -x", "First");
     (*form)->AddRemote(companion.program() + " a  b", "R&D");
     (*form)->AddRemote("no-such-program -x", "Third");
     const std::pair<std::vector<Chord>, std::string> cases[] = {
-        {{{VK_MENU, 'K'}, {'Z'}}, " from  knowledge\n" + companion.folder()},
         {{{VK_MENU, 'R'}, {VK_RETURN}}, " \"two  words\" -x\n" + companion.folder()},
         // Without quotes the program's path is cut at its space; only the second attempt finds the program.
-        {{{VK_MENU, 'R'}, {'D'}}, " a  b\n" + std::filesystem::current_path().string()}};
+        {{{VK_MENU, 'R'}, {'D'}, {VK_DOWN}, {VK_RETURN}},
+         " a  b\n" + std::filesystem::current_path().string()}};
     for (const auto& [chords, told] : cases) {
         EXPECT_EQ(sentBy(chords), "");
         EXPECT_EQ(answerOf(companion), companion.quoted() + told);
     }
-    char text[200] = "";
-    tryUntilDone([&] {
-        const HWND box = FindWindowA("#32770", "Terminal");
-        return GetDlgItemTextA(box, 0xFFFF, text, sizeof text) != 0 && PostMessageA(box, WM_COMMAND, IDOK, 0);
-    });
+    std::string text;
+    tryUntilDone([&] { return closedBox(text, IDOK); });
     press({{VK_MENU, 'R'}, {VK_UP}, {VK_RETURN}});
-    EXPECT_TRUE(pumpUntil([&] { return *text != 0; }));
-    EXPECT_TRUE(std::string(text).starts_with("Unable to start Program: no-such-program -x\nError: "))
-        << text;
+    EXPECT_TRUE(pumpUntil([&] { return !text.empty(); }));
+    EXPECT_TRUE(text.starts_with("Unable to start Program: no-such-program -x\nError: ")) << text;
     (*form)->ClearRemote();
     EXPECT_EQ(sentBy({{VK_MENU, 'R'}, {VK_ESCAPE}, {VK_MENU, 'P'}, {VK_ESCAPE}, {VK_ESCAPE}, {'A'}}), "a");
-    GetMenuStringA(GetSubMenu(GetMenu(form->window()), 2), 5, text, sizeof text, MF_BYPOSITION);
-    EXPECT_STREQ(text, "No printers");
+    char item[100] = "";
+    GetMenuStringA(GetSubMenu(GetMenu(form->window()), 2), 5, item, sizeof item, MF_BYPOSITION);
+    EXPECT_STREQ(item, "No printers");
+}
+
+TEST_F(WindowInput, ProgramsOfTheKnowledgeBaseStartOnlyAfterAYes) {
+    const Companion companion;
+    (*form)->AddKB(companion.quoted() + " from  here & more", "&Manual");
+    const std::vector<Chord> choose{{VK_MENU, 'K'}, {VK_DOWN}, {VK_RETURN}};
+    std::string question;
+    const auto ask = [&](std::function<bool()> answer) {
+        question.clear();
+        tryUntilDone(std::move(answer));
+        press(choose);
+        EXPECT_TRUE(pumpUntil([&] { return !question.empty() && messageBox() == nullptr; }));
+    };
+    ask([&] {
+        if (!readBox(question)) return false;
+        // "&" has no meaning in it.
+        EXPECT_NE(GetWindowLongA(GetDlgItem(messageBox(), 0xFFFF), GWL_STYLE) & SS_NOPREFIX, 0);
+        return press({{VK_RETURN}}), true;
+    });
+    EXPECT_TRUE(question.ends_with("\n\n" + companion.quoted() + " from  here & more")) << question;
+    // What the remote side shows meanwhile stays behind the question.
+    ask([&] {
+        if (!readBox(question)) return false;
+        (*form)->ShowHelpBox(1, 0, 1, 78, 24, "Press Yes!");
+        RECT place{};
+        GetWindowRect(messageBox(), &place);
+        const HWND top = WindowFromPoint({(place.left + place.right) / 2, (place.top + place.bottom) / 2});
+        EXPECT_EQ(GetAncestor(top, GA_ROOT), messageBox());
+        return closedBox(question, IDNO);
+    });
+    std::string none;
+    EXPECT_FALSE(companion.tells(none)) << "No is what Return answers";
+    ask([&] { return closedBox(question, IDYES); });
+    EXPECT_EQ(answerOf(companion), companion.quoted() + " from  here & more\n" + companion.folder());
+    // The window's end takes the question with it.
+    ask([&] {
+        if (!readBox(question)) return false;
+        (*form)->Unload();
+        form.reset();
+        return true;
+    });
+    EXPECT_EQ(countTerminalWindows(), 0);
+    EXPECT_FALSE(companion.tells(none));
+}
+
+TEST_F(WindowInput, ThePlatformTakesTheLongestCommands) {
+    const Companion companion;
+    std::string text;
+    for (const std::string& program :
+         {std::string(900, 'x'), "C:\\" + std::string(890, 'x') + ".exe",
+          "C:\\" + std::string(896, '\\') + "x", '"' + std::string(900, 'x') + '"'}) {
+        for (const std::size_t rest : {0, 7000}) {
+            (*form)->ClearRemote();
+            (*form)->AddRemote(program + ' ' + std::string(rest, '-'), "Long");
+            text.clear();
+            tryUntilDone([&] { return closedBox(text, IDOK); });
+            (*form)->mnuRemoteConnection_Click(0);
+            EXPECT_TRUE(text.starts_with("Unable to start Program: "))
+                << program.substr(0, 10) << rest << text;
+        }
+    }
+    (*form)->ClearRemote();
+    (*form)->AddRemote(companion.quoted() + ' ' + std::string(7900 - companion.quoted().size(), 'x'), "Long");
+    (*form)->mnuRemoteConnection_Click(0);
+    EXPECT_GT(answerOf(companion).size(), 7900U);
 }
 
 TEST_F(WindowInput, DragCopyAndPaste) {
@@ -149,7 +228,40 @@ TEST_F(WindowInput, DragCopyAndPaste) {
     EXPECT_FALSE(shown(4, 3));
     companion.start("clipboard");
     EXPECT_EQ(answerOf(companion), "-\xA6\xE9   \0\u2500\u2551\u00E9   "s);
-    EXPECT_EQ(sentBy({{VK_APPS}, {'P'}, {VK_CONTROL, 'V'}}), "-\xA6\xE9   -\xA6\xE9   ");
+    EXPECT_EQ(sentBy({{VK_APPS}, {'P'}, {VK_CONTROL, 'V'}}), "\xC4\xBA\x82   \xC4\xBA\x82   ");
+}
+
+TEST_F(WindowInput, CopiedBytesComeBackAsTheyWere) {
+    std::string all = "\r\n";
+    for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+    EXPECT_TRUE(Clipboard(form->window()).setText(all));
+    EXPECT_EQ(Clipboard(form->window()).text(), all);
+}
+
+TEST_F(WindowInput, TextOfOtherProgramsIsPastedWithoutLookAlikes) {
+    const auto put = [](UINT format, const auto& text) {
+        const std::size_t size = text.size() * sizeof(text[0]);
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(memory), text.data(), size);
+        GlobalUnlock(memory);
+        SetClipboardData(format, memory);
+    };
+    const std::pair<std::wstring, std::string> cases[] = {{L"\x398\xE9\x20AC\x2500\xFF21"
+                                                           L"a\0"s,
+                                                           "?\xE9\x80??a"},
+                                                          {L"\xD83D\xDE00|\xD83D|\xDE00\0"s, "?|?|?"},
+                                                          {L"a\0b\0"s, "a"},
+                                                          {L"\0"s, ""}};
+    // What does not hold as many bytes as it says is none of the terminal's.
+    for (const std::string& foreign : {""s, "\x01"s, "\x05\0\0\0four"s, "\xFF\xFF\xFF\xFF"s}) {
+        for (const auto& [text, pasted] : cases) {
+            ASSERT_TRUE(OpenClipboard(form->window()) && EmptyClipboard());
+            put(CF_UNICODETEXT, text);
+            if (!foreign.empty()) put(Clipboard::bytesFormat(), foreign);
+            CloseClipboard();
+            EXPECT_EQ(sentBy({{VK_CONTROL, 'V'}}), pasted);
+        }
+    }
 }
 
 TEST_F(WindowInput, AClipboardThatAnotherProgramHoldsKeepsItsText) {

@@ -1,4 +1,6 @@
+#include "terminal/BellLimit.h"
 #include "terminal/FontMenu.h"
+#include "terminal/win32/Bell.h"
 #include "terminal/win32/Win32ProfileFile.h"
 #include "tests/windows/WindowTestSupport.h"
 
@@ -47,7 +49,8 @@ TEST_F(WindowLife, AWindowDestroyedFromOutsideIgnoresCalls) {
     const std::uint8_t text = 'x';
     window->setPen({kWhite, kBlack, true, true});
     window->drawText({0, 0}, {&text, 1});
-    window->scrollGrid();
+    window->scrollGrid({0, 0, 10, 10});
+    EXPECT_FALSE(window->drawable() || window->beginMemory());
     window->keepBlock({0, 0, 10, 10});
     window->setFont(fontMenuEntry(2).font);
     window->setFontSize(20);
@@ -110,6 +113,14 @@ TEST_F(WindowLife, TheActiveWindowBlinksItsCursor) {
     EXPECT_TRUE(pumpUntil(drawn));
     first->TurnOnOffCursor(false);
     EXPECT_FALSE(pumpUntil(std::not_fn(drawn), 700));
+}
+
+TEST(BellLife, TheTonesDoNotSilenceEachOther) {
+    Sleep(BellLimit::kQuietMilliseconds);
+    EXPECT_TRUE(soundBell(Tone::Complaint));
+    EXPECT_TRUE(soundBell(Tone::Bell));
+    Sleep(2 * kToneSounds[0].milliseconds);
+    EXPECT_FALSE(soundBell(Tone::Bell)) << "within a second";
 }
 
 TEST_F(WindowLife, LettingMessagesThroughEndsAndKeepsARequestToQuit) {

@@ -97,6 +97,29 @@ TEST_F(WindowMenu, ClearingTheClipboardEmptiesIt) {
     EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
 }
 
+TEST_F(WindowMenu, AFloodOfEntriesIsBoundedAndItsMenuOpensAtOnce) {
+    constexpr std::size_t kMegabyte = 1 << 20;
+    const TestForm form = open();
+    const auto openMenu = [&] {
+        const HMENU popup = menu(form, "Knowledge Base");
+        SendMessageA(form.window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), 3);
+    };
+    openMenu();
+    const std::size_t before = committedBytes();
+    for (int i = 0; i < 100000; ++i) {
+        form->AddKB("http://localhost/kb/" + std::to_string(i), "Entry number " + std::to_string(i));
+    }
+    const std::size_t full = committedBytes();
+    const DWORD start = GetTickCount();
+    openMenu();
+    const DWORD opened = GetTickCount() - start;
+    form->ClearKB();
+    const std::size_t after = committedBytes();
+    EXPECT_LT(full, before + 8 * kMegabyte);
+    EXPECT_LT(after, before + kMegabyte);
+    EXPECT_LT(opened, 500U);
+}
+
 TEST_F(WindowMenu, EveryMnemonicIsItsOwn) {
     const TestForm form = open();
     for (const HMENU each :

@@ -1,11 +1,38 @@
+#include <functional>
 #include <map>
+#include <vector>
 
+#include "gdi/GdiHandles.h"
 #include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
 namespace {
 
 using WindowSize = WindowTest;
+
+WNDPROC procedureBelow = nullptr;
+int paints = 0;
+
+LRESULT CALLBACK countPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_PAINT) ++paints;
+    return CallWindowProcA(procedureBelow, window, message, wParam, lParam);
+}
+
+TEST_F(WindowSize, ShowingPaintsOnce) {
+    for (const WindowState state : {WindowState::Normal, WindowState::Maximised}) {
+        const std::shared_ptr<frmTerm> form = frmTerm::load(platform);
+        const HWND window = FindWindowA(WindowClass::kName, nullptr);
+        procedureBelow = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(countPaints)));
+        paints = 0;
+        form->IniFile(settings);
+        form->setWindowState(state);
+        form->DisplayTerminalWindows();
+        form->TerminalOpen();
+        platform.processMessages();
+        EXPECT_EQ(paints, 1);
+    }
+}
 
 TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
     std::map<int, WindowImage> withoutMemory;
@@ -31,6 +58,52 @@ TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
             // A pixel of font height is at most two of the cell's.
             EXPECT_TRUE(width + 2 * 80 > resized.width() || height + 2 * 25 > resized.height()) << size.width;
         }
+    }
+}
+
+TEST_F(WindowSize, TheGridComesRightAfterAShortageOfDrawingObjects) {
+    using Change = std::function<void(const TestForm&)>;
+    const std::vector<Change> changes{
+        [](const TestForm& form) {
+            std::int16_t lines = 30;
+            form->screen().ScreenSize(100, lines);
+        },
+        [](const TestForm& form) { form->mnuFontStyle_Click(4); },
+        // The platform itself may have lost the inner area meanwhile: the window takes its size again.
+        [](const TestForm& form) {
+            for (const int width : {600, 640}) form.setSize({width, 480});
+        },
+        [](const TestForm& form) { form.writeAt(0, 24, "\n\n"); },
+        [](const TestForm& form) {
+            form->screen().UseMemoryDC(true);
+            form->screen().RepaintScreen();
+        },
+        [](const TestForm& form) {
+            form->screen().term_setattr(std::string(1, Rendition::kBlink));
+            form.writeAt(0, 1, "slanted");
+        },
+    };
+    for (const auto& change : changes) {
+        std::vector<WindowImage> pictures;
+        for (const bool scarce : {false, true}) {
+            const TestForm form = open();
+            form.writeAt(0, 0, "some text");
+            std::vector<Font> hoard;
+            const LOGFONTA any{};
+            do {
+                if (scarce) hoard.emplace_back(CreateFontIndirectA(&any));
+            } while (!hoard.empty() && hoard.back() != nullptr);
+            change(form);
+            hoard.clear();
+            if (&change == &changes[2]) change(form);
+            InvalidateRect(form.window(), nullptr, FALSE);
+            UpdateWindow(form.window());
+            // Once more, where a font has come late.
+            UpdateWindow(form.window());
+            EXPECT_TRUE(form.isPainted());
+            pictures.push_back(form.picture());
+        }
+        EXPECT_EQ(pictures[0], pictures[1]) << &change - changes.data();
     }
 }
 

@@ -101,6 +101,8 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
     release();
     move({300, 300});
     EXPECT_EQ(place(), there);
+    form().Form_Resize();
+    EXPECT_EQ(place(), there) << "the grid is where it was";
 
     // From there it moves with the terminal, and is shown when that is.
     form().setWindowState(WindowState::Minimised);
@@ -110,6 +112,10 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
     form().setWindowState(WindowState::Normal);
     EXPECT_TRUE(boxWindow(1).visible() && boxWindow(2).visible());
     EXPECT_EQ(place(2), block(start.left + 10, start.top - 20, 104, 87));
+    const Rect dragged = place();
+    for (const Point corner : {Point{130, 60}, {120, 35}}) window().moveTo(corner);
+    EXPECT_EQ(place(), block(dragged.left + 10, dragged.top + 5, 104, 87));
+    EXPECT_FALSE(boxWindow().label()->EnableScroll()) << "no room is kept for bars that it does not need";
 
     // The outline goes when the box is hidden.
     press(kLeft, {150, 80});
@@ -180,6 +186,10 @@ TEST_F(HelpBoxTest, OnlyWebAddressesAreOpened) {
     platform.headlessLauncher.shellResult = 31;
     click("http://c");
     EXPECT_EQ(window().failures().size(), 1U);
+    const std::size_t before = opened();
+    click(("http://" + std::string(894, 'a')).c_str());
+    EXPECT_EQ(window().failures().size(), 2U);
+    EXPECT_EQ(opened(), before) << "too long for the platform";
 }
 
 TEST_F(HelpBoxTest, FiftyOneSlots) {
@@ -197,6 +207,7 @@ TEST_F(HelpBoxTest, FiftyOneSlots) {
     show(3);
     closed->SetBoxCord(1, 1, 1, 1);
     closed->ShowBox(7, 8);
+    closed->Form_Resize();
     closed->MouseDown(kLeft, 0, 0, 0);
     closed->HyperlinkClick("http://a");
     EXPECT_EQ(platform.desktop.helpWindows.size() + opened(), 0U);

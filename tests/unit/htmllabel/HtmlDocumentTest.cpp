@@ -171,6 +171,7 @@ TEST(HtmlDocumentTest, ReadsAttributesOverDefaults) {
         {"<H2>", "points=16 "},
         {"<SMALL>", "points=9 "},
         {"<FONT SIZE=\"+2\" COLOR=red FACE=\"Arial,Helvetica\">", "face=Arial points=12.4 colour=FF "},
+        {"<B SIZE=\"-1\">", "points=8.8 "},
         {"<b SIZE=2 color='#8000ff' FACE=',x'>", "face=,x points=8.8 colour=FF0080 "},
         {"<B SIZE=\" +2\" NAME=a ID=b>", "name=b points=8.8 "},
         {"<B SIZE=big SIZE=1e1 TITLE='a \"=\" &#65;'>", "title=a \"=\" &#65; "},
@@ -201,6 +202,16 @@ TEST(HtmlDocumentTest, ReadsThePage) {
     EXPECT_EQ(page[2].lngColor, 0x800000U) << "a FONT has the colour of what came before it";
     EXPECT_EQ(page->mlngTextColor(), 0x808000U);
     EXPECT_EQ(page->mstrBackground(), "b.gif");
+
+    const std::pair<const char*, Colour> names[] = {
+        {"black", 0},       {"white", 0xFFFFFF},  {"red", 0x0000FF},    {"lime", 0x00FF00},
+        {"aqua", 0xFFFF00}, {"blue", 0xFF0000},   {"yellow", 0x00FFFF}, {"fuchsia", 0xFF00FF},
+        {"gray", 0x808080}, {"silver", 0xC0C0C0}, {"maroon", 0x000080}, {"green", 0x008000},
+        {"navy", 0x800000}, {"olive", 0x008080},  {"teal", 0x808000},   {"purple", 0x800080}};
+    for (const auto& [name, colour] : names) {
+        EXPECT_EQ(Parsed("<BODY BGCOLOR=" + std::string(name) + ">")->mlngBodyBgColor(), colour) << name;
+    }
+    EXPECT_TRUE(Parsed("<A>", {})->mintLinks().empty());
 
     HTMLDocument document;
     document.setDocument("<BODY BGCOLOR=red BACKGROUND=b.gif>", {});
@@ -297,6 +308,7 @@ TEST(HtmlDocumentTest, AddsMissingClosers) {
         "<TABLE><THEAD><TR><TD><P>a*</P>*</TD>*</TR><TBODY><TR><TD>b</TD>*</TR></TBODY></TABLE>",
         "<TABLE><TR><TD>a<TABLE><TR><TD>b*</TD>*</TR></TABLE>c*</TD>*</TR><TR></TR></TABLE>",
         "<TABLE><TR><TD>a<TABLE>*</TD>*</TR>",
+        "<TABLE><P>a*</P><TR></P>*</TR></TABLE>",
         "<TABLE><TR><TD><P>a*</P></TD>*</TR><TR><TD>b*</TD></TR></TABLE>",
         // Where nothing is missing nothing changes, however the tags nest.
         "<P>a<UL><LI>b</UL><TABLE><TR><TD>c</TD></TR></TABLE><DIV><P>d</P></DIV></P></P>",

@@ -215,7 +215,8 @@ TEST_F(HtmlLabelTest, ScrollsByKeysAndWheel) {
     for (const auto& [from, key, shift, to] : moves) {
         label->vscScroll_Change(from);
         const int paints = window.shown().paints;
-        label->picViewPort_KeyDown(key, shift);
+        const bool used = label->picViewPort_KeyDown(key, shift);
+        EXPECT_EQ(used, key != keys::kRight && shift != shifts::kShift && (key != keys::kHome || shift != 0));
         EXPECT_EQ(window.shown().vscScroll.Value, to) << key << " from " << from;
         EXPECT_EQ(window.shown().paints - paints, from == to ? 0 : 1);
     }

@@ -149,6 +149,7 @@ TEST_F(HtmlLayoutTest, BlocksAndIndents) {
     EXPECT_EQ(drawn("<UL><LI>a<UL><LI>b<UL><LI>c</UL></UL><LI></UL>d").bullets, "0@26 1@56 2@86 0@26 ");
     EXPECT_EQ(drawn("<HR WIDTH=50 ALIGN=RIGHT><HR WIDTH=\"50%\">").fills,
               "154,4-204,5 154,5-204,6 54,10-154,11 54,11-154,12 ");
+    EXPECT_EQ(drawn("<HR>", 8).fills, "") << "no room between the margins";
 }
 
 TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
@@ -167,6 +168,7 @@ TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
         {"<I><TABLE><B><TD>a</I>b</TD></TABLE>c</I>d", "a:10i b:10i c:10i d:10 "},
         {"<BIG><TABLE><TD><SMALL>a</BIG>b<TD>c</TABLE>d", "a:10 b:10 c:11 d:11 "},
         {"<FONT SIZE=9999>a<FONT SIZE=-9999>b", "a:200 b:1 "},
+        {"<B <TITLE>a", "a:10b "},
     };
     for (const Case& c : cases) EXPECT_EQ(drawn(c.html).texts, c.expected) << c.html;
     defaults.UnderlineLinks = false;
@@ -215,6 +217,15 @@ TEST_F(HtmlLayoutTest, ColumnsOfTables) {
          "<TD>c<TD>d<TD>e</TABLE>",
          "4,4 a|124,4 b|4,19 c|64,19 d|124,19 e"},
         {"<TABLE></TABLE>a", "4,4 a"},
+        {"<TABLE CELLPADDING=0 CELLSPACING=0><TD HEIGHT=1.4></TABLE>a", "4,9 a"},
+        {"<TABLE CELLPADDING=0 CELLSPACING=0><TR><TD "
+         "COLSPAN=2>aaaaaaaaaaaaaaaaaaaa<TD>x<TR><TD><TD>bb<TD>y</TABLE>",
+         "4,4 aaaaaaaaaaaaaaaaaaaa|124,4 x|11,19 bb|124,19 y"},
+        {"<TABLE CELLPADDING=0 CELLSPACING=0><TR><TD COLSPAN=2>aaaaaaaaaaaa<TR><TD>b c<TD>d e</TABLE>",
+         "4,4 aaaaaaaaaaaa|4,19 b c|40,19 d e", 10},
+        // Of a column that asks for both, the pixels count.
+        {"<TABLE WIDTH=\"100%\"><TR><TD WIDTH=40>a<TD>b<TR><TD WIDTH=\"50%\">c<TD>d</TABLE>",
+         "8,8 a|50,8 b|8,29 c|50,29 d"},
     };
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
     // Whatever the fractions, the columns fill the table to the pixel.
@@ -240,6 +251,8 @@ TEST_F(HtmlLayoutTest, HeightsAndGroundsOfCells) {
                     "BGCOLOR=lime>b<TR><TD>c")
                   .fills,
               "4,4-19,37 5,5-11,20 12,5-18,20 ");
+    EXPECT_EQ(drawn("<TABLE BORDER=1><TD></TABLE>").fills, "4,4-16,5 4,4-5,16 4,15-16,16 15,4-16,16 ")
+        << "an empty cell has no frame";
 }
 
 TEST_F(HtmlLayoutTest, LinksAndJumpTargets) {
@@ -263,6 +276,7 @@ TEST_F(HtmlLayoutTest, PicturesTheirFramesAndTheTextBesideThem) {
         {"<IMG SRC=p>", "[6,6-46,26] "},
         {"<IMG SRC=p WIDTH=20 HSPACE=0 VSPACE=0>", "[4,4-24,14] "},
         {"<IMG SRC=p HEIGHT=99999999>", "[6,6-32773,32773] "},
+        {"<IMG SRC=p ALIGN=RIGHT WIDTH=96 HEIGHT=9>", "[106,6-202,15] "},  // half the width with its spaces
         {"<IMG SRC=q WIDTH=30 HEIGHT=20 HSPACE=0 VSPACE=0>", "4,4-34,5 4,4-5,24 4,23-34,24 33,4-34,24 "},
         {"<BODY BACKGROUND=p>", "[0,0-40,20] [40,0-80,20] ", 60},
     };

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "plugin/FunctionKeys.h"
+#include "terminal/TitleBar.h"
 #include "tests/unit/Session.h"
 
 namespace kavrelon {
@@ -38,6 +39,7 @@ TEST_F(TerminalTest, CursorSequences) {
         Point cursor;
         int lowerBound = 1;
     } cases[] = {
+        {kHome, {}, {0, 0}},
         {kForceCursorPosition, {"10", "20"}, {19, 9}},
         {kCursorPosition, {"unused", "10", "20"}, {19, 9}, 0},
         {kCursorPosition, {"999", "32767"}, {80, 24}},
@@ -91,6 +93,8 @@ TEST_F(TerminalTest, AttributeWalk) {
         {{"3.5"}, {37, 40, 4}},
         {{"\x1F rest"}, {31, 40, 1}},
         {{}, {37, 40, 1}},
+        {{"255"}, {37, 40, 1}},
+        {{"7;256"}, {37, 40, 7}, 5},
         {{";"}, {37, 40, 1}, 5},
         {{"7;32768"}, {37, 40, 7}, 6},
         {{"7;\xE9"}, {37, 40, 7}, 13},
@@ -122,11 +126,16 @@ TEST_F(TerminalTest, ScreensArePushedAndPopped) {
     const frmTerm& base = form();
     sequence(kSizeScreen, {"2000", "30"});
     EXPECT_EQ(screen().CharsPerLine(), 1024);
+    blink();
+    // A sequence that fails leaves the mark off until what is received ends.
+    EXPECT_EQ(errorOf([this] { sequence(kCursorPosition, {"x"}); }), 13);
+    EXPECT_FALSE(base.screen().cursorDrawn());
     sequence(kNewScreen);
     EXPECT_EQ(form().ConnectionProfile() + form().IniFile(), "default" + parent->iniFile);
     EXPECT_EQ(window().state(), WindowState::Maximised);
     EXPECT_TRUE(window().visible() && form().sessionOpen() && form().TermActive());
     EXPECT_FALSE(base.TermActive() || platform.windowOf(base)->timerEnabled(TermTimer::cursor_timer));
+    EXPECT_TRUE(base.screen().cursorDrawn());
 
     sequence(kCloseScreen);
     EXPECT_EQ(&form(), &base);
@@ -157,6 +166,10 @@ TEST_F(TerminalTest, SessionFlagsFollowOpenAndClose) {
         EXPECT_EQ(window().timerEnabled(TermTimer::cursor_timer), open);
         form().ShowTitleBar(open);
         EXPECT_EQ(window().styleBits(), open ? 0xCF0000U : 0x40000U);
+    }
+    for (const std::uint32_t bit : {0x80000U, 0x10000U, 0x20000U, 0xC00000U}) {
+        const TitleBarSettings declared{bit == 0x80000, bit == 0x10000, bit == 0x20000, bit == 0xC00000};
+        EXPECT_EQ(titleBarStyle(1, true, declared), bit | 1);
     }
 }
 
@@ -324,6 +337,9 @@ TEST_F(ReceiveLaw, NothingIsSentButInitAfterALogon) {
     EXPECT_GT(logons, 0);
     EXPECT_EQ(std::count(parent->calls.begin(), parent->calls.end(), "command INIT"), logons);
     EXPECT_EQ(static_cast<std::ptrdiff_t>(parent->calls.size()), logons);
+    const HeadlessLauncher& launcher = platform.headlessLauncher;
+    EXPECT_EQ(launcher.shellStarts.size() + launcher.plainStarts.size(), 0U);
+    EXPECT_TRUE(platform.desktop.clipboard.empty() && platform.headlessPrinters.printedOn.empty());
 }
 
 }  // namespace

@@ -63,6 +63,7 @@ TEST(EscapeRecognizer, FindsTheRowsOfTheTable) {
                     {"\033\bSIZE 132,25\0x\033\bNS\r\033\bCS\r\n"s, "{35|132|25}x{36}{37}"},
                     {"\033\bFKEY SA2;list; all<cr>\r\n", "{38|SA2|list; all<cr>}"},
                     {"\037HELPBOX 3 1,2,30,4 <B>a, b</B>\xFE\r\n\037", "{39|3|1|2|30|4|<B>a, b</B>\xFE\r\n}"},
+                    {"\037HELPBOX 3 HIDE\037\037HELPBOX 12 HIDE\037", "{40|3}{40|12}"},
                     {"\037KB http://a/,one, two\037\037KB Clear\037", "{41|http://a/|one, two}{42}"},
                     {"\037REMOTE [\"c:\\a[1].exe\" x] \"An \"odd\" one\"\037\037REMOTE CLEAR\037",
                      "{43|\"c:\\a[1].exe\" x|An \"odd\" one}{44}"},

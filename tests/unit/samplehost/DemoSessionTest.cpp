@@ -2,6 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <iomanip>
+#include <optional>
+#include <sstream>
+
 #include "samplehost/PlaySession.h"
 #include "support/Bytes.h"
 #include "tests/unit/Session.h"
@@ -32,6 +37,26 @@ class DemoTest : public ConnectedTest, private TerminalSink {
     void press(std::string_view keys) {
         for (const char key : keys) demo.send(std::string(1, key));
         pass(milliseconds{0});
+    }
+    /// The rows that are not blank, each with its text in the terminal's code page and with the places where
+    /// its attributes change.
+    std::string screenText() const {
+        std::ostringstream text;
+        const auto rows = storedRows();
+        for (int row = 0; row < screen().LinesPerPage(); ++row) {
+            std::string line = rows[static_cast<std::size_t>(row)];
+            line.erase(line.find_last_not_of(" .") + 1);
+            if (line.empty()) continue;
+            text << std::setw(2) << row << ' ' << line << " |";
+            std::optional<CellAttr> before;
+            for (int column = 0; column < screen().CharsPerLine(); ++column) {
+                const CellAttr now = attr(column, row);
+                if (std::exchange(before, now) == now) continue;
+                text << ' ' << column << ':' << int{now.Fore} << '/' << int{now.Back} << '/' << int{now.Mode};
+            }
+            text << '\n';
+        }
+        return text.str();
     }
     void expectShown(std::string_view text) const { EXPECT_THAT(shownRows(), Contains(HasSubstr(text))); }
 
@@ -86,13 +111,20 @@ TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
         {"3", "Quantity", 1},     {"4", "Night run", 0},           {"5", "80 columns", 0},
         {"6", "first screen", 1}, {"6\r", "Any key closes it", 1}, {"7\r\r\rhello", "typed: hello", 0},
     };
+    std::string all;
     for (const auto& [keys, shows, frames] : pages) {
         SCOPED_TRACE(keys);
         press("\x1B\x1B");
         press(keys);
         expectShown(shows);
         EXPECT_EQ(closedFrames(shownRows()), frames);
+        all += "keys " + testing::PrintToString(keys) + '\n' + screenText();
     }
+    std::ostringstream golden;
+    golden << std::ifstream("tests/golden/demo/pages.expected", std::ios::binary).rdbuf();
+    const std::string path = testing::TempDir() + "pages.expected";
+    if (golden.str() != all) std::ofstream(path, std::ios::binary) << all;
+    EXPECT_TRUE(golden.str() == all) << "look at the pages, and keep " << path << " where they are right";
     EXPECT_EQ(faults, 0);
 }
 
@@ -174,6 +206,12 @@ TEST_F(DemoTest, ScrollingOutputKeepsItsBarInTheLastRow) {
     press(" ");
     pass(milliseconds{10000});
     EXPECT_THAT(shownRows().back(), HasSubstr("100%"));
+    press(
+        "\x1B"
+        "4 \x1B"
+        "4");
+    pass(milliseconds{7000});
+    EXPECT_THAT(shownRows().back(), HasSubstr("% \xDB\xDB")) << "a page that was left while it stood still";
 }
 
 TEST_F(DemoTest, PageLeavesTheScreenAsLargeAsItFoundIt) {

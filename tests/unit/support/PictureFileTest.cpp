@@ -74,6 +74,8 @@ TEST(PictureOutlines, SizesAreThoseOfTheContent) {
         {"gif", 6, "\x60\x6A\x60\x6A", {}},
         {"png", 18, "\x60\x6A\0\0\x60\x6A"s, {}},
         {"ico", 26, "\x60\x6A\0\0\x60\x6A"s, {}},
+        {"png", 16, "\0\0\x10\0\0\0\x10\0"s, {4096, 4096}},
+        {"png", 16, "\0\0\x10\0\0\0\x10\x01"s, {}},
         {"gif", 6, "\x10", {16, 6}},
         {"gif", 0x22, "\x09", {17, 6}},
     };

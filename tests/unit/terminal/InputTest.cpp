@@ -84,6 +84,44 @@ TEST_F(InputTest, KeysTellWhetherCtrlIsMeant) {
     }
 }
 
+TEST_F(InputTest, FunctionKeysHaveABankForEachOfShiftAndAlt) {
+    const std::pair<std::int16_t, const char*> banks[] = {{0, "2"}, {4, "A2"}, {1, "S2"}, {5, "AS2"}};
+    for (const auto& [shift, name] : banks) {
+        sequence(kSetFunctionKey, {name, name});
+        key(113, shift);
+    }
+    EXPECT_EQ(parent->calls, (Texts{"data 2", "data A2", "data S2", "data AS2"}));
+}
+
+TEST_F(InputTest, HostMayForbidCopyingAndPasting) {
+    bool processed = false;
+    platform.desktop.clipboard = "before";
+    type("text");
+    for (const char* const command : {"CUTOK 0", "pasteok 0"}) form().ProcessCmd(command, processed);
+    drag(at(0, 0), at(3, 0));
+    form().mnuRightClickCopy_Click();
+    form().mnuRightClickPaste_Click();
+    key(kCtrl, 2);
+    const std::int16_t letters[] = {'C', 'V'};
+    for (const std::int16_t code : letters) key(code, 2);
+    EXPECT_EQ(platform.desktop.clipboard, "before");
+    EXPECT_EQ(parent->calls, Texts{"data \x03"}) << "it interrupts the remote program";
+    for (const char* const command : {"CutOk 1", "PASTEOK 1"}) form().ProcessCmd(command, processed);
+    for (const std::int16_t code : letters) key(code, 2);
+    EXPECT_EQ(parent->calls.back(), "data text");
+    EXPECT_FALSE(processed);
+}
+
+TEST_F(InputTest, BellRingsOnceForEachTimeItIsRung) {
+    int bells = 0;
+    platform.desktop.onBeep = [&](int, int) { ++bells; };
+    for (int round = 1; round <= 2; ++round) {
+        type("\a");
+        for (int i = 0; i < 3; ++i) window().tick(TermTimer::tmrBeep);
+        EXPECT_EQ(bells, round);
+    }
+}
+
 TEST_F(InputTest, InactiveOrLockedKeyboardsSendNothing) {
     form().InputOn(false);
     key(38);
@@ -180,6 +218,60 @@ TEST_F(InputTest, HeldClipboardRingsAndLosesNothing) {
     EXPECT_EQ(parent->calls, Texts{"data " + platform.desktop.clipboard}) << "sent whole";
 }
 
+TEST_F(InputTest, WhatIsCopiedIsStoredAsBlanksAndNothingStaysSelectedAfterAChangeOfSize) {
+    setSize(6, 2);
+    type("ab");
+    sequence(kClearEndOfLine);
+    const auto highlighted = [this] {
+        return std::ranges::count(picture(), 0xFFFFFFU, [](const ShownCell& cell) { return cell.pen.back; });
+    };
+    drag(at(0, 0), at(3, 0));
+    EXPECT_EQ(highlighted(), 4);
+    sequence(kSizeScreen, {"7", "2"});
+    EXPECT_EQ(highlighted(), 0);
+    form().mnuRightClickCopy_Click();
+    EXPECT_EQ(platform.desktop.clipboard, "");
+    EXPECT_EQ(stored(2, 0), 0);
+    drag(at(0, 0), at(3, 0));
+    form().mnuRightClickCopy_Click();
+    EXPECT_EQ(platform.desktop.clipboard, "ab  ");
+    EXPECT_EQ(stored(2, 0), ' ');
+}
+
+TEST_F(InputTest, WhatEndsASelectionLeavesNothingToCopy) {
+    const std::function<void()> ends[] = {
+        [this] { form().EraseScreen(); },
+        [this] { form().mnuFontStyle_Click(3); },
+        [this] { form().mnuFileScreenWidth_Click(); },
+        [this] {
+            sequence(kSizeScreen, {"80", "25"});
+        },
+        [this] { screen().AutoSize(true); },
+        [this] { form().Form_Resize(); },
+        [this] { form().Form_Paint(); },
+        [this] { form().mnuFileRest_Click(); },
+        [this] { form().Form_MouseMove(true, at(2, 1)); },
+    };
+    for (const auto& end : ends) {
+        SCOPED_TRACE(&end - ends);
+        parent->calls.clear();
+        platform.desktop.clipboard = "before";
+        type("text");
+        drag(at(2, 1), at(5, 3));
+        end();
+        EXPECT_EQ(shown(3, 2).pen.back, 0U);
+        form().Form_MouseUp(MouseButton::Right, at(0, 0));
+        EXPECT_FALSE(window().contextMenu()->copyEnabled);
+        key(kCtrl, 2);
+        key(67, 2);
+        form().Form_KeyUp(kCtrl);
+        EXPECT_EQ(parent->calls, Texts{"data \x03"});
+        EXPECT_EQ(platform.desktop.clipboard, "before");
+    }
+    form().Form_MouseMove(true, at(2, 2));
+    EXPECT_TRUE(screen().SelectionShown()) << "the mouse has left its first cell again";
+}
+
 TEST_F(InputTest, DragEndsOnTheScreenThatHasBecomeSmaller) {
     setSize(132, 5);
     form().Form_MouseDown(MouseButton::Left, at(130, 4));
@@ -213,8 +305,8 @@ TEST(LauncherTest, OnlySomeFailuresGetASecondAttempt) {
         long shellResult, task;
         bool secondAttempt;
         long result;
-    } cases[] = {{33, 7000, false, 33}, {32, 7000, true, 7000}, {0, 7000, true, 7000},
-                 {2, 0, true, 2},       {5, 7000, false, 5},    {26, 7000, false, 26}};
+    } cases[] = {{33, 7000, false, 33}, {32, 7000, true, 7000}, {0, 7000, true, 7000}, {2, 0, true, 2},
+                 {5, 7000, false, 5},   {26, 7000, false, 26},  {31, 7000, false, 31}};
     for (const auto& c : cases) {
         HeadlessLauncher launcher;
         launcher.shellResult = c.shellResult;

@@ -204,6 +204,19 @@ TEST_F(PaintingTest, MinimisedWindowDrawsNothingUntilItIsRestored) {
     EXPECT_EQ(drawn([this] { window().setState(WindowState::Maximised); }), 0) << "nothing was written";
 }
 
+TEST_F(PaintingTest, PaintClearsWhatIsOutsideTheGrid) {
+    setSize(20, 2);
+    type(std::string(20, 'x'));
+    blink();
+    EXPECT_EQ(marks(), (Marks{{20, 0}}));
+    // The mark is taken off without being drawn.
+    screen().PaintOn(false);
+    blink();
+    screen().PaintOn(true);
+    form().Form_Paint();
+    EXPECT_EQ(marks(), Marks{});
+}
+
 TEST_F(PaintingTest, ScreenWidthMenuKeepsTheText) {
     setSize(132, 25);
     screen().SetCursor(100, 0);
@@ -216,12 +229,12 @@ TEST_F(PaintingTest, ScreenWidthMenuKeepsTheText) {
 }
 
 TEST_F(PaintingTest, FontSizeCanBeSetWhileItDoesNotFollowTheWindow) {
-    const std::int16_t fitted = screen().ScreenFontSize();
-    screen().ScreenFontSize(static_cast<std::int16_t>(fitted + 5));
-    EXPECT_EQ(screen().ScreenFontSize(), fitted);
+    const double fitted = window().askedFontSize();
+    screen().ScreenFontSize(14);
+    EXPECT_EQ(window().askedFontSize(), fitted);
     screen().AutoSize(false);
     EXPECT_EQ(drawn([this] { screen().ScreenFontSize(14); }), 2000);
-    EXPECT_EQ(screen().ScreenFontSize(), 14);
+    EXPECT_EQ(window().askedFontSize(), 14);
     EXPECT_EQ(errorOf([this] { screen().ScreenFontSize(0); }), 5);
 }
 
@@ -231,6 +244,8 @@ class ScalingSurface final : public TermSurface {
     Size inner;
     double points = 10;
 
+    bool drawable() const override { return true; }
+    Rect dueArea() const override { return {}; }
     void drawText(Point, std::span<const std::uint8_t>) override {}
     void setPen(const Pen&) override {}
     void drawPicture(const Picture&, const Rect&, const Rect&) override {}
@@ -238,7 +253,7 @@ class ScalingSurface final : public TermSurface {
     void clear() override {}
     void clearOutsideGrid() override {}
     void setGrid(const Rect&, Size) override {}
-    void scrollGrid() override {}
+    void scrollGrid(const Rect&) override {}
     void setFont(const FontChoice&) override {}
     void setFontSize(double size) override { points = size; }
     double fontSize() const override { return points; }
@@ -249,10 +264,13 @@ class ScalingSurface final : public TermSurface {
     }
     Size innerSize() const override { return inner; }
     void requestInnerSize(Size) override {}
+    bool hasMemory() const override { return false; }
+    bool beginMemory() override { return false; }
+    void endMemory() override {}
+    bool clearMemory() override { return false; }
     void keepBlock(const Rect&) override {}
-    void scrollMemory() override {}
+    void scrollMemory(const Rect&) override {}
     void showMemory() override {}
-    void clearMemory() override {}
 };
 
 TEST(GridLayout, LargestFontWhoseGridFits) {

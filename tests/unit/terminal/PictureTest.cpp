@@ -69,6 +69,27 @@ TEST_F(PictureTest, StandsBetweenItsCornersUntilItIsReplacedOrCleared) {
     EXPECT_EQ(screen().pictures().all().size(), Pictures::kMost);
 }
 
+TEST_F(PictureTest, DrawnAgainItLeavesRenditionAndSelectionAsTheyAre) {
+    sequence(rows::kSetAttributes, {"33", "44", "4"});
+    form().Form_MouseDown(MouseButton::Left, screen().grid().cellOrigin(3, 1));
+    form().Form_MouseMove(true, screen().grid().cellOrigin(5, 2));
+    const auto highlighted = [this] {
+        std::string rows(4, '.');
+        for (int row = 0; row < 4; ++row)
+            rows[static_cast<std::size_t>(row)] = shown(4, row).pen.back == 0 ? '.' : 'x';
+        return rows;
+    };
+    EXPECT_EQ(highlighted(), ".xx.");
+    command("IMAGE 1;1;8;4;1;t.png");
+    EXPECT_EQ(highlighted(), ".xx.");
+    screen().SetCursor(0, 3);
+    type("\n");
+    EXPECT_EQ(highlighted(), "xx..") << "the highlight moves with its rows";
+    command("IMAGECLEAR 1");
+    EXPECT_EQ(highlighted(), "xx..");
+    EXPECT_EQ(screen().rendition().CurAttr(), (CellAttr{33, 44, 4}));
+}
+
 TEST_F(PictureTest, GoesWithTheScreenTheSessionAndTheLogin) {
     const std::vector<std::function<void()>> ends{[this] { form().EraseScreen(); },
                                                   [this] { form().TerminalClose(); },

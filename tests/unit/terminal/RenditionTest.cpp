@@ -39,6 +39,7 @@ TEST_F(RenditionTest, CodesSetAttributeAndPen) {
         {{7, 32}, {32, 40, 1}, {kGreen, kBlack}},
         {{8, 42}, {37, 42, 8}, {kGreen, kGreen}},
         {{31, 43, 2}, {31, 43, 2}, {0x0066FF, kYellow}},
+        {{31, 43, 7, 48}, {37, 43, 1}, {kWhite, kYellow}},  // a reset keeps the background
     };
     for (const auto& c : cases) {
         set({37, 40, 1});

@@ -112,6 +112,14 @@ TEST_F(ScreenTest, NoSizeBreaksAnyOperation) {
     }
 }
 
+TEST_F(ScreenTest, RowsThatWereNeverWrittenHoldZerosUntilTheyAreBlanked) {
+    setSize(80, 30);
+    EXPECT_EQ(stored(0, 29), 0);
+    EXPECT_EQ(attr(0, 29), (CellAttr{0, 0, 0}));
+    sequence(kClearScreen);
+    EXPECT_EQ(attr(0, 29), kDefaultAttr);
+}
+
 /// A second implementation of the buffer's rules, as simple as possible: scrolling and blanking copy whole
 /// rows.
 class PlainScreen {
@@ -252,8 +260,9 @@ TEST_F(ScreenTwin, WindowShowsTheBuffer) {
         ASSERT_NO_FATAL_FAILURE(
             step({kClearEndOfLine, kClearLine, kClearEndOfScreen, kClearBeginOfScreen, kClearScreen}));
         if (i % 10 != 0) continue;
-        for (int row = 0; row < plain.lines; ++row) {
-            for (int column = 0; column < plain.columns; ++column) {
+        // As far as the window reaches.
+        for (int row = 0; row < std::min(plain.lines, 50); ++row) {
+            for (int column = 0; column < std::min(plain.columns, 132); ++column) {
                 const std::uint8_t ch = stored(column, row);
                 ASSERT_EQ(shown(column, row).ch, ch == 0 ? ' ' : ch) << "step " << i << ", row " << row;
             }

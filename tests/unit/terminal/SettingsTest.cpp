@@ -87,7 +87,8 @@ TEST_F(SettingsTest, StoredValuesThatNoMenuWrote) {
     const struct {
         std::string fontStyle, spoolType;
         int fontEntry, printerEntry;
-    } cases[] = {{" 7.5 ", "-1", 8, 0}, {"-32768", "01", 1, 0}, {"99", "x", 1, 0}, {"", "", 1, 0}};
+    } cases[] = {{" 7.5 ", "-1", 8, 0}, {"-32768", "01", 1, 0}, {"99", "x", 1, 0},
+                 {"", "", 1, 0},        {"first", "0", 1, 0},   {"32768", "0", 1, 0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fontStyle);
         write("[Misc]\r\nFontStyle=" + c.fontStyle + "\r\n[Printer]\r\nSpoolType=" + c.spoolType + "\r\n");
