@@ -125,8 +125,14 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
 
 TEST_F(HelpBoxTest, ItFollowsTheGridAndStaysWithItsWindow) {
     const Rect start = place();
+    // A layout looks for the document's pictures.
+    box()->HelpInfo("<html><img src=missing.bmp>");
+    const std::size_t layouts = platform.picturesLookedFor.size();
+    EXPECT_GT(layouts, 0U);
+    form().Form_Resize();
     setSize(100, 40);
     EXPECT_EQ(place(), block(start.left - 80, start.top - 120, 104, 87));
+    EXPECT_EQ(platform.picturesLookedFor.size(), layouts) << "its font and width are the same";
     const frmTerm& below = form();
     sequence(rows::kNewScreen);
     EXPECT_EQ(below.HelpBoxes().openSlots().size() + form().HelpBoxes().openSlots().size(), 1U);

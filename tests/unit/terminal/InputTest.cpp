@@ -232,7 +232,10 @@ TEST_F(InputTest, WhatIsCopiedIsStoredAsBlanksAndNothingStaysSelectedAfterAChang
     form().mnuRightClickCopy_Click();
     EXPECT_EQ(platform.desktop.clipboard, "");
     EXPECT_EQ(stored(2, 0), 0);
+    EXPECT_EQ(form().SelectionText(), "");
     drag(at(0, 0), at(3, 0));
+    EXPECT_EQ(form().SelectionText(), "ab  ");
+    EXPECT_EQ(stored(2, 0), 0) << "who only reads changes nothing";
     form().mnuRightClickCopy_Click();
     EXPECT_EQ(platform.desktop.clipboard, "ab  ");
     EXPECT_EQ(stored(2, 0), ' ');
