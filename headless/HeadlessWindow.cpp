@@ -199,7 +199,7 @@ bool HeadlessWindow::confirm(const std::string& text) {
     return desktop.answer;
 }
 
-std::optional<std::string> HeadlessWindow::clipboardText() {
+std::optional<std::string> HeadlessWindow::clipboardText(bool) {
     sendMessages();
     if (desktop_.clipboardHeld || desktop_.clipboard.empty()) return std::nullopt;
     return desktop_.clipboard;

@@ -35,6 +35,7 @@ class HeadlessWindow final : public TermWindow {
     bool timerEnabled(TermTimer timer) const { return timers_[static_cast<std::size_t>(timer)]; }
     int checkedFontEntry() const { return checkedFontEntry_; }
     int checkedPrinterTypeEntry() const { return checkedPrinterTypeEntry_; }
+    bool CRtoCRLFChecked() const { return CRtoCRLFChecked_; }
     const std::string& screenWidthCaption() const { return screenWidthCaption_; }
     const FontChoice& font() const { return font_; }
     double askedFontSize() const { return askedFontSize_; }
@@ -103,7 +104,7 @@ class HeadlessWindow final : public TermWindow {
     void setStyleBits(std::uint32_t bits) override;
     void enableTimer(TermTimer timer, bool on) override { timers_[static_cast<std::size_t>(timer)] = on; }
     void beep(Tone tone) override;
-    std::optional<std::string> clipboardText() override;
+    std::optional<std::string> clipboardText(bool bytes) override;
     bool setClipboardText(const std::string& text) override;
     bool clearClipboard() override;
     void showContextMenu(bool copyEnabled, bool pasteEnabled) override {
@@ -112,6 +113,7 @@ class HeadlessWindow final : public TermWindow {
     }
     void checkFontEntry(int index) override { checkedFontEntry_ = index; }
     void checkPrinterTypeEntry(int index) override { checkedPrinterTypeEntry_ = index; }
+    void checkCRtoCRLF(bool on) override { CRtoCRLFChecked_ = on; }
     void setScreenWidthCaption(std::string_view caption) override { screenWidthCaption_ = caption; }
     void enableRemoteMenu(bool enabled) override { remoteMenuEnabled_ = enabled; }
     void reportFailure(const std::string& text) override;
@@ -144,6 +146,7 @@ class HeadlessWindow final : public TermWindow {
     bool timers_[2] = {};
     int checkedFontEntry_ = 0;
     int checkedPrinterTypeEntry_ = -1;
+    bool CRtoCRLFChecked_ = false;
     int drawCalls_ = 0;
     int penCalls_ = 0;
     bool remoteMenuEnabled_ = false;

@@ -89,6 +89,7 @@ std::vector<MenuItem> lastingItems(BarMenu menu) {
         case BarMenu::mnuFile:
             return {{MenuCommand::mnuFileRest, "&Reset"},
                     {MenuCommand::mnuFileScreenWidth, kWideCaption},
+                    {MenuCommand::mnuFileCRtoCRLF, "CR &sends CR LF"},
                     {MenuCommand::mnuFileClearClipboard, "&Clear Clipboard"},
                     {MenuCommand::mnuFilePrint, "&Print Screen"},
                     {},
@@ -135,6 +136,8 @@ void choose(MenuCommand command, TermWindowEvents& events) noexcept {
             return events.mnuFileRest_Click();
         case MenuCommand::mnuFileScreenWidth:
             return events.mnuFileScreenWidth_Click();
+        case MenuCommand::mnuFileCRtoCRLF:
+            return events.mnuFileCRtoCRLF_Click();
         case MenuCommand::mnuFileClearClipboard:
             return events.mnuFileClearClipboard_Click();
         case MenuCommand::mnuFilePrint:

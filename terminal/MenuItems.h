@@ -27,6 +27,7 @@ enum class MenuCommand : std::uint16_t {
     Separator = 0,
     mnuFileRest = 100,
     mnuFileScreenWidth,
+    mnuFileCRtoCRLF,
     mnuFileClearClipboard,
     mnuFilePrint,
     mnuFileExit,

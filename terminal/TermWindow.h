@@ -79,9 +79,9 @@ class TermWindow : public TermSurface {
     /// Sounds a tone without making the caller wait for its end. Each has its own limit of how often.
     virtual void beep(Tone tone) = 0;
 
-    /// The bytes that a terminal put on the clipboard, or else its text in the ANSI code page; nothing when
-    /// it holds none or cannot be opened.
-    virtual std::optional<std::string> clipboardText() = 0;
+    /// With `bytes`, those that a terminal put on the clipboard, where there are some; else its text in the
+    /// ANSI code page; nothing when it holds none or cannot be opened.
+    virtual std::optional<std::string> clipboardText(bool bytes) = 0;
     /// Replaces the clipboard's content by bytes of the screen; false when another program does not let go of
     /// it.
     virtual bool setClipboardText(const std::string& text) = 0;
@@ -93,6 +93,8 @@ class TermWindow : public TermSurface {
     virtual void checkFontEntry(int index) = 0;
     /// Likewise for the printer-type menu (entries 0 to 3).
     virtual void checkPrinterTypeEntry(int index) = 0;
+    /// Puts a check mark on the File menu's entry for carriage returns, or takes it off.
+    virtual void checkCRtoCRLF(bool on) = 0;
     /// Sets the caption of the File menu's screen-width entry.
     virtual void setScreenWidthCaption(std::string_view caption) = 0;
     /// The "Remote" menu can be opened, or not. What the host-filled menus hold is asked for when they open.
@@ -145,6 +147,7 @@ class TermWindowEvents {
 
     virtual void mnuFileRest_Click() noexcept = 0;
     virtual void mnuFileScreenWidth_Click() noexcept = 0;
+    virtual void mnuFileCRtoCRLF_Click() noexcept = 0;
     virtual void mnuFileClearClipboard_Click() noexcept = 0;
     virtual void mnuFileExit_Click() noexcept = 0;
     virtual void mnuFontStyle_Click(std::int16_t index) noexcept = 0;

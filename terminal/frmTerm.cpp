@@ -100,6 +100,11 @@ void frmTerm::ShowTitleBar(bool bState) {
     window_->setStyleBits(titleBarStyle(window_->styleBits(), bState, window_->titleBarSettings()));
 }
 
+void frmTerm::CRtoCRLF(bool value) {
+    keyboard_.CRtoCRLF(value);
+    if (isLoaded()) window_->checkCRtoCRLF(value);
+}
+
 void frmTerm::Caption(const std::string& value) {
     if (isLoaded()) window_->setCaption(value);
 }
@@ -157,6 +162,9 @@ void frmTerm::ReadINIFile() noexcept {
     carryOn(
         [&] { IniFile::ReadIni(profiles, IniFile_, settings::kPrinter, settings::kSpoolType, value, "0"); });
     carryOn([&] { window_->checkPrinterTypeEntry(printerTypeEntry(value)); });
+    carryOn([&] {
+        CRtoCRLF(setting(settings::kCRtoCRLF, CRtoCRLF() ? settings::kOn : settings::kOff) == settings::kOn);
+    });
     Form_Resize();
 }
 

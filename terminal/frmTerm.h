@@ -67,8 +67,13 @@ class frmTerm final : public TermWindowEvents,
     void PasteOk(bool value) { PasteOk_ = value; }
     bool CutOk() const { return CutOk_; }
     void CutOk(bool value) { CutOk_ = value; }
+    /// A paste takes the bytes that a terminal copied, where they are on the clipboard; off, the text that
+    /// other programs see, in the ANSI code page.
+    bool PasteBytes() const { return PasteBytes_; }
+    void PasteBytes(bool value) { PasteBytes_ = value; }
     bool CRtoCRLF() const { return keyboard_.CRtoCRLF(); }
-    void CRtoCRLF(bool value) { keyboard_.CRtoCRLF(value); }
+    /// Marks the menu entry as well.
+    void CRtoCRLF(bool value);
     bool InputOn() const { return keyboard_.InputOn(); }
     void InputOn(bool value) { keyboard_.InputOn(value); }
     bool TermActive() const { return TermActive_; }
@@ -141,6 +146,7 @@ class frmTerm final : public TermWindowEvents,
     void tmrBeep_Timer() noexcept override;
     void mnuFileRest_Click() noexcept override;
     void mnuFileScreenWidth_Click() noexcept override;
+    void mnuFileCRtoCRLF_Click() noexcept override;
     void mnuFileClearClipboard_Click() noexcept override;
     void mnuFileExit_Click() noexcept override;
     void mnuFontStyle_Click(std::int16_t index) noexcept override;
@@ -207,6 +213,7 @@ class frmTerm final : public TermWindowEvents,
     WindowState PrevWindowState_ = WindowState::Normal;
     bool PasteOk_ = true;
     bool CutOk_ = true;
+    bool PasteBytes_ = true;
     bool TermActive_ = true;
     bool cursorBlinks_ = false;
     bool sessionOpen_ = false;

@@ -88,6 +88,16 @@ void frmTerm::mnuFileScreenWidth_Click() noexcept {
     });
 }
 
+void frmTerm::mnuFileCRtoCRLF_Click() noexcept {
+    carryOn([this] {
+        if (!isLoaded()) return;
+        CRtoCRLF(!CRtoCRLF());
+        // When the settings file cannot be written, the choice still holds for this window.
+        IniFile::WriteIni(platform_.profileFile(), IniFile_, settings::kMisc, settings::kCRtoCRLF,
+                          CRtoCRLF() ? settings::kOn : settings::kOff);
+    });
+}
+
 void frmTerm::mnuFileClearClipboard_Click() noexcept {
     mnuRightClickClear_Click();
 }
@@ -178,7 +188,7 @@ bool frmTerm::copySelection() {
 
 std::string frmTerm::textToPaste() {
     if (!isLoaded() || !PasteOk_) return {};
-    return window_->clipboardText().value_or(std::string());
+    return window_->clipboardText(PasteBytes_).value_or(std::string());
 }
 
 void frmTerm::complain() noexcept {

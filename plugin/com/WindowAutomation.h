@@ -75,6 +75,8 @@ class WindowAutomation : public DualInterface<::ITerminalWindow> {
     STDMETHODIMP CellAttributes(long Column, long Row, VARIANT* Value) override;
     STDMETHODIMP get_Caption(BSTR* Value) override { return get(kCaption, Value); }
     STDMETHODIMP put_Caption(BSTR Value) override { return put(kCaption, Value); }
+    STDMETHODIMP get_PasteBytes(VARIANT_BOOL* Value) override { return get(kPasteBytes, Value); }
+    STDMETHODIMP put_PasteBytes(VARIANT_BOOL Value) override { return put(kPasteBytes, Value); }
 
   protected:
     virtual clsTerminal& terminal() = 0;
@@ -153,6 +155,7 @@ class WindowAutomation : public DualInterface<::ITerminalWindow> {
     static constexpr ScreenNumber kLinesPerPage{"LinesPerPage", &S::LinesPerPage};
     static constexpr WindowProperty<W, std::chrono::system_clock::time_point> kCloseDate{"CloseDate",
                                                                                          &W::CloseDate};
+    static constexpr Flag kPasteBytes{"PasteBytes", &W::PasteBytes, &W::PasteBytes};
     static constexpr Flag kSessionOpen{"SessionOpen", &W::sessionOpen};
     static constexpr Flag kSessionClosed{"SessionClosed", &W::sessionClosed};
     static constexpr WindowProperty<W, const std::string&> kConnectionProfile{"ConnectionProfile",

@@ -107,9 +107,11 @@ UINT Clipboard::bytesFormat() {
     return format;
 }
 
-std::optional<std::string> Clipboard::text() const {
+std::optional<std::string> Clipboard::text(bool bytes) const {
     if (!open_) return std::nullopt;
-    if (auto bytes = storedBytes()) return bytes;
+    if (bytes) {
+        if (auto stored = storedBytes()) return stored;
+    }
     const Stored<wchar_t> stored(CF_UNICODETEXT);
     if (!stored) return std::nullopt;
     return toAnsi({stored.begin(), wcsnlen(stored.begin(), stored.room())});

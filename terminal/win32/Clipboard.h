@@ -21,9 +21,9 @@ class Clipboard {
     explicit operator bool() const { return open_; }
 
     bool clear() { return open_ && EmptyClipboard() != FALSE; }
-    /// The bytes that a terminal put on the clipboard, or else its text in the ANSI code page; nothing when
-    /// it holds none.
-    std::optional<std::string> text() const;
+    /// With `bytes`, those that a terminal put on the clipboard, where there are some; else its text in the
+    /// ANSI code page; nothing when it holds none.
+    std::optional<std::string> text(bool bytes) const;
     /// Replaces the content by screen text. Other programs get the characters that the screen shows for its
     /// bytes (those that want single-byte text as much of it as their code page has), terminals the bytes
     /// themselves. False when nothing could be stored.

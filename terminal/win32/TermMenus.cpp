@@ -81,6 +81,11 @@ void TermMenus::checkPrinterTypeEntry(int index) const {
     checkOnly(bar_, group, static_cast<int>(kSpoolTypes.size()), group + index);
 }
 
+void TermMenus::checkCRtoCRLF(bool on) const {
+    CheckMenuItem(bar_, static_cast<UINT>(MenuCommand::mnuFileCRtoCRLF),
+                  MF_BYCOMMAND | (on ? MF_CHECKED : MF_UNCHECKED));
+}
+
 void TermMenus::setScreenWidthCaption(std::string_view caption) const {
     const auto command = static_cast<UINT>(MenuCommand::mnuFileScreenWidth);
     ModifyMenuA(bar_, command, MF_BYCOMMAND | MF_STRING, command, std::string(caption).c_str());

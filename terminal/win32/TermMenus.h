@@ -24,6 +24,7 @@ class TermMenus {
 
     void checkFontEntry(int index) const;
     void checkPrinterTypeEntry(int index) const;
+    void checkCRtoCRLF(bool on) const;
     void setScreenWidthCaption(std::string_view caption) const;
     /// Returns whether that changes the bar, which is to be drawn again then.
     bool enableRemote(bool enabled) const;

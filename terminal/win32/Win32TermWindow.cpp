@@ -275,8 +275,8 @@ void Win32TermWindow::beep(Tone tone) {
     soundBell(tone);
 }
 
-std::optional<std::string> Win32TermWindow::clipboardText() {
-    return Clipboard(window_.get()).text();
+std::optional<std::string> Win32TermWindow::clipboardText(bool bytes) {
+    return Clipboard(window_.get()).text(bytes);
 }
 
 bool Win32TermWindow::setClipboardText(const std::string& text) {

@@ -74,13 +74,14 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
 
     void enableTimer(TermTimer timer, bool on) override;
     void beep(Tone tone) override;
-    std::optional<std::string> clipboardText() override;
+    std::optional<std::string> clipboardText(bool bytes) override;
     bool setClipboardText(const std::string& text) override;
     bool clearClipboard() override;
     void showContextMenu(bool copyEnabled, bool pasteEnabled) override;
 
     void checkFontEntry(int index) override { menus_.checkFontEntry(index); }
     void checkPrinterTypeEntry(int index) override { menus_.checkPrinterTypeEntry(index); }
+    void checkCRtoCRLF(bool on) override { menus_.checkCRtoCRLF(on); }
     void setScreenWidthCaption(std::string_view caption) override { menus_.setScreenWidthCaption(caption); }
     void enableRemoteMenu(bool enabled) override;
     void reportFailure(const std::string& text) override;

@@ -89,7 +89,7 @@ class ComWindow : public testing::Test {
         std::string all;
         for (const Flag flag : {&W::get_PasteOk, &W::get_CutOk, &W::get_CRtoCRLF, &W::get_InputOn,
                                 &W::get_PaintOn, &W::get_AutoSize, &W::get_AutoWrap, &W::get_UseMemoryDC,
-                                &W::get_SessionOpen, &W::get_SessionClosed}) {
+                                &W::get_SessionOpen, &W::get_SessionClosed, &W::get_PasteBytes}) {
             VARIANT_BOOL value = 77;
             EXPECT_EQ((window.get()->*flag)(&value), S_OK);
             EXPECT_EQ((window.get()->*flag)(nullptr), E_POINTER);
@@ -162,14 +162,14 @@ TEST_F(ComWindow, NeedsAWindowAndBearsAClosedOne) {
     EXPECT_EQ(takeErrorInfo(),
               "Object variable or With block variable not set (CellAttributes) <kavrelon.clsTerminal>");
     start();
-    EXPECT_EQ(allRead(), "1101111010 0 0 80 25|profile|Z:\\nowhere\\kavrelon.ini||Terminal|never window");
+    EXPECT_EQ(allRead(), "11011110101 0 0 80 25|profile|Z:\\nowhere\\kavrelon.ini||Terminal|never window");
     main->OnClose();
-    EXPECT_EQ(allRead(), "1101111001 0 0 80 25|profile|Z:\\nowhere\\kavrelon.ini||Terminal|closed window");
+    EXPECT_EQ(allRead(), "11011110011 0 0 80 25|profile|Z:\\nowhere\\kavrelon.ini||Terminal|closed window");
 
     long handle = 0;
     window->get_hWnd(&handle);
     SendMessageW(reinterpret_cast<HWND>(handle), WM_CLOSE, 0, 0);
-    EXPECT_EQ(allRead(), "0000000000 0 0 0 0|||||never none");
+    EXPECT_EQ(allRead(), "00000000000 0 0 0 0|||||never none");
     EXPECT_THAT(outcomes(), testing::Each(S_OK));
     EXPECT_EQ(screenText(leftOut(), valueOf(500)), L"");
     EXPECT_EQ(attributes(500, 500), "");
@@ -218,7 +218,7 @@ TEST_F(ComWindow, WritesProperties) {
     EXPECT_EQ(window->put_CutOk(VARIANT_FALSE), S_OK);
     EXPECT_EQ(window->put_CRtoCRLF(VARIANT_TRUE), S_OK);
     EXPECT_EQ(window->put_UseMemoryDC(VARIANT_TRUE), S_OK);
-    EXPECT_EQ(allRead(), "1011111110 80 0 80 25|profile|Z:\\nowhere\\kavrelon.ini||caf\xE9 ?|never window");
+    EXPECT_EQ(allRead(), "10111111101 80 0 80 25|profile|Z:\\nowhere\\kavrelon.ini||caf\xE9 ?|never window");
     short before = 0;
     short after = 0;
     window->get_ScreenFontSize(&before);

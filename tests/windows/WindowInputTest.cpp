@@ -229,13 +229,15 @@ TEST_F(WindowInput, DragCopyAndPaste) {
     companion.start("clipboard");
     EXPECT_EQ(answerOf(companion), "-\xA6\xE9   \0\u2500\u2551\u00E9   "s);
     EXPECT_EQ(sentBy({{VK_APPS}, {'P'}, {VK_CONTROL, 'V'}}), "\xC4\xBA\x82   \xC4\xBA\x82   ");
+    (*form)->PasteBytes(false);
+    EXPECT_EQ(sentBy({{VK_APPS}, {'P'}, {VK_CONTROL, 'V'}}), "??\xE9   ??\xE9   ");
 }
 
 TEST_F(WindowInput, CopiedBytesComeBackAsTheyWere) {
     std::string all = "\r\n";
     for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
     EXPECT_TRUE(Clipboard(form->window()).setText(all));
-    EXPECT_EQ(Clipboard(form->window()).text(), all);
+    EXPECT_EQ(Clipboard(form->window()).text(true), all);
 }
 
 TEST_F(WindowInput, TextOfOtherProgramsIsPastedWithoutLookAlikes) {

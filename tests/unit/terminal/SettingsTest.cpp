@@ -109,6 +109,22 @@ TEST_F(SettingsTest, ChosenPrinterTypesAreStoredAndComeBack) {
     }
 }
 
+TEST_F(SettingsTest, TheChoiceForCarriageReturnsIsStoredAndComesBack) {
+    connect();
+    EXPECT_FALSE(form().CRtoCRLF());
+    for (const bool on : {true, false}) {
+        form().mnuFileCRtoCRLF_Click();
+        EXPECT_EQ(read("Misc", "CRtoCRLF"), on ? "1" : "0");
+        connect();
+        EXPECT_EQ(form().CRtoCRLF(), on);
+        EXPECT_EQ(window().CRtoCRLFChecked(), on);
+    }
+    write("");
+    form().CRtoCRLF(true);
+    form().ReadINIFile();
+    EXPECT_TRUE(form().CRtoCRLF() && window().CRtoCRLFChecked()) << "the file has no say in it";
+}
+
 TEST_F(SettingsTest, UnusableFilesLeaveTheDefaults) {
     std::string binary = "[Misc]\r\nFontStyle=\xFF\x00\x1A\r\nFuncKey3=\r\n"s;
     for (int i = 0; i < 50000; ++i) binary += static_cast<char>(i * 7919 >> 3);
