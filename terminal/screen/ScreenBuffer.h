@@ -38,8 +38,9 @@ class ScreenBuffer {
     /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
     void moveRowsUp(int lines) {
         if (lines != ringSize_ && !setRing(lines)) return;
-        // Before it moves to the end: where there is no memory for it, nothing moves.
-        Row& first = writableRow(1);
+        // Record 1, which becomes the last one. Before that: where there is no memory for it, nothing moves.
+        Row& first = rows_[static_cast<std::size_t>(ringStart_) + 1];
+        if (!first.line) allocate(first);
         if (++ringStart_ == ringSize_) ringStart_ = 0;
         blank(first);
     }
