@@ -7,12 +7,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
 #include "htmllabel/com/LabelParts.h"
 #include "kavrelon.h"
 #include "support/RuntimeError.h"
-#include "support/com/ComText.h"
+#include "support/com/AutomationValue.h"
 #include "support/com/DualInterface.h"
 
 namespace kavrelon {
@@ -63,23 +62,6 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
   private:
-    static BSTR toAutomation(const std::string& text) { return toBstr(text).detach(); }
-    static VARIANT_BOOL toAutomation(bool flag) { return flag ? VARIANT_TRUE : VARIANT_FALSE; }
-    template <class Number>
-    static Number toAutomation(Number number) {
-        return number;
-    }
-    template <class Given, class Automation>
-    static auto fromAutomation(Automation value) {
-        if constexpr (std::is_same_v<Automation, BSTR>) {
-            return toAnsi(bstrView(value));
-        } else if constexpr (std::is_same_v<Given, bool>) {
-            return value != VARIANT_FALSE;
-        } else {
-            return static_cast<Given>(value);
-        }
-    }
-
     template <class Value, class Given, class Automation>
     HRESULT get(const LabelProperty<Value, Given>& property, Automation* value) {
         return call<::IHTMLLabel>(this, property.name, [&] {

@@ -143,7 +143,7 @@ STDMETHODIMP WindowAutomation::CellAttributes(long Column, long Row, VARIANT* Va
     });
 }
 
-DATE WindowAutomation::toAutomation(std::chrono::system_clock::time_point time) {
+DATE toAutomation(std::chrono::system_clock::time_point time) {
     if (time == std::chrono::system_clock::time_point{}) return 0;
     // Since 1601 in steps of 100 nanoseconds, as the platform counts.
     using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;

@@ -4,19 +4,25 @@
 
 #include <oleauto.h>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <type_traits>
 #include <utility>
 
 #include "kavrelon.h"
 #include "plugin/clsTerminal.h"
+#include "support/com/AutomationValue.h"
 #include "support/com/ComCall.h"
-#include "support/com/ComText.h"
 #include "support/com/DualInterface.h"
 
 namespace kavrelon {
+
+inline long toAutomation(WindowId window) {
+    return static_cast<long>(window);
+}
+/// In local time; 0 for the clock's epoch, which stands for never.
+DATE toAutomation(std::chrono::system_clock::time_point time);
 
 /// A property of the window or of its screen: its name, what reads and what writes it, and which values it
 /// can keep.
@@ -88,24 +94,6 @@ class WindowAutomation : public DualInterface<::ITerminalWindow> {
 
     static frmTerm& owner(frmTerm& window, const frmTerm*) { return window; }
     static Screen& owner(frmTerm& window, const Screen*) { return window.screen(); }
-
-    static VARIANT_BOOL toAutomation(bool flag) { return flag ? VARIANT_TRUE : VARIANT_FALSE; }
-    static short toAutomation(std::int16_t number) { return number; }
-    static long toAutomation(WindowId window) { return static_cast<long>(window); }
-    static BSTR toAutomation(const std::string& text) { return toBstr(text).detach(); }
-    /// In local time; 0 for the clock's epoch, which stands for never.
-    static DATE toAutomation(std::chrono::system_clock::time_point time);
-
-    template <class Given, class Automation>
-    static auto fromAutomation(Automation value) {
-        if constexpr (std::is_same_v<Automation, BSTR>) {
-            return toAnsi(bstrView(value));
-        } else if constexpr (std::is_same_v<Given, bool>) {
-            return value != VARIANT_FALSE;
-        } else {
-            return static_cast<Given>(value);
-        }
-    }
 
     /// Runs the work of a member on the current window; this object and the window are held meanwhile.
     template <class Work>
