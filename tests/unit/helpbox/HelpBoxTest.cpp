@@ -53,28 +53,24 @@ class HelpBoxTest : public testing::Test, protected Session {
 };
 
 TEST_F(HelpBoxTest, TextBecomesADocument) {
-    const struct {
-        const char *text, *document;
-    } cases[] = {
-        {"a^b", "a<br>b"},
-        {"x < y\r\nz > &amp;", "x&nbsp;&#060;&nbsp;y<br>z&nbsp;&#062;&nbsp;&#038;"},
-        {"<HTML>", "&#060;HTML&#062;"},
-        {"", ""},
+    const std::pair<const char*, const char*> cases[] = {
+        {"a^b", "<HTML><BODY>a<br>b</BODY></HTML>"},
+        {"x < y\r\nz > &amp;", "<HTML><BODY>x&nbsp;&#060;&nbsp;y<br>z&nbsp;&#062;&nbsp;&#038;</BODY></HTML>"},
+        {"<HTML>", "<HTML><BODY>&#060;HTML&#062;</BODY></HTML>"},
+        {"", "<HTML><BODY></BODY></HTML>"},
+        {"<html><body>a b^<b>c</b>", "<html><body>a b <b>c</b>"},
     };
-    for (const auto& c : cases) {
-        box()->HelpInfo(c.text);
-        EXPECT_EQ(box()->HelpInfo(), "<HTML><BODY>" + std::string(c.document) + "</BODY></HTML>") << c.text;
+    for (const auto& [text, document] : cases) {
+        box()->HelpInfo(text);
+        EXPECT_EQ(box()->HelpInfo(), document) << text;
     }
-    box()->HelpInfo("<html><body>a b^<b>c</b>");
-    EXPECT_EQ(box()->HelpInfo(), "<html><body>a b <b>c</b>");
 }
 
 TEST_F(HelpBoxTest, ItStandsAtItsCells) {
-    using Cells = std::array<std::int16_t, 4>;
     const struct {
         std::int16_t xOffset, yOffset;
         float charWidth, charHeight;
-        Cells cells;
+        std::array<std::int16_t, 4> cells;
         Rect place;
     } cases[] = {
         // 80 pixels and 100 twips are 86 and two thirds.
@@ -139,10 +135,7 @@ TEST_F(HelpBoxTest, ItFollowsTheGridAndStaysWithItsWindow) {
 }
 
 TEST_F(HelpBoxTest, ItsTextIsAPointSmallerWhereThatCanBe) {
-    const struct {
-        std::int16_t told;
-        float shown;
-    } cases[] = {{10, 9}, {1, 9}, {-5, 9}, {32767, 9}, {2, 1}};
+    const std::pair<std::int16_t, float> cases[] = {{10, 9}, {1, 9}, {-5, 9}, {32767, 9}, {2, 1}};
     for (const auto& [told, shown] : cases) {
         box()->FontInfo("Courier New", told);
         EXPECT_EQ(boxWindow().label()->DefaultFontSize(), shown) << told;
@@ -187,15 +180,14 @@ TEST_F(HelpBoxTest, OnlyWebAddressesAreOpened) {
     }
     EXPECT_EQ(opened(), 0U);
     click("HTTPS://b/?c&d");
-    EXPECT_EQ(platform.headlessLauncher.shellStarts.back(),
-              (HeadlessLauncher::Start{"HTTPS://b/?c&d", "", ""}));
-    platform.headlessLauncher.shellResult = 31;
+    HeadlessLauncher& launcher = platform.headlessLauncher;
+    EXPECT_EQ(launcher.shellStarts.back(), (HeadlessLauncher::Start{"HTTPS://b/?c&d", "", ""}));
+    launcher.shellResult = 31;
     click("http://c");
     EXPECT_EQ(window().failures().size(), 1U);
-    const std::size_t before = opened();
     click(("http://" + std::string(894, 'a')).c_str());
     EXPECT_EQ(window().failures().size(), 2U);
-    EXPECT_EQ(opened(), before) << "too long for the platform";
+    EXPECT_EQ(opened(), 2U) << "too long for the platform";
 }
 
 TEST_F(HelpBoxTest, FiftyOneSlots) {
