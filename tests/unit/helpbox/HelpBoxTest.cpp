@@ -11,8 +11,8 @@ inline void PrintTo(const Rect& block, std::ostream* out) {
 
 namespace {
 
-constexpr std::int16_t kLeft = 1;
-constexpr std::int16_t kRight = 2;
+using buttons::kLeft;
+using buttons::kRight;
 
 Rect block(int left, int top, int width, int height) {
     return {left, top, left + width, top + height};
@@ -147,13 +147,11 @@ TEST_F(HelpBoxTest, ButtonsMeanWhatTheyMeanOverLinksToo) {
         std::int16_t button;
         Point to;
         const char* link;
-        std::size_t opened;
-        int menus;
-        bool moved;
+        std::tuple<std::size_t, int, bool> openedMenusAndMoved;
     } cases[] = {
-        {kLeft, {150, 80}, nullptr, 0, 0, false},  {kLeft, {150, 80}, "http://a", 1, 0, false},
-        {kLeft, {151, 80}, nullptr, 0, 0, true},   {kLeft, {151, 80}, "http://a", 0, 0, true},
-        {kRight, {151, 80}, nullptr, 0, 1, false}, {kRight, {150, 80}, "http://a", 0, 1, false},
+        {kLeft, {150, 80}, nullptr, {0, 0, false}},  {kLeft, {150, 80}, "http://a", {1, 0, false}},
+        {kLeft, {151, 80}, nullptr, {0, 0, true}},   {kLeft, {151, 80}, "http://a", {0, 0, true}},
+        {kRight, {151, 80}, nullptr, {0, 1, false}}, {kRight, {150, 80}, "http://a", {0, 1, false}},
     };
     for (const auto& c : cases) {
         show(1);
@@ -164,7 +162,7 @@ TEST_F(HelpBoxTest, ButtonsMeanWhatTheyMeanOverLinksToo) {
         EXPECT_EQ(boxWindow().openMenus(), 0);
         release(c.link);
         EXPECT_EQ(std::tuple(opened() - before, boxWindow().openMenus(), place() != start),
-                  std::tuple(c.opened, c.menus, c.moved));
+                  c.openedMenusAndMoved);
         EXPECT_EQ(boxWindow().outlines(), std::vector<Rect>{});
     }
 }

@@ -46,15 +46,11 @@ class Busy final : public Session {
     std::string state() const {
         form().Form_Paint();
         std::string text;
-        for (int row = 0; row < screen().LinesPerPage(); ++row) {
-            for (int column = 0; column <= screen().CharsPerLine(); ++column) {
-                const ShownCell cell = shown(column, row);
-                for (const std::uint32_t part : {std::uint32_t{stored(column, row)}, std::uint32_t{cell.ch},
-                                                 cell.pen.text, cell.pen.back}) {
-                    text += static_cast<char>(part ^ part >> 8U ^ part >> 16U);
-                }
-                text += cell.picture;
-            }
+        for (const std::string& row : storedRows()) text += row;
+        for (const ShownCell& cell : Session::picture()) {
+            for (const std::uint32_t part : {std::uint32_t{cell.ch}, cell.pen.text, cell.pen.back})
+                text += static_cast<char>(part ^ part >> 8U ^ part >> 16U);
+            text += cell.picture;
         }
         const auto add = [&text](const auto&... parts) {
             ((text += '|' + testing::PrintToString(parts)), ...);

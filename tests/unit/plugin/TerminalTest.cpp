@@ -185,18 +185,6 @@ TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
     EXPECT_EQ(parent->calls, Texts{"closed"});
 }
 
-TEST_F(TerminalTest, PushedWindowClosedByTheUserKeepsItsPlace) {
-    sequence(kNewScreen);
-    closeByUser();
-    sequence(kNewScreen);
-    EXPECT_EQ(parent->calls, Texts{});
-    EXPECT_EQ(terminal->topIndex(), 2);
-    sequence(kCloseScreen);
-    sequence(kCloseScreen);
-    type("kept");
-    EXPECT_EQ(shownRows()[0].substr(0, 5), "kept ");
-}
-
 TEST_F(TerminalTest, HostMayDestroyThePlugInFromAnyWindowEvent) {
     parent->onCall = [this](const char*, const std::string*) {
         form().mnuFileExit_Click();
