@@ -26,6 +26,13 @@ Element* oneOf(FuzzInput& input, const std::vector<Element*>& elements) {
     return elements.empty() ? nullptr : elements[static_cast<std::size_t>(input.below(elements.size()))];
 }
 
+/// Makes the call that the input has chosen; the last one also stands for every number past it.
+template <class... Calls>
+void callOne(int chosen, Calls... calls) {
+    int left = std::min(chosen, static_cast<int>(sizeof...(calls)) - 1);
+    static_cast<void>(((left-- == 0 && (static_cast<void>(calls()), true)) || ...));
+}
+
 }  // namespace
 
 // What the host does
@@ -67,18 +74,10 @@ void PluginDriver::sendCommand() {
 void PluginDriver::callMain() {
     const int member = input_.below(8);
     asHost([&] {
-        switch (member) {
-            case 0:
-                return terminal->IClientMain_OnLogin();
-            case 1:
-                return terminal->IClientMain_OnLogOut();
-            case 2:
-                return terminal->IClientMain_OnClose();
-            case 3:
-                return terminal->IClientMain_OnConnection();
-            default:
-                return terminal->IClientReceive_ReceiveEnd();
-        }
+        callOne(
+            member, [&] { terminal->IClientMain_OnLogin(); }, [&] { terminal->IClientMain_OnLogOut(); },
+            [&] { terminal->IClientMain_OnClose(); }, [&] { terminal->IClientMain_OnConnection(); },
+            [&] { terminal->IClientReceive_ReceiveEnd(); });
     });
 }
 
@@ -86,20 +85,13 @@ void PluginDriver::callBack() {
     const int member = input_.below(5);
     const std::int16_t number = input_.number();
     asHost([&] {
-        switch (member) {
-            case 0:
-                static_cast<void>(terminal->FuncKey(number));
-                return;
-            case 1:
-                return terminal->SendBreak();
-            case 2:
-                return terminal->SendTermData("text");
-            case 3:
-                return terminal->WindowHasClosed();
-            default:
+        callOne(
+            member, [&] { return terminal->FuncKey(number); }, [&] { terminal->SendBreak(); },
+            [&] { terminal->SendTermData("text"); }, [&] { terminal->WindowHasClosed(); },
+            [&] {
                 static_cast<void>(terminal->IClientEscTree_EscTreeString(number));
                 static_cast<void>(terminal->IClientEscTree_EscTreeDesc(number));
-        }
+            });
     });
 }
 
@@ -119,36 +111,16 @@ void PluginDriver::useWindow() {
     const int member = input_.below(14);
     const bool on = input_.flag();
     onWindow([&](frmTerm& window) {
-        switch (member) {
-            case 0:
-                return window.ShowTitleBar(on);
-            case 1:
-                return window.MakeActive();
-            case 2:
-                return window.setFocus();
-            case 3:
-                return window.setWindowState(static_cast<WindowState>(input_.below(3)));
-            case 4:
-                return window.ReadINIFile();
-            case 5:
-                return window.InputOn(on);
-            case 6:
-                return window.CRtoCRLF(on);
-            case 7:
-                return window.PasteOk(on);
-            case 8:
-                return window.CutOk(on);
-            case 9:
-                return window.TurnOnOffCursor(on);
-            case 10:
-                return window.DisplayTerminalWindows();
-            case 11:
-                return on ? window.TerminalOpen() : window.TerminalClose();
-            case 12:
-                return on ? window.DataReceiveStart() : window.DataReceiveEnd();
-            default:
-                return window.Unload();
-        }
+        callOne(
+            member, [&] { window.ShowTitleBar(on); }, [&] { window.MakeActive(); },
+            [&] { window.setFocus(); },
+            [&] { window.setWindowState(static_cast<WindowState>(input_.below(3))); },
+            [&] { window.ReadINIFile(); }, [&] { window.InputOn(on); }, [&] { window.CRtoCRLF(on); },
+            [&] { window.PasteOk(on); }, [&] { window.CutOk(on); }, [&] { window.TurnOnOffCursor(on); },
+            [&] { window.DisplayTerminalWindows(); },
+            [&] { return on ? window.TerminalOpen() : window.TerminalClose(); },
+            [&] { return on ? window.DataReceiveStart() : window.DataReceiveEnd(); },
+            [&] { window.Unload(); });
     });
 }
 
@@ -158,26 +130,21 @@ void PluginDriver::useScreen() {
     std::int16_t y = input_.number();
     onWindow([&](frmTerm& window) {
         Screen& screen = window.screen();
-        switch (member) {
-            case 0:
-                return screen.ScreenSize(x, y);
-            case 1:
-                return screen.SetCursor(x, y);
-            case 2:
-                return screen.term_setattr(input_.text());
-            case 3:
+        callOne(
+            member, [&] { screen.ScreenSize(x, y); }, [&] { screen.SetCursor(x, y); },
+            [&] { screen.term_setattr(input_.text()); },
+            [&] {
                 wrapsAlways_ = false;
                 return screen.AutoWrap(x > 0);
-            case 4:
-                static_cast<void>(
-                    screen.GetScreenText(screen.nearestCell({x, y}), screen.nearestCell({y, x})));
-                return;
-            case 5:
+            },
+            [&] {
+                return screen.GetScreenText(screen.nearestCell({x, y}), screen.nearestCell({y, x}));
+            },
+            [&] {
                 return window.DisplayPicture(x, y, input_.number(), input_.number(), input_.number(),
                                              input_.flag() ? "a" : "b");
-            default:
-                return window.ClearPicture(x);
-        }
+            },
+            [&] { window.ClearPicture(x); });
     });
 }
 
@@ -187,21 +154,14 @@ void PluginDriver::usePainting() {
     const bool on = input_.flag();
     onWindow([&](frmTerm& window) {
         Screen& screen = window.screen();
-        switch (member) {
-            case 0:
-                return screen.PaintOn(on);
-            case 1:
-                return screen.UseMemoryDC(on);
-            case 2:
-                return screen.AutoSize(on);
-            case 3:
-                return screen.ScreenFontSize(number);
-            case 4:
-                return screen.RepaintScreen(on, number, input_.number(), input_.number(), input_.number(),
-                                            input_.flag());
-            default:
-                return window.Redrawscreen(on);
-        }
+        callOne(
+            member, [&] { screen.PaintOn(on); }, [&] { screen.UseMemoryDC(on); },
+            [&] { screen.AutoSize(on); }, [&] { screen.ScreenFontSize(number); },
+            [&] {
+                screen.RepaintScreen(on, number, input_.number(), input_.number(), input_.number(),
+                                     input_.flag());
+            },
+            [&] { window.Redrawscreen(on); });
     });
 }
 
@@ -243,16 +203,11 @@ void PluginDriver::moveMouse() {
     if (events == nullptr) return;
     const int what = input_.below(5);
     const Point at = point(input_);
-    switch (what) {
-        case 0:
-            return events->Form_MouseDown(MouseButton::Left, at);
-        case 1:
-            return events->Form_MouseUp(MouseButton::Left, at);
-        case 2:
-            return events->Form_MouseUp(MouseButton::Right, at);
-        default:
-            return events->Form_MouseMove(what == 3, at);
-    }
+    callOne(
+        what, [&] { events->Form_MouseDown(MouseButton::Left, at); },
+        [&] { events->Form_MouseUp(MouseButton::Left, at); },
+        [&] { events->Form_MouseUp(MouseButton::Right, at); },
+        [&] { events->Form_MouseMove(what == 3, at); });
 }
 
 void PluginDriver::chooseFromMenu() {
@@ -277,24 +232,15 @@ void PluginDriver::changeWindow() {
     HeadlessWindow* window = nullptr;
     const auto events = anyWindow(window);
     if (events == nullptr) return;
-    switch (input_.below(8)) {
-        case 0:
-            return window->resize({input_.byte() * kPixelsPerStep, input_.byte() * kPixelsPerStep});
-        case 1:
-            return window->setState(static_cast<WindowState>(input_.below(3)));
-        case 2:
-            return window->moveTo(point(input_));
-        case 3:
-            return window->makeActive();
-        case 4:
-            return events->Form_LostFocus();
-        case 5:
-            return events->Form_Deactivate();
-        case 6:
-            return events->Form_Activate();
-        default:
-            return events->Form_Close();
-    }
+    callOne(
+        input_.below(8),
+        [&] {
+            window->resize({input_.byte() * kPixelsPerStep, input_.byte() * kPixelsPerStep});
+        },
+        [&] { window->setState(static_cast<WindowState>(input_.below(3))); },
+        [&] { window->moveTo(point(input_)); }, [&] { window->makeActive(); },
+        [&] { events->Form_LostFocus(); }, [&] { events->Form_Deactivate(); },
+        [&] { events->Form_Activate(); }, [&] { events->Form_Close(); });
 }
 
 void PluginDriver::tickOrPaint() {
@@ -324,16 +270,9 @@ void PluginDriver::useBox() {
     HeadlessHelpWindow* const box = anyBox();
     const auto events = box == nullptr ? nullptr : box->events();
     if (events == nullptr) return;
-    switch (input_.below(4)) {
-        case 0:
-            return events->mnuRightClickClose_Click();
-        case 1:
-            return events->Form_Unload();
-        case 2:
-            return events->dragEnded();
-        default:
-            return events->Form_Resize();
-    }
+    callOne(
+        input_.below(4), [&] { events->mnuRightClickClose_Click(); }, [&] { events->Form_Unload(); },
+        [&] { events->dragEnded(); }, [&] { events->Form_Resize(); });
 }
 
 void PluginDriver::useLabel() {
@@ -345,34 +284,26 @@ void PluginDriver::useLabel() {
     const Point at = point(input_);
     HeadlessDesktop& desktop = platform.desktop;
     desktop.cursor = at;
-    switch (what) {
-        case 0:
+    callOne(
+        what,
+        [&] {
             desktop.heldButtons = button;
             return label->picViewPort_MouseDown(button, 0, at);
-        case 1:
-            return label->picViewPort_MouseMove(desktop.heldButtons, 0, at);
-        case 2:
+        },
+        [&] { label->picViewPort_MouseMove(desktop.heldButtons, 0, at); },
+        [&] {
             desktop.heldButtons = 0;
             return label->picViewPort_MouseUp(button, 0, at);
-        case 3:
-            return label->vscScroll_Change(at.y);
-        case 4:
-            return label->hscScroll_Change(at.x);
-        case 5:
-            label->picViewPort_MouseWheel(at.x / 16.0);
-            return;
-        case 6:
-            label->picViewPort_KeyDown(static_cast<std::int16_t>(input_.byte()), button);
-            return;
-        case 7:
+        },
+        [&] { label->vscScroll_Change(at.y); }, [&] { label->hscScroll_Change(at.x); },
+        [&] { label->picViewPort_MouseWheel(at.x / 16.0); },
+        [&] { label->picViewPort_KeyDown(static_cast<std::int16_t>(input_.byte()), button); },
+        [&] {
             label->picViewPort_KeyDown(keys::kTab, 0);
             label->picViewPort_KeyDown(keys::kEnter, 0);
-            return;
-        case 8:
-            return input_.flag() ? label->picViewPort_GotFocus() : label->picViewPort_LostFocus();
-        default:
-            return label->tmrHyperlinkClick_Timer();
-    }
+        },
+        [&] { return input_.flag() ? label->picViewPort_GotFocus() : label->picViewPort_LostFocus(); },
+        [&] { label->tmrHyperlinkClick_Timer(); });
 }
 
 void PluginDriver::clickLink() {

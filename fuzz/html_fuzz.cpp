@@ -99,16 +99,14 @@ std::string drawable(const HTMLElement& element) {
     return withoutSpaces(text);
 }
 
-bool hidesText(const HTMLElement& element) {
-    const TagTraits& tag = traitsOf(element.lngTagType);
-    return tag.content != TagContent::Shown && !tag.isCloser;
-}
-
 /// Every text is on the page, in full; or not at all, where tags hide text.
 void checkWords(const HTMLDocument& document, const std::vector<TextRun>& runs) {
     std::vector<std::string> drawn(document.mudtElements().size());
     for (const TextRun& run : runs) drawn[position(run.element, document)] += run.text;
-    const bool hidden = std::ranges::any_of(document.mudtElements(), hidesText);
+    const bool hidden = std::ranges::any_of(document.mudtElements(), [](const HTMLElement& element) {
+        const TagTraits& tag = traitsOf(element.lngTagType);
+        return tag.content != TagContent::Shown && !tag.isCloser;
+    });
     for (const HTMLElement& element : document.mudtElements()) {
         if (element.lngTagType != TAG_TEXT) continue;
         const std::string shown = withoutSpaces(drawn[static_cast<std::size_t>(element.intIndex)]);

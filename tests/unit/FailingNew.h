@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <new>
 
 namespace kavrelon {
 
@@ -26,5 +28,21 @@ class FailNth {
     /// Whether that allocation was reached.
     bool failed() const;
 };
+
+/// Carries out a step while one allocation fails. What is raised, if anything.
+struct Outcome {
+    bool failed = false;
+    bool raised = false;
+};
+inline Outcome withFailure(std::size_t n, const std::function<void()>& step) {
+    bool raised = false;
+    const FailNth fail(n);
+    try {
+        step();
+    } catch (const std::bad_alloc&) {
+        raised = true;
+    }
+    return {fail.failed(), raised};
+}
 
 }  // namespace kavrelon

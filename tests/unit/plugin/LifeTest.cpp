@@ -28,9 +28,10 @@ class LifeSession : public Session {
     void connect() {
         terminal->IClientMain_SetClientParent(parent);
         terminal->IClientMain_InitializeClass();
-        sequence(kSizeScreen, {"8", "4"});
+        size("8", "4");
         terminal->IClientMain_OnConnection();
     }
+    void size(const char* columns, const char* lines) const { sequence(kSizeScreen, {columns, lines}); }
     /// The forms that have a window, in the order in which those were made.
     std::vector<std::shared_ptr<frmTerm>> forms() const {
         std::vector<std::shared_ptr<frmTerm>> all;
@@ -45,6 +46,16 @@ class LifeSession : public Session {
     }
     void showBox(int slot) const { sequence(kShowHelpBox, {std::to_string(slot), "0", "1", "9", "2", "a"}); }
     void closeCurrent() const { window().events()->Form_Close(); }
+    std::shared_ptr<frmHelp> firstBox() const {
+        return std::dynamic_pointer_cast<frmHelp>(platform.desktop.helpWindows.front()->events());
+    }
+    void key(std::int16_t code, std::int16_t shift) const {
+        const std::shared_ptr<TermWindowEvents> events = window().events();
+        for (const std::int16_t each : {keys::kCtrl, code}) {
+            KeyStroke stroke{.keyCode = each, .Shift = shift};
+            events->Form_KeyDown(stroke);
+        }
+    }
 
     std::vector<std::shared_ptr<TermWindowEvents>> stack;
 };
@@ -54,7 +65,7 @@ class LifeSession : public Session {
 TEST(NewScreen, IsMadeWholeOrNotAtAll) {
     LifeSession session;
     session.connect();
-    session.sequence(kSizeScreen, {"20", "30"});
+    session.size("20", "30");
     const frmTerm& base = session.form();
     // The messages of windows are the platform's, which may have none to give.
     std::size_t n = 0;
@@ -62,16 +73,9 @@ TEST(NewScreen, IsMadeWholeOrNotAtAll) {
         if (n == 0) throw std::bad_alloc();
     };
     for (bool reached = true; reached; ++n) {
-        bool made = true;
-        {
-            const FailNth fail(n);
-            try {
-                session.sequence(kNewScreen);
-            } catch (const std::bad_alloc&) {
-                made = false;
-            }
-            reached = n == 0 || fail.failed();
-        }
+        const Outcome outcome = withFailure(n, [&] { session.sequence(kNewScreen); });
+        const bool made = !outcome.raised;
+        reached = n == 0 || outcome.failed;
         SCOPED_TRACE(n);
         ASSERT_TRUE(made || reached);
         ASSERT_EQ(session.platform.openWindows(), made ? 2U : 1U);
@@ -86,15 +90,6 @@ TEST(NewScreen, IsMadeWholeOrNotAtAll) {
     }
     EXPECT_GT(n, 50U);
     EXPECT_EQ(session.parent->calls, Texts{});
-}
-
-TEST(NewScreen, OfAFullStackLeavesTheCursorBlinking) {
-    LifeSession session;
-    session.connect();
-    for (int i = 1; i <= clsTerminal::kUpperWindow; ++i) session.sequence(kNewScreen);
-    EXPECT_EQ(errorOf([&] { session.sequence(kNewScreen); }), 9);
-    EXPECT_TRUE(session.window().timerEnabled(TermTimer::cursor_timer));
-    EXPECT_EQ(session.platform.openWindows(), 101U);
 }
 
 // The last window that closes.
@@ -161,14 +156,6 @@ TEST(LastWindow, TheHostMayReleaseThePlugInWhenItHears) {
 
 // What a host may do in the messages of windows, and in the calls that it gets.
 
-void key(const LifeSession& session, std::int16_t code, std::int16_t shift) {
-    const std::shared_ptr<TermWindowEvents> events = session.window().events();
-    for (const std::int16_t each : {keys::kCtrl, code}) {
-        KeyStroke stroke{.keyCode = each, .Shift = shift};
-        events->Form_KeyDown(stroke);
-    }
-}
-
 TEST(InTheMiddle, TheHostMayDoAnything) {
     const std::pair<const char*, LifeSession::Step> works[] = {
         {"erase all", [](LifeSession& s) { s.sequence(kClearScreen); }},
@@ -179,10 +166,7 @@ TEST(InTheMiddle, TheHostMayDoAnything) {
         {"log off", [](LifeSession& s) { s.sequence(kLogOff); }},
         {"new screen", [](LifeSession& s) { s.sequence(kNewScreen); }},
         {"close screen", [](LifeSession& s) { s.sequence(kCloseScreen); }},
-        {"size",
-         [](LifeSession& s) {
-             s.sequence(kSizeScreen, {"132", "30"});
-         }},
+        {"size", [](LifeSession& s) { s.size("132", "30"); }},
         {"initialise", [](LifeSession& s) { s.terminal->IClientMain_InitializeClass(); }},
         {"connect", [](LifeSession& s) { s.terminal->IClientMain_OnConnection(); }},
         {"close", [](LifeSession& s) { s.terminal->IClientMain_OnClose(); }},
@@ -196,28 +180,17 @@ TEST(InTheMiddle, TheHostMayDoAnything) {
              form->screen().ScreenFontSize(12);
          }},
         {"user closes", [](LifeSession& s) { s.closeCurrent(); }},
-        {"user closes a box",
-         [](LifeSession& s) {
-             s.platform.desktop.helpWindows.front()->events()->mnuRightClickClose_Click();
-         }},
-        {"box menu",
-         [](LifeSession& s) {
-             const auto box = s.platform.desktop.helpWindows.front()->events();
-             s.platform.desktop.heldButtons = 0;
-             dynamic_cast<frmHelp&>(*box).MouseUp(buttons::kRight, 0, 0, 0);
-         }},
+        {"user closes a box", [](LifeSession& s) { s.firstBox()->mnuRightClickClose_Click(); }},
+        {"box menu", [](LifeSession& s) { s.firstBox()->MouseUp(buttons::kRight, 0, 0, 0); }},
         {"minimised", [](LifeSession& s) { s.window().setState(WindowState::Minimised); }},
-        {"moved",
-         [](LifeSession& s) {
-             s.window().moveTo({70, 80});
-         }},
+        {"moved", [](LifeSession& s) { s.window().moveTo(Point{.x = 70}); }},
         {"font", [](LifeSession& s) { s.window().events()->mnuFontStyle_Click(3); }},
         {"failed start", [](LifeSession& s) { s.window().events()->mnuRemoteConnection_Click(7); }},
         {"paste", [](LifeSession& s) { s.window().events()->mnuRightClickPaste_Click(); }},
         {"type", [](LifeSession& s) { s.window().events()->Form_KeyPress('x'); }},
-        {"break", [](LifeSession& s) { key(s, keys::kPause, shifts::kCtrl); }},
-        {"Ctrl+V", [](LifeSession& s) { key(s, 'V', shifts::kCtrl); }},
-        {"function key", [](LifeSession& s) { key(s, keys::kF1, 0); }},
+        {"break", [](LifeSession& s) { s.key(keys::kPause, shifts::kCtrl); }},
+        {"Ctrl+V", [](LifeSession& s) { s.key('V', shifts::kCtrl); }},
+        {"function key", [](LifeSession& s) { s.key(keys::kF1, 0); }},
         {"log on", [](LifeSession& s) { s.terminal->IClientMain_OnLogin(); }},
     };
     const std::pair<const char*, LifeSession::Step> hosts[] = {

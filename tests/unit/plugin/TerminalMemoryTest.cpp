@@ -2,9 +2,7 @@
 
 #include <functional>
 #include <memory>
-#include <new>
 #include <string>
-#include <utility>
 
 #include "headless/HeadlessHelpWindow.h"
 #include "tests/unit/FailingNew.h"
@@ -48,15 +46,11 @@ class Busy final : public Session {
     std::string state() const {
         form().Form_Paint();
         std::string text;
-        for (int row = 0; row < screen().LinesPerPage(); ++row) {
-            for (int column = 0; column <= screen().CharsPerLine(); ++column) {
-                const ShownCell cell = shown(column, row);
-                for (const std::uint32_t part : {std::uint32_t{stored(column, row)}, std::uint32_t{cell.ch},
-                                                 cell.pen.text, cell.pen.back}) {
-                    text += static_cast<char>(part ^ part >> 8U ^ part >> 16U);
-                }
-                text += cell.picture;
-            }
+        for (const std::string& row : storedRows()) text += row;
+        for (const ShownCell& cell : Session::picture()) {
+            for (const std::uint32_t part : {std::uint32_t{cell.ch}, cell.pen.text, cell.pen.back})
+                text += static_cast<char>(part ^ part >> 8U ^ part >> 16U);
+            text += cell.picture;
         }
         const auto add = [&text](const auto&... parts) {
             ((text += '|' + testing::PrintToString(parts)), ...);
@@ -75,71 +69,43 @@ class Busy final : public Session {
     }
 };
 
-/// Carries out a step while one allocation fails. What is raised, if anything.
-struct Outcome {
-    bool failed = false;
-    bool raised = false;
-};
-Outcome withFailure(std::size_t n, const std::function<void()>& step) {
-    Outcome outcome;
-    const FailNth fail(n);
-    try {
-        step();
-    } catch (const std::bad_alloc&) {
-        outcome.raised = true;
-    }
-    outcome.failed = fail.failed();
-    return outcome;
-}
-
 TEST(TerminalMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
     const std::string longText(300, 'x');
+    using Step = std::function<void(const Busy&)>;
+    const auto sequence = [](int row, const Texts& fields = {}) -> Step {
+        return [row, fields](const Busy& it) { it.sequence(row, fields); };
+    };
     const struct {
         const char* name;
-        std::function<void(const Busy&)> step;
+        Step step;
         Point cursor{3, 2};
     } steps[] = {
-        {"erase screen", [](const Busy& it) { it.sequence(kClearScreen); }},
-        {"erase to end", [](const Busy& it) { it.sequence(kClearEndOfScreen); }},
-        {"erase to here", [](const Busy& it) { it.sequence(kClearBeginOfScreen); }, {2, 28}},
-        {"erase line", [](const Busy& it) { it.sequence(kClearLine); }, {2, 28}},
-        {"erase line's end", [](const Busy& it) { it.sequence(kClearEndOfLine); }, {2, 28}},
-        {"erase line's start", [](const Busy& it) { it.sequence(kClearStartOfLine); }, {2, 28}},
+        {"erase screen", sequence(kClearScreen)},
+        {"erase to end", sequence(kClearEndOfScreen)},
+        {"erase to here", sequence(kClearBeginOfScreen), {2, 28}},
+        {"erase line", sequence(kClearLine), {2, 28}},
+        {"erase line's end", sequence(kClearEndOfLine), {2, 28}},
+        {"erase line's start", sequence(kClearStartOfLine), {2, 28}},
         {"print", [](const Busy& it) { it.type("x"); }, {2, 28}},
         {"scroll", [](const Busy& it) { it.type("\n"); }, {2, 29}},
-        {"size",
-         [](const Busy& it) {
-             it.sequence(kSizeScreen, {"24", "32"});
-         }},
-        {"help box",
-         [&](const Busy& it) {
-             it.sequence(kShowHelpBox, {"2", "3", "3", "9", "9", longText});
-         }},
+        {"size", sequence(kSizeScreen, {"24", "32"})},
+        {"help box", sequence(kShowHelpBox, {"2", "3", "3", "9", "9", longText})},
         {"another picture", [](const Busy& it) { it.picture("B", 2); }},
         {"command",
          [](const Busy& it) {
              bool processed = false;
              it.form().ProcessCmd("IMAGE 1;1;2;2;3;a_long_name_of_a_picture_B", processed);
          }},
-        {"knowledge base",
-         [&](const Busy& it) {
-             it.sequence(kAddKB, {"http://localhost/" + longText, longText});
-         }},
-        {"program",
-         [&](const Busy& it) {
-             it.sequence(kAddRemote, {longText, longText});
-         }},
-        {"function key",
-         [&](const Busy& it) {
-             it.sequence(kSetFunctionKey, {"5", longText});
-         }},
+        {"knowledge base", sequence(kAddKB, {"http://localhost/" + longText, longText})},
+        {"program", sequence(kAddRemote, {longText, longText})},
+        {"function key", sequence(kSetFunctionKey, {"5", longText})},
         {"copy",
          [](const Busy& it) {
              it.form().Form_MouseDown(MouseButton::Left, {1, 1});
              it.form().Form_MouseMove(true, {300, 60});
              it.form().mnuRightClickCopy_Click();
          }},
-        {"log off", [](const Busy& it) { it.sequence(kLogOff); }},
+        {"log off", sequence(kLogOff)},
     };
     for (const auto& [name, step, cursor] : steps) {
         const auto prepared = [at = cursor] {
@@ -151,16 +117,15 @@ TEST(TerminalMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         const std::string before = busy->state();
         step(*busy);
         const std::string after = busy->state();
-        busy.reset();
+        busy = prepared();
         Outcome outcome{.failed = true};
         for (std::size_t n = 1; outcome.failed; ++n) {
-            // One that a failure has left as it was is used again: nothing must gather in it.
-            if (busy == nullptr) busy = prepared();
             outcome = withFailure(n, [&] { step(*busy); });
             const std::string now = busy->state();
             EXPECT_TRUE(now == before || (!outcome.raised && now == after)) << name << ", allocation " << n;
             EXPECT_TRUE(outcome.failed || now == after) << name;
-            if (now != before) busy.reset();
+            // One that a failure has left as it was is used again: nothing must gather in it.
+            if (now != before) busy = prepared();
         }
     }
 }
@@ -171,12 +136,12 @@ TEST(TerminalMemoryTest, WhateverAllocationFailsAHostThatBeginsAgainHasItAll) {
     Busy busy;
     for (std::size_t n = 1; outcome.failed; ++n) {
         busy.terminal->IClientMain_DestroyClass();
-        outcome = withFailure(n, [&] {
+        const auto begin = [&busy] {
             busy.connect();
             busy.begin();
-        });
-        busy.connect();
-        busy.begin();
+        };
+        outcome = withFailure(n, begin);
+        begin();
         EXPECT_TRUE(busy.state() == whole) << "allocation " << n;
         EXPECT_GT(n, outcome.failed ? 0U : 50U) << "a session takes memory";
     }

@@ -32,50 +32,36 @@ TEST_F(TerminalTest, TableEndsWithEmptyRows) {
     }
 }
 
-TEST_F(TerminalTest, CursorSequences) {
+TEST_F(TerminalTest, SequencesMoveTheCursorOrFailAndChangeNothing) {
     const struct {
         int row;
         Texts fields;
-        Point cursor;
+        int error = 0;
+        Point cursor{7, 12};
         int lowerBound = 1;
-    } cases[] = {
-        {kHome, {}, {0, 0}},
-        {kForceCursorPosition, {"10", "20"}, {19, 9}},
-        {kCursorPosition, {"unused", "10", "20"}, {19, 9}, 0},
-        {kCursorPosition, {"999", "32767"}, {80, 24}},
-        {kCursorPosition, {"0", "-5"}, {0, 0}},
-        {kCursorPosition, {" +3 ", "2.5"}, {1, 2}},
-        {kCursorUp, {"5"}, {7, 11}},
-        {kCursorDown, {"99"}, {7, 13}},
-    };
-    for (const auto& c : cases) {
-        screen().SetCursor(7, 12);
-        sequence(c.row, c.fields, c.lowerBound);
-        EXPECT_EQ(cursor(), c.cursor) << c.row << ' ' << testing::PrintToString(c.fields);
-    }
-}
-
-TEST_F(TerminalTest, SequencesThatFailChangeNothing) {
-    const struct {
-        int row;
-        Texts fields;
-        int error;
-        int lowerBound = 1;
-    } cases[] = {{kCursorPosition, {"x"}, 13},
+    } cases[] = {{kHome, {}, 0, {0, 0}},
+                 {kForceCursorPosition, {"10", "20"}, 0, {19, 9}},
+                 {kCursorPosition, {"unused", "10", "20"}, 0, {19, 9}, 0},
+                 {kCursorPosition, {"999", "32767"}, 0, {80, 24}},
+                 {kCursorPosition, {"0", "-5"}, 0, {0, 0}},
+                 {kCursorPosition, {" +3 ", "2.5"}, 0, {1, 2}},
+                 {kCursorUp, {"5"}, 0, {7, 11}},
+                 {kCursorDown, {"99"}, 0, {7, 13}},
+                 {kCursorPosition, {"x"}, 13},
                  {kCursorPosition, {"40000", "x"}, 6},
                  {kCursorPosition, {"-32768", "1"}, 6},
-                 {kCursorPosition, {"5", "6"}, 9, std::numeric_limits<int>::min()},
+                 {kCursorPosition, {"5", "6"}, 9, {7, 12}, std::numeric_limits<int>::min()},
                  {kSetFunctionKey, {"F7", "x"}, 13},
                  {kSetFunctionKey, {"AS99999", "x"}, 6},
                  {kShowHelpBox, {"1", "x", "1", "1", "99999", "text"}, 13},
                  {kHideHelpBox, {"51"}, 9},
                  {kAddRemote, {"program"}, 9}};
-    screen().SetCursor(7, 12);
     for (const auto& c : cases) {
-        EXPECT_EQ(errorOf([&] { sequence(c.row, c.fields, c.lowerBound); }), c.error)
-            << c.row << ' ' << testing::PrintToString(c.fields);
+        SCOPED_TRACE(std::to_string(c.row) + ' ' + testing::PrintToString(c.fields));
+        screen().SetCursor(7, 12);
+        EXPECT_EQ(errorOf([&] { sequence(c.row, c.fields, c.lowerBound); }), c.error);
+        EXPECT_EQ(cursor(), c.cursor);
     }
-    EXPECT_EQ(cursor(), (Point{7, 12}));
     EXPECT_EQ(form().HelpBoxes().openSlots(), std::vector<int>{});
     EXPECT_EQ(form().hostMenus().knowledgeBase().size() + form().hostMenus().remote().size(), 2U);
 }
@@ -147,6 +133,7 @@ TEST_F(TerminalTest, TheStackHoldsAHundredAndOneWindows) {
     for (int i = 1; i <= 100; ++i) sequence(kNewScreen);
     EXPECT_EQ(errorOf([this] { sequence(kNewScreen); }), 9);
     EXPECT_EQ(terminal->topIndex(), 100);
+    EXPECT_TRUE(window().timerEnabled(TermTimer::cursor_timer)) << "the screen that stays blinks on";
     EXPECT_EQ(platform.openWindows(), 101U);
     terminal.reset();
     EXPECT_EQ(platform.openWindows(), 0U);
@@ -181,17 +168,14 @@ TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
         if (row != kNewScreen && row != kLogOn && row != kLogOnWithText)
             sequence(row, {"1", "1", "1", "1", "1", "1"});
     }
-    closed.DisplayTerminalWindows();
-    closed.ReadINIFile();
+    using Member = void (frmTerm::*)();
+    for (const auto member : std::initializer_list<Member>{
+             &frmTerm::DisplayTerminalWindows, &frmTerm::ReadINIFile, &frmTerm::MakeActive,
+             &frmTerm::setFocus, &frmTerm::TerminalOpen, &frmTerm::Form_Paint, &frmTerm::Form_Resize,
+             &frmTerm::cursor_timer_Timer, &frmTerm::tmrBeep_Timer, &frmTerm::mnuFileScreenWidth_Click}) {
+        (closed.*member)();
+    }
     closed.ShowTitleBar(true);
-    closed.MakeActive();
-    closed.setFocus();
-    closed.TerminalOpen();
-    closed.Form_Paint();
-    closed.Form_Resize();
-    closed.cursor_timer_Timer();
-    closed.tmrBeep_Timer();
-    closed.mnuFileScreenWidth_Click();
     closed.mnuFontStyle_Click(2);
     closed.mnuPrinterType_Click(2);
     closed.Form_KeyPress('x');
@@ -199,18 +183,6 @@ TEST_F(TerminalTest, WindowClosedByTheUserDropsWhatReachesIt) {
     terminal->IClientMain_OnClose();
     terminal->IClientMain_DestroyClass();
     EXPECT_EQ(parent->calls, Texts{"closed"});
-}
-
-TEST_F(TerminalTest, PushedWindowClosedByTheUserKeepsItsPlace) {
-    sequence(kNewScreen);
-    closeByUser();
-    sequence(kNewScreen);
-    EXPECT_EQ(parent->calls, Texts{});
-    EXPECT_EQ(terminal->topIndex(), 2);
-    sequence(kCloseScreen);
-    sequence(kCloseScreen);
-    type("kept");
-    EXPECT_EQ(shownRows()[0].substr(0, 5), "kept ");
 }
 
 TEST_F(TerminalTest, HostMayDestroyThePlugInFromAnyWindowEvent) {
@@ -298,29 +270,7 @@ TEST_F(TerminalTest, FunctionKeySequenceStoresUntranslated) {
     }
 }
 
-/// Everything that can be received, in each state of the session.
-class ReceiveLaw : public ConnectedTest {
-  protected:
-    void receiveEverything() {
-        std::string allBytes;
-        for (int byte = 0; byte < 256; ++byte) allBytes += static_cast<char>(byte);
-        errorOf([&] { type(allBytes); });
-        const Texts shapes[] = {
-            {}, {""}, {"120", "40"}, {allBytes, allBytes}, Texts(6, "5"), Texts(2, std::string(70000, '7'))};
-        for (int row = -1; row <= 101; ++row) {
-            for (const Texts& shape : shapes) {
-                for (const int lowerBound : {1, 0, -3}) {
-                    logons += errorOf([&] { sequence(row, shape, lowerBound); }) == 0 &&
-                              (row == kLogOn || row == kLogOnWithText);
-                }
-                errorOf([&] { type("x\a\r\n\x05\x1B[c\x1BZ"); });
-            }
-        }
-        terminal->IClientReceive_ReceiveEnd();
-    }
-
-    std::ptrdiff_t logons = 0;
-};
+using ReceiveLaw = ConnectedTest;
 
 TEST_F(ReceiveLaw, NothingIsSentButInitAfterALogon) {
     const std::function<void()> states[] = {[] {},
@@ -330,9 +280,26 @@ TEST_F(ReceiveLaw, NothingIsSentButInitAfterALogon) {
                                             [this] { sequence(kNewScreen); },
                                             [this] { terminal->IClientMain_OnClose(); },
                                             [this] { window().events()->Form_Close(); }};
+    std::string allBytes;
+    for (int byte = 0; byte < 256; ++byte) allBytes += static_cast<char>(byte);
+    const Texts shapes[] = {
+        {}, {""}, {"120", "40"}, {allBytes, allBytes}, Texts(6, "5"), Texts(2, std::string(70000, '7'))};
+    std::ptrdiff_t logons = 0;
+    // Everything that can be received, in each state of the session.
+    const auto receive = [&](int row, const Texts& shape) {
+        for (const int lowerBound : {1, 0, -3}) {
+            const bool done = errorOf([&] { sequence(row, shape, lowerBound); }) == 0;
+            logons += done && (row == kLogOn || row == kLogOnWithText);
+        }
+        errorOf([&] { type("x\a\r\n\x05\x1B[c\x1BZ"); });
+    };
     for (const auto& enter : states) {
         enter();
-        receiveEverything();
+        errorOf([&] { type(allBytes); });
+        for (int row = -1; row <= 101; ++row) {
+            for (const Texts& shape : shapes) receive(row, shape);
+        }
+        terminal->IClientReceive_ReceiveEnd();
         EXPECT_TRUE(!form().isLoaded() || form().Caption() == "Terminal");
     }
     EXPECT_GT(logons, 0);
