@@ -98,17 +98,6 @@ TEST_F(SettingsTest, StoredValuesThatNoMenuWrote) {
     }
 }
 
-TEST_F(SettingsTest, ChosenPrinterTypesAreStoredAndComeBack) {
-    const std::string spoolTypes[] = {"0", "2", "3", "1"};
-    connect();
-    for (std::int16_t entry = 0; entry < 4; ++entry) {
-        form().mnuPrinterType_Click(entry);
-        EXPECT_EQ(read("Printer", "SpoolType"), spoolTypes[entry]);
-        connect();
-        EXPECT_EQ(window().checkedPrinterTypeEntry(), entry);
-    }
-}
-
 TEST_F(SettingsTest, TheChoiceForCarriageReturnsIsStoredAndComesBack) {
     connect();
     EXPECT_FALSE(form().CRtoCRLF());
