@@ -117,7 +117,7 @@ TEST_F(PictureTest, WindowAndMemoryBitmapShowWhatARepaintWould) {
         return result;
     };
     for (int step = 0; step < 2000; ++step) {
-        screen().UseMemoryDC(step >= 1000);
+        if (step == 1000) screen().UseMemoryDC(true);
         switch (upTo(6)) {
             case 0:
                 command("IMAGE " + text(9) + ";" + text(5) + ";" + text(9) + ";" + text(5) + ";" + text(2) +
