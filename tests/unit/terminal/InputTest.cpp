@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,6 +47,19 @@ TEST_F(InputTest, KeysThatAreUsedUpLeaveNothingForTheWindow) {
     for (const auto& [code, usedUp] : withCtrl) EXPECT_EQ(key(code, 2) == 0, usedUp) << code << " with Ctrl";
 }
 
+TEST_F(InputTest, CtrlNeverSticks) {
+    const std::function<void()> releases[] = {[this] { form().Form_KeyUp(kCtrl); },
+                                              [this] { form().Form_LostFocus(); }};
+    for (const auto& release : releases) {
+        key(kCtrl, 2);
+        form().Form_KeyUp(65);
+        form().Form_KeyPress('a');
+        release();
+        form().Form_KeyPress('a');
+    }
+    EXPECT_EQ(parent->calls, (Texts{"data !", "data a", "data !", "data a"}));
+}
+
 TEST_F(InputTest, KeysTellWhetherCtrlIsMeant) {
     const KeyStroke ctrl = strokeOf(kCtrl, 2, false), alt = strokeOf(18, 6, false),
                     altGr = strokeOf(18, 6, true), altGrAgain = strokeOf(kCtrl, 6, true);
@@ -63,12 +77,39 @@ TEST_F(InputTest, KeysTellWhetherCtrlIsMeant) {
     for (const auto& c : cases) {
         parent->calls.clear();
         for (const KeyStroke& stroke : c.strokes) key(stroke);
-        form().Form_KeyUp(65);
         form().Form_KeyPress('a');
         std::string sent;
         for (const std::string& call : parent->calls) sent += (sent.empty() ? "" : " ") + call;
         EXPECT_EQ(sent, c.sent) << c.what;
     }
+}
+
+TEST_F(InputTest, FunctionKeysHaveABankForEachOfShiftAndAlt) {
+    const std::pair<std::int16_t, const char*> banks[] = {{0, "2"}, {4, "A2"}, {1, "S2"}, {5, "AS2"}};
+    for (const auto& [shift, name] : banks) {
+        sequence(kSetFunctionKey, {name, name});
+        key(113, shift);
+    }
+    EXPECT_EQ(parent->calls, (Texts{"data 2", "data A2", "data S2", "data AS2"}));
+}
+
+TEST_F(InputTest, HostMayForbidCopyingAndPasting) {
+    bool processed = false;
+    platform.desktop.clipboard = "before";
+    type("text");
+    for (const char* const command : {"CUTOK 0", "pasteok 0"}) form().ProcessCmd(command, processed);
+    drag(at(0, 0), at(3, 0));
+    form().mnuRightClickCopy_Click();
+    form().mnuRightClickPaste_Click();
+    key(kCtrl, 2);
+    const std::int16_t letters[] = {'C', 'V'};
+    for (const std::int16_t code : letters) key(code, 2);
+    EXPECT_EQ(platform.desktop.clipboard, "before");
+    EXPECT_EQ(parent->calls, Texts{"data \x03"}) << "it interrupts the remote program";
+    for (const char* const command : {"CutOk 1", "PASTEOK 1"}) form().ProcessCmd(command, processed);
+    for (const std::int16_t code : letters) key(code, 2);
+    EXPECT_EQ(parent->calls.back(), "data text");
+    EXPECT_FALSE(processed);
 }
 
 TEST_F(InputTest, BellRingsOnceForEachTimeItIsRung) {
@@ -178,13 +219,27 @@ TEST_F(InputTest, HeldClipboardRingsAndLosesNothing) {
     EXPECT_EQ(parent->calls, Texts{"data " + platform.desktop.clipboard}) << "sent whole";
 }
 
-TEST_F(InputTest, WhoOnlyReadsTheSelectionChangesNothing) {
+TEST_F(InputTest, WhatIsCopiedIsStoredAsBlanksAndNothingStaysSelectedAfterAChangeOfSize) {
     setSize(6, 2);
     type("ab");
     sequence(kClearEndOfLine);
+    const auto highlighted = [this] {
+        return std::ranges::count(picture(), 0xFFFFFFU, [](const ShownCell& cell) { return cell.pen.back; });
+    };
+    drag(at(0, 0), at(3, 0));
+    EXPECT_EQ(highlighted(), 4);
+    sequence(kSizeScreen, {"7", "2"});
+    EXPECT_EQ(highlighted(), 0);
+    form().mnuRightClickCopy_Click();
+    EXPECT_EQ(platform.desktop.clipboard, "");
+    EXPECT_EQ(stored(2, 0), 0);
+    EXPECT_EQ(form().SelectionText(), "");
     drag(at(0, 0), at(3, 0));
     EXPECT_EQ(form().SelectionText(), "ab  ");
-    EXPECT_EQ(stored(2, 0), 0);
+    EXPECT_EQ(stored(2, 0), 0) << "who only reads changes nothing";
+    form().mnuRightClickCopy_Click();
+    EXPECT_EQ(platform.desktop.clipboard, "ab  ");
+    EXPECT_EQ(stored(2, 0), ' ');
 }
 
 TEST_F(InputTest, WhatEndsASelectionLeavesNothingToCopy) {
