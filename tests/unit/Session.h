@@ -65,8 +65,20 @@ class Session : public HeadlessSession {
         }
         return inverted;
     }
+    /// The drawing calls that an operation makes on all windows.
+    template <class Operation>
+    int drawn(Operation operation) const {
+        const int before = drawCalls();
+        operation();
+        return drawCalls() - before;
+    }
 
   private:
+    int drawCalls() const {
+        int calls = 0;
+        for (const HeadlessWindow* each : platform.desktop.terminalWindows) calls += each->drawCalls();
+        return calls;
+    }
     template <class CharAt>
     Texts rows(int columns, CharAt charAt) const {
         Texts texts;

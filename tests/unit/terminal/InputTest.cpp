@@ -163,24 +163,25 @@ TEST_F(InputTest, KeysMayArriveWhileScreensArePushedClosedAndDestroyed) {
 
 TEST_F(InputTest, HighlightFollowsTheMouseInEveryDirection) {
     setSize(6, 3);
+    sequence(kSetAttributes, {"31", "44;4"});
     type("abcdefghijklmnopqr");
-    const Point corners[][2] = {
+    const Pen normal{0x0000FF, 0xFF0000, false, true}, reversed{0xFF0000, 0x0000FF};
+    const std::pair<Point, Point> corners[] = {
         {at(2, 0), at(4, 1)}, {at(4, 1), at(2, 0)}, {at(2, 1), at(4, 0)}, {at(4, 0), at(2, 1)}};
-    const auto highlighted = [this] {
-        const auto cells = picture();
-        return std::count_if(cells.begin(), cells.end(),
-                             [](auto& cell) { return cell.pen.back == 0xFFFFFF; });
-    };
     for (const auto& [from, to] : corners) {
         form().Form_MouseDown(MouseButton::Left, from);
         form().Form_MouseMove(true, at(5, 2));
         form().Form_MouseMove(true, to);
         form().Form_MouseMove(false, at(0, 2));
-        EXPECT_EQ(highlighted(), 6);
+        for (int cell = 0; cell < 18; ++cell) {
+            const int column = cell % 6, row = cell / 6;
+            const bool inside = column >= 2 && column <= 4 && row <= 1;
+            EXPECT_EQ(shown(column, row).pen, inside ? reversed : normal) << cell;
+        }
         form().Form_MouseUp(MouseButton::Left, to);
         form().mnuRightClickCopy_Click();
         EXPECT_EQ(platform.desktop.clipboard, "cdeijk");
-        EXPECT_EQ(highlighted(), 0);
+        EXPECT_EQ(shown(2, 0).pen, normal);
     }
 }
 

@@ -104,19 +104,21 @@ TEST_F(PictureTest, GoesWithTheScreenTheSessionAndTheLogin) {
     }
 }
 
-TEST_F(PictureTest, OutputBelowItNeverShowsAndAllComesBackAsTheBufferHasIt) {
+TEST_F(PictureTest, WindowAndMemoryBitmapShowWhatARepaintWould) {
     // Whatever happens in whatever order, the window shows what it would if all of it were drawn again.
     std::mt19937 random(20);
     const auto upTo = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most + 1)); };
     const auto text = [&](int most) { return std::to_string(upTo(most)); };
+    const int erases[] = {rows::kClearEndOfLine, rows::kClearLine, rows::kClearEndOfScreen,
+                          rows::kClearBeginOfScreen, rows::kClearScreen};
     const auto cells = [this] {
         std::string result;
         for (const ShownCell& cell : picture()) (result += static_cast<char>(cell.ch)) += cell.picture;
         return result;
     };
     for (int step = 0; step < 2000; ++step) {
-        screen().UseMemoryDC(step >= 1000);
-        switch (upTo(5)) {
+        if (step == 1000) screen().UseMemoryDC(true);
+        switch (upTo(6)) {
             case 0:
                 command("IMAGE " + text(9) + ";" + text(5) + ";" + text(9) + ";" + text(5) + ";" + text(2) +
                         ";" + "ABt"[upTo(2)] + ".png");
@@ -126,12 +128,22 @@ TEST_F(PictureTest, OutputBelowItNeverShowsAndAllComesBackAsTheBufferHasIt) {
                 break;
             case 2:
                 screen().SetCursor(upTo(7), upTo(3));
-                screen().ClearEndOfLine();
+                sequence(erases[upTo(4)]);
                 break;
+            case 3: {  // what could not be drawn is drawn by the next paint
+                const bool minimised = upTo(1) == 0;
+                minimised ? window().setState(WindowState::Minimised) : screen().PaintOn(false);
+                type("missed\n");
+                minimised ? window().setState(WindowState::Normal) : screen().PaintOn(true);
+                type("\r\nseen");
+                form().Form_Paint();
+                break;
+            }
             default:
                 type(std::string(1, static_cast<char>('a' + upTo(25))) + (upTo(3) == 0 ? "\r\n" : ""));
         }
         if (upTo(1) == 0) blink();
+        if (upTo(1) == 0) form().Form_Paint();
         EXPECT_EQ(marks().size(), screen().cursorDrawn() ? 1 : 0);
         screen().HideCursor();
         const auto before = cells();

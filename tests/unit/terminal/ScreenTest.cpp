@@ -20,28 +20,6 @@ constexpr CellAttr kDefaultAttr{37, 40, 1};
 
 class ScreenTest : public ConnectedTest {};
 
-TEST_F(ScreenTest, BytesBeyondTheMarginAreStoredAndNotShown) {
-    setSize(4, 2);
-    screen().AutoWrap(false);
-    type("klmnop");
-    EXPECT_EQ(storedRows()[0], "klmno");
-    EXPECT_EQ(shown(4, 0), ShownCell{});
-    EXPECT_EQ(stored(5, 0), 'p');
-}
-
-TEST_F(ScreenTest, BytesAreDrawnAsSoonAsPaintingIsBackAndDroppedWithoutAWindow) {
-    screen().PaintOn(false);
-    type("ab");
-    screen().PaintOn(true);
-    type("c");
-    EXPECT_EQ(shownRows()[0].substr(0, 4), "  c ");
-    screen().PaintOn(false);
-    type("d");
-    form().Unload();
-    form().WriteTerm('e');
-    EXPECT_EQ(storedRows()[0].substr(0, 6), "abcd  ");
-}
-
 TEST_F(ScreenTest, WritingScrollingAndErasingMarkTheScreenAsWritten) {
     for (const char* typed : {"x", "\n\n", "\x1B"}) {
         setSize(80, 2);
@@ -110,14 +88,6 @@ TEST_F(ScreenTest, NoSizeBreaksAnyOperation) {
             if (paint) step([&] { form().Form_Resize(); });
         }
     }
-}
-
-TEST_F(ScreenTest, RowsThatWereNeverWrittenHoldZerosUntilTheyAreBlanked) {
-    setSize(80, 30);
-    EXPECT_EQ(stored(0, 29), 0);
-    EXPECT_EQ(attr(0, 29), (CellAttr{0, 0, 0}));
-    sequence(kClearScreen);
-    EXPECT_EQ(attr(0, 29), kDefaultAttr);
 }
 
 /// A second implementation of the buffer's rules, as simple as possible: scrolling and blanking copy whole
@@ -219,7 +189,9 @@ class ScreenTwin : public ConnectedTest {
         plain.lines = lines;
         plain.moveTo(plain.x, plain.y);
     }
-    void step(std::initializer_list<int> erases) {
+    /// With painting on, clearing the start of a line is left out: it blanks more on the window than in the
+    /// buffer.
+    void step(bool paint) {
         const int choice = below(20);
         if (choice < 12) write();
         if (choice == 12 || choice == 13) moveCursor();
@@ -230,42 +202,36 @@ class ScreenTwin : public ConnectedTest {
             ASSERT_EQ(errorOf([&] { sequence(30, {"4", "none"}); }), 13);
         }
         if (choice == 17) {
-            const int row = erases.begin()[below(static_cast<int>(erases.size()))];
+            const int row = oneOf(kClearEndOfLine, kClearLine, kClearEndOfScreen, kClearBeginOfScreen,
+                                  kClearScreen, paint ? kClearLine : kClearStartOfLine);
             ASSERT_EQ(errorOf([&] { sequence(row); }), errorOf([&] { plain.erase(row); }));
         }
         ASSERT_EQ(cursor(), (Point{plain.x, plain.y}));
     }
 };
 
-TEST_F(ScreenTwin, BufferFollowsThePlainRules) {
-    for (int round = 0; round < 60; ++round) {
+TEST_F(ScreenTwin, BufferFollowsThePlainRulesAndTheWindowShowsIt) {
+    for (int round = 0; round < 90; ++round) {
         SCOPED_TRACE(round);
-        screen().PaintOn(round % 3 == 0);
+        const bool paint = round % 3 == 0;
+        screen().PaintOn(paint);
         screen().AutoWrap(plain.wrap = round % 4 != 0);
+        screen().layOutAndRepaint();
         for (int i = 0; i < 60; ++i) {
-            ASSERT_NO_FATAL_FAILURE(step({kClearEndOfLine, kClearStartOfLine, kClearLine, kClearEndOfScreen,
-                                          kClearBeginOfScreen, kClearScreen}));
+            ASSERT_NO_FATAL_FAILURE(step(paint));
+            if (!paint || i % 5 != 0) continue;
+            // As far as the window reaches; what is stored beyond the margin is not shown.
+            for (int row = 0; row < std::min(plain.lines, 50); ++row) {
+                for (int column = 0; column < std::min(plain.columns + 1, 132); ++column) {
+                    const std::uint8_t ch = column == plain.columns ? 0 : stored(column, row);
+                    ASSERT_EQ(shown(column, row).ch, ch == 0 ? ' ' : ch) << "step " << i << ", row " << row;
+                }
+            }
         }
         for (int index = 0; index < kStoredCells; ++index) {
             ASSERT_EQ(screen().buffer().record(index).Cells,
                       plain.records[static_cast<std::size_t>(index)].Cells)
                 << "record " << index;
-        }
-    }
-}
-
-TEST_F(ScreenTwin, WindowShowsTheBuffer) {
-    for (int i = 0; i < 2000; ++i) {
-        // Clearing the start of a line is left out: it blanks more on the window than in the buffer.
-        ASSERT_NO_FATAL_FAILURE(
-            step({kClearEndOfLine, kClearLine, kClearEndOfScreen, kClearBeginOfScreen, kClearScreen}));
-        if (i % 10 != 0) continue;
-        // As far as the window reaches.
-        for (int row = 0; row < std::min(plain.lines, 50); ++row) {
-            for (int column = 0; column < std::min(plain.columns, 132); ++column) {
-                const std::uint8_t ch = stored(column, row);
-                ASSERT_EQ(shown(column, row).ch, ch == 0 ? ' ' : ch) << "step " << i << ", row " << row;
-            }
         }
     }
 }

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,24 +31,10 @@ std::string seen(const Session& session) {
 
 class SeenCellsTest : public ConnectedTest {
   protected:
-    /// The drawing calls that an operation makes on all windows.
-    template <class Operation>
-    int drawn(Operation operation) const {
-        const int before = drawCalls();
-        operation();
-        return drawCalls() - before;
-    }
     void paint(const Rect& due) const {
         window().due = due;
         form().Form_Paint();
         window().due.reset();
-    }
-
-  private:
-    int drawCalls() const {
-        int calls = 0;
-        for (const HeadlessWindow* each : platform.desktop.terminalWindows) calls += each->drawCalls();
-        return calls;
     }
 };
 
@@ -131,51 +116,6 @@ TEST_F(SeenCellsTest, AWindowIsPaintedOnceWhenItIsShown) {
     EXPECT_EQ(unseen.drawCalls(), 70 * 20);
     EXPECT_EQ(unseen.cells().shown(3, 4).ch, 'x');
     EXPECT_TRUE(unseen.cells().shown(4, 4).inverted);
-}
-
-TEST_F(SeenCellsTest, AMemoryBitmapThatMissedDrawingIsDrawnAnew) {
-    using Step = std::function<void(const Session&)>;
-    const std::vector<Step> misses{
-        [](const Session& session) { session.screen().PaintOn(false); },
-        [](const Session& session) { session.window().setState(WindowState::Minimised); },
-        [](const Session& session) { session.screen().CharsPerLine(60); },
-        [](const Session& session) {
-            session.screen().SelectionShown(true);
-            session.screen().RepaintScreen(true, 1, 1, 9, 9);
-        },
-    };
-    const std::vector<Step> paints{
-        [](const Session& session) { session.form().Form_Paint(); },
-        [](const Session& session) { session.form().Redrawscreen(true); },
-    };
-    for (const Step& miss : misses) {
-        for (const Step& paint : paints) {
-            std::vector<std::string> pictures;
-            for (const bool memory : {false, true}) {
-                Session session;
-                session.connect();
-                session.screen().UseMemoryDC(memory);
-                session.setSize(100, 10);
-                session.type("shown\r\n");
-                miss(session);
-                session.sequence(kSetAttribute, {"32"});
-                session.type("missed" + std::string(12, '\n'));
-                session.type("\rand this");
-                session.screen().PaintOn(true);
-                if (session.window().state() == WindowState::Minimised) {
-                    session.window().setState(WindowState::Normal);
-                }
-                session.type("\r\nscrolled");
-                paint(session);
-                paint(session);
-                pictures.push_back(seen(session));
-                const int before = session.window().drawCalls();
-                paint(session);
-                EXPECT_EQ(session.window().drawCalls() == before, memory);
-            }
-            EXPECT_TRUE(pictures[0] == pictures[1]) << &miss - misses.data() << &paint - paints.data();
-        }
-    }
 }
 
 }  // namespace

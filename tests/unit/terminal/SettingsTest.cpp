@@ -77,7 +77,6 @@ TEST_F(SettingsTest, ChosenFontsAreStoredAndComeBack) {
         EXPECT_EQ(font.substr(0, font.size() - 3), caption.substr(0, font.size() - 3));
         fonts.insert(font);
         connect();
-        EXPECT_EQ(window().checkedFontEntry(), entry);
         EXPECT_EQ(window().font().name, font);
     }
     EXPECT_EQ(fonts.size(), 8U);
@@ -95,17 +94,6 @@ TEST_F(SettingsTest, StoredValuesThatNoMenuWrote) {
         connect();
         EXPECT_EQ(window().checkedFontEntry(), c.fontEntry);
         EXPECT_EQ(window().checkedPrinterTypeEntry(), c.printerEntry);
-    }
-}
-
-TEST_F(SettingsTest, ChosenPrinterTypesAreStoredAndComeBack) {
-    const std::string spoolTypes[] = {"0", "2", "3", "1"};
-    connect();
-    for (std::int16_t entry = 0; entry < 4; ++entry) {
-        form().mnuPrinterType_Click(entry);
-        EXPECT_EQ(read("Printer", "SpoolType"), spoolTypes[entry]);
-        connect();
-        EXPECT_EQ(window().checkedPrinterTypeEntry(), entry);
     }
 }
 
