@@ -12,6 +12,8 @@ namespace {
 
 using namespace std::string_literals;
 
+const std::string kHead = "<HTML><BODY>", kTail = "</BODY></HTML>";
+
 /// A parsed document, with texts that describe it.
 class Parsed {
   public:
@@ -19,47 +21,19 @@ class Parsed {
         document_.setDocument(html, defaults);
     }
     /// Puts `body` between tags of its own, so that normalising adds nothing.
-    static Parsed inBody(const std::string& body) { return Parsed("<HTML><BODY>" + body + "</BODY></HTML>"); }
+    static Parsed inBody(const std::string& body) { return Parsed(kHead + body + kTail); }
 
     const HTMLDocument* operator->() const { return &document_; }
     const HTMLElement& operator[](std::size_t index) const { return document_.mudtElements()[index]; }
 
-    /// The sources of the elements between BODY and its closer, each followed by a bar.
+    /// The sources of the elements, each followed by a bar.
     std::string pieces() const {
         std::string text;
-        const auto all = document_.mudtElements();
-        for (std::size_t i = 2; i + 2 < all.size(); ++i) text += std::string(all[i].strRaw) + "|";
+        for (const HTMLElement& element : document_.mudtElements()) text.append(element.strRaw).append("|");
         return text;
     }
 
-    /// The linked elements, a level's children in brackets with its closer after a slash, and the number of
-    /// those that are not linked. Checks every link on the way.
-    std::string tree() const {
-        std::string text;
-        const std::size_t linked = write(text, 0);
-        return text + (linked < document_.mudtElements().size() ? "..." : "");
-    }
-
   private:
-    // NOLINTNEXTLINE(misc-no-recursion): the documents of the tests nest a few levels
-    std::size_t write(std::string& text, std::size_t index) const {
-        const HTMLElement& element = document_.mudtElements()[index];
-        text += element.strRaw;
-        std::size_t linked = 1;
-        for (std::size_t k = 0; k < element.intChildren.size(); ++k) {
-            const auto child = static_cast<std::size_t>(element.intChildren[k]);
-            const HTMLElement& record = document_.mudtElements()[child];
-            EXPECT_EQ(record.intParent, element.intIndex) << record.strRaw;
-            EXPECT_EQ(record.intSiblingIndex, k) << record.strRaw;
-            EXPECT_EQ(record.intIndex, child) << record.strRaw;
-            const bool counted = k < static_cast<std::size_t>(element.intChildCount);
-            text += k == 0 ? "(" : counted ? " " : "/";
-            linked += write(text, child);
-        }
-        if (!element.intChildren.empty()) text += ")";
-        return linked;
-    }
-
     HTMLDocument document_;
 };
 
@@ -115,18 +89,19 @@ TEST(HtmlDocumentTest, CutsTagsCommentsAndText) {
         {"<!-- a > <b> -- > -->x<!-->y", "<!-- a > <b> -- > -->|x|<!-->|y|"},
         {"<>&#32;\x01", "<>|&#32;\x01|"},
     };
-    for (const auto& c : cases) EXPECT_EQ(Parsed::inBody(c.body).pieces(), c.pieces) << c.body;
+    for (const auto& c : cases)
+        EXPECT_EQ(Parsed::inBody(c.body).pieces(), "<HTML>|<BODY>|" + c.pieces + "</BODY>|</HTML>|")
+            << c.body;
 
     // Where the text cannot be cut any further, the document ends.
-    EXPECT_EQ(Parsed("<HTML><BODY>a<B>b<!-- c</B>--").tree(), "<HTML>(<BODY>(a <B>(b)))");
-    EXPECT_EQ(Parsed("<HTML><BODY>a<<<").tree(), "<HTML>(<BODY>(a))");
-    EXPECT_EQ(Parsed("<!-<HTML><BODY>a").tree(), "<!-<HTML>(<BODY>)");
-    EXPECT_EQ(Parsed("<!--<HTML><BODY>").tree(), "<!(-- <HTML> <BODY>)");
+    EXPECT_EQ(Parsed("<HTML><BODY>a<B>b<!-- c</B>--").pieces(), "<HTML>|<BODY>|a|<B>|b|");
+    EXPECT_EQ(Parsed("<HTML><BODY>a<<<").pieces(), "<HTML>|<BODY>|a|");
+    EXPECT_EQ(Parsed("<!-<HTML><BODY>a").pieces(), "<!-<HTML>|<BODY>|");
+    EXPECT_EQ(Parsed("<!--<HTML><BODY>").pieces(), "<!|--|<HTML>|<BODY>|");
 }
 
 TEST(HtmlDocumentTest, CutsOffWhatLiesBehindTheLastPlace) {
-    const std::string head = "<HTML><BODY>";
-    const auto documentOf = [&](std::size_t length) { return head + std::string(length, 'x') + "<B>y</B>"; };
+    const auto documentOf = [&](std::size_t length) { return kHead + std::string(length, 'x') + "<B>y</B>"; };
     EXPECT_EQ(Parsed(documentOf(32767 - 12 - 3))->mintElementCount(), 4)
         << "the last tag ends at the last place";
     EXPECT_EQ(Parsed(documentOf(32767 - 12 - 2))->mintElementCount(), 3)
@@ -263,15 +238,7 @@ TEST(HtmlDocumentTest, FindsTheTitle) {
     for (const auto& [html, title] : cases) EXPECT_EQ(Parsed(html)->title(), title) << html;
 }
 
-TEST(HtmlDocumentTest, BuildsTheTree) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"<B>a<I>b</B>c</I>", "<HTML>(<BODY>(<B>(a <I>(b/</B>) c/</I>)/</BODY>) </HTML>)"},
-        {"<UL><LI>one<LI>two</UL>", "<HTML>(<BODY>(<UL>(<LI> one <LI> two/</UL>)/</BODY>) </HTML>)"},
-        {"</P>a<B></B><SUP>b</SUP></I>c", "<HTML>(<BODY>(</P>) a <B>(</B>) <SUP> b </SUP>/</I>)..."},
-        {"<FONT><A>x", "<HTML>(<BODY>(<FONT>(<A>(x/</BODY>) </HTML>)))"},
-    };
-    for (const auto& [body, tree] : cases) EXPECT_EQ(Parsed::inBody(body).tree(), tree) << body;
-
+TEST(HtmlDocumentTest, WalksTheTree) {
     const Parsed document = Parsed::inBody("<TABLE><B>a</B>b</TABLE>");
     HTMLElement found;
     EXPECT_TRUE(document->mblnFindAncestor(document[4], TAG_TABLE, found));
@@ -324,10 +291,10 @@ TEST(HtmlDocumentTest, AddsMissingClosers) {
             if (!missing) lacking += marked[i];
             i = end - 1;
         }
-        EXPECT_EQ(Parsed::inBody(lacking).pieces(), barred(complete)) << lacking;
+        EXPECT_EQ(Parsed::inBody(lacking).pieces(), barred(kHead + complete + kTail)) << lacking;
     }
-    EXPECT_EQ(Parsed("<HTML><BODY><P>a</HTML>").tree(), "<HTML>(<BODY>(<P>(a/</P>) </HTML>))");
-    EXPECT_EQ(Parsed("<HTML><BODY><P>a").tree(), "<HTML>(<BODY>(<P>(</P>)))");
+    EXPECT_EQ(Parsed("<HTML><BODY><P>a</HTML>").pieces(), "<HTML>|<BODY>|<P>|a|</P>|</HTML>|");
+    EXPECT_EQ(Parsed("<HTML><BODY><P>a").pieces(), "<HTML>|<BODY>|<P>|</P>|");
 }
 
 }  // namespace

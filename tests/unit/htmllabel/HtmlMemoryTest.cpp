@@ -81,6 +81,18 @@ class Shown final : private HTMLLabelEvents {
     std::shared_ptr<const Picture> picture = std::make_shared<HeadlessPicture>('p', true);
 };
 
+/// Does a piece of work with its n-th allocation failing. Tells whether that one was reached, and whether the
+/// failure was raised.
+std::pair<bool, bool> failNth(std::size_t n, const std::function<void()>& work) {
+    const FailNth fail(n);
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        return {fail.failed(), true};
+    }
+    return {fail.failed(), false};
+}
+
 /// A step that raises or not, with one allocation failing; the state is the one before it or the one after
 /// it.
 TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
@@ -120,17 +132,7 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         const std::string page = whole.page();
         for (std::size_t n = 1;; ++n) {
             Shown shown;
-            bool failed = false;
-            bool raised = false;
-            {
-                const FailNth fail(n);
-                try {
-                    step(shown);
-                } catch (const std::bad_alloc&) {
-                    raised = true;
-                }
-                failed = fail.failed();
-            }
+            const auto [failed, raised] = failNth(n, [&] { step(shown); });
             const std::string now = shown.state();
             EXPECT_TRUE(now == before || (!raised && now == after)) << name << ", allocation " << n << '\n'
                                                                     << now;
@@ -148,16 +150,8 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
 TEST(HtmlMemoryTest, WhateverAllocationFailsALabelIsMadeAndPaintedWholeTheNextTime) {
     const std::string whole = Shown().state();
     for (std::size_t n = 1;; ++n) {
-        bool failed = false;
         std::unique_ptr<Shown> shown;
-        {
-            const FailNth fail(n);
-            try {
-                shown = std::make_unique<Shown>();
-            } catch (const std::bad_alloc&) {
-            }
-            failed = fail.failed();
-        }
+        const bool failed = failNth(n, [&] { shown = std::make_unique<Shown>(); }).first;
         EXPECT_TRUE(shown == nullptr || shown->state() == whole) << "allocation " << n;
         if (!failed) break;
     }
