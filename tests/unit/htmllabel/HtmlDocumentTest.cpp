@@ -112,27 +112,22 @@ TEST(HtmlDocumentTest, CutsOffWhatLiesBehindTheLastPlace) {
 }
 
 TEST(HtmlDocumentTest, KnowsTagsByTheirWholeNamesInAnyCase) {
-    const struct {
-        std::vector<std::string> names;
-        int code;
-    } cases[] = {
-        {{"HTML", "/HTML", "H", "H0", "H7", "BLOCKQUOTES", "/BR", "BR/", "/IMG", "!--x--", "//B", "8", ""},
-         1},
-        {{"!--", "!-- x"}, 8},
-        {{"--"}, 9},
-        {{"strong", "B"}, 10},
-        {{"br x/"}, 20},
-        {{"td", "tH"}, 37},
-        {{"/td", "/TH"}, 38},
-        {{"BlockQuote"}, 44},
-        {{"H1", "h6"}, 46},
-        {{"/h1 x", "/H6"}, 47},
-        {{"/style"}, 63},
-    };
-    for (const auto& c : cases) {
-        for (const std::string& name : c.names) {
-            EXPECT_EQ(Parsed("<" + name + " x--><HTML><BODY>")[0].lngTagType, c.code) << name;
-        }
+    const std::pair<int, const char*> cases[] = {
+        {1, "HTML||/HTML|H|H0|H7|BLOCKQUOTES|/BR|BR/|/IMG|!--x--|//B|8"},
+        {8, "!--|!-- x"},
+        {9, "--"},
+        {10, "strong|B"},
+        {20, "br x/"},
+        {37, "td|tH"},
+        {38, "/td|/TH"},
+        {44, "BlockQuote"},
+        {46, "H1|h6"},
+        {47, "/h1 x|/H6"},
+        {63, "/style"}};
+    for (const auto& [code, names] : cases) {
+        std::istringstream list(names);
+        for (std::string name; std::getline(list, name, '|');)
+            EXPECT_EQ(Parsed("<" + name + " x--><HTML><BODY>")[0].lngTagType, code) << name;
     }
 }
 
@@ -219,10 +214,6 @@ TEST(HtmlDocumentTest, DecodesTextAndDividesItIntoWords) {
         for (const std::string_view word : document[2].strWords) words += std::string(word) + "|";
         words = words.empty() ? "(none)" : words.substr(0, words.size() - 1);
         EXPECT_EQ(words, c.words) << c.text;
-        const auto views = document[2].strWords;
-        for (std::size_t i = 1; i < views.size(); ++i) {
-            EXPECT_EQ(views[i].data(), views[i - 1].data() + views[i - 1].size() + 1) << c.text;
-        }
     }
     EXPECT_TRUE(Parsed("a<b>c")[4].blnNoSpaceBefore);
     EXPECT_FALSE(Parsed("a <b>c")[4].blnNoSpaceBefore);

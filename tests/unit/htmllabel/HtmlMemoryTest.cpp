@@ -15,18 +15,14 @@
 namespace kavrelon {
 namespace {
 
-constexpr const char* kFirst =
-    "<title>First</title><body bgcolor=#102030><p>one <a "
-    "href='http://localhost/a/long/address'>two</a><table border=1><tr><td width=40>"
-    "three<td>four</table><ul><li>five</ul><img src=p>";
+constexpr const char* kFirst = R"(<title>First</title><body bgcolor=#102030><p>one
+<a href='http://localhost/a/long/address'>two</a><table border=1><tr><td width=40>three<td>four</table>
+<ul><li>five</ul><img src=p>)";
 constexpr const char* kSecond =
-    "<title>Second &amp; last</title><body bgcolor=red background=page><h1>six</h1><a href=x>seven</a> "
-    "eight<p>"
-    "<font face='Courier New, Courier' size=+3>nine</font><ol><li>ten<li>eleven</ol><img src=q alt='twelve "
-    "&lt;'>"
-    "<table><tr><td>thirteen<td bgcolor=blue>fourteen<tr><td colspan=2>a much longer text than all "
-    "before</table>"
-    "<a name='sixteen'></a><p>fifteen<br><br><br><br>";
+    R"(<title>Second &amp; last</title><body bgcolor=red background=page><h1>six</h1>
+<a href=x>seven</a> eight<p><font face='Courier New, Courier' size=+3>nine</font><ol><li>ten<li>eleven</ol>
+<img src=q alt='twelve &lt;'><table><tr><td>thirteen<td bgcolor=blue>fourteen<tr><td colspan=2>a much longer
+text than all before</table><a name='sixteen'></a><p>fifteen<br><br><br><br>)";
 
 /// A label that shows a document, and all that its container can see of it.
 class Shown final : private HTMLLabelEvents {
