@@ -30,28 +30,22 @@ Outcome outcomeOf(const std::string& html) {
     return outcome;
 }
 
-struct Work {
-    std::string html;
-    Outcome outcome;
-};
-
-void* runWork(void* context) {
-    Work& work = *static_cast<Work*>(context);
-    work.outcome = outcomeOf(work.html);
-    return nullptr;
-}
-
 /// Works on a thread with a stack as small as that of many hosts' threads.
 Outcome outcomeOnSmallStack(const std::string& html) {
-    Work work{html, {}};
+    std::pair<std::string, Outcome> work{html, {}};
+    const auto run = [](void* context) -> void* {
+        auto& [text, outcome] = *static_cast<std::pair<std::string, Outcome>*>(context);
+        outcome = outcomeOf(text);
+        return nullptr;
+    };
     pthread_attr_t attributes;
     pthread_t thread{};
     pthread_attr_init(&attributes);
     EXPECT_EQ(pthread_attr_setstacksize(&attributes, std::size_t{256} * 1024), 0);
-    EXPECT_EQ(pthread_create(&thread, &attributes, runWork, &work), 0);
+    EXPECT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
-    return work.outcome;
+    return work.second;
 }
 
 TEST(HtmlHardDocumentsTest, KeepWhatTheyHold) {

@@ -35,26 +35,19 @@ TEST(FormCallTest, CutsProcedureAndArguments) {
 }
 
 TEST(HTMLLabelPropertiesTest, OneValueOutOfRangeMakesTheSetInvalid) {
-    using Properties = HTMLLabelProperties;
-    EXPECT_TRUE(Properties().isValid());
-    const std::function<void(Properties&)> faults[] = {
-        [](Properties& it) { it.Appearance = 2; },
-        [](Properties& it) { it.BorderStyle = -1; },
-        [](Properties& it) { it.DefaultFontName.assign(256, 'x'); },
-        [](Properties& it) { it.DefaultFontSize = 0; },
-        [](Properties& it) { it.DefaultFontSize = 1638.5F; },
-        [](Properties& it) { it.DefaultFontSize = std::numeric_limits<float>::quiet_NaN(); },
-        [](Properties& it) { it.BackColor = 0x1000000; },
-        [](Properties& it) { it.BackColor = 0x8000001F; },
-        [](Properties& it) { it.BackColor = 0xFFFFFFFF; },
-        [](Properties& it) { it.DefaultPadding = -1; },
-        [](Properties& it) { it.DefaultSpacing = -1; },
-    };
-    for (const auto& fault : faults) {
-        Properties properties;
-        fault(properties);
-        EXPECT_FALSE(properties.isValid()) << "fault " << &fault - faults;
-    }
+    EXPECT_TRUE(HTMLLabelProperties().isValid());
+    const HTMLLabelProperties faults[] = {{.Appearance = 2},
+                                          {.BorderStyle = -1},
+                                          {.BackColor = 0x1000000},
+                                          {.BackColor = 0x8000001F},
+                                          {.BackColor = 0xFFFFFFFF},
+                                          {.DefaultFontName = std::string(256, 'x')},
+                                          {.DefaultFontSize = 0},
+                                          {.DefaultFontSize = 1638.5F},
+                                          {.DefaultFontSize = std::numeric_limits<float>::quiet_NaN()},
+                                          {.DefaultPadding = -1},
+                                          {.DefaultSpacing = -1}};
+    for (const auto& fault : faults) EXPECT_FALSE(fault.isValid()) << "fault " << &fault - faults;
 }
 
 TEST(LabelPlacementTest, PlacesThePartsInTwips) {
@@ -195,28 +188,22 @@ TEST_F(HtmlLabelTest, KeepsItsPlaceWhenPropertiesParseAgainButNotWhenResized) {
 }
 
 TEST_F(HtmlLabelTest, ScrollsByKeysAndWheel) {
+    using keys::kDown, keys::kEnd, keys::kHome, keys::kPageDown, keys::kPageUp, keys::kRight, keys::kUp;
+    using shifts::kCtrl, shifts::kShift;
     label->EnableScroll(true);
     label->DocumentHTML(lines + lines);
     const int Max = label->vscScroll().Max;
     // A value, a key, the shift keys that are held, and the value after it.
-    const std::tuple<int, Bits, Bits, int> moves[] = {{20, keys::kUp, 0, 5},
-                                                      {5, keys::kUp, 0, 5},
-                                                      {0, keys::kDown, 0, 15},
-                                                      {Max - 5, keys::kDown, 0, Max - 5},
-                                                      {20, keys::kPageUp, 0, 0},
-                                                      {96, keys::kPageUp, 0, 0},
-                                                      {0, keys::kPageDown, 0, 96},
-                                                      {Max - 20, keys::kPageDown, 0, Max},
-                                                      {20, keys::kHome, shifts::kCtrl, 0},
-                                                      {20, keys::kHome, 0, 20},
-                                                      {20, keys::kEnd, shifts::kCtrl, Max},
-                                                      {20, keys::kEnd, shifts::kShift, 20},
-                                                      {20, keys::kRight, 0, 20}};
+    const std::tuple<int, Bits, Bits, int> moves[] = {
+        {20, kUp, 0, 5},       {5, kUp, 0, 5},      {0, kDown, 0, 15},      {Max - 5, kDown, 0, Max - 5},
+        {20, kPageUp, 0, 0},   {96, kPageUp, 0, 0}, {0, kPageDown, 0, 96},  {Max - 20, kPageDown, 0, Max},
+        {20, kHome, kCtrl, 0}, {20, kHome, 0, 20},  {20, kEnd, kCtrl, Max}, {20, kEnd, kShift, 20},
+        {20, kRight, 0, 20}};
     for (const auto& [from, key, shift, to] : moves) {
         label->vscScroll_Change(from);
         const int paints = window.shown().paints;
         const bool used = label->picViewPort_KeyDown(key, shift);
-        EXPECT_EQ(used, key != keys::kRight && shift != shifts::kShift && (key != keys::kHome || shift != 0));
+        EXPECT_EQ(used, key != kRight && shift != kShift && (key != kHome || shift != 0));
         EXPECT_EQ(window.shown().vscScroll.Value, to) << key << " from " << from;
         EXPECT_EQ(window.shown().paints - paints, from == to ? 0 : 1);
     }

@@ -15,18 +15,14 @@
 namespace kavrelon {
 namespace {
 
-constexpr const char* kFirst =
-    "<title>First</title><body bgcolor=#102030><p>one <a "
-    "href='http://localhost/a/long/address'>two</a><table border=1><tr><td width=40>"
-    "three<td>four</table><ul><li>five</ul><img src=p>";
+constexpr const char* kFirst = R"(<title>First</title><body bgcolor=#102030><p>one
+<a href='http://localhost/a/long/address'>two</a><table border=1><tr><td width=40>three<td>four</table>
+<ul><li>five</ul><img src=p>)";
 constexpr const char* kSecond =
-    "<title>Second &amp; last</title><body bgcolor=red background=page><h1>six</h1><a href=x>seven</a> "
-    "eight<p>"
-    "<font face='Courier New, Courier' size=+3>nine</font><ol><li>ten<li>eleven</ol><img src=q alt='twelve "
-    "&lt;'>"
-    "<table><tr><td>thirteen<td bgcolor=blue>fourteen<tr><td colspan=2>a much longer text than all "
-    "before</table>"
-    "<a name='sixteen'></a><p>fifteen<br><br><br><br>";
+    R"(<title>Second &amp; last</title><body bgcolor=red background=page><h1>six</h1>
+<a href=x>seven</a> eight<p><font face='Courier New, Courier' size=+3>nine</font><ol><li>ten<li>eleven</ol>
+<img src=q alt='twelve &lt;'><table><tr><td>thirteen<td bgcolor=blue>fourteen<tr><td colspan=2>a much longer
+text than all before</table><a name='sixteen'></a><p>fifteen<br><br><br><br>)";
 
 /// A label that shows a document, and all that its container can see of it.
 class Shown final : private HTMLLabelEvents {
@@ -81,6 +77,18 @@ class Shown final : private HTMLLabelEvents {
     std::shared_ptr<const Picture> picture = std::make_shared<HeadlessPicture>('p', true);
 };
 
+/// Does a piece of work with its n-th allocation failing. Tells whether that one was reached, and whether the
+/// failure was raised.
+std::pair<bool, bool> failNth(std::size_t n, const std::function<void()>& work) {
+    const FailNth fail(n);
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        return {fail.failed(), true};
+    }
+    return {fail.failed(), false};
+}
+
 /// A step that raises or not, with one allocation failing; the state is the one before it or the one after
 /// it.
 TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
@@ -120,17 +128,7 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         const std::string page = whole.page();
         for (std::size_t n = 1;; ++n) {
             Shown shown;
-            bool failed = false;
-            bool raised = false;
-            {
-                const FailNth fail(n);
-                try {
-                    step(shown);
-                } catch (const std::bad_alloc&) {
-                    raised = true;
-                }
-                failed = fail.failed();
-            }
+            const auto [failed, raised] = failNth(n, [&] { step(shown); });
             const std::string now = shown.state();
             EXPECT_TRUE(now == before || (!raised && now == after)) << name << ", allocation " << n << '\n'
                                                                     << now;
@@ -148,16 +146,8 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
 TEST(HtmlMemoryTest, WhateverAllocationFailsALabelIsMadeAndPaintedWholeTheNextTime) {
     const std::string whole = Shown().state();
     for (std::size_t n = 1;; ++n) {
-        bool failed = false;
         std::unique_ptr<Shown> shown;
-        {
-            const FailNth fail(n);
-            try {
-                shown = std::make_unique<Shown>();
-            } catch (const std::bad_alloc&) {
-            }
-            failed = fail.failed();
-        }
+        const bool failed = failNth(n, [&] { shown = std::make_unique<Shown>(); }).first;
         EXPECT_TRUE(shown == nullptr || shown->state() == whole) << "allocation " << n;
         if (!failed) break;
     }

@@ -77,47 +77,11 @@ class DemoTest : public ConnectedTest, private TerminalSink {
     EscapeRecognizer recognizer{escapeTree(), *this};
 };
 
-bool isOneOf(char character, std::string_view set) {
-    return set.find(character) != std::string_view::npos;
-}
-
-/// How many frames the screen shows that are closed on all four sides. There may be crossings in the sides,
-/// and a title in the upper one.
-int closedFrames(const std::vector<std::string>& rows) {
-    int closed = 0;
-    for (std::size_t bottom = 2; bottom < rows.size(); ++bottom) {
-        const std::string& edge = rows[bottom];
-        for (std::size_t left = 0; (left = edge.find_first_of("\xC0\xC8", left)) != edge.npos; ++left) {
-            const std::size_t right =
-                std::min(edge.find_first_not_of("\xC4\xC1\xCD", left + 1), edge.size() - 1);
-            std::size_t top = bottom - 1;
-            while (top > 0 && isOneOf(rows[top][left], "\xB3\xC3\xBA") &&
-                   isOneOf(rows[top][right], "\xB3\xB4\xBA"))
-                --top;
-            const bool cornered =
-                isOneOf(rows[top][left], "\xDA\xC9") && isOneOf(rows[top][right], "\xBF\xBB");
-            closed += cornered && top < bottom - 1 && isOneOf(edge[right], "\xD9\xBC") ? 1 : 0;
-        }
-    }
-    return closed;
-}
-
 TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
-    const struct {
-        std::string_view keys, shows;
-        int frames;
-    } pages[] = {
-        {"", "Log off", 1},       {"1", "underline", 0},           {"2", "frames", 3},
-        {"3", "Quantity", 1},     {"4", "Night run", 0},           {"5", "80 columns", 0},
-        {"6", "first screen", 1}, {"6\r", "Any key closes it", 1}, {"7\r\r\rhello", "typed: hello", 0},
-    };
     std::string all;
-    for (const auto& [keys, shows, frames] : pages) {
-        SCOPED_TRACE(keys);
+    for (const std::string_view keys : {"", "1", "2", "3", "4", "5", "6", "6\r", "7\r\r\rhello"}) {
         press("\x1B\x1B");
         press(keys);
-        expectShown(shows);
-        EXPECT_EQ(closedFrames(shownRows()), frames);
         all += "keys " + testing::PrintToString(keys) + '\n' + screenText();
     }
     std::ostringstream golden;
