@@ -48,13 +48,6 @@ class TextBag final : public Implements<IPropertyBag, IErrorLog> {
     const std::string saved_;
 };
 
-template <class Object, class... Arguments>
-ComPtr<Object> make(Arguments&&... arguments) {
-    ComPtr<Object> object;
-    *object.put() = new Object(std::forward<Arguments>(arguments)...);
-    return object;
-}
-
 /// A form with a label on it, made by a library that nothing else in this process has loaded: as long as
 /// anything of the label is left, the library says that it cannot be unloaded.
 class ComControl : public testing::Test {

@@ -81,13 +81,12 @@ class MonotonousBag final : public Implements<IPropertyBag> {
     const VARIANT& entry_;
 };
 
-class ComInvoke : public testing::Test {
+class ComInvoke : public ComPlugIn {
   protected:
-    ComInvoke() {
-        main->SetClientParent(parent.get());
-        EXPECT_EQ(main->InitializeClass(), S_OK);
+    void SetUp() override {
+        ComPlugIn::SetUp();
+        start();
     }
-    ~ComInvoke() override { main->DestroyClass(); }
 
     /// Carries out a row as a script does, and gives the number of the error that the script sees.
     int process(short row, const VARIANT& array, UINT arguments = 2) {
@@ -106,22 +105,16 @@ class ComInvoke : public testing::Test {
     }
 
     const LoadedLibrary library;
-    ComPtr<RecordingParent> parent = make<RecordingParent>();
-    ComPtr<IClientMain> main = library.create<IClientMain>();
-    ComPtr<IClientEscTree> table = main.query<IClientEscTree>();
     ComPtr<::IHTMLLabel> label = library.create<::IHTMLLabel>(CLSID_HTMLLabel);
 };
 
 TEST_F(ComInvoke, RefusesReferencesThatLeadNowhere) {
-    const ComPtr<IDispatch> objects[] = {main.query<IDispatch>(), ComPtr<IDispatch>(table.get()),
-                                         ComPtr<IDispatch>(main.query<IClientReceive>().get()),
-                                         ComPtr<IDispatch>(main.query<::ITerminalCallBack>().get()),
-                                         label.query<IDispatch>()};
+    IDispatch* const objects[] = {main.get(), table.get(), receiver.get(), callBack.get(), label.get()};
     for (const VARIANT& value : deadReferences()) {
-        for (const auto& object : objects) expectRefusal(*object, value);
+        for (IDispatch* const object : objects) expectRefusal(*object, value);
     }
     DISPPARAMS nothingThere{nullptr, nullptr, 2, 1};
-    for (const auto& object : objects) {
+    for (IDispatch* const object : objects) {
         EXPECT_EQ(object->Invoke(5, IID_NULL, 0, DISPATCH_METHOD, &nothingThere, nullptr, nullptr, nullptr),
                   E_INVALIDARG);
     }
@@ -216,7 +209,7 @@ TEST_F(ComInvoke, TakesArgumentsByTheirNames) {
     DISPPARAMS given{arguments, names, 2, 2};
     EXPECT_EQ(process(given), 0);
     Bstr key;
-    main.query<::ITerminalCallBack>()->FuncKey(7, key.put());
+    callBack->FuncKey(7, key.put());
     EXPECT_EQ(key.view(), L"one");
     SafeArrayDestroy(fields);
     given = {arguments, names + 1, 1, 1};

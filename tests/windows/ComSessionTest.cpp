@@ -15,98 +15,27 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr HRESULT kObjectNotSet = runtimeError(91);
-
-class ComSession : public testing::Test {
-  protected:
-    ComSession() {
-        CoInitialize(nullptr);
-        parent_ = new RecordingParent;
-        CoCreateInstance(CLSID_clsTerminal, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain),
-                         main_.putVoid());
-    }
-    ~ComSession() override {
-        main_ = {};
-        receive_ = {};
-        table_ = {};
-        callBack_ = {};
-        EXPECT_EQ(parent_->Release(), 0U) << "the plug-in holds the parent";
-        CoUninitialize();
-    }
-    void SetUp() override {
-        ASSERT_TRUE(main_) << "the class is not registered";
-        receive_ = main_.query<IClientReceive>();
-        table_ = main_.query<IClientEscTree>();
-        callBack_ = main_.query<::ITerminalCallBack>();
-        ASSERT_TRUE(receive_ && table_ && callBack_);
-    }
-    void start() {
-        ASSERT_EQ(main_->SetClientParent(parent_), S_OK);
-        ASSERT_EQ(main_->InitializeClass(), S_OK);
-    }
-
-    RecordingParent* parent_;
-    ComPtr<IClientMain> main_;
-    ComPtr<IClientReceive> receive_;
-    ComPtr<IClientEscTree> table_;
-    ComPtr<::ITerminalCallBack> callBack_;
-};
-
-TEST_F(ComSession, RunsFromCreationToDestruction) {
-    start();
-    EXPECT_THAT(parent_->calls, ElementsAre("profile?", "ini?"));
-    EXPECT_EQ(main_->OnConnection(), S_OK);
-    EXPECT_EQ(receive_->ReceiveStart(), S_OK);
-    for (const unsigned char ch : {'A', '\r', '\n', '\x1B'}) EXPECT_EQ(receive_->ReceiveData(ch), S_OK);
-    EXPECT_EQ(process(*table_, rows::kCursorPosition, {L"10", L"20"}), S_OK);
-    EXPECT_EQ(receive_->ReceiveEnd(), S_OK);
-
-    parent_->calls.clear();
-    EXPECT_EQ(main_->OnLogin(), S_OK);
-    EXPECT_EQ(main_->OnLogOut(), S_OK);
-    EXPECT_EQ(callBack_->SendTermData(toBstr("caf\xE9").get()), S_OK);
-    EXPECT_EQ(callBack_->SendBreak(), S_OK);
-    EXPECT_THAT(parent_->calls, ElementsAre("command INIT", "data caf\xE9", "break"));
-
-    EXPECT_EQ(main_->OnClose(), S_OK);
-    EXPECT_EQ(main_->DestroyClass(), S_OK);
-    EXPECT_EQ(parent_->references(), 1U);
-}
-
-TEST_F(ComSession, HasItsIdentityInEveryState) {
-    for (const char* state : {"created", "initialised", "destroyed"}) {
-        SCOPED_TRACE(state);
-        if (state[0] == 'i') start();
-        if (state[0] == 'd') main_->DestroyClass();
-        Bstr id;
-        VARIANT_BOOL canDisable = VARIANT_TRUE;
-        EXPECT_EQ(main_->get_PlugInID(id.put()), S_OK);
-        EXPECT_EQ(main_->get_CanEnableDisable(&canDisable), S_OK);
-        EXPECT_EQ(id.view(), L"TERM");
-        EXPECT_EQ(canDisable, VARIANT_FALSE);
-    }
-}
+class ComSession : public ComPlugIn {};
 
 TEST_F(ComSession, IsOneObjectBehindAllInterfaces) {
-    const auto identity = main_.query<IUnknown>();
-    ComPtr<IDispatch> receive;
-    ComPtr<IDispatch> table;
-    EXPECT_EQ(main_->get_ClientReceive(receive.put()), S_OK);
-    EXPECT_EQ(main_->get_ClientEscTree(table.put()), S_OK);
-    EXPECT_EQ(receive.get(), static_cast<IDispatch*>(receive_.get()));
-    EXPECT_EQ(table.get(), static_cast<IDispatch*>(table_.get()));
-    EXPECT_EQ(receive.query<IUnknown>().get(), identity.get());
-    EXPECT_EQ(callBack_.query<IClientMain>().get(), main_.get());
-    EXPECT_EQ(table.query<IDispatch>().get(), static_cast<IDispatch*>(main_.get()));
+    const auto identity = main.query<IUnknown>();
+    ComPtr<IDispatch> face;
+    EXPECT_EQ(main->get_ClientReceive(face.put()), S_OK);
+    EXPECT_EQ(face.get(), static_cast<IDispatch*>(receiver.get()));
+    EXPECT_EQ(face.query<IUnknown>().get(), identity.get());
+    EXPECT_EQ(main->get_ClientEscTree(face.put()), S_OK);
+    EXPECT_EQ(face.get(), static_cast<IDispatch*>(table.get()));
+    EXPECT_EQ(face.query<IDispatch>().get(), static_cast<IDispatch*>(main.get()));
+    EXPECT_EQ(callBack.query<IClientMain>().get(), main.get());
 
     ComPtr<ITypeInfo> classInfo;
     Bstr name;
-    EXPECT_EQ(main_.query<IProvideClassInfo>()->GetClassInfo(classInfo.put()), S_OK);
+    EXPECT_EQ(main.query<IProvideClassInfo>()->GetClassInfo(classInfo.put()), S_OK);
     EXPECT_EQ(classInfo->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr), S_OK);
     EXPECT_EQ(name.view(), L"clsTerminal");
 
     void* none = this;
-    EXPECT_EQ(main_->QueryInterface(IID_IClassFactory, &none), E_NOINTERFACE);
+    EXPECT_EQ(main->QueryInterface(IID_IClassFactory, &none), E_NOINTERFACE);
     EXPECT_EQ(none, nullptr);
 }
 
@@ -117,113 +46,120 @@ TEST_F(ComSession, ReportsErrorsByNumberAndText) {
         HRESULT result;
         int number;
     } cases[] = {
-        {table_->get_EscTreeString(-32768, text.put()), 9},
-        {table_->get_EscTreeString(101, text.put()), 9},
-        {table_->get_EscTreeDesc(32767, text.put()), 9},
-        {callBack_->FuncKey(49, text.put()), 9},
-        {process(*table_, -32768, {}), 9},
-        {process(*table_, 101, {}), 9},
-        {process(*table_, rows::kCursorPosition, {L"40000", L"1"}), 6},
-        {process(*table_, rows::kSetAttribute, {L"300"}), 5},
-        {process(*table_, rows::kCursorPosition, {L"one", L"1"}), 13},
+        {table->get_EscTreeString(-32768, text.put()), 9},
+        {table->get_EscTreeString(101, text.put()), 9},
+        {table->get_EscTreeDesc(32767, text.put()), 9},
+        {callBack->FuncKey(49, text.put()), 9},
+        {process(*table, -32768, {}), 9},
+        {process(*table, 101, {}), 9},
+        {process(*table, rows::kCursorPosition, {L"40000", L"1"}), 6},
+        {process(*table, rows::kSetAttribute, {L"300"}), 5},
+        {process(*table, rows::kCursorPosition, {L"one", L"1"}), 13},
     };
     for (const auto& row : cases) EXPECT_EQ(row.result, runtimeError(row.number)) << &row - cases;
     EXPECT_EQ(takeErrorInfo(), "Type mismatch (IClientEscTree_EscTreeProcess) <kavrelon.clsTerminal>");
-    EXPECT_EQ(main_.query<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(__uuidof(IClientEscTree)), S_OK);
+    EXPECT_EQ(main.query<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(__uuidof(IClientEscTree)), S_OK);
 
-    EXPECT_EQ(process(*table_, 101, {}), runtimeError(9));
+    EXPECT_EQ(process(*table, 101, {}), runtimeError(9));
     short count = 0;
-    EXPECT_EQ(table_->get_EscTreeCount(&count), S_OK);
+    EXPECT_EQ(table->get_EscTreeCount(&count), S_OK);
     EXPECT_EQ(takeErrorInfo(), "none") << "a success leaves the error of the call before";
-    EXPECT_EQ(table_->get_EscTreeCount(nullptr), E_POINTER);
+    EXPECT_EQ(table->get_EscTreeCount(nullptr), E_POINTER);
 }
 
 TEST_F(ComSession, PassesTheHostsOwnFailuresBack) {
     start();
-    parent_->failing = true;
-    EXPECT_EQ(callBack_->SendTermData(toBstr("x").get()), RecordingParent::kFailure);
-    EXPECT_THAT(takeErrorInfo(), HasSubstr("the line is down"));
-    EXPECT_EQ(main_->OnLogin(), S_OK) << "a logon carries on";
+    parent->failing = true;
+    EXPECT_EQ(callBack->SendTermData(toBstr("x").get()), RecordingParent::kFailure);
+    EXPECT_EQ(main->OnLogin(), S_OK) << "a logon carries on";
     EXPECT_EQ(takeErrorInfo(), "none");
-    EXPECT_EQ(callBack_->WindowHasClosed(), S_OK);
-    EXPECT_EQ(main_->DestroyClass(), S_OK);
-    main_->SetClientParent(parent_);
-    EXPECT_EQ(main_->InitializeClass(), RecordingParent::kFailure);
+    EXPECT_EQ(callBack->WindowHasClosed(), S_OK);
+    EXPECT_EQ(main->DestroyClass(), S_OK);
+    main->SetClientParent(parent.get());
+    EXPECT_EQ(main->InitializeClass(), RecordingParent::kFailure);
 }
 
-TEST_F(ComSession, CallsAScriptedParentByName) {
+TEST_F(ComSession, RunsFromCreationToDestructionWithEitherKindOfParent) {
     ComPtr<ITypeLib> library;
     ComPtr<ITypeInfo> members;
     ComPtr<IUnknown> scripted;
     ASSERT_EQ(LoadTypeLibEx((libraryPath() + L"\\2").c_str(), REGKIND_NONE, library.put()), S_OK);
     ASSERT_EQ(library->GetTypeInfoOfGuid(__uuidof(IClientParent), members.put()), S_OK);
-    ASSERT_EQ(CreateStdDispatch(nullptr, parent_, members.get(), scripted.put()), S_OK);
-    EXPECT_EQ(main_->SetClientParent(scripted.query<IDispatch>().get()), S_OK);
-    EXPECT_EQ(main_->InitializeClass(), S_OK);
-    EXPECT_EQ(main_->OnLogin(), S_OK);
-    EXPECT_EQ(callBack_->SendTermData(toBstr("text").get()), S_OK);
-    EXPECT_EQ(callBack_->SendBreak(), S_OK);
-    EXPECT_EQ(callBack_->WindowHasClosed(), S_OK);
-    EXPECT_THAT(parent_->calls,
-                ElementsAre("profile?", "ini?", "command INIT", "data text", "break", "closed"));
-
-    parent_->failing = true;
-    EXPECT_EQ(callBack_->SendBreak(), RecordingParent::kFailure);
-    EXPECT_THAT(takeErrorInfo(), HasSubstr("the line is down"));
-    EXPECT_EQ(main_->SetClientParent(nullptr), S_OK);
+    ASSERT_EQ(CreateStdDispatch(nullptr, parent.get(), members.get(), scripted.put()), S_OK);
+    for (const auto& given : {ComPtr<IDispatch>(parent.get()), scripted.query<IDispatch>()}) {
+        parent->calls.clear();
+        parent->failing = false;
+        EXPECT_EQ(main->SetClientParent(given.get()), S_OK);
+        for (const HRESULT result :
+             {main->InitializeClass(), main->OnConnection(), receiver->ReceiveStart(),
+              receiver->ReceiveData('A'), receiver->ReceiveData('\x1B'),
+              process(*table, rows::kCursorPosition, {L"10", L"20"}), receiver->ReceiveEnd(), main->OnLogin(),
+              main->OnLogOut(), callBack->SendTermData(toBstr("caf\xE9").get()), callBack->SendBreak(),
+              callBack->WindowHasClosed()}) {
+            EXPECT_EQ(result, S_OK);
+        }
+        EXPECT_THAT(parent->calls,
+                    ElementsAre("profile?", "ini?", "command INIT", "data caf\xE9", "break", "closed"));
+        parent->failing = true;
+        EXPECT_EQ(callBack->SendBreak(), RecordingParent::kFailure);
+        EXPECT_THAT(takeErrorInfo(), HasSubstr("the line is down"));
+        EXPECT_EQ(main->OnClose(), S_OK);
+        EXPECT_EQ(main->DestroyClass(), S_OK);
+    }
     EXPECT_EQ(scripted.detach()->Release(), 0U);
     // An object that is no parent at all has none of the members.
-    EXPECT_EQ(main_->SetClientParent(receive_.get()), S_OK);
-    EXPECT_EQ(callBack_->SendBreak(), runtimeError(438));
+    EXPECT_EQ(main->SetClientParent(receiver.get()), S_OK);
+    EXPECT_EQ(callBack->SendBreak(), runtimeError(438));
     EXPECT_EQ(
         takeErrorInfo(),
         "Object doesn't support this property or method: ParentSendBreak (SendBreak) <kavrelon.clsTerminal>");
-    main_->DestroyClass();
+    main->DestroyClass();
 }
 
 TEST_F(ComSession, FailsCleanlyWithoutParentOrWindow) {
     const auto expectNoWindow = [&] {
-        for (const HRESULT result : {receive_->ReceiveData('x'), process(*table_, rows::kHome, {}),
-                                     main_->OnConnection(), callBack_->SendBreak()}) {
+        for (const HRESULT result : {receiver->ReceiveData('x'), process(*table, rows::kHome, {}),
+                                     main->OnConnection(), callBack->SendBreak()}) {
             EXPECT_EQ(result, kObjectNotSet);
         }
-        EXPECT_EQ(receive_->ReceiveEnd(), S_OK);
-        EXPECT_EQ(main_->OnLogin(), S_OK);
+        EXPECT_EQ(receiver->ReceiveEnd(), S_OK);
+        EXPECT_EQ(main->OnLogin(), S_OK);
+        Bstr id;
+        EXPECT_EQ(main->get_PlugInID(id.put()), S_OK);
+        EXPECT_EQ(id.view(), L"TERM");
     };
-    EXPECT_EQ(main_->InitializeClass(), kObjectNotSet);
+    EXPECT_EQ(main->InitializeClass(), kObjectNotSet);
     expectNoWindow();
     start();
-    EXPECT_EQ(main_->DestroyClass(), S_OK);
-    EXPECT_EQ(main_->DestroyClass(), S_OK);
+    EXPECT_EQ(main->DestroyClass(), S_OK);
+    EXPECT_EQ(main->DestroyClass(), S_OK);
     expectNoWindow();
 }
 
 TEST_F(ComSession, OutlivesItsReleaseFromWithin) {
     start();
-    table_ = {};
-    receive_ = {};
-    callBack_ = {};
-    IClientMain* const last = main_.detach();
-    parent_->onCall = [&] {
+    release();
+    IClientMain* const last = main.detach();
+    parent->onCall = [&] {
         last->SetClientParent(nullptr);
         EXPECT_GT(last->Release(), 0U) << "the member that runs holds no reference";
     };
     EXPECT_EQ(last->OnLogin(), S_OK);
-    EXPECT_EQ(parent_->references(), 1U);
+    EXPECT_EQ(parent->references(), 1U);
 }
 
 TEST_F(ComSession, TakesArgumentArraysOfEveryShape) {
     start();
     const auto set = [&](SAFEARRAY* array, short row = rows::kSetFunctionKey) {
         long result = 7;
-        const HRESULT done = table_->EscTreeProcess(row, &array, &result);
+        const HRESULT done = table->EscTreeProcess(row, &array, &result);
         EXPECT_EQ(result, 0);
         if (array != nullptr) SafeArrayDestroy(array);
         return done;
     };
     const auto expectKey = [&](short number, const std::string& expected) {
         Bstr text;
-        EXPECT_EQ(callBack_->FuncKey(number, text.put()), S_OK);
+        EXPECT_EQ(callBack->FuncKey(number, text.put()), S_OK);
         EXPECT_EQ(toAnsi(text.view()), expected);
     };
     // The first field has index 1, wherever the array begins.
@@ -302,15 +238,15 @@ HWND terminalWindow() {
 
 TEST_F(ComSession, MayEndInTheMiddleOfAnyChangeOfItsWindows) {
     const auto showBox = [&] {
-        return process(*table_, rows::kShowHelpBox, {L"1", L"0", L"1", L"9", L"3", L"text"});
+        return process(*table, rows::kShowHelpBox, {L"1", L"0", L"1", L"9", L"3", L"text"});
     };
-    const auto sequence = [&](short row) { return [this, row] { return process(*table_, row, {}); }; };
+    const auto sequence = [&](short row) { return [this, row] { return process(*table, row, {}); }; };
     const std::pair<const char*, std::function<HRESULT()>> works[] = {
         {"erase", sequence(rows::kClearScreen)},
         {"push", sequence(rows::kNewScreen)},
         {"pop", sequence(rows::kCloseScreen)},
         {"replace a box", showBox},
-        {"connect", [&] { return main_->OnConnection(); }},
+        {"connect", [&] { return main->OnConnection(); }},
     };
     int ended = 0;
     for (const auto& [name, work] : works) {
@@ -318,18 +254,18 @@ TEST_F(ComSession, MayEndInTheMiddleOfAnyChangeOfItsWindows) {
         for (int which = 1; which <= events; ++which) {
             SCOPED_TRACE(std::string(name) + ", event " + std::to_string(which));
             start();
-            ASSERT_EQ(main_->OnConnection(), S_OK);
-            ASSERT_EQ(process(*table_, rows::kNewScreen, {}), S_OK);
+            ASSERT_EQ(main->OnConnection(), S_OK);
+            ASSERT_EQ(process(*table, rows::kNewScreen, {}), S_OK);
             ASSERT_EQ(showBox(), S_OK);
             events = 0;
             {
                 const WindowHook hook([&](int, HWND) {
-                    if (++events == which) ended += main_->DestroyClass() == S_OK ? 1 : 0;
+                    if (++events == which) ended += main->DestroyClass() == S_OK ? 1 : 0;
                     return false;
                 });
                 work();
             }
-            main_->DestroyClass();
+            main->DestroyClass();
             EXPECT_EQ(terminalWindow(), nullptr);
             EXPECT_EQ(FindWindowA("kavrelon.frmHelp", nullptr), nullptr);
         }
@@ -339,20 +275,20 @@ TEST_F(ComSession, MayEndInTheMiddleOfAnyChangeOfItsWindows) {
 
 TEST_F(ComSession, KeepsItsWindowWhenAScreenCannotBeMade) {
     start();
-    ASSERT_EQ(main_->OnConnection(), S_OK);
+    ASSERT_EQ(main->OnConnection(), S_OK);
     const HWND base = terminalWindow();
     {
         const WindowHook hook([](int event, HWND) { return event == HCBT_CREATEWND; });
-        EXPECT_EQ(process(*table_, rows::kNewScreen, {}), E_OUTOFMEMORY);
+        EXPECT_EQ(process(*table, rows::kNewScreen, {}), E_OUTOFMEMORY);
     }
     EXPECT_EQ(FindWindowExA(nullptr, base, WindowClass::kName, nullptr), nullptr);
     EXPECT_EQ(GetFocus(), base);
     EXPECT_TRUE(KillTimer(base, 1)) << "its cursor does not blink any more";
-    EXPECT_EQ(process(*table_, rows::kNewScreen, {}), S_OK);
+    EXPECT_EQ(process(*table, rows::kNewScreen, {}), S_OK);
     EXPECT_NE(terminalWindow(), base);
-    EXPECT_EQ(process(*table_, rows::kCloseScreen, {}), S_OK);
+    EXPECT_EQ(process(*table, rows::kCloseScreen, {}), S_OK);
     EXPECT_EQ(terminalWindow(), base);
-    EXPECT_EQ(main_->DestroyClass(), S_OK);
+    EXPECT_EQ(main->DestroyClass(), S_OK);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <windows.h>
 
 #include <oleauto.h>
@@ -20,6 +22,8 @@ namespace kavrelon {
 constexpr HRESULT runtimeError(int number) {
     return static_cast<HRESULT>(0x800A0000U | unsigned(number));
 }
+
+constexpr HRESULT kObjectNotSet = runtimeError(91);
 
 /// The built library, which is in the test program's folder.
 inline std::wstring libraryPath() {
@@ -59,6 +63,13 @@ class LoadedLibrary {
   private:
     HMODULE module_;
 };
+
+template <class Object, class... Arguments>
+ComPtr<Object> make(Arguments&&... arguments) {
+    ComPtr<Object> object;
+    *object.put() = new Object(std::forward<Arguments>(arguments)...);
+    return object;
+}
 
 /// A host's parent object that records its calls, and fails all of them when it is told to.
 class RecordingParent final : public Implements<DualInterface<IClientParent>> {
@@ -130,5 +141,47 @@ inline HRESULT process(IClientEscTree& table, short row, const std::vector<std::
     SafeArrayDestroy(array);
     return done;
 }
+
+/// The plug-in as a host has it: created by its registration, with a parent that records.
+class ComPlugIn : public testing::Test {
+  protected:
+    ComPlugIn() {
+        CoInitialize(nullptr);
+        CoCreateInstance(CLSID_clsTerminal, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain),
+                         main.putVoid());
+    }
+    ~ComPlugIn() override {
+        release();
+        main = {};
+        EXPECT_EQ(parent->references(), 1U) << "the plug-in holds the parent";
+        CoUninitialize();
+    }
+    void SetUp() override {
+        ASSERT_TRUE(main) << "the class is not registered";
+        receiver = main.query<IClientReceive>();
+        table = main.query<IClientEscTree>();
+        callBack = main.query<::ITerminalCallBack>();
+        window = main.query<::ITerminalWindow>();
+        ASSERT_TRUE(receiver && table && callBack && window);
+    }
+    void start() {
+        ASSERT_EQ(main->SetClientParent(parent.get()), S_OK);
+        ASSERT_EQ(main->InitializeClass(), S_OK);
+    }
+    /// Gives up every interface but the first.
+    void release() {
+        receiver = {};
+        table = {};
+        callBack = {};
+        window = {};
+    }
+
+    ComPtr<RecordingParent> parent = make<RecordingParent>();
+    ComPtr<IClientMain> main;
+    ComPtr<IClientReceive> receiver;
+    ComPtr<IClientEscTree> table;
+    ComPtr<::ITerminalCallBack> callBack;
+    ComPtr<::ITerminalWindow> window;
+};
 
 }  // namespace kavrelon

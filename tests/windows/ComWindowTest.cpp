@@ -9,7 +9,6 @@
 namespace kavrelon {
 namespace {
 
-constexpr HRESULT kObjectNotSet = runtimeError(91);
 constexpr HRESULT kOutside = runtimeError(9);
 
 VARIANT leftOut() {
@@ -26,34 +25,14 @@ VARIANT valueOf(long number) {
     return value;
 }
 
-class ComWindow : public testing::Test {
+class ComWindow : public ComPlugIn {
   protected:
-    ComWindow() {
-        CoInitialize(nullptr);
-        CoCreateInstance(CLSID_clsTerminal, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IClientMain),
-                         main.putVoid());
-        window = main.query<::ITerminalWindow>();
-    }
-    ~ComWindow() override {
-        if (main) main->DestroyClass();
-        window = {};
-        main = {};
-        parent->Release();
-        CoUninitialize();
-    }
-    void SetUp() override { ASSERT_TRUE(window) << "the class is not registered"; }
-
     void start() {
-        ASSERT_EQ(main->SetClientParent(parent), S_OK);
-        ASSERT_EQ(main->InitializeClass(), S_OK);
+        ComPlugIn::start();
         ASSERT_EQ(main->OnConnection(), S_OK);
     }
-    void receive(const char* text) {
-        const auto receiver = main.query<IClientReceive>();
-        for (; *text != '\0'; ++text) receiver->ReceiveData(static_cast<unsigned char>(*text));
-    }
-    void sequence(short row, const std::vector<std::wstring>& fields) {
-        EXPECT_EQ(process(*main.query<IClientEscTree>(), row, fields), S_OK);
+    void receive(std::string_view text) {
+        for (const unsigned char ch : text) receiver->ReceiveData(ch);
     }
     std::wstring screenText(VARIANT first, VARIANT last) {
         Bstr text;
@@ -115,29 +94,6 @@ class ComWindow : public testing::Test {
         all += IsWindow(reinterpret_cast<HWND>(handle)) ? " window" : handle == 0 ? " none" : " wrong";
         return all;
     }
-
-    /// Calls a member by name on the object that a script gets.
-    HRESULT late(const wchar_t* name, WORD flags, std::vector<VARIANT> given, VARIANT* result = nullptr) {
-        const ComPtr<IDispatch> object = main.query<IDispatch>();
-        auto* text = const_cast<LPOLESTR>(name);
-        DISPID id = 0;
-        const HRESULT found = object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_NEUTRAL, &id);
-        if (FAILED(found)) return found;
-        DISPID put = DISPID_PROPERTYPUT;
-        const bool writes = flags == DISPATCH_PROPERTYPUT;
-        DISPPARAMS parameters{given.data(), writes ? &put : nullptr, static_cast<UINT>(given.size()),
-                              writes ? 1U : 0U};
-        EXCEPINFO exception{};
-        const HRESULT result_ =
-            object->Invoke(id, IID_NULL, LOCALE_NEUTRAL, flags, &parameters, result, &exception, nullptr);
-        SysFreeString(exception.bstrSource);
-        SysFreeString(exception.bstrDescription);
-        return result_ == DISP_E_EXCEPTION ? exception.scode : result_;
-    }
-
-    ComPtr<IClientMain> main;
-    ComPtr<::ITerminalWindow> window;
-    RecordingParent* parent = new RecordingParent;
 };
 
 TEST_F(ComWindow, NeedsAWindowAndBearsAClosedOne) {
@@ -181,8 +137,8 @@ TEST_F(ComWindow, NeedsAWindowAndBearsAClosedOne) {
 TEST_F(ComWindow, ReadsTheScreen) {
     start();
     receive("\xC9\xCD\x82x");
-    sequence(rows::kCursorPosition, {L"24", L"78"});
-    sequence(rows::kSetAttribute, {L"1;33;44"});
+    process(*table, rows::kCursorPosition, {L"24", L"78"});
+    process(*table, rows::kSetAttribute, {L"1;33;44"});
     receive("end");
     const std::wstring top = L"\u2554\u2550\u00E9x" + std::wstring(76, L' ');
     const std::wstring bottom = std::wstring(77, L' ') + L"end";
@@ -258,27 +214,6 @@ TEST_F(ComWindow, TellsWhichCommandsItKnows) {
     VARIANT_BOOL paste = VARIANT_FALSE;
     window->get_PasteOk(&paste);
     EXPECT_EQ(paste, VARIANT_TRUE) << "refused before it is carried out";
-}
-
-TEST_F(ComWindow, IsFoundByNameOnTheObject) {
-    VARIANT result;
-    VariantInit(&result);
-    EXPECT_EQ(late(L"CharsPerLine", DISPATCH_PROPERTYGET, {}, &result), kObjectNotSet);
-    start();
-    EXPECT_EQ(late(L"charsperline", DISPATCH_PROPERTYGET, {}, &result), S_OK);
-    EXPECT_EQ(result.iVal, 80);
-    EXPECT_EQ(late(L"PlugInID", DISPATCH_PROPERTYGET, {}, &result), S_OK);
-    VariantClear(&result);
-    EXPECT_EQ(late(L"CursorX", DISPATCH_PROPERTYPUT, {valueOf(7)}), S_OK);
-    EXPECT_EQ(late(L"Redrawscreen", DISPATCH_METHOD, {}), S_OK);
-    EXPECT_EQ(late(L"ScreenText", DISPATCH_METHOD, {valueOf(2), valueOf(2)}, &result), S_OK);
-    EXPECT_EQ(SysStringLen(result.bstrVal), 80U);
-    VariantClear(&result);
-    EXPECT_EQ(late(L"ScreenText", DISPATCH_METHOD, {valueOf(2), valueOf(26)}), kOutside);
-    EXPECT_EQ(late(L"NoSuchMember", DISPATCH_METHOD, {}), DISP_E_UNKNOWNNAME);
-    short column = 0;
-    window->get_CursorX(&column);
-    EXPECT_EQ(column, 7);
 }
 
 TEST_F(ComWindow, MayBeAskedFromWithinACallback) {
