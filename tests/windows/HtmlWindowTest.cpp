@@ -140,9 +140,9 @@ TEST_F(HtmlWindow, BarWheelAndKeysMoveTheDocument) {
     const HWND barWindow = ChildWindowFromPoint(window->hWnd(), {kPlace.width - 10, 20});
     // Posted, since a slow desktop could take the mouse back while the bar has the messages.
     const auto drag = [barWindow](int from, int to) {
-        PostMessageA(barWindow, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, from));
-        PostMessageA(barWindow, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(8, to));
-        PostMessageA(barWindow, WM_LBUTTONUP, 0, MAKELPARAM(8, to));
+        for (const auto& [message, y] :
+             {std::pair{WM_LBUTTONDOWN, from}, {WM_MOUSEMOVE, to}, {WM_LBUTTONUP, to}})
+            PostMessageA(barWindow, static_cast<UINT>(message), MK_LBUTTON, MAKELPARAM(8, y));
     };
     EXPECT_GT(change([&] { drag(24, 74); }), bar.LargeChange);
     EXPECT_EQ(change([&] { drag(kPlace.height - 10, kPlace.height - 10); }), bar.SmallChange);

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include <gtest/gtest.h>
+
 namespace kavrelon {
 
 // How much this process has of what it can run out of.
@@ -36,6 +38,18 @@ inline std::size_t committedBytes() {
         if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) sum += region.RegionSize;
     }
     return sum;
+}
+
+/// Expects that `work`, which was done once already, takes nothing for good.
+template <class Work>
+void expectNothingLeftBehind(Work work) {
+    const int objects = countGdiObjects();
+    const DWORD handles = countHandles();
+    const std::size_t memory = committedBytes();
+    work();
+    EXPECT_EQ(countGdiObjects(), objects);
+    EXPECT_EQ(countHandles(), handles);
+    EXPECT_LT(committedBytes(), memory + 256 * 1024);
 }
 
 }  // namespace kavrelon

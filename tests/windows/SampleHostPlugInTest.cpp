@@ -3,16 +3,32 @@
 #include <gmock/gmock.h>
 
 #include "samplehost/com/ComFailure.h"
+#include "samplehost/com/ParentObject.h"
 #include "support/Bytes.h"
 #include "support/com/ComText.h"
 #include "support/com/DualInterface.h"
 #include "support/com/Implements.h"
+#include "support/com/LateCall.h"
+#include "support/com/Variant.h"
 
 namespace kavrelon {
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+
+/// Notes what a plug-in asks of the host.
+class NotingRequests final : public ParentRequests {
+  public:
+    std::string last;
+
+    void ParentSendData(const std::string& text) override { last = "data " + text; }
+    void ParentSendBreak() override { last = "break"; }
+    void ParentSendCommand(const std::string& command) override { last = "command " + command; }
+    void ParentWindowClosed() override { throw std::runtime_error("out of order"); }
+    std::string ParentConnectionProfile() override { return "office"; }
+    std::string ParentIniFile() override { return "C:\\host.ini"; }
+};
 
 /// The calls that a plug-in got, one text for each, and the call that has to fail.
 struct Calls {
@@ -98,12 +114,12 @@ class OtherPlugIn final : public Implements<DualInterface<IClientMain>, DualInte
     Calls& calls_;
 };
 
-class PlugInHostTest : public testing::Test, protected ParentRequests, protected PlugInObserver {
+class PlugInHostTest : public testing::Test, protected PlugInObserver {
   protected:
     std::unique_ptr<PlugIn> host() {
         ComPtr<IClientMain> main;
         *main.put() = new OtherPlugIn(calls);
-        return std::make_unique<PlugIn>(main, ParentObject::create(*this),
+        return std::make_unique<PlugIn>(main, ParentObject::create(requests),
                                         static_cast<PlugInObserver&>(*this));
     }
     std::unique_ptr<PlugIn> openHost() {
@@ -114,17 +130,11 @@ class PlugInHostTest : public testing::Test, protected ParentRequests, protected
     }
     static void receive(PlugIn& plugIn, std::string_view text) { plugIn.receive(bytesOf(text)); }
 
+    NotingRequests requests;
     Calls calls;
     std::vector<std::string> observed;
 
   private:
-    void ParentSendData(const std::string&) override {}
-    void ParentSendBreak() override {}
-    void ParentSendCommand(const std::string&) override {}
-    void ParentWindowClosed() override {}
-    std::string ParentConnectionProfile() override { return {}; }
-    std::string ParentIniFile() override { return {}; }
-
     void unmatched(std::span<const std::uint8_t> bytes) override {
         observed.push_back("unmatched " + std::to_string(bytes.size()));
     }
@@ -179,6 +189,27 @@ TEST_F(PlugInHostTest, FailuresAreToldAndTheStreamGoesOn) {
     receive(*plugIn, "yyz");
     EXPECT_THAT(calls.made, ElementsAre("[", "2: 1 2", "x", "]", "[", "y", "y", "z", "]"));
     EXPECT_THAT(observed, ElementsAre(HasSubstr("Size Screen failed: "), HasSubstr("ReceiveData failed: ")));
+}
+
+TEST(SampleHostParentTest, ServesEarlyAndLateBoundPlugIns) {
+    NotingRequests requests;
+    const ComPtr<ParentObject> parent = ParentObject::create(requests);
+    EXPECT_EQ(parent->ParentSendData(toBstr("\x1A\xE9").get()), S_OK);
+    EXPECT_EQ(requests.last, "data \x1A\xE9");
+    const auto late = parent.query<IDispatch>();
+    ASSERT_TRUE(late);
+    callByName(*late, L"ParentSendCommand", DISPATCH_METHOD, Arguments("INIT"));
+    EXPECT_EQ(requests.last, "command INIT");
+    Variant profile;
+    callByName(*late, L"ParentConnectionProfile", DISPATCH_PROPERTYGET, {}, &profile);
+    ASSERT_EQ(profile.vt, VT_BSTR);
+    EXPECT_EQ(toAnsi(bstrView(profile.bstrVal)), "office");
+
+    EXPECT_EQ(parent->ParentWindowClosed(), E_FAIL) << "an exception has reached the plug-in";
+    EXPECT_EQ(parent->get_ParentIniFile(nullptr), E_POINTER);
+    parent->detach();
+    EXPECT_TRUE(FAILED(parent->ParentSendBreak()));
+    EXPECT_EQ(requests.last, "command INIT");
 }
 
 }  // namespace

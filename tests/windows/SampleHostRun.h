@@ -4,9 +4,6 @@
 #include <ws2tcpip.h>
 
 #include <array>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -50,7 +47,6 @@ class HostRun {
                 "samplehost.exe was not started");
         CloseHandle(started.hThread);
         process_.reset(started.hProcess);
-        id_ = started.dwProcessId;
     }
     ~HostRun() { TerminateProcess(process_.get(), 99); }
     HostRun(const HostRun&) = delete;
@@ -75,17 +71,6 @@ class HostRun {
         return text;
     }
 
-    /// The program's visible window; null while it has none.
-    HWND window() const {
-        DWORD owner = 0;
-        HWND window = GetTopWindow(nullptr);
-        for (; window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
-            GetWindowThreadProcessId(window, &owner);
-            if (owner == id_ && IsWindowVisible(window)) break;
-        }
-        return window;
-    }
-
     static std::string nextToThisProgram(const std::string& name) {
         std::array<char, MAX_PATH> path{};
         GetModuleFileNameA(nullptr, path.data(), MAX_PATH);
@@ -96,7 +81,6 @@ class HostRun {
   private:
     Handle output_;
     Handle process_;
-    DWORD id_ = 0;
 };
 
 /// The other end of a connection: accepts one on a free port of this machine. No wait is endless.
@@ -176,30 +160,6 @@ class TinyServer {
     SOCKET client_ = INVALID_SOCKET;
     unsigned short port_ = 0;
     std::string received_;
-};
-
-/// A folder for one test's files, removed at the end.
-class HostFolder {
-  public:
-    HostFolder() : path_(std::filesystem::temp_directory_path() / "samplehost_test") {
-        std::filesystem::create_directories(path_);
-    }
-    ~HostFolder() { std::filesystem::remove_all(path_, ignored_); }
-    HostFolder(const HostFolder&) = delete;
-    HostFolder& operator=(const HostFolder&) = delete;
-
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
-    std::string read(const std::string& name) const {
-        std::ifstream in(path_ / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
-    void write(const std::string& name, std::string_view bytes) const {
-        std::ofstream(path_ / name, std::ios::binary) << bytes;
-    }
-
-  private:
-    std::filesystem::path path_;
-    std::error_code ignored_;
 };
 
 }  // namespace kavrelon

@@ -5,14 +5,13 @@
 #include <gdiplus.h>
 #include <gmock/gmock.h>
 
+#include <optional>
 #include <set>
 
-#include "samplehost/com/ParentObject.h"
 #include "samplehost/win32/Connection.h"
 #include "support/com/ComText.h"
-#include "support/com/LateCall.h"
-#include "support/com/Variant.h"
 #include "tests/windows/ProcessUsage.h"
+#include "tests/windows/TestFolder.h"
 
 namespace kavrelon {
 namespace {
@@ -52,7 +51,7 @@ class SampleHostTest : public testing::Test {
         return "--snapshot \"" + folder.file("host.png") + "\" --after " + std::to_string(after) + ' ';
     }
 
-    HostFolder folder;
+    TestFolder folder{"samplehost_test"};
 };
 
 TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
@@ -157,8 +156,8 @@ TEST_F(SampleHostTest, EndsWellWhenTheUserClosesTheWindowInAFlood) {
     while (server.flood("\x1B[33mmore and more and more of it\r\n") >= 0 &&
            GetTickCount() - start < HostRun::kPatience) {
         if (asked || GetTickCount() - start < 1500) continue;
-        const HWND window = host.window();
-        asked = window != nullptr && PostMessageA(window, WM_CLOSE, 0, 0);
+        const HWND window = FindWindowA("kavrelon.frmTerm", nullptr);
+        asked = IsWindowVisible(window) && PostMessageA(window, WM_CLOSE, 0, 0);
     }
     EXPECT_TRUE(asked);
     EXPECT_EQ(host.exitStatus(), 0);
@@ -166,48 +165,51 @@ TEST_F(SampleHostTest, EndsWellWhenTheUserClosesTheWindowInAFlood) {
     EXPECT_THAT(folder.read("host.log"), HasSubstr("note      session closed"));
 }
 
-TEST(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
+/// A connection to a server that has accepted it.
+class SampleHostConnectionTest : public testing::Test {
+  protected:
+    SampleHostConnectionTest() {
+        options.host = "127.0.0.1";
+        options.port = server.port();
+        telnet.emplace(options);
+        server.accept();
+    }
+    bool ready(DWORD patience = 10000) const {
+        return WaitForSingleObject(telnet->readyEvent(), patience) == WAIT_OBJECT_0;
+    }
+    std::string shown() {
+        std::string bytes;
+        telnet->advance({}, bytes);
+        return bytes;
+    }
+
     TinyServer server;
     HostOptions options;
-    options.host = "127.0.0.1";
-    options.port = server.port();
-    Connection telnet(options);
-    server.accept();
-    const auto ready = [&] { return WaitForSingleObject(telnet.readyEvent(), 10000) == WAIT_OBJECT_0; };
-    const auto shown = [&telnet] {
-        std::string bytes;
-        telnet.advance(std::chrono::milliseconds{0}, bytes);
-        return bytes;
-    };
+    std::optional<Connection> telnet;
+};
 
-    telnet.send("a\xFF\r");
+TEST_F(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
+    telnet->send("a\xFF\r");
     EXPECT_TRUE(server.receives(std::string_view("a\xFF\xFF\r\0", 5)));
     EXPECT_EQ(shown(), "a\xFF\r\n") << "the server does not echo, so the client has to";
     server.send("\xFF\xFB\x01");
     EXPECT_TRUE(ready());
     EXPECT_EQ(shown(), "");
     EXPECT_TRUE(server.receives("\xFF\xFD\x01"));
-    telnet.send("secret");
-    telnet.sendBreak();
+    telnet->send("secret");
+    telnet->sendBreak();
     EXPECT_EQ(shown(), "");
     EXPECT_TRUE(server.receives("secret\xFF\xF3"));
     server.hangUp();
     EXPECT_TRUE(ready());
     EXPECT_EQ(shown(), "");
-    ASSERT_TRUE(telnet.ending());
-    EXPECT_TRUE(telnet.ending()->failed);
-    telnet.send("into the void");
+    ASSERT_TRUE(telnet->ending());
+    EXPECT_TRUE(telnet->ending()->failed);
+    telnet->send("into the void");
 }
 
-TEST(SampleHostConnectionTest, TakesNothingWhileTooManyAnswersWait) {
-    TinyServer server;
-    HostOptions options;
-    options.host = "127.0.0.1";
-    options.port = server.port();
-    Connection telnet(options);
-    server.accept();
-    std::string shown;
-    const auto advance = [&] { telnet.advance(std::chrono::milliseconds{0}, shown); };
+TEST_F(SampleHostConnectionTest, TakesNothingWhileTooManyAnswersWait) {
+    std::string text;
     constexpr std::string_view ask("\xFF\xFA\x18\x01\xFF\xF0", 6);
     const std::size_t answer = ask.size() + options.terminalType.size();
     std::string asks;
@@ -218,7 +220,7 @@ TEST(SampleHostConnectionTest, TakesNothingWhileTooManyAnswersWait) {
     const std::size_t before = committedBytes();
     const auto grown = [before] { return committedBytes() > before + 8'000'000; };
     std::size_t asked = 0;
-    for (DWORD last = GetTickCount(); GetTickCount() - last < 1000 && !grown(); advance()) {
+    for (DWORD last = GetTickCount(); GetTickCount() - last < 1000 && !grown(); text += shown()) {
         const int taken = server.flood(std::string_view(asks).substr(asked % ask.size()));
         if (taken > 0) last = GetTickCount();
         asked += static_cast<std::size_t>(taken);
@@ -230,48 +232,14 @@ TEST(SampleHostConnectionTest, TakesNothingWhileTooManyAnswersWait) {
     std::size_t due = 3 + (asked / ask.size() + 1) * answer;
     std::size_t sent = 0;
     const DWORD start = GetTickCount();
-    while ((due > 0 || shown != "done") && GetTickCount() - start < HostRun::kPatience) {
+    while ((due > 0 || text != "done") && GetTickCount() - start < HostRun::kPatience) {
         due -= static_cast<std::size_t>(server.drain());
         if (sent < rest.size()) sent += static_cast<std::size_t>(server.flood(rest.substr(sent)));
-        if (WaitForSingleObject(telnet.readyEvent(), 0) == WAIT_OBJECT_0) advance();
+        if (ready(0)) text += shown();
     }
     EXPECT_EQ(due, 0U);
-    EXPECT_EQ(shown, "done");
-    EXPECT_FALSE(telnet.ending());
-}
-
-/// Notes what a plug-in asks of the host.
-class NotingRequests final : public ParentRequests {
-  public:
-    std::string last;
-
-    void ParentSendData(const std::string& text) override { last = "data " + text; }
-    void ParentSendBreak() override { last = "break"; }
-    void ParentSendCommand(const std::string& command) override { last = "command " + command; }
-    void ParentWindowClosed() override { throw std::runtime_error("out of order"); }
-    std::string ParentConnectionProfile() override { return "office"; }
-    std::string ParentIniFile() override { return "C:\\host.ini"; }
-};
-
-TEST(SampleHostParentTest, ServesEarlyAndLateBoundPlugIns) {
-    NotingRequests requests;
-    const ComPtr<ParentObject> parent = ParentObject::create(requests);
-    EXPECT_EQ(parent->ParentSendData(toBstr("\x1A\xE9").get()), S_OK);
-    EXPECT_EQ(requests.last, "data \x1A\xE9");
-    const auto late = parent.query<IDispatch>();
-    ASSERT_TRUE(late);
-    callByName(*late, L"ParentSendCommand", DISPATCH_METHOD, Arguments("INIT"));
-    EXPECT_EQ(requests.last, "command INIT");
-    Variant profile;
-    callByName(*late, L"ParentConnectionProfile", DISPATCH_PROPERTYGET, {}, &profile);
-    ASSERT_EQ(profile.vt, VT_BSTR);
-    EXPECT_EQ(toAnsi(bstrView(profile.bstrVal)), "office");
-
-    EXPECT_EQ(parent->ParentWindowClosed(), E_FAIL) << "an exception has reached the plug-in";
-    EXPECT_EQ(parent->get_ParentIniFile(nullptr), E_POINTER);
-    parent->detach();
-    EXPECT_TRUE(FAILED(parent->ParentSendBreak()));
-    EXPECT_EQ(requests.last, "command INIT");
+    EXPECT_EQ(text, "done");
+    EXPECT_FALSE(telnet->ending());
 }
 
 }  // namespace

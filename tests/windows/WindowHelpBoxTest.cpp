@@ -7,13 +7,6 @@ namespace {
 constexpr const char* kPage =
     "<html><body bgcolor=\"#0000FF\"><a href=\"http://localhost/\">a link that is clicked</a></body></html>";
 
-Rect rectangleOf(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
-            static_cast<int>(place.bottom)};
-}
-
 class WindowHelpBox : public WindowInput {
   protected:
     /// Shows a box at row 5, column 11 and gives its window.
@@ -135,13 +128,7 @@ TEST_F(WindowHelpBox, ManyBoxesLeaveNothingBehind) {
         (*form)->EraseScreen();
     };
     rounds(200);
-    const int objects = countGdiObjects();
-    const DWORD handles = countHandles();
-    const std::size_t memory = committedBytes();
-    rounds(500);
-    EXPECT_EQ(countGdiObjects(), objects);
-    EXPECT_EQ(countHandles(), handles);
-    EXPECT_LT(committedBytes(), memory + 256 * 1024);
+    expectNothingLeftBehind([&] { rounds(500); });
 }
 
 }  // namespace

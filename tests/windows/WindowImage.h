@@ -50,6 +50,15 @@ class WindowImage {
     bool all(const Rect& block, COLORREF colour) const {
         return all(block, [=](COLORREF pixel) { return pixel == colour; });
     }
+    /// The same image, each pixel replaced by what `change` gives for its place and colour.
+    WindowImage with(const std::function<COLORREF(int x, int y, COLORREF colour)>& change) const {
+        WindowImage changed = *this;
+        for (int i = 0; COLORREF & pixel : changed.pixels_) {
+            pixel = change(i % width_, i / width_, pixel);
+            ++i;
+        }
+        return changed;
+    }
     bool operator==(const WindowImage& other) const = default;
 
   private:

@@ -1,8 +1,7 @@
 #pragma once
 
+#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -86,19 +85,11 @@ class Companion {
     Companion() {
         char self[MAX_PATH] = "";
         GetModuleFileNameA(nullptr, self, MAX_PATH);
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
         std::filesystem::copy_file(std::filesystem::path(self).replace_filename("companion.exe"), program());
     }
-    ~Companion() {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-    Companion(const Companion&) = delete;
-    Companion& operator=(const Companion&) = delete;
 
-    std::string folder() const { return folder_.string(); }
-    std::string program() const { return folder() + "\\companion.exe"; }
+    std::string folder() const { return folder_.path().string(); }
+    std::string program() const { return folder_.file("companion.exe"); }
     std::string quoted() const { return '"' + program() + '"'; }
     void start(const std::string& task) const {
         std::string command = quoted() + ' ' + task;
@@ -112,15 +103,14 @@ class Companion {
     }
     /// Whether its answer is there, which is taken away then.
     bool tells(std::string& told) const {
-        std::ifstream in(program() + ".txt", std::ios::binary);
-        if (!in) return false;
-        told.assign(std::istreambuf_iterator<char>(in), {});
-        in.close();
-        return std::filesystem::remove(program() + ".txt");
+        const std::string read = folder_.read("companion.exe.txt");
+        // It is there whole or not at all, and never empty.
+        if (!read.empty()) told = read;
+        return std::filesystem::remove(program() + ".txt") && !read.empty();
     }
 
   private:
-    std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "kavrelon input test";
+    TestFolder folder_{"kavrelon input test"};
 };
 
 /// A terminal that has the keyboard, and its user.
@@ -143,7 +133,9 @@ class WindowInput : public WindowTest {
     }
     /// Lets messages through until no more come. A menu that nothing closes is closed after a while.
     void pump() {
-        const UINT_PTR timer = SetTimer(nullptr, 0, 3000, leaveMenu);
+        const UINT_PTR timer = SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK {
+            if (inMenu() && EndMenu()) ++menusLeftOpen;
+        });
         for (int quiet = 0; quiet < 4; ++quiet) {
             Sleep(5);
             while (HIWORD(GetQueueStatus(QS_ALLINPUT)) != 0) platform.processMessages();
@@ -177,22 +169,38 @@ class WindowInput : public WindowTest {
         pump();
         return host.sent;
     }
+    /// The text of the message box that `open` opens, which is answered with OK.
+    std::string boxAfter(const std::function<void()>& open) {
+        std::string text;
+        tryUntilDone([&] { return closedBox(text, IDOK); });
+        open();
+        EXPECT_TRUE(pumpUntil([&] { return !text.empty(); }));
+        return text;
+    }
     std::string answerOf(const Companion& companion) {
         std::string told = "nothing";
         pumpUntil([&] { return companion.tells(told); });
         return told;
     }
-    void putOnClipboard(const std::string& text) {
-        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-        std::copy_n(text.c_str(), text.size() + 1, static_cast<char*>(GlobalLock(memory)));
+    /// Puts exactly these characters on the clipboard, which keeps what it holds only when it is told to.
+    template <class Text>
+    void putOnClipboard(const Text& text, UINT format, bool keep = false) {
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() * sizeof(text[0]));
+        std::memcpy(GlobalLock(memory), text.data(), text.size() * sizeof(text[0]));
         GlobalUnlock(memory);
-        ASSERT_TRUE(OpenClipboard(form->window()) && EmptyClipboard() && SetClipboardData(CF_TEXT, memory));
-        CloseClipboard();
+        ASSERT_TRUE(OpenClipboard(form->window()) && (keep || EmptyClipboard()));
+        ASSERT_TRUE(SetClipboardData(format, memory) && CloseClipboard());
     }
+    void putOnClipboard(const std::string& text) { putOnClipboard(text + '\0', CF_TEXT); }
     /// Moves the mouse to a place, in pixels of the inner area.
     void moveTo(int x, int y) { EXPECT_TRUE(pumpUntil(mouseAt(form->window(), {x, y}))); }
     void moveToCell(int column, int row) {
         moveTo(form->cell(column, row).left + 2, form->cell(column, row).top + 2);
+    }
+    /// Ends the terminal's window and the form, as a host may at any time.
+    void destroy() {
+        (*form)->Unload();
+        form.reset();
     }
     void mark(int row, int columns) {
         moveToCell(0, row);
@@ -200,10 +208,6 @@ class WindowInput : public WindowTest {
         moveToCell(columns - 1, row);
         click(MOUSEEVENTF_LEFTUP);
         pump();
-    }
-
-    static void CALLBACK leaveMenu(HWND, UINT, UINT_PTR, DWORD) {
-        if (inMenu() && EndMenu()) ++menusLeftOpen;
     }
 
     static inline int menusLeftOpen = 0;

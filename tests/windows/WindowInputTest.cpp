@@ -1,4 +1,4 @@
-#include <cstring>
+#include <numeric>
 
 #include "terminal/win32/Clipboard.h"
 #include "tests/windows/WindowInputSupport.h"
@@ -9,39 +9,17 @@ namespace {
 using namespace std::string_literals;
 
 TEST_F(WindowInput, KeysSendWhatTheTablesSay) {
-    const struct {
-        int held, key;
-        std::string sent;
-    } cases[] = {{0, VK_END, "\x05"},
-                 {0, VK_HOME, "\x01"},
-                 {0, VK_LEFT, "\x15"},
-                 {0, VK_UP, "\x1A"},
-                 {0, VK_RIGHT, "\x06"},
-                 {0, VK_DOWN, "\n"},
-                 {0, VK_DELETE, "\x04"},
-                 {0, VK_INSERT, "\t"},
-                 {0, VK_PRIOR, "\x0F"},
-                 {0, VK_NEXT, "\x10"},
-                 {VK_SHIFT, VK_UP, "\x1A"},
-                 {VK_MENU, VK_UP, "\x1A"},
-                 {VK_CONTROL, VK_UP, "\x1A"},
-                 {0, VK_PRINT, ""},
-                 {0, VK_PAUSE, ""},
-                 {VK_CONTROL, VK_CANCEL, "<break>"},
-                 {0, 'A', "a"},
-                 {VK_SHIFT, 'A', "A"},
-                 {0, '5', "5"},
-                 {0, VK_SPACE, " "},
-                 {0, VK_RETURN, "\r"},
-                 {0, VK_TAB, "\t"},
-                 {0, VK_BACK, "\b"},
-                 {0, VK_ESCAPE, "\x1B"},
-                 {VK_CONTROL, VK_RETURN, ""},
-                 {VK_CONTROL, VK_SPACE, ""},
-                 {VK_CONTROL, 'Q', ""},
-                 {VK_CONTROL, 'V', "text"}};
+    const std::pair<std::vector<Chord>, std::string> cases[] = {
+        {{{VK_END}, {VK_HOME}, {VK_LEFT}, {VK_UP}, {VK_RIGHT}, {VK_DOWN}}, "\x05\x01\x15\x1A\x06\n"},
+        {{{VK_DELETE}, {VK_INSERT}, {VK_PRIOR}, {VK_NEXT}}, "\x04\t\x0F\x10"},
+        {{{VK_SHIFT, VK_UP}, {VK_MENU, VK_UP}, {VK_CONTROL, VK_UP}}, "\x1A\x1A\x1A"},
+        {{{VK_PRINT}, {VK_PAUSE}, {VK_CONTROL, VK_CANCEL}}, "<break>"},
+        {{{'A'}, {VK_SHIFT, 'A'}, {'5'}, {VK_SPACE}}, "aA5 "},
+        {{{VK_RETURN}, {VK_TAB}, {VK_BACK}, {VK_ESCAPE}}, "\r\t\b\x1B"},
+        {{{VK_CONTROL, VK_RETURN}, {VK_CONTROL, VK_SPACE}, {VK_CONTROL, 'Q'}}, ""},
+        {{{VK_CONTROL, 'V'}}, "text"}};
     putOnClipboard("text");
-    for (const auto& c : cases) EXPECT_EQ(sentBy({{c.held, c.key}}), c.sent) << c.held << '+' << c.key;
+    for (const auto& [chords, sent] : cases) EXPECT_EQ(sentBy(chords), sent);
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         if (letter == 'Q' || letter == 'V') continue;
         EXPECT_EQ(sentBy({{VK_CONTROL, letter}}), std::string(1, static_cast<char>(letter - 'A' + 1)));
@@ -131,10 +109,7 @@ TEST_F(WindowInput, MenusOpenAndChooseByKeyboard) {
         EXPECT_EQ(sentBy(chords), "");
         EXPECT_EQ(answerOf(companion), companion.quoted() + told);
     }
-    std::string text;
-    tryUntilDone([&] { return closedBox(text, IDOK); });
-    press({{VK_MENU, 'R'}, {VK_UP}, {VK_RETURN}});
-    EXPECT_TRUE(pumpUntil([&] { return !text.empty(); }));
+    const std::string text = boxAfter([] { press({{VK_MENU, 'R'}, {VK_UP}, {VK_RETURN}}); });
     EXPECT_TRUE(text.starts_with("Unable to start Program: no-such-program -x\nError: ")) << text;
     (*form)->ClearRemote();
     EXPECT_EQ(sentBy({{VK_MENU, 'R'}, {VK_ESCAPE}, {VK_MENU, 'P'}, {VK_ESCAPE}, {VK_ESCAPE}, {'A'}}), "a");
@@ -165,8 +140,7 @@ TEST_F(WindowInput, ProgramsOfTheKnowledgeBaseStartOnlyAfterAYes) {
     ask([&] {
         if (!readBox(question)) return false;
         (*form)->ShowHelpBox(1, 0, 1, 78, 24, "Press Yes!");
-        RECT place{};
-        GetWindowRect(messageBox(), &place);
+        const Rect place = rectangleOf(messageBox());
         const HWND top = WindowFromPoint({(place.left + place.right) / 2, (place.top + place.bottom) / 2});
         EXPECT_EQ(GetAncestor(top, GA_ROOT), messageBox());
         return closedBox(question, IDNO);
@@ -178,9 +152,7 @@ TEST_F(WindowInput, ProgramsOfTheKnowledgeBaseStartOnlyAfterAYes) {
     // The window's end takes the question with it.
     ask([&] {
         if (!readBox(question)) return false;
-        (*form)->Unload();
-        form.reset();
-        return true;
+        return destroy(), true;
     });
     EXPECT_EQ(countTerminalWindows(), 0);
     EXPECT_FALSE(companion.tells(none));
@@ -188,16 +160,13 @@ TEST_F(WindowInput, ProgramsOfTheKnowledgeBaseStartOnlyAfterAYes) {
 
 TEST_F(WindowInput, ThePlatformTakesTheLongestCommands) {
     const Companion companion;
-    std::string text;
     for (const std::string& program :
          {std::string(900, 'x'), "C:\\" + std::string(890, 'x') + ".exe",
           "C:\\" + std::string(896, '\\') + "x", '"' + std::string(900, 'x') + '"'}) {
         for (const std::size_t rest : {0, 7000}) {
             (*form)->ClearRemote();
             (*form)->AddRemote(program + ' ' + std::string(rest, '-'), "Long");
-            text.clear();
-            tryUntilDone([&] { return closedBox(text, IDOK); });
-            (*form)->mnuRemoteConnection_Click(0);
+            const std::string text = boxAfter([&] { (*form)->mnuRemoteConnection_Click(0); });
             EXPECT_TRUE(text.starts_with("Unable to start Program: "))
                 << program.substr(0, 10) << rest << text;
         }
@@ -234,20 +203,13 @@ TEST_F(WindowInput, DragCopyAndPaste) {
 }
 
 TEST_F(WindowInput, CopiedBytesComeBackAsTheyWere) {
-    std::string all = "\r\n";
-    for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+    std::string all = "\r\n" + std::string(256, '\0');
+    std::iota(all.begin() + 2, all.end(), '\0');
     EXPECT_TRUE(Clipboard(form->window()).setText(all));
     EXPECT_EQ(Clipboard(form->window()).text(true), all);
 }
 
 TEST_F(WindowInput, TextOfOtherProgramsIsPastedWithoutLookAlikes) {
-    const auto put = [](UINT format, const auto& text) {
-        const std::size_t size = text.size() * sizeof(text[0]);
-        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
-        std::memcpy(GlobalLock(memory), text.data(), size);
-        GlobalUnlock(memory);
-        SetClipboardData(format, memory);
-    };
     const std::pair<std::wstring, std::string> cases[] = {{L"\x398\xE9\x20AC\x2500\xFF21"
                                                            L"a\0"s,
                                                            "?\xE9\x80??a"},
@@ -257,10 +219,8 @@ TEST_F(WindowInput, TextOfOtherProgramsIsPastedWithoutLookAlikes) {
     // What does not hold as many bytes as it says is none of the terminal's.
     for (const std::string& foreign : {""s, "\x01"s, "\x05\0\0\0four"s, "\xFF\xFF\xFF\xFF"s}) {
         for (const auto& [text, pasted] : cases) {
-            ASSERT_TRUE(OpenClipboard(form->window()) && EmptyClipboard());
-            put(CF_UNICODETEXT, text);
-            if (!foreign.empty()) put(Clipboard::bytesFormat(), foreign);
-            CloseClipboard();
+            putOnClipboard(text, CF_UNICODETEXT);
+            if (!foreign.empty()) putOnClipboard(foreign, Clipboard::bytesFormat(), true);
             EXPECT_EQ(sentBy({{VK_CONTROL, 'V'}}), pasted);
         }
     }
@@ -289,10 +249,6 @@ TEST_F(WindowInput, ALargePasteArrivesWholeAndSoon) {
 
 TEST_F(WindowInput, WindowsMayGoWhileTheirInputIsHandled) {
     putOnClipboard("text");
-    const auto destroy = [&] {
-        (*form)->Unload();
-        form.reset();
-    };
     const struct {
         int held, key, then;
         std::string sent;
@@ -309,7 +265,7 @@ TEST_F(WindowInput, WindowsMayGoWhileTheirInputIsHandled) {
     for (const auto& c : cases) {
         reopen();
         moveToCell(1, 1);
-        host.onInput = destroy;
+        host.onInput = [&] { destroy(); };
         if (c.then == 0) tryUntilDone([&] { return inMenu() && (destroy(), true); });
         press({{c.held, c.key}, {c.then}});
         EXPECT_TRUE(pumpUntil([] { return countTerminalWindows() == 0; })) << c.held << '+' << c.key;

@@ -82,9 +82,7 @@ TEST(WindowMemDc, MeasuresTextInItsFontAndReleasesEverything) {
         EXPECT_EQ(surface.TextWidth(""), 1);
     };
     use();
-    const int before = countGdiObjects();
-    use();
-    EXPECT_EQ(countGdiObjects(), before);
+    expectNothingLeftBehind(use);
 }
 
 }  // namespace

@@ -62,8 +62,7 @@ TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
 }
 
 TEST_F(WindowSize, TheGridComesRightAfterAShortageOfDrawingObjects) {
-    using Change = std::function<void(const TestForm&)>;
-    const std::vector<Change> changes{
+    const std::vector<std::function<void(const TestForm&)>> changes{
         [](const TestForm& form) {
             std::int16_t lines = 30;
             form->screen().ScreenSize(100, lines);
@@ -79,7 +78,7 @@ TEST_F(WindowSize, TheGridComesRightAfterAShortageOfDrawingObjects) {
             form->screen().RepaintScreen();
         },
         [](const TestForm& form) {
-            form->screen().term_setattr(std::string(1, Rendition::kBlink));
+            form.setRendition(Rendition::kBlink);
             form.writeAt(0, 1, "slanted");
         },
     };
@@ -96,8 +95,7 @@ TEST_F(WindowSize, TheGridComesRightAfterAShortageOfDrawingObjects) {
             change(form);
             hoard.clear();
             if (&change == &changes[2]) change(form);
-            InvalidateRect(form.window(), nullptr, FALSE);
-            UpdateWindow(form.window());
+            form.paint();
             // Once more, where a font has come late.
             UpdateWindow(form.window());
             EXPECT_TRUE(form.isPainted());
@@ -116,10 +114,8 @@ TEST_F(WindowSize, WithoutAutoSizeTheWindowFitsTheFont) {
         EXPECT_EQ(form.picture().height(), form.cell(0, 25).top) << points;
     }
     form->screen().ScreenFontSize(100);
-    RECT outer{};
-    GetWindowRect(form.window(), &outer);
-    EXPECT_LE(outer.right, GetSystemMetrics(SM_CXSCREEN));
-    EXPECT_LE(outer.bottom, GetSystemMetrics(SM_CYSCREEN));
+    EXPECT_LE(rectangleOf(form.window()).right, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_LE(rectangleOf(form.window()).bottom, GetSystemMetrics(SM_CYSCREEN));
 }
 
 TEST_F(WindowSize, StatesReachTheFormAndTheTitleBarGoesAndComes) {
@@ -134,17 +130,12 @@ TEST_F(WindowSize, StatesReachTheFormAndTheTitleBarGoesAndComes) {
     EXPECT_TRUE(form->screen().PaintOn());
 
     const auto style = [&] { return GetWindowLongA(form.window(), GWL_STYLE); };
-    const auto place = [&] {
-        RECT outer{};
-        GetWindowRect(form.window(), &outer);
-        return Rect{outer.left, outer.top, outer.right, outer.bottom};
-    };
     const LONG styleBefore = style();
-    const Rect placeBefore = place();
+    const Rect placeBefore = rectangleOf(form.window());
     const int height = form.picture().height();
     form->ShowTitleBar(false);
     EXPECT_EQ(style(), styleBefore & ~0xCB0000L);
-    EXPECT_EQ(place(), placeBefore);
+    EXPECT_EQ(rectangleOf(form.window()), placeBefore);
     EXPECT_GT(form.picture().height(), height);
     form->ShowTitleBar(true);
     EXPECT_EQ(style(), styleBefore);

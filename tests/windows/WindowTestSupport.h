@@ -14,6 +14,7 @@
 #include "terminal/frmTerm.h"
 #include "terminal/win32/Win32Platform.h"
 #include "tests/windows/ProcessUsage.h"
+#include "tests/windows/TestFolder.h"
 #include "tests/windows/WindowImage.h"
 
 namespace kavrelon {
@@ -49,6 +50,13 @@ class InputLog final : public TermOwner {
     void SendCommand(const std::string&) override {}
 };
 
+inline Rect rectangleOf(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+            static_cast<int>(place.bottom)};
+}
+
 inline int countTerminalWindows() {
     int count = 0;
     HWND window = nullptr;
@@ -78,6 +86,9 @@ class TestForm {
         form_->screen().SetCursor(column, row);
         for (const char ch : text) form_->WriteTerm(static_cast<std::uint8_t>(ch));
     }
+    void setRendition(int code) const {
+        form_->screen().term_setattr(std::string(1, static_cast<char>(code)));
+    }
     void setSize(Size outer) const {
         SetWindowPos(window_, nullptr, 10, 10, outer.width, outer.height, SWP_NOZORDER);
     }
@@ -85,12 +96,16 @@ class TestForm {
     void smear(const RECT& block) const {
         FillRect(GetDC(window_), &block, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     }
+    /// Has a block painted; null is all of the inner area.
+    void paint(const RECT* block = nullptr) const {
+        InvalidateRect(window_, block, FALSE);
+        UpdateWindow(window_);
+    }
     /// Whether painting everything again changes nothing.
     bool isPainted() const {
         const WindowImage before = picture();
         smear({0, 0, 2000, 2000});
-        InvalidateRect(window_, nullptr, FALSE);
-        UpdateWindow(window_);
+        paint();
         return picture() == before;
     }
 
@@ -101,19 +116,13 @@ class TestForm {
 
 class WindowTest : public testing::Test {
   protected:
-    WindowTest() {
-        char folder[MAX_PATH] = "";
-        char path[MAX_PATH] = "";
-        GetTempPathA(MAX_PATH, folder);
-        GetTempFileNameA(folder, "kav", 0, path);
-        settings = path;
-    }
-    ~WindowTest() override { DeleteFileA(settings.c_str()); }
+    WindowTest() { folder.write("settings.ini", ""); }
 
     TestForm open(Size outer = {900, 620}) { return {platform, settings, outer}; }
 
     Win32Platform platform{GetModuleHandleA(nullptr)};
-    std::string settings;
+    TestFolder folder{"kavrelon window test"};
+    std::string settings = folder.file("settings.ini");
 };
 
 }  // namespace kavrelon
