@@ -49,8 +49,6 @@ class HostRun {
         process_.reset(started.hProcess);
     }
     ~HostRun() { TerminateProcess(process_.get(), 99); }
-    HostRun(const HostRun&) = delete;
-    HostRun& operator=(const HostRun&) = delete;
 
     /// The exit status, or -1 when the program does not end in time.
     int exitStatus() const {
