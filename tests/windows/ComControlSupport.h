@@ -1,9 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <optional>
-
 #include "samplehost/com/DispatchObject.h"
 #include "samplehost/com/HostedControl.h"
 #include "support/com/Variant.h"
@@ -48,24 +44,12 @@ class TextBag final : public Implements<IPropertyBag, IErrorLog> {
     const std::string saved_;
 };
 
-/// A form with a label on it, made by a library that nothing else in this process has loaded: as long as
-/// anything of the label is left, the library says that it cannot be unloaded.
-class ComControl : public testing::Test {
+/// A form with a label on it.
+class ComControl : public ComCopy {
   protected:
-    ComControl() {
-        CoInitialize(nullptr);
-        EXPECT_TRUE(CopyFileW(libraryPath().c_str(), copy_.c_str(), FALSE));
-        library.emplace(copy_);
-        form = CreateWindowA("STATIC", "", WS_POPUP | WS_VISIBLE, 20, 20, 500, 400, nullptr, nullptr, nullptr,
-                             nullptr);
-    }
     ~ComControl() override {
         close();
         DestroyWindow(form);
-        EXPECT_EQ(library->call("DllCanUnloadNow"), S_OK) << "something of the label is left";
-        library.reset();
-        EXPECT_TRUE(DeleteFileW(copy_.c_str())) << "the library stays loaded";
-        CoUninitialize();
     }
 
     template <class Interface = ::IHTMLLabel>
@@ -122,8 +106,8 @@ class ComControl : public testing::Test {
     }
     std::string taken() { return std::exchange(heard, {}); }
 
-    std::optional<LoadedLibrary> library;
-    HWND form = nullptr;
+    const HWND form = CreateWindowA("STATIC", "", WS_POPUP | WS_VISIBLE, 20, 20, 500, 400, nullptr, nullptr,
+                                    nullptr, nullptr);
     std::optional<HostedControl> control;
     ComPtr<::IHTMLLabel> label;
     std::string heard;
@@ -139,8 +123,6 @@ class ComControl : public testing::Test {
         onEvent(id);
         return S_OK;
     }
-
-    const std::wstring copy_ = libraryPath() + L".control.dll";
 };
 
 }  // namespace kavrelon

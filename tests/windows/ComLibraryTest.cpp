@@ -1,7 +1,5 @@
 // The library as a file: what it exports, describes and leaves behind when it is unloaded.
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <fstream>
 #include <sstream>
@@ -13,22 +11,14 @@
 namespace kavrelon {
 namespace {
 
-/// Works with a copy of the library, which nothing else in this process can have loaded.
-class ComLibrary : public testing::Test {
-  protected:
-    ComLibrary() { EXPECT_TRUE(CopyFileW(libraryPath().c_str(), copy_.c_str(), FALSE)); }
-    ~ComLibrary() override { EXPECT_TRUE(DeleteFileW(copy_.c_str())); }
-
-    const std::wstring copy_ = libraryPath() + L".copy.dll";
-};
+class ComLibrary : public ComCopy {};
 
 TEST_F(ComLibrary, MakesOnlyWholeObjectsOfItsClass) {
-    const LoadedLibrary library(copy_);
     void* object = nullptr;
-    EXPECT_EQ((library.call<REFCLSID, REFIID, void**>("DllGetClassObject", IID_IUnknown, IID_IClassFactory,
-                                                      &object)),
+    EXPECT_EQ((library->call<REFCLSID, REFIID, void**>("DllGetClassObject", IID_IUnknown, IID_IClassFactory,
+                                                       &object)),
               CLASS_E_CLASSNOTAVAILABLE);
-    const auto factory = library.classObject();
+    const auto factory = library->classObject();
     ASSERT_TRUE(factory);
     EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
     EXPECT_EQ(factory->CreateInstance(nullptr, IID_IClassFactory, &object), E_NOINTERFACE);
@@ -37,20 +27,19 @@ TEST_F(ComLibrary, MakesOnlyWholeObjectsOfItsClass) {
 }
 
 TEST_F(ComLibrary, CanBeUnloadedWhenNothingHoldsIt) {
-    const LoadedLibrary library(copy_);
     const auto expectUnloadable = [&](HRESULT answer, const char* when) {
-        EXPECT_EQ(library.call("DllCanUnloadNow"), answer) << when;
+        EXPECT_EQ(library->call("DllCanUnloadNow"), answer) << when;
     };
-    auto factory = library.classObject();
+    auto factory = library->classObject();
     expectUnloadable(S_FALSE, "a factory is out");
     EXPECT_EQ(factory->LockServer(TRUE), S_OK);
     factory = {};
     expectUnloadable(S_FALSE, "the server is locked");
-    library.classObject()->LockServer(FALSE);
+    library->classObject()->LockServer(FALSE);
     expectUnloadable(S_OK, "nothing is out");
-    auto receive = library.create<IClientMain>().query<IClientReceive>();
+    auto receive = library->create<IClientMain>().query<IClientReceive>();
     expectUnloadable(S_FALSE, "one interface of an object is out");
-    library.classObject()->LockServer(FALSE);
+    library->classObject()->LockServer(FALSE);
     expectUnloadable(S_FALSE, "a lock taken off once too often does not count for the object");
     receive = {};
     expectUnloadable(S_OK, "the object is gone");
@@ -86,26 +75,15 @@ std::string typeText(ITypeInfo& info, const TYPEDESC& type) {
     return nameOf(*referred, MEMBERID_NIL);
 }
 
-void dumpFunction(std::ostream& out, ITypeInfo& info, UINT index) {
-    FUNCDESC* function = nullptr;
-    info.GetFuncDesc(index, &function);
-    out << "  +" << function->oVft << " id " << function->memid << " kind " << function->invkind << " flags "
-        << function->wFuncFlags << ' ' << nameOf(info, function->memid) << '(';
-    for (SHORT i = 0; i < function->cParams; ++i) {
-        const ELEMDESC& parameter = function->lprgelemdescParam[i];
+void dumpFunction(std::ostream& out, ITypeInfo& info, const FUNCDESC& function) {
+    out << "  +" << function.oVft << " id " << function.memid << " kind " << function.invkind << " flags "
+        << function.wFuncFlags << ' ' << nameOf(info, function.memid) << '(';
+    for (SHORT i = 0; i < function.cParams; ++i) {
+        const ELEMDESC& parameter = function.lprgelemdescParam[i];
         out << (i > 0 ? ", " : "") << typeText(info, parameter.tdesc) << " pass "
             << parameter.paramdesc.wParamFlags;
     }
-    out << ") " << typeText(info, function->elemdescFunc.tdesc) << remarkOnHelp(info, function->memid)
-        << '\n';
-    info.ReleaseFuncDesc(function);
-}
-
-void dumpFunctions(std::ostream& out, ITypeInfo& info) {
-    TYPEATTR* attributes = nullptr;
-    info.GetTypeAttr(&attributes);
-    for (UINT i = 0; i < attributes->cFuncs; ++i) dumpFunction(out, info, i);
-    info.ReleaseTypeAttr(attributes);
+    out << ") " << typeText(info, function.elemdescFunc.tdesc) << remarkOnHelp(info, function.memid) << '\n';
 }
 
 void dumpType(std::ostream& out, ITypeInfo& info) {
@@ -119,7 +97,13 @@ void dumpType(std::ostream& out, ITypeInfo& info) {
     const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0 &&
                         SUCCEEDED(info.GetRefTypeOfImplType(UINT(-1), &reference));
     if (isDual) info.GetRefTypeInfo(reference, other.put());
-    dumpFunctions(out, isDual ? *other : info);
+    // A dual interface is described twice: the one behind it has the places in the table.
+    ITypeInfo& members = isDual ? *other : info;
+    FUNCDESC* function = nullptr;
+    for (UINT i = 0; SUCCEEDED(members.GetFuncDesc(i, &function)); ++i) {
+        dumpFunction(out, members, *function);
+        members.ReleaseFuncDesc(function);
+    }
     for (UINT i = 0; attributes->typekind == TKIND_COCLASS && i < attributes->cImplTypes; ++i) {
         INT flags = 0;
         info.GetImplTypeFlags(i, &flags);
@@ -156,24 +140,15 @@ TEST_F(ComLibrary, KeepsItsTypeLibrariesBinaryCompatible) {
     EXPECT_EQ(dumpLibrary(1) + dumpLibrary(2), golden.str());
 }
 
-/// What a process can run out of. The next handle or slot is always the lowest free one, so a leak makes it
-/// higher.
-struct Usage {
-    DWORD threadSlot;
-    ULONG_PTR handle;
-    std::size_t privateBytes;
-
-    static Usage now() {
-        const DWORD slot = TlsAlloc();
-        TlsFree(slot);
-        const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-        CloseHandle(event);
-        return {slot, reinterpret_cast<ULONG_PTR>(event), committedBytes()};
-    }
-};
+/// The lowest free slot of a thread's data, which is always the next one: a leak makes it higher.
+DWORD nextThreadSlot() {
+    const DWORD slot = TlsAlloc();
+    TlsFree(slot);
+    return slot;
+}
 
 void useOnce(const std::wstring& path) {
-    auto* const parent = new RecordingParent;
+    const auto parent = make<RecordingParent>();
     {
         const LoadedLibrary library(path);
         const auto plugIn = library.create<IClientMain>();
@@ -183,31 +158,31 @@ void useOnce(const std::wstring& path) {
         Bstr text;
         EXPECT_EQ(table->GetTypeInfo(0, LOCALE_NEUTRAL, members.put()), S_OK);
         EXPECT_EQ(table->get_EscTreeString(500, text.put()), runtimeError(9));
-        EXPECT_EQ(plugIn->SetClientParent(parent), S_OK);
+        EXPECT_EQ(plugIn->SetClientParent(parent.get()), S_OK);
         EXPECT_EQ(plugIn->InitializeClass(), S_OK);
         EXPECT_EQ(process(*table, rows::kSetAttribute, {L"1", L"32"}), S_OK);
         EXPECT_EQ(plugIn->DestroyClass(), S_OK);
     }
-    parent->Release();
     SetErrorInfo(0, nullptr);
     ASSERT_EQ(GetModuleHandleW(path.c_str()), nullptr) << "the library stays loaded";
 }
 
 TEST_F(ComLibrary, LeavesNothingBehindWhenUnloaded) {
-    CoInitialize(nullptr);
+    library.reset();
     // Every host has these loaded; in Wine each load and unload of them loses a handle.
     const std::array<LoadedLibrary, 4> loadedByAnyHost{LoadedLibrary(L"user32"), LoadedLibrary(L"gdi32"),
                                                        LoadedLibrary(L"shell32"),
                                                        LoadedLibrary(L"winspool.drv")};
-    for (int round = 0; round < 50 && !HasFailure(); ++round) useOnce(copy_);
-    const Usage before = Usage::now();
-    for (int round = 0; round < 2000 && !HasFailure(); ++round) useOnce(copy_);
-    const Usage after = Usage::now();
-    CoUninitialize();
-    EXPECT_EQ(after.threadSlot, before.threadSlot);
-    EXPECT_EQ(after.handle, before.handle);
+    for (int round = 0; round < 50 && !HasFailure(); ++round) useOnce(copy);
+    const DWORD slot = nextThreadSlot();
+    const DWORD handles = countHandles();
+    const std::size_t bytes = committedBytes();
+    for (int round = 0; round < 2000 && !HasFailure(); ++round) useOnce(copy);
+    EXPECT_EQ(nextThreadSlot(), slot);
+    EXPECT_EQ(countHandles(), handles);
     // 64 bytes a round would be a leak; the heap's own fragmentation is less.
-    EXPECT_LE(after.privateBytes, before.privateBytes + 128 * 1024);
+    EXPECT_LE(committedBytes(), bytes + 128 * 1024);
+    library.emplace(copy);
 }
 
 }  // namespace

@@ -127,6 +127,9 @@ TEST_F(ComSession, FailsCleanlyWithoutParentOrWindow) {
         Bstr id;
         EXPECT_EQ(main->get_PlugInID(id.put()), S_OK);
         EXPECT_EQ(id.view(), L"TERM");
+        VARIANT_BOOL canDisable = VARIANT_TRUE;
+        EXPECT_EQ(main->get_CanEnableDisable(&canDisable), S_OK);
+        EXPECT_EQ(canDisable, VARIANT_FALSE);
     };
     EXPECT_EQ(main->InitializeClass(), kObjectNotSet);
     expectNoWindow();

@@ -7,6 +7,7 @@
 #include <oleauto.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,26 @@ class LoadedLibrary {
 
   private:
     HMODULE module_;
+};
+
+/// Works with a copy of the library that nothing else in this process has loaded: as long as anything of it
+/// is in use, the copy says that it cannot be unloaded.
+class ComCopy : public testing::Test {
+  protected:
+    ComCopy() {
+        CoInitialize(nullptr);
+        EXPECT_TRUE(CopyFileW(libraryPath().c_str(), copy.c_str(), FALSE));
+        library.emplace(copy);
+    }
+    ~ComCopy() override {
+        EXPECT_EQ(library->call("DllCanUnloadNow"), S_OK) << "something is left";
+        library.reset();
+        EXPECT_TRUE(DeleteFileW(copy.c_str())) << "the library stays loaded";
+        CoUninitialize();
+    }
+
+    const std::wstring copy = libraryPath() + L".copy.dll";
+    std::optional<LoadedLibrary> library;
 };
 
 template <class Object, class... Arguments>
