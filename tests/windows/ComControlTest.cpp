@@ -297,6 +297,14 @@ TEST_F(ComControl, DrawsItselfWithoutAWindow) {
     ReleaseDC(form, screen);
 }
 
+TEST_F(ComControl, NeedsAFormWithAWindow) {
+    for (const HWND window : {static_cast<HWND>(nullptr), reinterpret_cast<HWND>(0x7FFE)}) {
+        HostedControl homeless(create<IUnknown>(), window);
+        EXPECT_EQ(homeless.query<IOleObject>()->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr),
+                  OLE_E_INVALIDHWND);
+    }
+}
+
 TEST_F(ComControl, NoticesThatItsWindowWasDestroyed) {
     open();
     setDocument("<BODY BGCOLOR=#00FF00>text");
@@ -357,6 +365,21 @@ TEST_F(ComControl, LivesInTheSystemsControlWindow) {
     EXPECT_EQ(GetFocus(), viewPort(outer));
     DestroyWindow(host);
     EXPECT_FALSE(IsWindow(outer));
+}
+
+TEST_F(ComControl, LeavesNothingBehindInAThousandRounds) {
+    const auto rounds = [this](int count) {
+        for (int i = 0; i < count; ++i) {
+            open();
+            setDocument("<A HREF=a>link</A><TABLE BORDER=1><TR><TD>cell</TABLE>");
+            UpdateWindow(viewPort());
+        }
+        close();
+        return countGdiObjects();
+    };
+    const int before = rounds(5);
+    EXPECT_EQ(rounds(1000), before);
+    EXPECT_EQ(GetWindow(form, GW_CHILD), nullptr);
 }
 
 }  // namespace
