@@ -234,14 +234,14 @@ void Win32TermWindow::setFocus() {
 }
 
 std::string Win32TermWindow::caption() const {
-    const int length = GetWindowTextLengthA(window_.get());
-    std::string text(static_cast<std::size_t>(length) + 1, '\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextA(window_.get(), text.data(), length + 1)));
-    return text;
+    const int length = GetWindowTextLengthW(window_.get());
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window_.get(), text.data(), length + 1)));
+    return toAnsi(text);
 }
 
 void Win32TermWindow::setCaption(const std::string& text) {
-    SetWindowTextA(window_.get(), text.c_str());
+    SetWindowTextW(window_.get(), toWide(text).c_str());
 }
 
 TitleBarSettings Win32TermWindow::titleBarSettings() const {
