@@ -211,5 +211,21 @@ TEST_F(ComWindow, TellsWhichCommandsItKnows) {
     EXPECT_EQ(paste, VARIANT_TRUE) << "refused before it is carried out";
 }
 
+TEST_F(ComWindow, MayBeAskedFromWithinACallback) {
+    start();
+    std::wstring seen;
+    parent->onCall = [&] {
+        if (parent->calls.back() == "command INIT") seen = screenText(valueOf(1), valueOf(1));
+        if (parent->calls.back() == "closed") main->DestroyClass();
+    };
+    receive("here");
+    main->OnLogin();
+    EXPECT_EQ(seen.substr(0, 5), L"here ");
+    long handle = 0;
+    window->get_hWnd(&handle);
+    SendMessageW(reinterpret_cast<HWND>(handle), WM_CLOSE, 0, 0);
+    EXPECT_EQ(window->Copy(), kObjectNotSet);
+}
+
 }  // namespace
 }  // namespace kavrelon
