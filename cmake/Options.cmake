@@ -30,4 +30,17 @@ if(WIN32)
     target_compile_options(kavrelon_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
     # The run-time libraries come along: nothing but system DLLs is imported.
     target_link_options(kavrelon_options INTERFACE -static -fstack-protector-strong)
+    # The same sources give the same bytes, in any folder and at any time.
+    target_link_options(kavrelon_options INTERFACE -Wl,--no-insert-timestamp)
+    target_compile_options(kavrelon_options INTERFACE
+        $<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
 endif()
+
+# Symbols are half of a file and of no use where it is used: they go to a file of their own beside it, for those who
+# are to find out where it crashed.
+function(kavrelon_keep_symbols_apart target)
+    add_custom_command(TARGET ${target} POST_BUILD
+        COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
+        COMMAND ${CMAKE_STRIP} $<TARGET_FILE:${target}>
+        VERBATIM)
+endfunction()
