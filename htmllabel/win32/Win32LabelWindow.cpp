@@ -4,8 +4,10 @@
 #include <utility>
 
 #include "htmllabel/HTMLLabel.h"
+#include "htmllabel/win32/LabelAccessible.h"
 #include "htmllabel/win32/ViewPortMessages.h"
 #include "support/SystemColours.h"
+#include "support/com/ComPtr.h"
 #include "support/win32/Messages.h"
 #include "support/win32/PlatformGeometry.h"
 #include "support/win32/WideText.h"
@@ -210,6 +212,9 @@ WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage&
         case WM_PAINT:
             paintViewPort(label);
             return 0;
+        case WM_GETOBJECT:
+            if (static_cast<LONG>(message.lParam) != OBJID_CLIENT) return std::nullopt;
+            return onAccessible(message);
         case WM_SETCURSOR:
             if (LOWORD(message.lParam) != HTCLIENT) return std::nullopt;
             SetCursor(LoadCursorA(nullptr, MAKEINTRESOURCEA(cursorNumber(pointer_))));
@@ -222,6 +227,24 @@ WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage&
     const bool focus = message.id == WM_SETFOCUS || message.id == WM_KILLFOCUS;
     if (focus && container_ != nullptr) container_->focusChanged(message.id == WM_SETFOCUS);
     return answer;
+}
+
+LRESULT Win32LabelWindow::onAccessible(const WindowMessage& message) {
+    ComPtr<IAccessible> object;
+    *object.put() = new LabelAccessible(weak_from_this());
+    return LresultFromObject(IID_IAccessible, message.wParam, object.get());
+}
+
+void Win32LabelWindow::documentChanged() {
+    for (const DWORD event : {EVENT_OBJECT_REORDER, EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_VALUECHANGE})
+        NotifyWinEvent(event, picViewPort_.get(), OBJID_CLIENT, CHILDID_SELF);
+}
+
+void Win32LabelWindow::focusMoved() {
+    const auto label = label_.lock();
+    if (label == nullptr) return;
+    NotifyWinEvent(EVENT_OBJECT_FOCUS, picViewPort_.get(), OBJID_CLIENT,
+                   LabelAccessible::childInFocus(*label));
 }
 
 void Win32LabelWindow::eraseOuter(HDC context) const {

@@ -54,6 +54,8 @@ class Win32LabelWindow final : public LabelWindow,
     /// closed.
     HWND hWnd() const { return outer_.get(); }
     HWND picViewPort() const { return picViewPort_.get(); }
+    /// The label that the window shows; null once closed.
+    std::shared_ptr<HTMLLabel> label() const { return label_.lock(); }
 
     /// Moves and sizes the window, in pixels of the parent's inner area.
     void move(const RECT& place);
@@ -80,6 +82,8 @@ class Win32LabelWindow final : public LabelWindow,
     void setToolTipText(const std::string& text) override;
     void enableLinkTimer(bool on) override;
     void repaintViewPort() override;
+    void documentChanged() override;
+    void focusMoved() override;
     void processMessages() override;
 
   private:
@@ -94,6 +98,7 @@ class Win32LabelWindow final : public LabelWindow,
     WindowAnswer onOuter(HTMLLabel& label, const WindowMessage& message);
     WindowAnswer onViewPort(HTMLLabel& label, const WindowMessage& message);
     LRESULT onScroll(HTMLLabel& label, const WindowMessage& message);
+    LRESULT onAccessible(const WindowMessage& message);
     static WindowAnswer onTitle(const HTMLLabel& label, const WindowMessage& message);
     void eraseOuter(HDC context) const;
     void paintViewPort(HTMLLabel& label);
