@@ -9,7 +9,8 @@
 
 namespace kavrelon {
 
-/// What a document says, for those who read it without looking: programs that search it, screen readers, tests.
+/// What a document says, for those who read it without looking: programs that search it, screen readers,
+/// tests.
 struct PlainText {
     /// A part of the text that belongs to a link.
     struct Link {

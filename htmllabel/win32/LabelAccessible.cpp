@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "htmllabel/HTMLLabel.h"
-#include "htmllabel/win32/Win32LabelWindow.h"
 #include "support/com/ComCall.h"
 #include "support/com/ComPtr.h"
 #include "support/com/ComText.h"
@@ -70,11 +69,11 @@ struct LabelAccessible::Subject {
 template <class Work>
 HRESULT LabelAccessible::answer(const char* member, const VARIANT& child, Work&& work) noexcept {
     return comCall({"HTMLLabel", member, IID_IAccessible}, [&]() -> HRESULT {
-        const auto window = window_.lock();
-        const auto label = window != nullptr ? window->label() : nullptr;
-        if (label == nullptr || window->picViewPort() == nullptr) return CO_E_OBJNOTCONNECTED;
-        Subject subject{*label, window->picViewPort(), label->links()};
-        if (child.vt != VT_I4 || child.lVal < 0 || static_cast<std::size_t>(child.lVal) > subject.links.size())
+        const auto label = label_.lock();
+        if (label == nullptr) return CO_E_OBJNOTCONNECTED;
+        Subject subject{*label, viewPort_, label->links()};
+        if (child.vt != VT_I4 || child.lVal < 0 ||
+            static_cast<std::size_t>(child.lVal) > subject.links.size())
             return E_INVALIDARG;
         if (child.lVal > 0) subject.link = &subject.links[static_cast<std::size_t>(child.lVal) - 1];
         return std::forward<Work>(work)(subject);
@@ -89,8 +88,8 @@ STDMETHODIMP LabelAccessible::get_accParent(IDispatch** parent) {
     return answer("accParent", self(), [&](const Subject& subject) -> HRESULT {
         out(parent) = nullptr;
         ComPtr<IAccessible> window;
-        const HRESULT found =
-            AccessibleObjectFromWindow(subject.viewPort, static_cast<DWORD>(OBJID_WINDOW), IID_IAccessible, window.putVoid());
+        const HRESULT found = AccessibleObjectFromWindow(subject.viewPort, static_cast<DWORD>(OBJID_WINDOW),
+                                                         IID_IAccessible, window.putVoid());
         *parent = window.detach();
         return found;
     });
@@ -114,7 +113,8 @@ STDMETHODIMP LabelAccessible::get_accChild(VARIANT child, IDispatch** object) {
 STDMETHODIMP LabelAccessible::get_accName(VARIANT child, BSTR* name) {
     return answer("accName", child, [&](const Subject& subject) -> HRESULT {
         out(name) = nullptr;
-        const auto text = subject.link != nullptr ? onOneLine(subject.link->name) : subject.label.document().title();
+        const auto text =
+            subject.link != nullptr ? onOneLine(subject.link->name) : subject.label.document().title();
         if (!text) return S_FALSE;
         *name = toBstr(*text).detach();
         return S_OK;
@@ -140,8 +140,9 @@ STDMETHODIMP LabelAccessible::get_accState(VARIANT child, VARIANT* state) {
     return answer("accState", child, [&](const Subject& subject) -> HRESULT {
         const bool hasKeyboard = subject.hasKeyboard();
         if (subject.link == nullptr) {
-            out(state) = number(STATE_SYSTEM_READONLY | focusState(hasKeyboard && subject.focused() == CHILDID_SELF) |
-                                (IsWindowVisible(subject.viewPort) ? 0 : STATE_SYSTEM_INVISIBLE));
+            out(state) =
+                number(STATE_SYSTEM_READONLY | focusState(hasKeyboard && subject.focused() == CHILDID_SELF) |
+                       (IsWindowVisible(subject.viewPort) ? 0 : STATE_SYSTEM_INVISIBLE));
             return S_OK;
         }
         const Rect& box = subject.link->box;
@@ -215,7 +216,8 @@ STDMETHODIMP LabelAccessible::accHitTest(LONG left, LONG top, VARIANT* child) {
             const RECT place = toPlatform(link.box);
             return PtInRect(&place, point) != FALSE;
         });
-        *child = hit == subject.links.end() ? self() : number(static_cast<LONG>(hit - subject.links.begin()) + 1);
+        *child =
+            hit == subject.links.end() ? self() : number(static_cast<LONG>(hit - subject.links.begin()) + 1);
         return S_OK;
     });
 }

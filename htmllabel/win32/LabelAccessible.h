@@ -12,15 +12,21 @@
 namespace kavrelon {
 
 class HTMLLabel;
-class Win32LabelWindow;
 
-/// A label as screen readers and other accessibility tools see it: a document whose name is its title and whose
-/// value is its text, with its links as children, which are numbered from 1 in document order.
+/// A label as screen readers and other accessibility tools see it: a document whose name is its title and
+/// whose value is its text, with its links as children, which are numbered from 1 in document order.
 ///
-/// It outlives its window without harm: every call fails with CO_E_OBJNOTCONNECTED then.
+/// Its window makes it, holds one reference and disconnects it at the end; tools may hold it longer.
 class LabelAccessible final : public Implements<Extending<IAccessible, IDispatch>> {
   public:
-    explicit LabelAccessible(std::weak_ptr<Win32LabelWindow> window) : window_(std::move(window)) {}
+    LabelAccessible(std::weak_ptr<HTMLLabel> label, HWND viewPort)
+        : label_(std::move(label)), viewPort_(viewPort) {}
+
+    /// From now on every call fails with CO_E_OBJNOTCONNECTED.
+    void disconnect() noexcept {
+        label_.reset();
+        viewPort_ = nullptr;
+    }
 
     /// The number of the link that has the keyboard's frame, CHILDID_SELF without one.
     static LONG childInFocus(const HTMLLabel& label);
@@ -66,7 +72,8 @@ class LabelAccessible final : public Implements<Extending<IAccessible, IDispatch
     template <class Work>
     HRESULT answer(const char* member, const VARIANT& child, Work&& work) noexcept;
 
-    std::weak_ptr<Win32LabelWindow> window_;
+    std::weak_ptr<HTMLLabel> label_;
+    HWND viewPort_;
 };
 
 }  // namespace kavrelon

@@ -7,7 +7,6 @@
 #include "htmllabel/win32/LabelAccessible.h"
 #include "htmllabel/win32/ViewPortMessages.h"
 #include "support/SystemColours.h"
-#include "support/com/ComPtr.h"
 #include "support/win32/Messages.h"
 #include "support/win32/PlatformGeometry.h"
 #include "support/win32/WideText.h"
@@ -113,6 +112,8 @@ void Win32LabelWindow::detach() noexcept {
     stopListeningTo(outer_.get());
     stopListeningTo(picViewPort_.get());
     label_.reset();
+    if (accessible_) accessible_->disconnect();
+    accessible_ = {};
     container_ = nullptr;
     // It is a top-level window, which is not destroyed with this one.
     toolTip_.destroy();
@@ -230,9 +231,8 @@ WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage&
 }
 
 LRESULT Win32LabelWindow::onAccessible(const WindowMessage& message) {
-    ComPtr<IAccessible> object;
-    *object.put() = new LabelAccessible(weak_from_this());
-    return LresultFromObject(IID_IAccessible, message.wParam, object.get());
+    if (!accessible_) *accessible_.put() = new LabelAccessible(label_, picViewPort_.get());
+    return LresultFromObject(IID_IAccessible, message.wParam, static_cast<IAccessible*>(accessible_.get()));
 }
 
 void Win32LabelWindow::documentChanged() {

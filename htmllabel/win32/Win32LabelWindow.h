@@ -13,6 +13,7 @@
 #include "htmllabel/win32/GdiCanvas.h"
 #include "htmllabel/win32/LinkToolTip.h"
 #include "htmllabel/win32/ScrollBarControl.h"
+#include "support/com/ComPtr.h"
 #include "support/win32/SharedWindowClass.h"
 #include "support/win32/WindowHandle.h"
 #include "support/win32/WindowProcedure.h"
@@ -20,6 +21,7 @@
 namespace kavrelon {
 
 class HTMLLabel;
+class LabelAccessible;
 
 /// A label's window: a child window with the view port, the scroll bars and the corner between them.
 ///
@@ -54,8 +56,6 @@ class Win32LabelWindow final : public LabelWindow,
     /// closed.
     HWND hWnd() const { return outer_.get(); }
     HWND picViewPort() const { return picViewPort_.get(); }
-    /// The label that the window shows; null once closed.
-    std::shared_ptr<HTMLLabel> label() const { return label_.lock(); }
 
     /// Moves and sizes the window, in pixels of the parent's inner area.
     void move(const RECT& place);
@@ -119,6 +119,8 @@ class Win32LabelWindow final : public LabelWindow,
     ScrollBarControl vscScroll_;
     ScrollBarControl hscScroll_;
     LinkToolTip toolTip_;
+    /// Made when somebody asks for it.
+    ComPtr<LabelAccessible> accessible_;
     LabelSurface look_;
     LabelPlacement placement_;
     Size sizeTold_;
