@@ -91,9 +91,9 @@ void callByName(IDispatch& object, const wchar_t* name, WORD flags, Arguments&& 
     DISPPARAMS parameters = arguments.parameters();
     ExceptionDetails details;
     const HRESULT called =
-        extended ? extended->InvokeEx(id, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr)
-                 : object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &details,
-                                 nullptr);
+        extended
+            ? extended->InvokeEx(id, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr)
+            : object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr);
     if (called == DISP_E_EXCEPTION) throw details.error();
     if (called == DISP_E_MEMBERNOTFOUND) throw NoSuchMember(name);
     throwIfFailed(called);
