@@ -171,7 +171,7 @@ constexpr std::array kOptions{
     Option{"--type", "TEXT", "a text with no other escapes than \\r \\n \\t \\e \\\\ \\xHH",
            "type a text once the session is open", "--connect 127.0.0.1:2323 --type ls\\r", setTypedText},
     Option{"--command", "TEXT", "a text command (IMAGE, IMAGECLEAR, PASTEOK or CUTOK)",
-           "carry out a text command once the session is open", "--command \"PASTEOK 0\"", addCommand},
+           "carry out a text command at the start (repeatable)", "--command \"PASTEOK 0\"", addCommand},
     Option{"--library", "PATH", "a file name", "load the terminal straight from this DLL",
            "--library C:\\terminal\\kavrelon.dll", setText<&HostOptions::libraryFile>},
     Option{"--registered", "", "", "use the terminal that is registered on this machine", "--registered",
