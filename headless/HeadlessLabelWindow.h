@@ -37,6 +37,9 @@ class HeadlessLabelWindow final : public LabelWindow,
         std::string toolTipText;
         bool tmrHyperlinkClick = false;
         int paints = 0;
+        /// What screen readers were told: of how many documents, and moves of the keyboard's frame.
+        int documents = 0;
+        int focusMoves = 0;
         /// The frame that the last paint drew around what has the keyboard.
         std::optional<Rect> focus;
     };
@@ -70,6 +73,8 @@ class HeadlessLabelWindow final : public LabelWindow,
     void setToolTipText(const std::string& text) override { shown_.toolTipText = text; }
     void enableLinkTimer(bool on) override { shown_.tmrHyperlinkClick = on; }
     void repaintViewPort() override;
+    void documentChanged() override { ++shown_.documents; }
+    void focusMoved() override { ++shown_.focusMoves; }
     void processMessages() override;
 
   private:

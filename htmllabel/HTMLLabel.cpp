@@ -108,6 +108,7 @@ void HTMLLabel::setDocument(std::string text, StartAt start) {
         if (mine != operation_) return;
     }
     showPointer(MousePointer::Default);
+    if (mine == operation_ && window_ != nullptr) window_->documentChanged();
 }
 
 void HTMLLabel::parse(std::string_view text) {
@@ -117,6 +118,7 @@ void HTMLLabel::parse(std::string_view text) {
                                  .EnableAnchors = properties_.EnableAnchors});
     // It refers to the records of the document before.
     layout_.reset();
+    plainText_.reset();
     pictures_.clear();
     linkInFocus_.reset();
     scrollHome();

@@ -13,6 +13,7 @@
 #include "htmllabel/LabelWindow.h"
 #include "htmllabel/document/HTMLDocument.h"
 #include "htmllabel/layout/Layout.h"
+#include "htmllabel/layout/PlainText.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
@@ -91,6 +92,25 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     const HTMLLabelProperties& savedProperties() const { return properties_; }
     void savedProperties(const HTMLLabelProperties& properties);
 
+    /// What the document says, in the ANSI code page: its text without tags, blocks divided by CR LF and the
+    /// cells of a table's row by tabs. Empty without a document.
+    const std::string& Text() const { return plainText().text; }
+
+    /// A link that leads somewhere, for those who do not see the page.
+    struct Link {
+        int place = 0;     // in the document's list of links
+        std::string name;  // its text; without one its tooltip
+        std::string href;
+        Rect box;  // pixels of the view port, which it may be out of; empty while it is not laid out
+        bool inFocus = false;
+    };
+    /// In document order; none while anchors are off.
+    std::vector<Link> links() const;
+    /// Moves the keyboard's frame to a link, by its place, and scrolls it into view; or follows it as the
+    /// Enter key does. False, and nothing happens, when there is no such link to be seen.
+    bool focusLink(int place);
+    bool followLink(int place);
+
     const HTMLDocument& document() const { return document_; }
     const ScrollState& vscScroll() const { return vscScroll_; }
     const ScrollState& hscScroll() const { return hscScroll_; }
@@ -158,13 +178,17 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     bool scrollByKey(std::int16_t KeyCode, std::int16_t Shift);
 
     void fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse);
+    const PlainText& plainText() const;
     const HTMLElement* linkAt(Point mouse) const;
     void follow(const HTMLElement& link);
     void jumpTo(std::string_view name);
     bool linkKey(std::int16_t KeyCode, std::int16_t Shift);
     bool walkLinks(int step);
+    void moveFocus(std::optional<int> place);
+    bool canReach(int place) const;
     const HTMLElement& link(int place) const;
     Rect linkBox(int place) const;
+    Rect inViewPort(const Rect& box) const;
 
     LabelWindow* window_ = nullptr;
     HTMLLabelEvents* events_ = nullptr;
@@ -174,6 +198,8 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     // A text that becomes the document once the pending messages are through.
     std::optional<std::string> pendingText_;
     LabelPictures pictures_;
+    // What it says, once somebody has asked for it.
+    mutable std::optional<PlainText> plainText_;
     // Null until the document has been laid out for this window.
     std::unique_ptr<Layout> layout_;
     Operation operation_ = 0;

@@ -15,6 +15,10 @@ bool isReachable(const HTMLElement& link) {
     return !link.strHref.empty() && link.lngRight > link.lngLeft && link.lngBottom > link.lngTop;
 }
 
+std::string_view toolTip(const HTMLElement& link) {
+    return link.strTitle.empty() ? link.strHref : link.strTitle;
+}
+
 }  // namespace
 
 void HTMLLabel::fire(MouseEvent event, std::int16_t Button, std::int16_t Shift, Point mouse) {
@@ -47,7 +51,7 @@ void HTMLLabel::picViewPort_MouseMove(std::int16_t Button, std::int16_t Shift, P
         if (const HTMLElement* link = linkAt(mouse)) {
             window_->setMousePointer(MousePointer::Custom);
             if (!EnableTooltips()) return;
-            window_->setToolTipText(std::string(link->strTitle.empty() ? link->strHref : link->strTitle));
+            window_->setToolTipText(std::string(toolTip(*link)));
             return;
         }
         window_->setMousePointer(MousePointer::Arrow);
@@ -126,17 +130,71 @@ bool HTMLLabel::walkLinks(int step) {
     while (place >= 0 && place < count && !isReachable(link(place))) place += step;
 
     const bool found = place >= 0 && place < count;
-    linkInFocus_ = found ? std::optional(place) : std::nullopt;
-    hasFocus_ = true;
-    if (found) scrollIntoView(linkBox(place));
-    repaint();
+    moveFocus(found ? std::optional(place) : std::nullopt);
     return found;
+}
+
+void HTMLLabel::moveFocus(std::optional<int> place) {
+    linkInFocus_ = place;
+    hasFocus_ = true;
+    if (place) scrollIntoView(linkBox(*place));
+    repaint();
+    if (window_ != nullptr) window_->focusMoved();
+}
+
+bool HTMLLabel::canReach(int place) const {
+    return EnableAnchors() && place >= 0 && place < document_.mintLinkCount() && isReachable(link(place));
+}
+
+bool HTMLLabel::focusLink(int place) {
+    const auto alive = weak_from_this().lock();
+    if (!canReach(place)) return false;
+    moveFocus(place);
+    return true;
+}
+
+bool HTMLLabel::followLink(int place) {
+    const auto alive = weak_from_this().lock();
+    if (!canReach(place)) return false;
+    follow(link(place));
+    return true;
+}
+
+const PlainText& HTMLLabel::plainText() const {
+    if (!plainText_) plainText_ = kavrelon::plainText(document_);
+    return *plainText_;
+}
+
+std::vector<HTMLLabel::Link> HTMLLabel::links() const {
+    std::vector<Link> links;
+    if (!EnableAnchors()) return links;
+    const PlainText& said = plainText();
+    for (int place = 0; place < document_.mintLinkCount(); ++place) {
+        const HTMLElement& element = this->link(place);
+        if (element.strHref.empty()) continue;
+        const auto text = std::ranges::find(said.links, element.intIndex, &PlainText::Link::element);
+        Link& link = links.emplace_back();
+        link.place = place;
+        link.name = text == said.links.end() ? std::string(toolTip(element))
+                                             : said.text.substr(text->begin, text->end - text->begin);
+        link.href = element.strHref;
+        if (isReachable(element)) link.box = inViewPort(linkBox(place));
+        link.inFocus = hasFocus_ && linkInFocus_ == place;
+    }
+    return links;
+}
+
+Rect HTMLLabel::inViewPort(const Rect& box) const {
+    return {box.left - hscScroll_.Value, box.top - vscScroll_.Value, box.right - hscScroll_.Value,
+            box.bottom - vscScroll_.Value};
 }
 
 void HTMLLabel::picViewPort_GotFocus() noexcept {
     handle([this] {
         hasFocus_ = true;
-        if (linkInFocus_) repaint();
+        if (!linkInFocus_) return;
+        repaint();
+        if (window_ != nullptr) window_->focusMoved();
     });
 }
 

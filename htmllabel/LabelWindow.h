@@ -26,8 +26,9 @@ struct LabelSurface {
 
 /// The label's platform seam: the window that holds its parts, and what is around it.
 ///
-/// No call fails: a window ignores what it cannot do any more. Only `repaintViewPort`, `processMessages` and
-/// `callParent` let events in while they run; the other calls return before anything else happens.
+/// No call fails: a window ignores what it cannot do any more. Only `repaintViewPort`, `processMessages`,
+/// `callParent`, `documentChanged` and `focusMoved` let events in while they run; the other calls return
+/// before anything else happens.
 class LabelWindow {
   public:
     virtual ~LabelWindow() = default;
@@ -66,6 +67,10 @@ class LabelWindow {
     virtual void enableLinkTimer(bool on) = 0;
     /// Repaints the whole view port at once.
     virtual void repaintViewPort() = 0;
+    /// The document is another one, or the keyboard has moved to another link: for screen readers and the
+    /// like, which may ask about it during the call.
+    virtual void documentChanged() = 0;
+    virtual void focusMoved() = 0;
     /// Lets pending window messages through. Any event may arrive during the call, even the end of the
     /// control.
     virtual void processMessages() = 0;

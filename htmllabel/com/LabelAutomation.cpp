@@ -11,12 +11,13 @@ STDMETHODIMP LabelAutomation::get_Version(BSTR* Value) {
     });
 }
 
-// The document is not saved, so a new one leaves nothing to save. Its title changes with it.
+// The document is not saved, so a new one leaves nothing to save. Its title and text change with it.
 STDMETHODIMP LabelAutomation::put_DocumentHTML(BSTR Value) {
     return call<::IHTMLLabel>(this, kDocumentHTML.name, [&] {
         change(kDocumentHTML, Value);
         parts().events.changed(kDocumentHTML.id);
         parts().events.changed(kDocumentTitle.id);
+        parts().events.changed(kText.id);
         parts().view.changed();
     });
 }

@@ -56,6 +56,7 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
     STDMETHODIMP put_DefaultPadding(short Value) override { return put(kDefaultPadding, Value); }
     STDMETHODIMP get_DefaultSpacing(short* Value) override { return get(kDefaultSpacing, Value); }
     STDMETHODIMP put_DefaultSpacing(short Value) override { return put(kDefaultSpacing, Value); }
+    STDMETHODIMP get_Text(BSTR* Value) override { return get(kText, Value); }
 
     // IDispatch
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
@@ -99,6 +100,7 @@ class LabelAutomation : public DualInterface<::IHTMLLabel>, protected virtual La
     static constexpr Flag kEnableScroll{"EnableScroll", 6, &L::EnableScroll, &L::EnableScroll};
     static constexpr Flag kEnableAnchors{"EnableAnchors", 7, &L::EnableAnchors, &L::EnableAnchors};
     static constexpr LabelProperty<std::string> kDocumentTitle{"DocumentTitle", 8, &L::DocumentTitle};
+    static constexpr Text kText{"Text", DISPID_TEXT, &L::Text};
     static constexpr Flag kUnderlineLinks{"UnderlineLinks", 9, &L::UnderlineLinks, &L::UnderlineLinks};
     static constexpr Short kDefaultPadding{"DefaultPadding", 10, &L::DefaultPadding, &L::DefaultPadding,
                                            HTMLLabelProperties::isDistance};

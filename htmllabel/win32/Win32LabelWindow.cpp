@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "htmllabel/HTMLLabel.h"
+#include "htmllabel/win32/LabelAccessible.h"
 #include "htmllabel/win32/ViewPortMessages.h"
 #include "support/SystemColours.h"
 #include "support/win32/Messages.h"
@@ -111,6 +112,8 @@ void Win32LabelWindow::detach() noexcept {
     stopListeningTo(outer_.get());
     stopListeningTo(picViewPort_.get());
     label_.reset();
+    if (accessible_) accessible_->disconnect();
+    accessible_ = {};
     container_ = nullptr;
     // It is a top-level window, which is not destroyed with this one.
     toolTip_.destroy();
@@ -210,6 +213,9 @@ WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage&
         case WM_PAINT:
             paintViewPort(label);
             return 0;
+        case WM_GETOBJECT:
+            if (static_cast<LONG>(message.lParam) != OBJID_CLIENT) return std::nullopt;
+            return onAccessible(message);
         case WM_SETCURSOR:
             if (LOWORD(message.lParam) != HTCLIENT) return std::nullopt;
             SetCursor(LoadCursorA(nullptr, MAKEINTRESOURCEA(cursorNumber(pointer_))));
@@ -222,6 +228,23 @@ WindowAnswer Win32LabelWindow::onViewPort(HTMLLabel& label, const WindowMessage&
     const bool focus = message.id == WM_SETFOCUS || message.id == WM_KILLFOCUS;
     if (focus && container_ != nullptr) container_->focusChanged(message.id == WM_SETFOCUS);
     return answer;
+}
+
+LRESULT Win32LabelWindow::onAccessible(const WindowMessage& message) {
+    if (!accessible_) *accessible_.put() = new LabelAccessible(label_, picViewPort_.get());
+    return LresultFromObject(IID_IAccessible, message.wParam, static_cast<IAccessible*>(accessible_.get()));
+}
+
+void Win32LabelWindow::documentChanged() {
+    for (const DWORD event : {EVENT_OBJECT_REORDER, EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_VALUECHANGE})
+        NotifyWinEvent(event, picViewPort_.get(), OBJID_CLIENT, CHILDID_SELF);
+}
+
+void Win32LabelWindow::focusMoved() {
+    const auto label = label_.lock();
+    if (label == nullptr) return;
+    NotifyWinEvent(EVENT_OBJECT_FOCUS, picViewPort_.get(), OBJID_CLIENT,
+                   LabelAccessible::childInFocus(*label));
 }
 
 void Win32LabelWindow::eraseOuter(HDC context) const {

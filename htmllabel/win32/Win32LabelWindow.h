@@ -13,6 +13,7 @@
 #include "htmllabel/win32/GdiCanvas.h"
 #include "htmllabel/win32/LinkToolTip.h"
 #include "htmllabel/win32/ScrollBarControl.h"
+#include "support/com/ComPtr.h"
 #include "support/win32/SharedWindowClass.h"
 #include "support/win32/WindowHandle.h"
 #include "support/win32/WindowProcedure.h"
@@ -20,6 +21,7 @@
 namespace kavrelon {
 
 class HTMLLabel;
+class LabelAccessible;
 
 /// A label's window: a child window with the view port, the scroll bars and the corner between them.
 ///
@@ -80,6 +82,8 @@ class Win32LabelWindow final : public LabelWindow,
     void setToolTipText(const std::string& text) override;
     void enableLinkTimer(bool on) override;
     void repaintViewPort() override;
+    void documentChanged() override;
+    void focusMoved() override;
     void processMessages() override;
 
   private:
@@ -94,6 +98,7 @@ class Win32LabelWindow final : public LabelWindow,
     WindowAnswer onOuter(HTMLLabel& label, const WindowMessage& message);
     WindowAnswer onViewPort(HTMLLabel& label, const WindowMessage& message);
     LRESULT onScroll(HTMLLabel& label, const WindowMessage& message);
+    LRESULT onAccessible(const WindowMessage& message);
     static WindowAnswer onTitle(const HTMLLabel& label, const WindowMessage& message);
     void eraseOuter(HDC context) const;
     void paintViewPort(HTMLLabel& label);
@@ -114,6 +119,8 @@ class Win32LabelWindow final : public LabelWindow,
     ScrollBarControl vscScroll_;
     ScrollBarControl hscScroll_;
     LinkToolTip toolTip_;
+    /// Made when somebody asks for it.
+    ComPtr<LabelAccessible> accessible_;
     LabelSurface look_;
     LabelPlacement placement_;
     Size sizeTold_;

@@ -137,6 +137,8 @@ void ComMemory::useLabel() {
     Bstr face(L"Times New Roman");
     each("document", [&] { return label->put_DocumentHTML(document.get()); });
     each("text", [&] { return label->get_DocumentHTML(text_.put()); });
+    each("said", [&] { return label->get_Text(text_.put()); });
+    EXPECT_EQ(text_.view(), L"head\r\nlink\r\ncell\tcell\r\nitem\r\ntext");
     each("title", [&] { return label->get_DocumentTitle(text_.put()); });
     each("font", [&] { return label->put_DefaultFontName(face.get()); });
     each("size", [&] { return label->put_DefaultFontSize(13); });

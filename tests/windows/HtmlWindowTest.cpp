@@ -1,8 +1,12 @@
 // First, since it makes a macro of the name LoadImage.
 #include <windows.h>
 
+#include <oleacc.h>
+
 #include "htmllabel/HTMLLabel.h"
 #include "htmllabel/win32/Win32LabelWindow.h"
+#include "support/com/ComPtr.h"
+#include "support/com/ComText.h"
 #include "support/win32/Messages.h"
 #include "tests/windows/WindowInputSupport.h"
 
@@ -198,6 +202,61 @@ TEST_F(HtmlWindow, AThousandLabelsLeaveNothingBehindHoweverManyFontsTheyUse) {
     close();
     WNDCLASSA found{};
     EXPECT_FALSE(GetClassInfoA(GetModuleHandleA(nullptr), "kavrelon.picViewPort", &found));
+}
+
+VARIANT child(LONG number) {
+    VARIANT result{};
+    result.vt = VT_I4;
+    result.lVal = number;
+    return result;
+}
+
+TEST_F(HtmlWindow, IsReadByAccessibilityTools) {
+    label->DocumentHTML("<title>Help</title>See <a name=n>here</a> the <a href=one>first</a><p>" +
+                        longText() + "<a href=two title=Tip>second<br>line</a>");
+    window->setFocus();
+    ComPtr<IAccessible> reader;
+    ASSERT_EQ(AccessibleObjectFromWindow(window->picViewPort(), static_cast<DWORD>(OBJID_CLIENT),
+                                         IID_IAccessible, reader.putVoid()),
+              S_OK);
+    LONG count = 0;
+    EXPECT_EQ(reader->get_accChildCount(&count), S_OK);
+    ASSERT_EQ(count, 2);
+
+    EXPECT_EQ(reader->accSelect(SELFLAG_TAKEFOCUS, child(2)), S_OK);
+    std::wstring told;
+    for (LONG part = 0; part <= count; ++part) {
+        Bstr name, value;
+        VARIANT role{}, state{};
+        EXPECT_EQ(reader->get_accName(child(part), name.put()), S_OK);
+        EXPECT_EQ(reader->get_accValue(child(part), value.put()), S_OK);
+        EXPECT_EQ(reader->get_accRole(child(part), &role), S_OK);
+        EXPECT_EQ(reader->get_accState(child(part), &state), S_OK);
+        told += std::wstring(name.view()) + L'|' + std::wstring(value.view().substr(0, 18)) + L'|' +
+                std::to_wstring(role.lVal) + L'|' + std::to_wstring(state.lVal) + L'\n';
+    }
+    const LONG page = STATE_SYSTEM_READONLY | STATE_SYSTEM_FOCUSABLE;
+    const LONG linked = STATE_SYSTEM_LINKED | STATE_SYSTEM_FOCUSABLE;
+    EXPECT_EQ(told, L"Help|See here the first|15|" + std::to_wstring(page) + L"\nfirst|one|30|" +
+                        std::to_wstring(linked | STATE_SYSTEM_OFFSCREEN) + L"\nsecond line|two|30|" +
+                        std::to_wstring(linked | STATE_SYSTEM_FOCUSED) + L'\n');
+
+    VARIANT found{};
+    EXPECT_EQ(reader->get_accFocus(&found), S_OK);
+    EXPECT_EQ(found.lVal, 2);
+    LONG left = 0, top = 0, width = 0, height = 0;
+    EXPECT_EQ(reader->accLocation(&left, &top, &width, &height, child(2)), S_OK);
+    EXPECT_EQ(reader->accHitTest(left + width / 2, top + height / 2, &found), S_OK);
+    EXPECT_EQ(found.lVal, 2);
+    EXPECT_EQ(reader->accHitTest(left + width / 2, 0, &found), S_FALSE);
+    EXPECT_EQ(reader->get_accRole(child(3), &found), E_INVALIDARG);
+    EXPECT_EQ(reader->accDoDefaultAction(child(0)), DISP_E_MEMBERNOTFOUND);
+
+    // Following the link closes the window, which its reader outlives.
+    EXPECT_EQ(reader->accDoDefaultAction(child(2)), S_OK);
+    EXPECT_TRUE(pumpUntil([&] { return !clicked.empty(); }));
+    EXPECT_EQ(clicked, "two");
+    EXPECT_EQ(reader->get_accChildCount(&count), CO_E_OBJNOTCONNECTED);
 }
 
 }  // namespace

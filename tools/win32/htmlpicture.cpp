@@ -1,5 +1,5 @@
-// htmlpicture FILE WIDTH OUT.bmp: draws an HTML document, as the label does, on a page of WIDTH pixels.
-// Pictures are looked for in the document's folder.
+// htmlpicture WIDTH [FILE OUT.bmp]...: draws HTML documents, as the label does, on pages of WIDTH pixels.
+// Pictures are looked for in a document's folder.
 
 #include <windows.h>
 
@@ -46,8 +46,10 @@ class FolderPictures final : public PictureSource {
 class Page {
   public:
     explicit Page(Size size) : context_(CreateCompatibleDC(nullptr)) {
-        header_ = {sizeof header_, size.width, -size.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        bytes_ = static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
+        // Without a fourth byte, which the platform leaves 0 and viewers take for transparency.
+        header_ = {sizeof header_, size.width, -size.height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+        const auto rowBytes = (static_cast<std::size_t>(size.width) * 3 + 3) / 4 * 4;
+        bytes_ = rowBytes * static_cast<std::size_t>(size.height);
         bitmap_.reset(CreateDIBSection(context_.get(), reinterpret_cast<const BITMAPINFO*>(&header_),
                                        DIB_RGB_COLORS, &bits_, nullptr, 0));
     }
@@ -111,10 +113,13 @@ int drawDocument(const std::string& path, int width, const std::string& result) 
 }  // namespace kavrelon
 
 int main(int argc, char** argv) {
-    const int width = argc == 4 ? std::atoi(argv[2]) : 0;
+    const int width = argc > 1 && argc % 2 == 0 ? std::atoi(argv[1]) : 0;
     if (width <= 0) {
-        std::cerr << "usage: htmlpicture FILE WIDTH OUT.bmp\n";
+        std::cerr << "usage: htmlpicture WIDTH [FILE OUT.bmp]...\n";
         return kavrelon::kMisused;
     }
-    return kavrelon::drawDocument(argv[1], width, argv[3]);
+    int worst = 0;
+    for (int next = 2; next < argc; next += 2)
+        worst = std::max(worst, kavrelon::drawDocument(argv[next], width, argv[next + 1]));
+    return worst;
 }

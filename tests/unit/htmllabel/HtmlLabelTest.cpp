@@ -293,5 +293,47 @@ TEST_F(HtmlLabelTest, TabWalksTheLinksAndEnterFollows) {
     EXPECT_EQ(window.shown().focus, std::nullopt);
 }
 
+TEST_F(HtmlLabelTest, SaysWhatThePageShows) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"<title>T</title><h1> Head </h1><p></p>one<br>two <b>th</b>ree", "Head\r\none\r\ntwo three"},
+        {"<ul><li>a<li>b</ul><ol><li>c<li>d</ol>e", "a\r\nb\r\n1. c\r\n2. d\r\ne"},
+        {"<table><tr><td>a<td>b<tr><td>c</table><hr>d", "a\tb\r\nc\r\nd"},
+        {"x<img alt='pic'> y&nbsp;z&lt; <a name=n></a><!-- no -->end", "xpic y z< end"},
+        {"", ""},
+    };
+    for (const auto& [html, text] : cases) {
+        label->DocumentHTML(html);
+        EXPECT_EQ(label->Text(), text) << html;
+    }
+}
+
+TEST_F(HtmlLabelTest, TellsItsLinksToThoseWhoDoNotSeeThem) {
+    label->EnableScroll(true);
+    label->DocumentHTML("<a name=n>name</a><a href=one>the <i>first</i></a>" + lines +
+                        "<a href=two title=Tip><img></a><a href=three></a>");
+    EXPECT_EQ(window.shown().documents, 1);
+    EXPECT_FALSE(label->focusLink(0) || label->focusLink(3) || label->focusLink(4) || label->followLink(-1));
+    EXPECT_TRUE(label->focusLink(2));
+    EXPECT_EQ(window.shown().focusMoves, 1);
+
+    const int scrolled = label->vscScroll().Value;
+    EXPECT_GT(scrolled, 0);
+    const auto links = label->links();
+    ASSERT_EQ(links.size(), 3U);
+    std::vector<std::string> told;
+    for (const auto& [place, name, href, box, inFocus] : links) {
+        told.push_back(std::to_string(place) + ' ' + name + ' ' + href + ' ' + std::to_string(box.top) +
+                       (inFocus ? " focus" : ""));
+    }
+    EXPECT_THAT(told, ElementsAre("1 the first one " + std::to_string(link(1).lngTop - scrolled),
+                                  "2 Tip two " + std::to_string(link(2).lngTop - scrolled) + " focus",
+                                  "3 three three 0"));
+    EXPECT_TRUE(label->followLink(1));
+    label->tmrHyperlinkClick_Timer();
+    EXPECT_THAT(events(), ElementsAre("click one"));
+    label->EnableAnchors(false);
+    EXPECT_THAT(label->links(), IsEmpty());
+}
+
 }  // namespace
 }  // namespace kavrelon
