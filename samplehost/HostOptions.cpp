@@ -113,6 +113,15 @@ bool setTypedText(HostOptions& options, const std::string& value) {
     return true;
 }
 
+bool addCommand(HostOptions& options, const std::string& value) {
+    // The terminal ignores what it does not know: a word that is mistyped would go unnoticed.
+    constexpr std::array<std::string_view, 4> kWords{"IMAGE", "IMAGECLEAR", "PASTEOK", "CUTOK"};
+    const std::string_view word = std::string_view(value).substr(0, value.find(' '));
+    options.commands.push_back(value);
+    return std::any_of(kWords.begin(), kWords.end(),
+                       [&](std::string_view known) { return equalsInUpperCase(word, known); });
+}
+
 template <auto member>
 bool setText(HostOptions& options, const std::string& value) {
     options.*member = value;
@@ -132,6 +141,8 @@ struct Option {
     std::string_view help;
     std::string_view example;
     bool (*set)(HostOptions&, const std::string&);
+
+    constexpr bool repeats() const { return set == addCommand; }
 };
 
 constexpr std::array kOptions{
@@ -159,6 +170,8 @@ constexpr std::array kOptions{
            "--snapshot window.png --after 5000", setAfter},
     Option{"--type", "TEXT", "a text with no other escapes than \\r \\n \\t \\e \\\\ \\xHH",
            "type a text once the session is open", "--connect 127.0.0.1:2323 --type ls\\r", setTypedText},
+    Option{"--command", "TEXT", "a text command (IMAGE, IMAGECLEAR, PASTEOK or CUTOK)",
+           "carry out a text command at the start (repeatable)", "--command \"PASTEOK 0\"", addCommand},
     Option{"--library", "PATH", "a file name", "load the terminal straight from this DLL",
            "--library C:\\terminal\\kavrelon.dll", setText<&HostOptions::libraryFile>},
     Option{"--registered", "", "", "use the terminal that is registered on this machine", "--registered",
@@ -175,13 +188,14 @@ struct Rule {
 };
 
 constexpr std::array kRules{
-    Rule{"--help-viewer", "--play", false},   Rule{"--help-viewer", "--connect", false},
-    Rule{"--help-viewer", "--type", false},   Rule{"--help-viewer", "--size", false},
-    Rule{"--help-viewer", "--ini", false},    Rule{"--help-viewer", "--profile", false},
-    Rule{"--help-viewer", "--log", false},    Rule{"--play", "--connect", false},
-    Rule{"--library", "--registered", false}, Rule{"--raw", "--connect", true},
-    Rule{"--term", "--connect", true},        Rule{"--term", "--raw", false},
-    Rule{"--rate", "--play", true},           Rule{"--after", "--snapshot", true},
+    Rule{"--help-viewer", "--play", false}, Rule{"--help-viewer", "--connect", false},
+    Rule{"--help-viewer", "--type", false}, Rule{"--help-viewer", "--size", false},
+    Rule{"--help-viewer", "--ini", false},  Rule{"--help-viewer", "--profile", false},
+    Rule{"--help-viewer", "--log", false},  Rule{"--help-viewer", "--command", false},
+    Rule{"--play", "--connect", false},     Rule{"--library", "--registered", false},
+    Rule{"--raw", "--connect", true},       Rule{"--term", "--connect", true},
+    Rule{"--term", "--raw", false},         Rule{"--rate", "--play", true},
+    Rule{"--after", "--snapshot", true},
 };
 
 const Option& findOption(const std::string& name) {
@@ -219,7 +233,8 @@ HostOptions HostOptions::parse(std::span<const std::string> arguments) {
         const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
         const Option& option = findOption(argument.substr(0, equals));
         const std::string name(option.name);
-        if (!given.insert(option.name).second) throw HostOptionsError(name + " is given twice.");
+        if (!given.insert(option.name).second && !option.repeats())
+            throw HostOptionsError(name + " is given twice.");
         if (option.value.empty()) {
             if (equals != std::string::npos) throw HostOptionsError(name + " takes no value.");
             apply(option, "", options);

@@ -5,6 +5,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace kavrelon {
 
@@ -43,6 +44,8 @@ struct HostOptions {
     std::uint32_t snapshotAfter = kDefaultSnapshotAfter;
     /// --type: sent as if typed when the session is open, with its escapes resolved.
     std::string typedText;
+    /// --command: text commands for the terminal, carried out when the session is open, in their order.
+    std::vector<std::string> commands;
     /// --library: path of the DLL to load.
     std::optional<std::string> libraryFile;
     /// --registered: create the class through its registration.

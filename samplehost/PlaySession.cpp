@@ -8,7 +8,7 @@ namespace kavrelon {
 PlaySession::PlaySession(std::string recording, int bytesPerSecond)
     : recording_(std::move(recording)), bytesPerSecond_(bytesPerSecond) {}
 
-void PlaySession::advance(std::chrono::milliseconds elapsed, std::string& received) {
+void PlaySession::advance(std::chrono::milliseconds elapsed, RemoteOutput& received) {
     clock_ += elapsed;
     std::size_t due = recording_.size();
     if (bytesPerSecond_ > 0) {
@@ -16,7 +16,7 @@ void PlaySession::advance(std::chrono::milliseconds elapsed, std::string& receiv
         const auto byNow = static_cast<unsigned long long>(clock_.count() * bytesPerSecond_ / 1000);
         due = static_cast<std::size_t>(std::min<unsigned long long>(due, byNow));
     }
-    received.append(recording_, played_, due - played_);
+    received.bytes().append(recording_, played_, due - played_);
     played_ = due;
 }
 

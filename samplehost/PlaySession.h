@@ -13,7 +13,7 @@ class PlaySession final : public RemoteSystem {
     /// `bytesPerSecond` of 0 plays everything at once.
     PlaySession(std::string recording, int bytesPerSecond);
 
-    void advance(std::chrono::milliseconds elapsed, std::string& received) override;
+    void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) override;
     void send(std::string_view) override {}
     void sendBreak() override {}
     void resize(int, int) override {}

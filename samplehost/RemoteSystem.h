@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "samplehost/RemoteOutput.h"
+
 namespace kavrelon {
 
 /// How a session ended, for the user.
@@ -14,8 +16,8 @@ struct SessionEnd {
     bool failed = false;
 };
 
-/// A remote system as the host sees it: it sends bytes over time, receives what the user types, and may end.
-/// All text is single-byte.
+/// A remote system as the host sees it: it sends bytes and text commands over time, receives what the user
+/// types, and may end. All text is single-byte.
 ///
 /// `send`, `sendBreak` and `resize` may be called while the bytes of the last `advance` are still being
 /// processed (the plug-in lets window messages through between blocks). Members throw std::bad_alloc and
@@ -25,7 +27,7 @@ class RemoteSystem {
     virtual ~RemoteSystem() = default;
 
     /// Lets `elapsed` time pass and appends what has arrived in it to `received`.
-    virtual void advance(std::chrono::milliseconds elapsed, std::string& received) = 0;
+    virtual void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) = 0;
     /// Sends text that the user typed or pasted.
     virtual void send(std::string_view text) = 0;
     virtual void sendBreak() = 0;

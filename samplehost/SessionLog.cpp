@@ -53,6 +53,10 @@ void SessionLog::sent(Bytes bytes, Clock::time_point now) {
     writePieces("sent      ", bytes, now);
 }
 
+void SessionLog::command(Bytes text, Clock::time_point now) {
+    writePieces("command   ", text, now);
+}
+
 void SessionLog::unmatched(Bytes bytes, Clock::time_point now) {
     writePieces("unmatched ", bytes, now);
 }

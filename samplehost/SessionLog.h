@@ -13,6 +13,7 @@ namespace kavrelon {
 ///        0.132 received  "Welcome\r\n"
 ///        0.132 unmatched "\x1B[?2004h"
 ///        1.907 sent      "ls\r"
+///        2.100 command   "CUTOK 0"
 ///        2.500 note      connection closed
 ///
 /// The time is in seconds since the log was opened. Everything outside 32 to 126, `"` and `\` is escaped.
@@ -26,6 +27,8 @@ class SessionLog {
 
     void received(Bytes bytes, Clock::time_point now = Clock::now());
     void sent(Bytes bytes, Clock::time_point now = Clock::now());
+    /// A text command that the terminal is told.
+    void command(Bytes text, Clock::time_point now = Clock::now());
     /// A received sequence that was dropped. Its bytes are also among those passed to `received`.
     void unmatched(Bytes bytes, Clock::time_point now = Clock::now());
     /// An event of the session, in words.

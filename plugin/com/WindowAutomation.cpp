@@ -67,6 +67,7 @@ class FlagVariable {
 
 STDMETHODIMP WindowAutomation::ProcessCmd(BSTR sCmd, VARIANT* bProcessed) {
     return call("ProcessCmd", [&](frmTerm& window) {
+        if (!window.isLoaded()) return;
         FlagVariable flag(bProcessed);
         bool processed = false;
         window.ProcessCmd(toAnsi(bstrView(sCmd)), processed);
@@ -97,15 +98,17 @@ STDMETHODIMP WindowAutomation::Paste() {
 }
 
 STDMETHODIMP WindowAutomation::get_SelectionText(BSTR* Value) {
+    empty(Value);
     return call("SelectionText", [&](frmTerm& window) {
-        out(Value) = nullptr;
-        if (window.isLoaded()) *Value = shownText(window.SelectionText());
+        BSTR& text = out(Value);
+        if (window.isLoaded()) text = shownText(window.SelectionText());
     });
 }
 
 STDMETHODIMP WindowAutomation::ScreenText(VARIANT FirstRow, VARIANT LastRow, BSTR* Value) {
+    empty(Value);
     return call("ScreenText", [&](frmTerm& window) {
-        out(Value) = nullptr;
+        BSTR& place = out(Value);
         if (!window.isLoaded()) return;
         const Screen& screen = window.screen();
         const long rows = screen.shownRows();
@@ -114,13 +117,14 @@ STDMETHODIMP WindowAutomation::ScreenText(VARIANT FirstRow, VARIANT LastRow, BST
         if (first > last) raise(RuntimeErrorNumber::InvalidProcedureCall);
         std::string text = screen.line(static_cast<int>(first));
         for (long row = first + 1; row <= last; ++row) text += "\r\n" + screen.line(static_cast<int>(row));
-        *Value = shownText(text);
+        place = shownText(text);
     });
 }
 
 STDMETHODIMP WindowAutomation::CellAttributes(long Column, long Row, VARIANT* Value) {
+    empty(Value);
     return call("CellAttributes", [&](frmTerm& window) {
-        VariantInit(&out(Value));
+        VARIANT& place = out(Value);
         if (!window.isLoaded()) return;
         const Screen& screen = window.screen();
         if (Column < 1 || Column > screen.shownColumns() || Row < 1 || Row > screen.shownRows())
@@ -138,18 +142,20 @@ STDMETHODIMP WindowAutomation::CellAttributes(long Column, long Row, VARIANT* Va
             code.iVal = codes[static_cast<std::size_t>(i)];
             throwIfFailed(SafeArrayPutElement(array.parray, &i, &code));
         }
-        *Value = array;
+        place = array;
         array.vt = VT_EMPTY;
     });
 }
 
 DATE toAutomation(std::chrono::system_clock::time_point time) {
     if (time == std::chrono::system_clock::time_point{}) return 0;
-    // Since 1601 in steps of 100 nanoseconds, as the platform counts.
+    // Since 1601 in steps of 100 nanoseconds, as the platform counts. The clock's own, which are finer, do
+    // not reach that far.
     using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
     constexpr std::chrono::seconds kUnixEpoch{11'644'473'600};
-    const auto ticks = std::chrono::duration_cast<Ticks>(time.time_since_epoch() + kUnixEpoch).count();
-    const FILETIME universal{static_cast<DWORD>(ticks & 0xFFFFFFFF), static_cast<DWORD>(ticks >> 32)};
+    const auto ticks = std::chrono::duration_cast<Ticks>(time.time_since_epoch()) + kUnixEpoch;
+    const std::int64_t count = ticks.count();
+    const FILETIME universal{static_cast<DWORD>(count & 0xFFFFFFFF), static_cast<DWORD>(count >> 32)};
     SYSTEMTIME utc{};
     SYSTEMTIME local{};
     DATE date = 0;

@@ -104,11 +104,16 @@ class WindowAutomation : public DualInterface<::ITerminalWindow> {
             work(*window);
         });
     }
+    /// A result that a failing member leaves must not lead anywhere.
+    template <class Automation>
+    static void empty(Automation* value) {
+        if (value != nullptr) *value = Automation{};
+    }
     template <class Owner, class Value, class Given, class Automation>
     HRESULT get(const WindowProperty<Owner, Value, Given>& property, Automation* value) {
+        empty(value);
         return call(property.name, [&](frmTerm& window) {
             Automation& place = out(value);
-            place = Automation{};
             if (!window.isLoaded()) return;
             place = toAutomation((owner(window, static_cast<Owner*>(nullptr)).*property.read)());
         });
@@ -116,10 +121,11 @@ class WindowAutomation : public DualInterface<::ITerminalWindow> {
     template <class Owner, class Value, class Given, class Automation>
     HRESULT put(const WindowProperty<Owner, Value, Given>& property, Automation value) {
         return call(property.name, [&](frmTerm& window) {
+            if (!window.isLoaded()) return;
             const auto given = fromAutomation<Given>(value);
             if (property.canKeep != nullptr && !property.canKeep(given))
                 raise(RuntimeErrorNumber::InvalidPropertyValue);
-            if (window.isLoaded()) (owner(window, static_cast<Owner*>(nullptr)).*property.write)(given);
+            (owner(window, static_cast<Owner*>(nullptr)).*property.write)(given);
         });
     }
 

@@ -134,6 +134,12 @@ void PlugIn::print(std::string_view text) {
     attempt(receive_->ReceiveEnd(), "ReceiveEnd");
 }
 
+void PlugIn::processCommand(std::string_view text) {
+    // Not part of the contract: the terminal has it, other plug-ins need not.
+    const auto window = main_.query<ITerminalWindow>();
+    attempt(window ? window->ProcessCmd(toBstr(text).get(), nullptr) : E_NOINTERFACE, "ProcessCmd");
+}
+
 bool PlugIn::sizeScreen(int columns, int rows) {
     if (sizeRow_ == 0) return false;
     const std::string width = std::to_string(columns);

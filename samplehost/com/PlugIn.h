@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "kavrelon.h"
 #include "quillabor.h"
 #include "recognizer/EscapeRecognizer.h"
 #include "recognizer/EscapeSink.h"
@@ -51,6 +52,8 @@ class PlugIn final : private EscapeSink {
     void receive(std::span<const std::uint8_t> block);
     /// Shows text of the host itself, after the text received so far.
     void print(std::string_view text);
+    /// Has the plug-in carry out a text command. One that has none reports a failure.
+    void processCommand(std::string_view text);
     /// Gives the screen a size as the remote system would. False when the plug-in has no such sequence.
     bool sizeScreen(int columns, int rows);
 

@@ -31,7 +31,7 @@ constexpr int kSubtitleRow = 6;
 constexpr int kFrameColumn = 20;
 constexpr int kFrameColumns = 40;
 constexpr int kFrameRow = 8;
-constexpr int kFirstEntryRow = kFrameRow + 2;
+constexpr int kFirstEntryRow = kFrameRow + 1;
 constexpr int kEntryColumn = kFrameColumn + 3;
 constexpr int kEntryColumns = kFrameColumns - 6;
 // Next to the highlight: inside it the block would look like a hole.
@@ -63,7 +63,7 @@ std::string twoDigits(long long value) {
 void DemoMenu::draw(const DemoScreen& screen, std::chrono::milliseconds connected) {
     drawBanner(screen);
     screen.out.style({Ink::Cyan, Ink::Black, Look::Dim});
-    screen.out.frame({kFrameColumn, kFrameRow, kFrameColumns, size() + 4}, FrameLines::Double);
+    screen.out.frame({kFrameColumn, kFrameRow, kFrameColumns, size() + 2}, FrameLines::Double);
     for (int entry = 0; entry < size(); ++entry) drawEntry(screen, entry);
     screen.out.style({Ink::White, Ink::Black, Look::Dim});
     screen.out.horizontalRule(kMargin, kRuleRow, kPageColumns - 2 * kMargin, FrameLines::Single);
@@ -115,7 +115,7 @@ void DemoMenu::drawEntry(const DemoScreen& screen, int entry) const {
     const Look look = entry == highlighted_ ? Look::Reverse : Look::Bold;
     const auto& title = entries_[static_cast<std::size_t>(entry)].title;
     screen.out.at(kEntryColumn, kFirstEntryRow + entry);
-    screen.out.style({Ink::Yellow, Ink::Black, look}).text("  " + std::to_string(entry + 1) + "  ");
+    screen.out.style({Ink::Yellow, Ink::Black, look}).text("  " + std::to_string((entry + 1) % 10) + "  ");
     const Ink ink = entry == highlighted_ ? Ink::Yellow : Ink::White;
     screen.out.style({ink, Ink::Black, look}).field(title, kEntryColumns - 5);
 }

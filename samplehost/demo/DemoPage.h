@@ -17,6 +17,8 @@ inline constexpr char kEnter = 13;
 inline constexpr char kEscape = 27;
 inline constexpr char kBackspace = 8;
 inline constexpr char kDelete = 4;
+inline constexpr char kHome = 1;
+inline constexpr char kEnd = 5;
 }  // namespace demokey
 
 /// The screen size that pages are made for; a larger screen shows them in its middle.

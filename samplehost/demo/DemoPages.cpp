@@ -11,6 +11,8 @@ std::vector<std::unique_ptr<DemoPage>> makeDemoPages() {
     pages.push_back(makeWidthPage());
     pages.push_back(makeSecondScreenPage());
     pages.push_back(makeHelpBoxPage());
+    pages.push_back(makePicturePage());
+    pages.push_back(makeClipboardPage());
     return pages;
 }
 

@@ -14,6 +14,8 @@ std::unique_ptr<DemoPage> makeScrollPage();
 std::unique_ptr<DemoPage> makeWidthPage();
 std::unique_ptr<DemoPage> makeSecondScreenPage();
 std::unique_ptr<DemoPage> makeHelpBoxPage();
+std::unique_ptr<DemoPage> makePicturePage();
+std::unique_ptr<DemoPage> makeClipboardPage();
 
 /// All pages in the order of the menu.
 std::vector<std::unique_ptr<DemoPage>> makeDemoPages();

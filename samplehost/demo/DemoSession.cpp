@@ -35,19 +35,6 @@ void drawFoot(const DemoScreen& screen, const DemoPage& page) {
     out.at(kPageColumns - 2 - static_cast<int>(kPageKeys.size()), kPageRows - 1).text(kPageKeys);
 }
 
-/// The text with its control characters spelled out.
-std::string visible(std::string_view text) {
-    std::string result;
-    for (const char character : text) {
-        if (static_cast<unsigned char>(character) >= 32) {
-            result += character;
-        } else {
-            result += '<' + std::to_string(static_cast<int>(character)) + '>';
-        }
-    }
-    return result;
-}
-
 }  // namespace
 
 DemoSession::DemoSession() : DemoSession(makeDemoPages()) {}
@@ -59,7 +46,7 @@ DemoSession::DemoSession(std::vector<std::unique_ptr<DemoPage>> pages) : pages_(
 
 DemoSession::~DemoSession() = default;
 
-void DemoSession::advance(milliseconds elapsed, std::string& received) {
+void DemoSession::advance(milliseconds elapsed, RemoteOutput& received) {
     if (!started_) {
         logOn();
     } else if (!ending_) {
@@ -73,7 +60,7 @@ void DemoSession::advance(milliseconds elapsed, std::string& received) {
         }
         if (unattended_) walk();
     }
-    received += std::exchange(outgoing_, {});
+    received.append(std::move(outgoing_));
 }
 
 void DemoSession::send(std::string_view text) {
@@ -81,7 +68,7 @@ void DemoSession::send(std::string_view text) {
     if (std::exchange(unattended_, false) && current_ < 0) menu_.showNote(screen(), kSteeringNote);
     if (current_ < 0 && text.size() > 1) {
         // A function key or a paste: it is not for the menu, and is shown so that the user sees what arrives.
-        menu_.showNote(screen(), "Received " + visible(text));
+        menu_.showNote(screen(), "Received " + spelledOut(text));
         return;
     }
     for (const char key : text) {
@@ -196,8 +183,10 @@ void DemoSession::menuKey(char key) {
         menu_.highlight(screen(), menu_.highlighted() + 1);
     } else if (key == demokey::kEnter) {
         choose(menu_.highlighted());
-    } else if (key >= '1' && key - '1' < menu_.size()) {
-        choose(key - '1');
+    } else if (key >= '0' && key <= '9') {
+        // As on the keyboard: 0 is the tenth.
+        const int entry = (key - '0' + 9) % 10;
+        if (entry < menu_.size()) choose(entry);
     }
 }
 

@@ -23,7 +23,7 @@ class DemoSession final : public RemoteSystem {
     explicit DemoSession(std::vector<std::unique_ptr<DemoPage>> pages);
     ~DemoSession() override;
 
-    void advance(std::chrono::milliseconds elapsed, std::string& received) override;
+    void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) override;
     void send(std::string_view text) override;
     /// Ends the current page and shows the menu.
     void sendBreak() override;
@@ -48,7 +48,7 @@ class DemoSession final : public RemoteSystem {
     void menuKey(char key);
     void pageKey(char key);
 
-    std::string outgoing_;
+    RemoteOutput outgoing_;
     TerminalWriter writer_{outgoing_};
     std::vector<std::unique_ptr<DemoPage>> pages_;
     DemoMenu menu_;

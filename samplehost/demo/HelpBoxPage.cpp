@@ -36,7 +36,7 @@ constexpr std::array<Box, 4> kBoxes{{
      "</body></html>"},
     {{3, 12, 35, 8},
      "<html><body bgcolor=\"#E8F0E8\">"
-     "<img src=\"harbour.png\" align=\"right\" alt=\"Harbour\">"
+     "<img src=\"harbour.png\" width=\"144\" height=\"88\" align=\"right\" alt=\"Harbour\">"
      "<b>Lists and pictures</b>"
      "<ul><li>points<li>with points<ul><li>of their own</ul></ul>"
      "<ol><li>numbers<li>and more of them</ol>"

@@ -24,6 +24,18 @@ const FrameGlyphs& glyphsOf(FrameLines lines) {
 
 }  // namespace
 
+std::string spelledOut(std::string_view text) {
+    std::string result;
+    for (const char character : text) {
+        if (static_cast<unsigned char>(character) >= 32) {
+            result += character;
+        } else {
+            result += '<' + std::to_string(static_cast<int>(character)) + '>';
+        }
+    }
+    return result;
+}
+
 void TerminalWriter::setOrigin(int column, int row) {
     originColumn_ = column;
     originRow_ = row;
@@ -118,6 +130,29 @@ TerminalWriter& TerminalWriter::hideHelpBox(int number) {
     return text("\x1FHELPBOX " + std::to_string(number) + " HIDE\x1F");
 }
 
+TerminalWriter& TerminalWriter::showPicture(int number, const CellBox& place, std::string_view name) {
+    // Its corners count from 1, and both belong to it.
+    std::string fields;
+    for (const int field :
+         {originColumn_ + place.column + 1, originRow_ + place.row + 1,
+          originColumn_ + place.column + place.columns, originRow_ + place.row + place.rows, number}) {
+        fields += std::to_string(field) + ';';
+    }
+    return command("IMAGE " + fields + std::string(name));
+}
+
+TerminalWriter& TerminalWriter::clearPicture(int number) {
+    return command("IMAGECLEAR " + std::to_string(number));
+}
+
+TerminalWriter& TerminalWriter::allowPasting(bool allowed) {
+    return command(allowed ? "PASTEOK 1" : "PASTEOK 0");
+}
+
+TerminalWriter& TerminalWriter::allowCopying(bool allowed) {
+    return command(allowed ? "CUTOK 1" : "CUTOK 0");
+}
+
 TerminalWriter& TerminalWriter::logOn(std::string_view user) {
     return privateSequence("L1 " + std::string(user));
 }
@@ -132,6 +167,11 @@ TerminalWriter& TerminalWriter::addKnowledgeBase(std::string_view url, std::stri
 
 TerminalWriter& TerminalWriter::addRemote(std::string_view commandLine, std::string_view description) {
     return text("\x1FREMOTE [").text(commandLine).text("] \"").text(description).text("\"\x1F");
+}
+
+TerminalWriter& TerminalWriter::command(const std::string& text) {
+    output_.addCommand(text);
+    return *this;
 }
 
 TerminalWriter& TerminalWriter::privateSequence(std::string_view body) {

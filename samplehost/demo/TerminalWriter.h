@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "samplehost/RemoteOutput.h"
+
 namespace kavrelon {
 
 /// The eight colours of the terminal.
@@ -27,16 +29,20 @@ struct CellBox {
     int rows = 0;
 };
 
+/// The text with its control characters as numbers in angle brackets.
+std::string spelledOut(std::string_view text);
+
 enum class FrameLines { Single, Double };
 
-/// Composes what a remote system sends to the terminal: text, and the sequences that the terminal knows.
+/// Composes what a remote system sends to the terminal: text, the sequences that the terminal knows, and text
+/// commands.
 ///
 /// Cells are counted from 0 and from the writer's own origin, so that a page for 80 x 25 can be in the middle
 /// of a larger screen. Line-drawing characters are those of code page 437.
 class TerminalWriter {
   public:
     /// Appends to `out`, which must outlive the writer.
-    explicit TerminalWriter(std::string& out) : out_(out) {}
+    explicit TerminalWriter(RemoteOutput& out) : output_(out), out_(out.bytes()) {}
 
     void setOrigin(int column, int row);
 
@@ -66,6 +72,12 @@ class TerminalWriter {
     /// with "^" for a line break, or HTML that begins with "<html>".
     TerminalWriter& helpBox(int number, const CellBox& place, std::string_view text);
     TerminalWriter& hideHelpBox(int number);
+    /// Shows a picture over these cells, in place of the one with this number. The name is that of a file in
+    /// the user's picture folder.
+    TerminalWriter& showPicture(int number, const CellBox& place, std::string_view name);
+    TerminalWriter& clearPicture(int number);
+    TerminalWriter& allowPasting(bool allowed);
+    TerminalWriter& allowCopying(bool allowed);
     TerminalWriter& logOn(std::string_view user);
     TerminalWriter& logOff();
     /// Adds an entry to the Knowledge Base menu: a web address, without a comma.
@@ -75,7 +87,9 @@ class TerminalWriter {
 
   private:
     TerminalWriter& privateSequence(std::string_view body);
+    TerminalWriter& command(const std::string& text);
 
+    RemoteOutput& output_;
     std::string& out_;
     int originColumn_ = 0;
     int originRow_ = 0;

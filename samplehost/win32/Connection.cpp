@@ -102,7 +102,7 @@ void Connection::closeSocket() {
     if (event_ != WSA_INVALID_EVENT) WSACloseEvent(std::exchange(event_, WSA_INVALID_EVENT));
 }
 
-void Connection::advance(std::chrono::milliseconds, std::string& received) {
+void Connection::advance(std::chrono::milliseconds, RemoteOutput& received) {
     if (!ending_) {
         WSANETWORKEVENTS events{};
         // Resets the event; the calls below let the system set it again when there is more to do.
@@ -115,7 +115,7 @@ void Connection::advance(std::chrono::milliseconds, std::string& received) {
         // the queue is what it tells of next.
         if (held && mayReceive()) WSASetEvent(event_);
     }
-    received += std::exchange(arrived_, {});
+    received.bytes() += std::exchange(arrived_, {});
 }
 
 void Connection::send(std::string_view text) {

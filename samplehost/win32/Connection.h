@@ -35,7 +35,7 @@ class Connection final : public RemoteSystem, private TelnetSink {
     /// Signalled when `advance` has something to do. This object keeps it.
     HANDLE readyEvent() const { return event_; }
 
-    void advance(std::chrono::milliseconds elapsed, std::string& received) override;
+    void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) override;
     void send(std::string_view text) override;
     /// Only telnet has a break signal; without it nothing is sent.
     void sendBreak() override;

@@ -24,7 +24,8 @@ using std::chrono::milliseconds;
 constexpr milliseconds kTick{20};
 // How long the last words of a session stay on the screen.
 constexpr milliseconds kFarewell{2000};
-// How long the remote system may take to greet before the text of `--type` is sent.
+// How long the remote system may take to greet, which erases the screen and pictures on it, before the
+// commands of `--command` are carried out and the text of `--type` is sent.
 constexpr milliseconds kGreeting{500};
 // Small enough for the window to answer the user while much is received.
 constexpr std::size_t kBlock = 4096;
@@ -95,16 +96,16 @@ void HostProgram::openPlugIn() {
         throw std::runtime_error("The plug-in's screen has a fixed size.");
     }
     lastAdvance_ = Clock::now();
-    if (!options_.typedText.empty()) typingDue_ = lastAdvance_ + kGreeting;
+    startDue_ = lastAdvance_ + kGreeting;
     if (waitsForPicture()) pictureDue_ = lastAdvance_ + milliseconds(options_.snapshotAfter);
 }
 
 void HostProgram::waitForWork() const {
     const bool endUnnoted = remote_->ending() && !leaveDue_;
-    if (fed_ < backlog_.size() || endUnnoted) return;
+    if (!backlog_.empty() || endUnnoted) return;
     const bool livesByClock = remoteReady_ == nullptr;
     milliseconds longest = livesByClock ? kTick : milliseconds::max();
-    for (const auto& due : {typingDue_, pictureDue_, leaveDue_}) {
+    for (const auto& due : {startDue_, pictureDue_, leaveDue_}) {
         if (due) longest = std::min(longest, std::chrono::ceil<milliseconds>(*due - Clock::now()));
     }
     const DWORD timeout = longest == milliseconds::max()
@@ -125,26 +126,33 @@ void HostProgram::pumpMessages() {
 
 void HostProgram::serveRemoteSystem() {
     if (leave_) return;
-    if (fed_ == backlog_.size()) {
-        backlog_.clear();
-        fed_ = 0;
+    if (backlog_.empty()) {
+        backlog_ = {};
         const auto now = Clock::now();
         const auto elapsed = std::chrono::floor<milliseconds>(now - lastAdvance_);
         lastAdvance_ += elapsed;
         remote_->advance(elapsed, backlog_);
     }
-    if (fed_ < backlog_.size()) {
-        feedBlock();
-    } else {
+    if (backlog_.empty()) {
         noteEnding();
+    } else {
+        feedNext();
     }
 }
 
-void HostProgram::feedBlock() {
-    const auto block = bytesOf(std::string_view(backlog_).substr(fed_, kBlock));
-    fed_ += block.size();
+void HostProgram::feedNext() {
+    if (const auto command = backlog_.takeCommand()) {
+        carryOut(*command);
+        return;
+    }
+    const auto block = bytesOf(backlog_.takeBytes(kBlock));
     if (log_) log_->received(block);
     plugIn_->receive(block);
+}
+
+void HostProgram::carryOut(const std::string& command) {
+    if (log_) log_->command(bytesOf(command));
+    plugIn_->processCommand(command);
 }
 
 void HostProgram::noteEnding() {
@@ -163,9 +171,10 @@ void HostProgram::noteEnding() {
 void HostProgram::meetDeadlines() {
     const auto now = Clock::now();
     if (leaveDue_ && now >= *leaveDue_) leave_ = true;
-    if (typingDue_ && now >= *typingDue_) {
-        typingDue_.reset();
-        ParentSendData(options_.typedText);
+    if (startDue_ && now >= *startDue_) {
+        startDue_.reset();
+        for (const std::string& command : options_.commands) carryOut(command);
+        if (!options_.typedText.empty()) ParentSendData(options_.typedText);
     }
     if (leave_ || !pictureDue_ || now < *pictureDue_) return;
     saveSnapshot(topWindowOfThread(), *options_.snapshotFile);

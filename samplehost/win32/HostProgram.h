@@ -52,7 +52,8 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     void waitForWork() const;
     void pumpMessages();
     void serveRemoteSystem();
-    void feedBlock();
+    void feedNext();
+    void carryOut(const std::string& command);
     void noteEnding();
     void meetDeadlines();
     bool waitsForPicture() const { return options_.snapshotFile.has_value(); }
@@ -66,10 +67,9 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     HANDLE remoteReady_ = nullptr;
     std::unique_ptr<PlugIn> plugIn_;
 
-    std::string backlog_;
-    std::size_t fed_ = 0;
+    RemoteOutput backlog_;
     Clock::time_point lastAdvance_;
-    std::optional<Clock::time_point> typingDue_;
+    std::optional<Clock::time_point> startDue_;
     std::optional<Clock::time_point> pictureDue_;
     std::optional<Clock::time_point> leaveDue_;
     bool leave_ = false;

@@ -1,5 +1,7 @@
 #include "support/com/LateCall.h"
 
+#include <dispex.h>
+
 #include <string>
 
 #include "support/RuntimeError.h"
@@ -78,14 +80,20 @@ VARIANT& Arguments::addNext(VARTYPE type) {
 void callByName(IDispatch& object, const wchar_t* name, WORD flags, Arguments&& arguments, VARIANT* result) {
     DISPID id = DISPID_UNKNOWN;
     LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
-    const HRESULT found = object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    HRESULT found = object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    // The classes of some script engines answer to the second edition of this interface alone.
+    ComPtr<IDispatchEx> extended;
+    if (found == E_NOTIMPL && SUCCEEDED(object.QueryInterface(IID_PPV_ARGS(extended.put()))))
+        found = extended->GetDispID(Bstr(name).get(), fdexNameCaseInsensitive, &id);
     if (found == DISP_E_UNKNOWNNAME) throw NoSuchMember(name);
     throwIfFailed(found);
 
     DISPPARAMS parameters = arguments.parameters();
     ExceptionDetails details;
     const HRESULT called =
-        object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr);
+        extended
+            ? extended->InvokeEx(id, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr)
+            : object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &details, nullptr);
     if (called == DISP_E_EXCEPTION) throw details.error();
     if (called == DISP_E_MEMBERNOTFOUND) throw NoSuchMember(name);
     throwIfFailed(called);

@@ -187,8 +187,11 @@ TEST_F(PlugInHostTest, FailuresAreToldAndTheStreamGoesOn) {
     receive(*plugIn, "\x1B\a1,2\rx");
     calls.failing = "y";
     receive(*plugIn, "yyz");
+    plugIn->processCommand("PASTEOK 0");
     EXPECT_THAT(calls.made, ElementsAre("[", "2: 1 2", "x", "]", "[", "y", "y", "z", "]"));
-    EXPECT_THAT(observed, ElementsAre(HasSubstr("Size Screen failed: "), HasSubstr("ReceiveData failed: ")));
+    EXPECT_THAT(observed, ElementsAre(HasSubstr("Size Screen failed: "), HasSubstr("ReceiveData failed: "),
+                                      HasSubstr("ProcessCmd failed: ")))
+        << "a plug-in without text commands";
 }
 
 TEST(SampleHostParentTest, ServesEarlyAndLateBoundPlugIns) {

@@ -42,6 +42,12 @@ std::set<unsigned> coloursOf(const std::string& path) {
     return colours;
 }
 
+/// A picture file of one pixel, given as blue, green and red.
+std::string bitmapOf(const char* pixel) {
+    return std::string("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0", 30) +
+           std::string(24, '\0') + std::string(pixel, 3) + '\0';
+}
+
 class SampleHostTest : public testing::Test {
   protected:
     /// Options that leave the user's own settings alone.
@@ -96,12 +102,8 @@ TEST_F(SampleHostTest, ShowsTheDemoWhereverTheLibraryComesFrom) {
 }
 
 TEST_F(SampleHostTest, ShowsADocumentWithThePicturesNextToIt) {
-    const auto picture = [](const char* pixel) {
-        return std::string("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0", 30) +
-               std::string(24, '\0') + std::string(pixel, 3) + '\0';
-    };
-    folder.write("beside.bmp", picture("\x40\x80\xC0"));
-    folder.write("elsewhere.bmp", picture("\x20\x40\x60"));
+    folder.write("beside.bmp", bitmapOf("\x40\x80\xC0"));
+    folder.write("elsewhere.bmp", bitmapOf("\x20\x40\x60"));
     folder.write("help.html", "<IMG SRC=beside.bmp WIDTH=50 HEIGHT=50><IMG SRC='" +
                                   folder.file("elsewhere.bmp") +
                                   "' WIDTH=50 HEIGHT=50><FONT COLOR=#A0B0C0 SIZE=7>text");
@@ -110,6 +112,30 @@ TEST_F(SampleHostTest, ShowsADocumentWithThePicturesNextToIt) {
     const auto colours = coloursOf(folder.file("host.png"));
     EXPECT_THAT(colours, IsSupersetOf({0xC08040U, 0xA0B0C0U}));
     EXPECT_EQ(colours.count(0x604020U), 0U) << "a picture with a path is shown";
+}
+
+TEST_F(SampleHostTest, CarriesOutTextCommandsOfItsUserAndOfTheRemoteSystem) {
+    std::filesystem::create_directory(folder.file("Pictures"));
+    folder.write("Pictures\\user.bmp", bitmapOf("\x40\x80\xC0"));
+    folder.write("Pictures\\cleared.bmp", bitmapOf("\x20\x40\x60"));
+    folder.write("Pictures\\harbour.png", bitmapOf("\x60\x50\x40"));
+    const std::pair<std::string, std::set<unsigned>> runs[] = {
+        {"--command \"IMAGE 1;1;9;9;1;user.bmp\" --command \"IMAGE 70;20;80;25;2;cleared.bmp\" "
+         "--command \"IMAGECLEAR 2\"",
+         {0xC08040U}},
+        {"--type 8", {0x405060U}},
+    };
+    for (const auto& [arguments, shown] : runs) {
+        SCOPED_TRACE(arguments);
+        const HostRun host(own() + log() + snapshot(1500) + arguments);
+        EXPECT_EQ(host.exitStatus(), 0);
+        std::set<unsigned> seen;
+        for (const unsigned colour : coloursOf(folder.file("host.png"))) {
+            if (std::set{0xC08040U, 0x604020U, 0x405060U}.contains(colour)) seen.insert(colour);
+        }
+        EXPECT_EQ(seen, shown);
+    }
+    EXPECT_THAT(folder.read("host.log"), HasSubstr("command   \"IMAGE 38;6;77;18;1;harbour.png\"\n"));
 }
 
 TEST_F(SampleHostTest, GoesOnAfterWhatThePlugInRefuses) {
@@ -178,9 +204,9 @@ class SampleHostConnectionTest : public testing::Test {
         return WaitForSingleObject(telnet->readyEvent(), patience) == WAIT_OBJECT_0;
     }
     std::string shown() {
-        std::string bytes;
-        telnet->advance({}, bytes);
-        return bytes;
+        RemoteOutput output;
+        telnet->advance({}, output);
+        return output.bytes();
     }
 
     TinyServer server;

@@ -44,21 +44,6 @@ for (var what in arrays) {
 }
 expect("an object", outcome(function () { table.EscTreeProcess(1, [1, 2]); }), 13);
 
-// The members of the current window, on the same object.
-var receive = plugIn.ClientReceive;
-var text = "from a script";
-for (i = 0; i < text.length; ++i) receive.ReceiveData(text.charCodeAt(i));
-expect("a row", plugIn.ScreenText(1, 1).replace(/ +$/, ""), text);
-expect("the cursor", plugIn.CursorX + " " + plugIn.CursorY, "13 0");
-plugIn.CursorX = 3;
-plugIn.CutOk = false;
-plugIn.ProcessCmd("PASTEOK 0");
-expect("set", [plugIn.CursorX, plugIn.CutOk, plugIn.PasteOk].join(), "3,false,false");
-expect("attributes", new VBArray(plugIn.CellAttributes(1, 1)).toArray().join(), "37,40,1");
-expect("outside", outcome(function () { plugIn.ScreenText(26); }), 9);
-expect("no row", outcome(function () { plugIn.ScreenText("two"); }), 13);
-expect("no flag", outcome(function () { plugIn.PasteOk = "perhaps"; }), 5);
 plugIn.DestroyClass();
-expect("no window", outcome(function () { return plugIn.CursorX; }), 91);
 
 if (failures === 0) WScript.Echo("as expected");

@@ -75,14 +75,6 @@ Next
 On Error GoTo 0
 Expect "no arrays", outcomes, "0 0 0 0 91 91 91 91 9 9 9 9 9 9 9 9 "
 
-' The members of the current window are found on the same object.
-On Error Resume Next
-plugIn.Redrawscreen
-ExpectError "no window", 91, "Object variable or With block variable not set (Redrawscreen)"
-plugIn.PaintOn = False
-ExpectError "no window to set", 91, "Object variable or With block variable not set (PaintOn)"
-On Error GoTo 0
-
 plugIn.DestroyClass
 
 ' The label, without a form.

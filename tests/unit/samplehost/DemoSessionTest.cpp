@@ -29,9 +29,13 @@ class DemoTest : public ConnectedTest, private TerminalSink {
     void pass(milliseconds time) {
         constexpr milliseconds kTick{20};
         for (milliseconds passed{0}; passed <= time; passed += kTick) {
-            std::string bytes;
-            demo.advance(passed.count() == 0 ? milliseconds{0} : kTick, bytes);
-            recognizer.feed(bytesOf(bytes));
+            RemoteOutput output;
+            demo.advance(passed.count() == 0 ? milliseconds{0} : kTick, output);
+            while (!output.empty()) {
+                recognizer.feed(bytesOf(output.takeBytes(100)));
+                bool processed = false;
+                if (const auto command = output.takeCommand()) form().ProcessCmd(*command, processed);
+            }
         }
     }
     void press(std::string_view keys) {
@@ -79,7 +83,8 @@ class DemoTest : public ConnectedTest, private TerminalSink {
 
 TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
     std::string all;
-    for (const std::string_view keys : {"", "1", "2", "3", "4", "5", "6", "6\r", "7\r\r\rhello"}) {
+    for (const std::string_view keys :
+         {"", "1", "2", "3", "4", "5", "6", "6\r", "7\r\r\rhello", "8", "9\x01paste"}) {
         press("\x1B\x1B");
         press(keys);
         all += "keys " + testing::PrintToString(keys) + '\n' + screenText();
@@ -94,12 +99,12 @@ TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
 
 TEST_F(DemoTest, WalksThroughAllPagesUntilTheFirstKey) {
     std::vector<int> visited{-1};
-    for (int second = 0; second < 240 && (visited.size() < 10 || demo.currentPage() >= 0); ++second) {
+    for (int second = 0; second < 300 && (visited.size() < 12 || demo.currentPage() >= 0); ++second) {
         pass(milliseconds{1000});
         const int page = demo.currentPage();
         if (page >= 0 && page != visited.back()) visited.push_back(page);
     }
-    EXPECT_THAT(visited, ElementsAre(-1, 0, 1, 2, 3, 4, 5, 6, 0, 1));
+    EXPECT_THAT(visited, ElementsAre(-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 0, 1));
     EXPECT_EQ(platform.openWindows(), 1U);
     EXPECT_EQ(screen().CharsPerLine(), 80);
     EXPECT_EQ(faults, 0);
@@ -117,20 +122,20 @@ TEST(DemoSessionTest, KeysSteer) {
         int page, highlighted;
     } ways[] = {
         {"\n\n", -1, 2},  // down
-        {"\x1A", -1, 7},  // up, over the top
-        {"\n\n\n\n\n\n\n\n", -1, 0},
+        {"\x1A", -1, 9},  // up, over the top
+        {"\n\n\n\n\n\n\n\n\n\n", -1, 0},
         {"\n\r", 1, 1},
         {"4", 3, 3},
         {"4\x06\x06", 5, 5},  // right
-        {"1\x15", 6, 6},      // left, around
+        {"1\x15", 8, 8},      // left, around
         {"5\x1B", -1, 4},
-        {"9x\x05", -1, 0},
+        {"x\x05", -1, 0},
     };
     for (const auto& [keys, page, highlighted] : ways) {
         SCOPED_TRACE(testing::PrintToString(keys));
         DemoSession fresh;
-        std::string bytes;
-        fresh.advance(milliseconds{0}, bytes);
+        RemoteOutput output;
+        fresh.advance(milliseconds{0}, output);
         for (const char key : keys) fresh.send(std::string(1, key));
         EXPECT_EQ(fresh.currentPage(), page);
         EXPECT_EQ(fresh.highlighted(), highlighted);
@@ -143,7 +148,7 @@ TEST_F(DemoTest, MenuTellsWhatFunctionKeysSendUntilLoggedOff) {
     EXPECT_EQ(demo.currentPage(), -1);
     expectShown("Received /MSG1<13>");
     EXPECT_FALSE(demo.ending());
-    press("8");
+    press("0");
     ASSERT_TRUE(demo.ending());
     EXPECT_FALSE(demo.ending()->failed);
     press("1");
@@ -181,7 +186,7 @@ TEST_F(DemoTest, ScrollingOutputKeepsItsBarInTheLastRow) {
 TEST_F(DemoTest, PageLeavesTheScreenAsLargeAsItFoundIt) {
     sequence(rows::kSizeScreen, std::vector<std::string_view>{"100", "30"});
     pass(milliseconds{0});
-    EXPECT_EQ(shownRows()[12].substr(35, 1), "1") << "the menu is not in the middle";
+    EXPECT_EQ(shownRows()[11].substr(35, 1), "1") << "the menu is not in the middle";
     press("5 ");
     EXPECT_EQ(screen().CharsPerLine(), 132);
     press("\x1B");
@@ -206,16 +211,50 @@ TEST_F(DemoTest, SecondScreenGivesTheFirstBackUntouched) {
     expectShown("Break.");
 }
 
+TEST_F(DemoTest, PicturesComeAndGoInTheOrderOfTheStream) {
+    platform.pictureFiles.emplace("/nowhere/Pictures/harbour.png", HeadlessPicture('H', false));
+    const std::pair<std::string_view, std::size_t> steps[] = {{"8", 1},
+                                                              {"\r", 2},
+                                                              {"\r\x04", 1},
+                                                              {"\x04\x04", 0},
+                                                              {"\r\x1B", 0},
+                                                              {"8\x1B"
+                                                               "8\r",
+                                                               2},
+                                                              {"\x06", 0}};
+    for (const auto& [keys, pictures] : steps) {
+        press(keys);
+        EXPECT_EQ(screen().pictures().all().size(), pictures) << testing::PrintToString(keys);
+    }
+}
+
+TEST_F(DemoTest, CopyingAndPastingAreForbiddenOnTheirPageOnly) {
+    const std::tuple<std::string_view, bool, bool> steps[] = {{"9", true, true},
+                                                              {"\x01", false, true},
+                                                              {"\x05", false, false},
+                                                              {"\x01", true, false},
+                                                              {"\x1B", true, true}};
+    for (const auto& [keys, copying, pasting] : steps) {
+        press(keys);
+        EXPECT_EQ(std::pair(form().CutOk(), form().PasteOk()), std::pair(copying, pasting))
+            << testing::PrintToString(keys);
+    }
+    press("9");
+    demo.send("a\r\n\tb");
+    pass(milliseconds{0});
+    expectShown("Received    a<13><10><9>b ");
+}
+
 TEST(PlaySessionTest, KeepsItsRate) {
     PlaySession slow("0123456789", 3);
-    std::string played;
+    RemoteOutput played;
     for (int tick = 0; tick < 50; ++tick) slow.advance(milliseconds{20}, played);
-    EXPECT_EQ(played, "012");
+    EXPECT_EQ(played.bytes(), "012");
     slow.advance(milliseconds{60000}, played);
-    EXPECT_EQ(played, "0123456789");
+    EXPECT_EQ(played.bytes(), "0123456789");
     EXPECT_TRUE(slow.allPlayed());
     PlaySession(std::string(100000, 'x'), 0).advance(milliseconds{0}, played);
-    EXPECT_EQ(played.size(), 100010U) << "without a rate everything comes at once";
+    EXPECT_EQ(played.bytes().size(), 100010U) << "without a rate everything comes at once";
 }
 
 }  // namespace

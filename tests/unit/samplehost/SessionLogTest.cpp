@@ -17,6 +17,7 @@ TEST(SessionLog, WritesOneReadableLineForEachPiece) {
     log.received(bytesOf("ab\r\n\n\"\\\x1B\xFF"), start + std::chrono::milliseconds(7));
     log.unmatched(bytesOf("\x1B[m"), start + std::chrono::milliseconds(7));
     log.sent(bytesOf(""), start);
+    log.command(bytesOf("CUTOK 0"), start);
     log.sent(bytesOf(std::string(81, 'x')), start + std::chrono::milliseconds(61250));
     log.note("connection closed", start + std::chrono::hours(30));
     EXPECT_EQ(out.str(),
@@ -24,6 +25,7 @@ TEST(SessionLog, WritesOneReadableLineForEachPiece) {
               "       0.007 received  \"\\n\"\n"
               "       0.007 received  \"\\\"\\\\\\x1B\\xFF\"\n"
               "       0.007 unmatched \"\\x1B[m\"\n"
+              "       0.000 command   \"CUTOK 0\"\n"
               "      61.250 sent      \"" +
                   std::string(80, 'x') +
                   "\"\n"
