@@ -3,6 +3,9 @@ rem install.cmd             installs the library and the sample host for the cur
 rem install.cmd /all        for all users; needs an administrator
 rem install.cmd /uninstall  takes away what was installed for the current user; with /all, for all users
 setlocal
+set here=%~dp0
+set self=%~f0
+set options=%*
 set remove=
 set everyone=
 set bad=
@@ -26,7 +29,7 @@ if "%everyone%"=="1" (
 if not "%remove%"=="" goto uninstall
 
 if not exist "%target%" mkdir "%target%"
-xcopy /e /i /q /y "%~dp0*" "%target%\" >nul
+xcopy /e /i /q /y "%here%*" "%target%\" >nul
 if errorlevel 1 (
     echo install.cmd: the files could not be copied to %target%
     exit /b 1
@@ -44,10 +47,23 @@ if not exist "%target%\kavrelon.dll" (
     echo install.cmd: nothing is installed in %target%
     exit /b 1
 )
+rem The installed copy of this file cannot take away the folder that it runs from: a copy of it does.
+if /i not "%here%"=="%target%\" goto away
+copy /y "%self%" "%TEMP%\kavrelon-uninstall.cmd" >nul
+"%TEMP%\kavrelon-uninstall.cmd" %options%
+
+:away
 regsvr32 /s /u "%target%\kavrelon.dll"
 if errorlevel 1 (
     echo install.cmd: the library could not be unregistered
     exit /b 1
 )
-rem This file may be among those that go: what is left to do stands on one line.
-cd /d "%TEMP%" & rmdir /s /q "%target%" & echo Kavrelon is gone from %target% & exit /b 0
+cd /d "%TEMP%"
+rmdir /s /q "%target%"
+if exist "%target%\kavrelon.dll" (
+    echo install.cmd: %target% could not be removed: is the sample host running?
+    exit /b 1
+)
+echo Kavrelon is gone from %target%; settings stay in %APPDATA%\Kavrelon Sample Host
+if /i "%self%"=="%TEMP%\kavrelon-uninstall.cmd" (del "%self%" & exit /b 0)
+exit /b 0
