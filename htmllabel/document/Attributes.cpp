@@ -39,6 +39,7 @@ std::string_view firstOfList(std::string_view list) {
 }
 
 void align(HTMLElement& element, std::string_view value) {
+    element.hasAlign = true;
     if (nameKey(value) == nameKey("CENTER")) element.blnAlignCenter = true;
     if (nameKey(value) == nameKey("RIGHT")) element.blnAlignRight = true;
 }
@@ -46,6 +47,7 @@ void align(HTMLElement& element, std::string_view value) {
 void alignVertically(HTMLElement& element, std::string_view value) {
     constexpr std::int32_t kCentre = 4;
     constexpr std::int32_t kBottom = 5;
+    element.hasVAlign = true;
     if (nameKey(value) == nameKey("CENTER")) element.lngVAlign = kCentre;
     if (nameKey(value) == nameKey("BOTTOM")) element.lngVAlign = kBottom;
 }
@@ -63,6 +65,7 @@ void setWidth(HTMLElement& element, std::string_view value) {
         element.lngImgWidth = toInt32(value);
     } else {
         element.sglWidth = toExtent(value, "px");
+        element.hasWidth = true;
     }
 }
 
@@ -125,6 +128,7 @@ void Attributes::apply(HTMLElement& element, std::string_view name, std::string_
             return;
         case nameKey("COLOR"):
             element.lngColor = mlngParseColor(value);
+            element.hasColor = true;
             return;
         case nameKey("COLSPAN"):
             element.intColSpan = toInt16(value);
@@ -191,6 +195,7 @@ void Attributes::setSize(HTMLElement& element, std::string_view value) const {
     const double points = steps * kPointsAStep + defaults_.DefaultFontSize;
     if (std::abs(points) > std::numeric_limits<float>::max()) raise(RuntimeErrorNumber::Overflow);
     element.sglFontSize = static_cast<float>(points);
+    element.hasSize = true;
 }
 
 std::string_view Attributes::decoded(std::string_view value) const {

@@ -20,7 +20,7 @@ void TableWriter::openTable(const HTMLElement& tag) {
     if (awaitsCell()) openImpliedCell();
     const auto index = static_cast<std::uint32_t>(flow_.tables.size());
     FlowTable table;
-    table.width = givenWidthOrNone(tag);
+    table.width = givenWidth(tag);
     table.height = givenHeight(tag);
     table.border = clampPixels(tag.intBorder, kMostBorder);
     table.padding = clampPixels(tag.intCellPadding, kMostPadding);
@@ -76,14 +76,14 @@ void TableWriter::openCell(const HTMLElement& tag) {
     const Row& row = open_.back().row;
     FlowCell cell;
     cell.span = static_cast<std::uint32_t>(std::max<int>(tag.intColSpan, 1));
-    cell.width = givenWidthOrNone(tag);
+    cell.width = givenWidth(tag);
     cell.height = std::max(givenHeight(tag), row.height);
     cell.hasBackground = tag.blnHasBgColor || row.hasBackground;
     cell.background = tag.blnHasBgColor ? tag.lngBgColor : row.background;
-    const bool centred = row.align == Align::Left && isHeaderCell(tag);
+    const bool centred = row.align == Align::Left && tag.isHeaderCell;
     cell.align = givenAlign(tag, centred ? Align::Center : row.align);
     cell.verticalAlign = tag.lngVAlign;
-    if (tag.lngVAlign == kTop && row.verticalAlign > kTop && !givesAttribute(tag.strRaw, "VALIGN")) {
+    if (tag.lngVAlign == kTop && row.verticalAlign > kTop && !tag.hasVAlign) {
         cell.verticalAlign = row.verticalAlign;
     }
     beginCell(cell);
