@@ -133,6 +133,8 @@ void FlowBuilder::tag(const HTMLElement& element) {
         case TagRole::Picture:
             return picture(element);
         case TagRole::Table:
+            needCell();
+            endLooseItem();
             return tables_.openTable(element);
         case TagRole::EndTable:
             return tables_.closeTable();
@@ -164,10 +166,12 @@ void FlowBuilder::picture(const HTMLElement& element) {
 
 void FlowBuilder::rule(const HTMLElement& element) {
     needCell();
+    endLooseItem();
     writer_.rule({givenWidth(element), givenAlign(element, Align::Center)}, spacing_);
 }
 
 void FlowBuilder::openBlock(const HTMLElement& element, int gap, int indent) {
+    endLooseItem();
     BlockState state = writer_.blocks().top();
     state.align = element.lngTagType == TAG_CENTER ? Align::Center : givenAlign(element, state.align);
     state.left = std::min(state.left + indent, kMostPixels);
@@ -178,11 +182,12 @@ void FlowBuilder::openBlock(const HTMLElement& element, int gap, int indent) {
 
 // A closer without an opener still ends the line.
 void FlowBuilder::closeBlock(TagType code, int gap) {
-    writer_.blocks().close(code);
+    if (!writer_.blocks().close(code)) endLooseItem();
     writer_.boundary(gap);
 }
 
 void FlowBuilder::openList(TagType code) {
+    endLooseItem();
     const int gap = listGap();
     BlockState state = writer_.blocks().top();
     const int depth = state.list == kNone ? 0 : lists_[state.list].depth + 1;
@@ -194,14 +199,20 @@ void FlowBuilder::openList(TagType code) {
 }
 
 void FlowBuilder::closeList(TagType code) {
-    if (!writer_.blocks().close(code)) return;
+    if (!writer_.blocks().close(code)) return endLooseItem();
     writer_.endItem();
     writer_.boundary(listGap());
 }
 
+// A block directly after an item's marker is the item's own.
+void FlowBuilder::endLooseItem() {
+    if (!flow_.items.empty() && flow_.items.back().kind == FlowKind::Marker) return;
+    if (writer_.blocks().close(TAG_LI)) writer_.boundary(listGap());
+}
+
 void FlowBuilder::listItem(const HTMLElement& element) {
     needCell();
-    if (writer_.blocks().top().list == kNone) openList(TAG_UL);
+    if (writer_.blocks().top().list == kNone) openList(TAG_LI);
     List& list = lists_[writer_.blocks().top().list];
     FlowMarker marker;
     marker.style = styles_.current();

@@ -17,7 +17,6 @@ constexpr std::uint32_t kWholeRow = 1U << 30;
 }  // namespace
 
 void TableWriter::openTable(const HTMLElement& tag) {
-    if (awaitsCell()) openImpliedCell();
     const auto index = static_cast<std::uint32_t>(flow_.tables.size());
     FlowTable table;
     table.width = givenWidth(tag);

@@ -15,6 +15,7 @@ class TableWriter {
     TableWriter(Flow& flow, FlowWriter& writer, InlineStyles& styles, int gap)
         : flow_(flow), writer_(writer), styles_(styles), gap_(gap) {}
 
+    /// Not to be called between cells.
     void openTable(const HTMLElement& tag);
     void closeTable();
     void openRow(const HTMLElement& tag);
