@@ -36,14 +36,17 @@ struct TextStyle {
     bool operator==(const TextStyle&) const = default;
 };
 
-/// A text element: its words. An empty word is a gap.
+/// A text element: its words. An empty word is a gap. A word with hard spaces inside is in several pieces.
 struct FlowText {
     const std::string_view* words = nullptr;
+    const std::uint16_t* hardSpaces = nullptr;  // before each piece; null where there are none
     std::uint32_t count = 0;
     std::uint32_t firstWidth = 0;  // in `Flow::wordWidths`
     std::uint32_t style = 0;
-    std::uint32_t mark = kNone;  // the link that it belongs to
-    int gapBefore = -1;          // -1: no line may end before it
+    std::uint32_t mark = kNone;      // the link that it belongs to
+    int gapBefore = -1;              // -1: no line may end before it
+    bool hardBefore = false;         // but at a hard space, as a last resort
+    std::uint32_t gapStyle = kNone;  // of the space before it, where that is underlined and no other text's
     std::int16_t element = 0;
 };
 
@@ -91,6 +94,7 @@ struct FlowMarker {
 };
 
 struct FlowColumn {
+    int least = 0;  // with lines ended at hard spaces
     int min = 0;
     int max = 0;
     int pixels = 0;      // asked for; 0: nothing
@@ -104,7 +108,8 @@ struct FlowCell {
     std::uint32_t span = 1;
     Extent width;
     int height = 0;  // at least: its own or its row's
-    int min = 0;     // of its content: nothing breaks below this width
+    int least = 0;   // of its content: below this width it sticks out
+    int min = 0;     // of its content: below this width lines end at hard spaces
     int max = 0;     // of its content: no line is longer
     Colour background = 0;
     bool hasBackground = false;
@@ -124,6 +129,7 @@ struct FlowTable {
     int border = 0;
     int padding = 0;
     int spacing = 0;
+    int least = 0;
     int min = 0;
     int max = 0;
     Colour background = 0;
@@ -174,16 +180,18 @@ struct Flow {
     std::pmr::monotonic_buffer_resource store;
 };
 
-/// Calls `use(word, width, gap)` for each word that is drawn. `gap` is the width of the space before the
-/// word, -1 where no line may end before it.
+/// Calls `use(word, width, gap, lastResort)` for each word that is drawn. `gap` is the width of the space
+/// before the word, -1 where no line may end before it; `lastResort` says that the space is a hard one.
 template <class Use>
 void forEachWord(const FlowText& text, const Flow& flow, const Use& use) {
     const int space = flow.styles[text.style].spaceWidth;
     int gap = text.gapBefore;
     for (std::uint32_t i = 0; i < text.count; ++i) {
-        if (i > 0 && gap < 0) gap = space;
+        const int hardSpaces = text.hardSpaces == nullptr ? 0 : text.hardSpaces[i];
+        if (i > 0 && gap < 0) gap = hardSpaces > 0 ? hardSpaces * space : space;
         if (text.words[i].empty()) continue;
-        use(text.words[i], flow.wordWidths[text.firstWidth + i], gap);
+        use(text.words[i], flow.wordWidths[text.firstWidth + i], gap,
+            i > 0 ? hardSpaces > 0 : text.hardBefore);
         gap = -1;
     }
 }

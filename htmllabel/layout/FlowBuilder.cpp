@@ -88,7 +88,7 @@ bool FlowBuilder::standsAfterSpace(std::string_view raw) const {
 }
 
 void FlowBuilder::tag(const HTMLElement& element) {
-    if (standsAfterSpace(element.strRaw)) writer_.spaceBeforeTag();
+    if (standsAfterSpace(element.strRaw)) writer_.spaceBeforeTag(styles_.underline());
     if (element.lngTagType != TAG_A && !element.strName.empty()) writer_.mark(element.intIndex);
     const TagType code = element.lngTagType;
     const TagRole role = roleOf(code);

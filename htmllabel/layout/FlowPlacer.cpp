@@ -105,8 +105,8 @@ void FlowPlacer::advance(int height) {
 
 void FlowPlacer::text(const FlowText& text) {
     const auto index = static_cast<std::uint32_t>(&text - flow_.texts.data());
-    forEachWord(text, flow_, [&](std::string_view word, int width, int gap) {
-        token({TokenKind::Word, index, word, gap, width});
+    forEachWord(text, flow_, [&](std::string_view word, int width, int gap, bool lastResort) {
+        token({TokenKind::Word, index, word, gap, width, lastResort});
     });
 }
 
@@ -131,7 +131,13 @@ bool FlowPlacer::floatPicture(const FlowPicture& picture) {
 }
 
 void FlowPlacer::token(const LineToken& token) {
-    if (line_.mustEndBefore(token, lineSpan().width)) finishLine(line_.endBefore(token));
+    while (line_.mustEndBefore(token, lineSpan().width)) {
+        if (isBesideFloat() && line_.isLastResort(token)) {
+            clearFloat();
+        } else {
+            finishLine(line_.endBefore(token));
+        }
+    }
     if (line_.isEmpty() && isBesideFloat() && token.width > lineSpan().width) clearFloat();
     line_.add(token);
 }

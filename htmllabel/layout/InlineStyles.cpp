@@ -142,7 +142,7 @@ const InlineStyles::ReadyFont& InlineStyles::readyFont(const FontKey& key) {
 std::uint32_t InlineStyles::current() {
     if (current_ != kNone) return current_;
     const State& state = tags_.top();
-    const bool underline = state.underline || counts_.underline > 0;
+    const bool underline = isUnderlined();
     const int flags = (state.bold || counts_.bold > 0 ? kBold : 0) | (counts_.italic > 0 ? kItalic : 0) |
                       (underline ? kUnderline : 0);
     const ReadyFont& font = readyFont({state.face, state.points, flags});

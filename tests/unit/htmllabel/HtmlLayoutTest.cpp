@@ -115,7 +115,11 @@ TEST_F(HtmlLayoutTest, SpacesAndLineEnds) {
         {"a<B> b </B> c", "4,4 a|16,4 b|28,4 c"},
         {"a          b", "4,4 a|16,4 b"},
         {"a&nbsp;&nbsp;b c", "4,4 a  b c"},
-        {"a&nbsp;b", "4,4 a b", 0},
+        {"a bb&nbsp;&nbsp;cc&nbsp;d", "4,4 a|4,19 bb|4,34 cc d", 38},
+        {"a&nbsp;<B>bb</B>&nbsp;cc", "4,4 a |16,4 bb|4,19  cc", 38},
+        {"<TABLE0><TD>aaa&nbsp;bbb<TD>c</TABLE>", "4,4 aaa|4,19 bbb|26,4 c", 36},
+        {"<TABLE0><TR><TD COLSPAN=2>a&nbsp;b<TR><TD>c<TD>d</TABLE>", "4,4 a|4,19 b|4,34 c|10,34 d", 8},
+        {"<IMG SRC=p ALIGN=RIGHT>aaaa&nbsp;bbbb", "4,28 aaaa bbbb", 96},
         {"a <BR> <B> b</B>", "4,4 a|4,19 b"},
         {"aaa bbb<B>ccc</B>", "4,4 aaa|4,19 bbb|22,19 ccc", 50},
         {"aaa<B>bbb</B>ccc d", "4,4 aaa|22,4 bbb|40,4 ccc|4,19 d", 30},
@@ -175,6 +179,8 @@ TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
     EXPECT_EQ(drawn("<A HREF=x>a</A>").texts, "a:10#ff0000 ");
     EXPECT_EQ(runs("a<SUP>b</SUP><SUB>c</SUB>d"), "4,5 a|10,4 b|15,10 c|20,5 d") << "one baseline, at 17";
     EXPECT_EQ(runs("<U>a <B>b</B></U> c"), "4,4 a |16,4 b|28,4 c") << "underlined up to the next word";
+    EXPECT_EQ(runs("<U>a<B>b</B> c <I> d</I><B>e</B> <I>f</I> </U><I>g</I>"),
+              "4,4 a|10,4 b|16,4  |22,4 c |34,4 d|40,4 e|46,4  |52,4 f|58,4  |64,4 g");
 }
 
 TEST_F(HtmlLayoutTest, EveryTagEndsWithItsCloser) {
