@@ -17,9 +17,9 @@ struct LabelEngine {
     void parse(std::string_view html, const DocumentDefaults& defaults = {}) {
         document.setDocument(html, defaults);
     }
-    void layOut(int width, const LayoutDefaults& defaults = {}) {
+    void layOut(Size page, const LayoutDefaults& defaults = {}) {
         layout.measure(document, defaults, pictures, canvas);
-        layout.place(document, width);
+        layout.place(document, page.width, page.height);
     }
     void draw() { layout.draw(canvas, {0, 0, layout.size().width, layout.size().height}); }
 

@@ -7,12 +7,16 @@ namespace kavrelon {
 /// How narrow and how wide the content of a page or a cell can be, in pixels, found while it is written.
 class ContentWidths {
   public:
+    /// With `keepsLines` no line ends between words.
+    explicit ContentWidths(bool keepsLines = false) : keepsLines_(keepsLines) {}
+
     /// A word or picture; `gap` is the space before it, -1 where no line may end. With `lastResort` a line
     /// ends there only where it has no other place to end.
     void word(int gap, int width, bool lastResort = false) {
         isEmpty_ = false;
-        if (gap >= 0 && !lastResort) endUnit();
-        if (lastResort) endPiece();
+        deepest_ = std::max(deepest_, indent_);
+        if (gap >= 0 && !lastResort && !keepsLines_) endUnit();
+        if (lastResort && !keepsLines_) endPiece();
         if (gap > 0) {
             if (line_ > 0) line_ += gap;
             if (unit_ > 0) unit_ += gap;
@@ -30,6 +34,7 @@ class ContentWidths {
     /// A list item's marker: it takes the place of the next line's indent, or is wider than that.
     void marker(int width) {
         isEmpty_ = false;
+        deepest_ = std::max(deepest_, indent_);
         marker_ = width;
     }
     void endLine() {
@@ -45,6 +50,13 @@ class ContentWidths {
         endLine();
         max_ = std::max(max_, max + indent_);
     }
+    /// Likewise at a side, with text next to it.
+    void floating(int least, int min, int max) {
+        word(0, min);
+        piece_ = least;
+        endUnit();
+        line_ += max - min;
+    }
     /// The indents of both sides together, from the next line on.
     void indent(int both) { indent_ = both; }
 
@@ -54,6 +66,8 @@ class ContentWidths {
     int min() const { return min_; }
     int max() const { return std::max(min_, max_); }
     bool isEmpty() const { return isEmpty_; }
+    /// The indents of the content that has most of them.
+    int deepestIndent() const { return deepest_; }
 
   private:
     // Indents make room for what cannot be broken, as long as they keep half of the width; markers do not.
@@ -76,6 +90,8 @@ class ContentWidths {
     int line_ = 0;
     int indent_ = 0;
     int marker_ = 0;
+    int deepest_ = 0;
+    bool keepsLines_;
     bool isEmpty_ = true;
 };
 

@@ -26,8 +26,14 @@ Extent givenWidth(const HTMLElement& element) {
     return {0, width > 0 ? width : 0};
 }
 
-int givenHeight(const HTMLElement& element) {
-    return element.sglHeight > 1 ? clampPixels(static_cast<double>(element.sglHeight)) : 0;
+Extent givenHeight(const HTMLElement& element) {
+    const float height = element.sglHeight;
+    if (height > 1) return {clampPixels(static_cast<double>(height)), 0};
+    return {0, element.heightIsPercentage && height > 0 ? height : 0};
+}
+
+Extent larger(const Extent& a, const Extent& b) {
+    return {std::max(a.pixels, b.pixels), std::max(a.fraction, b.fraction)};
 }
 
 Align givenAlign(const HTMLElement& element, Align inherited) {

@@ -13,9 +13,11 @@ float clampPoints(float points);
 
 /// WIDTH: a fraction up to 1, pixels above 1, nothing below 0 and where none is given.
 Extent givenWidth(const HTMLElement& element);
-/// HEIGHT in pixels; fractions count as nothing, since a page has no height of its own.
-int givenHeight(const HTMLElement& element);
-
+/// HEIGHT: pixels, or up to 100% a fraction of the page's height. A HEIGHT of 1 is one pixel, which counts as
+/// nothing.
+Extent givenHeight(const HTMLElement& element);
+/// The larger of each.
+Extent larger(const Extent& a, const Extent& b);
 /// ALIGN of a block; `inherited` when there is none.
 Align givenAlign(const HTMLElement& element, Align inherited);
 

@@ -16,7 +16,7 @@ inline constexpr int kMostPixels = 32767;
 
 enum class Align : std::uint8_t { Left, Center, Right };
 
-/// A width that a document asks for: pixels, a fraction of what is available, or neither.
+/// A width or height that a document asks for: pixels, a fraction of what is available, or neither.
 struct Extent {
     int pixels = 0;
     float fraction = 0;
@@ -61,8 +61,8 @@ struct FlowPicture {
     std::uint32_t mark = kNone;
     int gapBefore = 0;
     std::int16_t element = 0;
-    bool middle = false;  // centred on the baseline
-    bool floats = false;  // at the right edge, with the text next to it
+    bool middle = false;           // centred on the baseline
+    Align floats = Align::Center;  // at this side, with the text next to it; centre: on the line
 
     int outerWidth() const { return size.width + 2 * (border + spaceX); }
     int outerHeight() const { return size.height + 2 * (border + spaceY); }
@@ -78,6 +78,8 @@ struct FlowBlock {
 
 struct FlowRule {
     Extent width;
+    int height = 2;
+    bool shaded = true;
     Align align = Align::Center;
 };
 
@@ -107,15 +109,17 @@ struct FlowCell {
     std::uint32_t column = 0;
     std::uint32_t span = 1;
     Extent width;
-    int height = 0;  // at least: its own or its row's
-    int least = 0;   // of its content: below this width it sticks out
-    int min = 0;     // of its content: below this width lines end at hard spaces
-    int max = 0;     // of its content: no line is longer
+    Extent height;  // at least: its own or its row's
+    int least = 0;  // of its content: below this width it sticks out
+    int min = 0;    // of its content: below this width lines end at hard spaces
+    int max = 0;    // of its content: no line is longer
     Colour background = 0;
     bool hasBackground = false;
     bool isEmpty = true;
+    bool keepsLines = false;  // lines end only where blocks and breaks end them
     Align align = Align::Left;
     std::int32_t verticalAlign = 3;
+    int deepestIndent = 0;  // of its lines, both sides together
 };
 
 struct FlowTable {
@@ -125,7 +129,7 @@ struct FlowTable {
     std::uint32_t columnCount = 0;
     std::uint32_t rowCount = 0;
     Extent width;
-    int height = 0;
+    Extent height;
     int border = 0;
     int padding = 0;
     int spacing = 0;
@@ -134,7 +138,9 @@ struct FlowTable {
     int max = 0;
     Colour background = 0;
     bool hasBackground = false;
+    bool floats = false;  // at the side that it is aligned to, with the text next to it
     Align align = Align::Left;
+    int gap = 0;  // to the text next to it or below it
 
     /// Between a cell's edge and its content.
     int inset() const { return padding + (border > 0 ? 1 : 0); }
@@ -147,6 +153,7 @@ enum class FlowKind : std::uint8_t {
     Picture,
     Mark,   // the place of a link or named element: index in `marks`
     Break,  // index of the style that an empty line has
+    Clear,  // move below what floats: 1 left, 2 right, 3 at both sides
     Block,
     Rule,
     Marker,  // kNone: a list ends
@@ -177,6 +184,7 @@ struct Flow {
     std::vector<FlowColumn> columns;
     std::vector<TextStyle> styles;
     std::vector<std::int16_t> marks;  // the elements whose places are recorded
+    int deepestIndent = 0;            // of the lines outside of tables, both sides together
     std::pmr::monotonic_buffer_resource store;
 };
 

@@ -63,6 +63,7 @@ void FlowBuilder::build() {
         }
     }
     tables_.closeAll();
+    writer_.finish();
 }
 
 bool FlowBuilder::hide(const HTMLElement& element) {
@@ -127,7 +128,8 @@ void FlowBuilder::tag(const HTMLElement& element) {
         case TagRole::Rule:
             return rule(element);
         case TagRole::Break:
-            return writer_.lineBreak(styles_.current());
+            return writer_.lineBreak(styles_.current(),
+                                     (element.clearsLeft ? 1U : 0U) + (element.clearsRight ? 2U : 0U));
         case TagRole::Anchor:
             return anchor(element);
         case TagRole::Picture:
@@ -167,7 +169,11 @@ void FlowBuilder::picture(const HTMLElement& element) {
 void FlowBuilder::rule(const HTMLElement& element) {
     needCell();
     endLooseItem();
-    writer_.rule({givenWidth(element), givenAlign(element, Align::Center)}, spacing_);
+    FlowRule rule{givenWidth(element)};
+    if (element.ruleHeight > 0) rule.height = element.ruleHeight;
+    rule.shaded = !element.noShade;
+    rule.align = givenAlign(element, Align::Center);
+    writer_.rule(rule, spacing_);
 }
 
 void FlowBuilder::openBlock(const HTMLElement& element, int gap, int indent) {

@@ -131,8 +131,9 @@ void FlowWriter::picture(FlowPicture picture) {
     widths().word(picture.gapBefore, picture.outerWidth());
 }
 
-void FlowWriter::lineBreak(std::uint32_t style) {
+void FlowWriter::lineBreak(std::uint32_t style, unsigned clear) {
     item(FlowKind::Break, style);
+    if (clear != 0) item(FlowKind::Clear, clear);
     widths().endLine();
     widths().emptyLine();
     takeGap(false, 0);
@@ -174,34 +175,45 @@ void FlowWriter::endItem() {
     item(FlowKind::Marker, kNone);
 }
 
-void FlowWriter::openCell(std::uint32_t cell, Align align) {
+void FlowWriter::openCell(std::uint32_t cell) {
     item(FlowKind::CellStart, cell);
-    blocks_.enterScope({align});
-    widths_.emplace_back();
+    blocks_.enterScope({flow_.cells[cell].align});
+    widths_.emplace_back(flow_.cells[cell].keepsLines);
     takeGap(false, 0);
 }
 
 void FlowWriter::closeCell(std::uint32_t cell) {
     widths().endLine();
-    flow_.cells[cell].least = widths().least();
-    flow_.cells[cell].min = widths().min();
-    flow_.cells[cell].max = widths().max();
-    flow_.cells[cell].isEmpty = widths().isEmpty();
+    FlowCell& closed = flow_.cells[cell];
+    closed.least = widths().least();
+    closed.min = widths().min();
+    closed.max = widths().max();
+    closed.isEmpty = widths().isEmpty();
+    closed.deepestIndent = widths().deepestIndent();
     widths_.pop_back();
     blocks_.leaveScope();
     item(FlowKind::CellEnd, cell);
 }
 
-void FlowWriter::openTable(std::uint32_t table, int gap) {
-    boundary(gap);
+void FlowWriter::openTable(std::uint32_t table) {
+    boundary(flow_.tables[table].gap);
     item(FlowKind::TableStart, table);
 }
 
-void FlowWriter::closeTable(std::uint32_t table, int gap) {
+void FlowWriter::closeTable(std::uint32_t table) {
     item(FlowKind::TableEnd, table);
     const FlowTable& shape = flow_.tables[table];
-    widths().block(shape.least, shape.min, shape.max);
-    boundary(gap);
+    if (shape.floats) {
+        widths().floating(shape.least, shape.min, shape.max + shape.gap);
+        takeGap(false, 0);
+    } else {
+        widths().block(shape.least, shape.min, shape.max);
+        boundary(shape.gap);
+    }
+}
+
+void FlowWriter::finish() {
+    flow_.deepestIndent = widths().deepestIndent();
 }
 
 }  // namespace kavrelon

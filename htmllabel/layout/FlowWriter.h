@@ -29,7 +29,8 @@ class FlowWriter {
     void picture(FlowPicture picture);
     /// A text with its hard spaces as spaces, which lives as long as the flow (or the text given).
     std::string_view drawable(std::string_view text);
-    void lineBreak(std::uint32_t style);
+    /// `clear` as in `FlowKind::Clear`, 0 for nothing.
+    void lineBreak(std::uint32_t style, unsigned clear = 0);
     /// There is white space before a tag: a line may end before the next word. `underline` is the style in
     /// force when that underlines, else `kNone`.
     void spaceBeforeTag(std::uint32_t underline);
@@ -46,10 +47,12 @@ class FlowWriter {
     void endItem();
 
     /// Between `openCell` and `closeCell`, everything written is content of this cell.
-    void openCell(std::uint32_t cell, Align align);
+    void openCell(std::uint32_t cell);
     void closeCell(std::uint32_t cell);
-    void openTable(std::uint32_t table, int gap);
-    void closeTable(std::uint32_t table, int gap);
+    void openTable(std::uint32_t table);
+    void closeTable(std::uint32_t table);
+    /// To be called when everything has been written.
+    void finish();
 
   private:
     void item(FlowKind kind, std::uint32_t index) { flow_.items.push_back({kind, index}); }
@@ -66,8 +69,8 @@ class FlowWriter {
     // Of the text that is being divided.
     std::vector<std::string_view> pieces_;
     std::vector<std::uint16_t> hardSpaces_;
-    std::vector<ContentWidths> widths_{1};  // of the page and the open cells
-    int gap_ = -1;                          // before what comes next
+    std::vector<ContentWidths> widths_ = std::vector<ContentWidths>(1);  // of the page and the open cells
+    int gap_ = -1;                                                       // before what comes next
     bool spaceBefore_ = false;
     bool endsHard_ = false;           // a hard space is the last that was written
     std::uint32_t gapStyle_ = kNone;  // the style that underlines the space before a tag

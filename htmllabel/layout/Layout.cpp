@@ -48,7 +48,7 @@ void Layout::measure(const HTMLDocument& document, const LayoutDefaults& default
     FlowBuilder(document, defaults, pictures, canvas, *state_->flow).build();
 }
 
-void Layout::placeUnmarked(const HTMLDocument& document, int width) {
+void Layout::placeUnmarked(const HTMLDocument& document, int width, int height) {
     if (!state_->flow) return;
     const Flow& flow = *state_->flow;
     const int margin = state_->margin;
@@ -56,16 +56,16 @@ void Layout::placeUnmarked(const HTMLDocument& document, int width) {
     DisplayList& list = state_->list;
     list.clear(flow.marks.size());
     const int room = std::max(clampPixels(width) - 2 * margin, 0);
-    const int height = FlowPlacer(flow, list).place(room, state_->background);
+    const int pageHeight = std::max(clampPixels(height) - 2 * margin, 0);
+    const int taken = FlowPlacer(flow, list, pageHeight).place(room, state_->background);
     list.resolve({margin, margin});
     const Size extent = list.extent();
-    state_->size = {std::max(width, extent.width + margin),
-                    std::max(height + margin, extent.height) + margin};
+    state_->size = {std::max(width, extent.width + margin), std::max(taken + margin, extent.height) + margin};
 }
 
-void Layout::place(HTMLDocument& document, int width) {
+void Layout::place(HTMLDocument& document, int width, int height) {
     if (!state_->flow) return;
-    placeUnmarked(document, width);
+    placeUnmarked(document, width, height);
     const auto& marks = state_->flow->marks;
     for (std::size_t i = 0; i < marks.size(); ++i) {
         document.setHitBox(marks[i], state_->list.markPlace(static_cast<std::uint32_t>(i)));

@@ -63,7 +63,8 @@ FlowPicture pictureBox(const HTMLElement& image, std::string_view alternative, c
     box.spaceY = clampPixels(image.intVSpace, kMostSpace);
     box.border = clampPixels(image.intBorder, kMostBorder);
     box.middle = image.blnAlignCenter;
-    box.floats = image.blnAlignRight;
+    if (image.alignsLeft) box.floats = Align::Left;
+    if (image.blnAlignRight) box.floats = Align::Right;
     box.element = image.intIndex;
     if (picture != nullptr) {
         box.size = scaled(picture->size(), width, height);

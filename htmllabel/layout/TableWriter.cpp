@@ -27,8 +27,10 @@ void TableWriter::openTable(const HTMLElement& tag) {
     table.background = tag.lngBgColor;
     table.hasBackground = tag.blnHasBgColor;
     table.align = givenAlign(tag, writer_.blocks().top().align);
+    table.floats = tag.alignsLeft || tag.blnAlignRight;
+    table.gap = gap_;
     flow_.tables.push_back(table);
-    writer_.openTable(index, gap_);
+    writer_.openTable(index);
     styles_.enterScope();
     open_.emplace_back().table = index;
 }
@@ -40,7 +42,7 @@ void TableWriter::closeTable() {
     open_.pop_back();
     styles_.leaveScope();
     measureColumns(flow_, flow_.tables[table]);
-    writer_.closeTable(table, gap_);
+    writer_.closeTable(table);
 }
 
 void TableWriter::closeAll() {
@@ -76,11 +78,12 @@ void TableWriter::openCell(const HTMLElement& tag) {
     FlowCell cell;
     cell.span = static_cast<std::uint32_t>(std::max<int>(tag.intColSpan, 1));
     cell.width = givenWidth(tag);
-    cell.height = std::max(givenHeight(tag), row.height);
+    cell.height = larger(givenHeight(tag), row.height);
     cell.hasBackground = tag.blnHasBgColor || row.hasBackground;
     cell.background = tag.blnHasBgColor ? tag.lngBgColor : row.background;
     const bool centred = row.align == Align::Left && tag.isHeaderCell;
     cell.align = givenAlign(tag, centred ? Align::Center : row.align);
+    cell.keepsLines = tag.noWrap;
     cell.verticalAlign = tag.lngVAlign;
     if (tag.lngVAlign == kTop && row.verticalAlign > kTop && !tag.hasVAlign) {
         cell.verticalAlign = row.verticalAlign;
@@ -116,7 +119,7 @@ void TableWriter::beginCell(FlowCell cell) {
     }
     table.lastCell = open.cell;
     flow_.cells.push_back(cell);
-    writer_.openCell(open.cell, cell.align);
+    writer_.openCell(open.cell);
     styles_.enterScope();
 }
 

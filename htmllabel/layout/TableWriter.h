@@ -36,7 +36,7 @@ class TableWriter {
         Colour background = 0;
         bool hasBackground = false;
         std::int32_t verticalAlign = 0;  // 0: not given
-        int height = 0;
+        Extent height;
     };
     struct OpenTable {
         std::uint32_t table = 0;

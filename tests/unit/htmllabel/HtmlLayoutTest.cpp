@@ -139,20 +139,23 @@ TEST_F(HtmlLayoutTest, BlocksAndIndents) {
         {"a<BR></P>b<BR><BR>c", "4,4 a|4,34 b|4,64 c"},
         {"<CENTER>ab</CENTER><P ALIGN=RIGHT>cd</P>e", "98,4 ab|192,34 cd|4,64 e"},
         {"<CENTER>a<P ALIGN=LEFT>b</P>c</CENTER>", "101,4 a|4,34 b|101,64 c"},
-        {"<BLOCKQUOTE>aaaa bbbb<BLOCKQUOTE>c</BLOCKQUOTE></BLOCKQUOTE>d",
-         "29,4 aaaa|29,19 bbbb|29,49 c|4,79 d", 108},
+        {"<BLOCKQUOTE>aaaa bbbb<BLOCKQUOTE>c</BLOCKQUOTE></BLOCKQUOTE>d", "16,4 aaaa bbbb|29,34 c|4,64 d",
+         108},
+        {"<UL><LI>a<UL><LI>b<UL><LI>c<UL><LI>d<UL><LI>e<UL><LI>f</UL></UL></UL></UL></UL></UL>",
+         "23,4 a|42,19 b|61,34 c|80,49 d|99,64 e|119,79 f", 238},
         {"<HEAD><TITLE>t</TITLE>u</HEAD><SCRIPT>s</SCRIPT><STYLE>v</STYLE><FORM>a</FORM>b", "4,4 a|4,19 b"},
         {"<HEAD><TITLE>1 < 2</TITLE><SCRIPT>if (a<b) write('<STYLE>');</SCRIPT>a", "4,4 a"},
         {"<UL><LI>aaaa bbbb<LI><P>c</P><OL><LI><LI>d</OL></UL>e",
-         "34,4 aaaa|34,19 bbbb|34,49 c|15,79 1.|15,94 2.|35,94 d|4,124 e", 70},
+         "19,4 aaaa|19,19 bbbb|19,49 c|15,79 1.|15,94 2.|35,94 d|4,124 e", 70},
         {"<OL><LI><BLOCKQUOTE>a</BLOCKQUOTE></OL>", "14,4 1.|64,4 a"},
         {"<OL><LI><TABLE CELLPADDING=0><TD></TABLE></OL>a", "14,4 1.|4,34 a"},
         {"<TABLE0><TD><OL><LI><P>a</OL><TD>b</TABLE>", "4,4 1.|24,4 a|30,4 b", 1},
     };
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
     EXPECT_EQ(drawn("<UL><LI>a<UL><LI>b<UL><LI>c</UL></UL><LI></UL>d").bullets, "0@26 1@56 2@86 0@26 ");
-    EXPECT_EQ(drawn("<HR WIDTH=50 ALIGN=RIGHT><HR WIDTH=\"50%\">").fills,
-              "154,4-204,5 154,5-204,6 54,10-154,11 54,11-154,12 ");
+    EXPECT_EQ(
+        drawn("<HR WIDTH=50 ALIGN=RIGHT><HR WIDTH=\"50%\" NOSHADE=1><HR SIZE=1><HR SIZE=40 NOSHADE=>").fills,
+        "154,4-204,5 154,4-155,6 154,5-204,6 203,4-204,6 54,10-154,12 4,16-204,17 4,21-204,61 ");
     EXPECT_EQ(drawn("<HR>", 8).fills, "") << "no room between the margins";
 }
 
@@ -216,6 +219,7 @@ TEST_F(HtmlLayoutTest, ColumnsOfTables) {
          "4,4 a|124,4 b|4,19 c|64,19 d|124,19 e"},
         {"<TABLE></TABLE>a", "4,4 a"},
         {"<TABLE0><TD HEIGHT=1.4></TABLE>a", "4,9 a"},
+        {"<TABLE0><TD NOWRAP=NOWRAP>aa bb&nbsp;cc<TD>d e</TABLE>", "4,4 aa bb cc|52,4 d|52,19 e", 70},
         {"<TABLE0><TR><TD COLSPAN=2>aaaaaaaaaaaaaaaaaaaa<TD>x<TR><TD><TD>bb<TD>y</TABLE>",
          "4,4 aaaaaaaaaaaaaaaaaaaa|124,4 x|11,19 bb|124,19 y"},
         {"<TABLE0><TR><TD COLSPAN=2>aaaaaaaaaaaa<TR><TD>b c<TD>d e</TABLE>",
