@@ -14,6 +14,8 @@ inline constexpr int kPageWidth = 600;
 
 /// All that a label has for a document, on a canvas that draws nothing.
 struct LabelEngine {
+    explicit LabelEngine(int pixelsPerInch = 96) : canvas(pixelsPerInch) {}
+
     void parse(std::string_view html, const DocumentDefaults& defaults = {}) {
         document.setDocument(html, defaults);
     }

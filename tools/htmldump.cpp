@@ -18,12 +18,14 @@ namespace {
 using namespace kavrelon;
 
 constexpr const char* kUsage =
-    "usage: htmldump [--no-anchors] [--font-size POINTS] [--layout WIDTH[xHEIGHT]] FILE (- is standard "
+    "usage: htmldump [--no-anchors] [--font-size POINTS] [--resolution PIXELS] [--layout WIDTH[xHEIGHT]] "
+    "FILE (- is standard "
     "input)\n";
 constexpr int kMalformed = 2;
 
 struct Options {
     DocumentDefaults defaults{.EnableAnchors = true};
+    int pixelsPerInch = 96;
     std::optional<Size> page;
     std::string file;
 };
@@ -56,6 +58,10 @@ std::optional<Options> parseOptions(int argc, char** argv) {
             const auto points = measure<float>(argv[++next]);
             if (!points) return std::nullopt;
             options.defaults.DefaultFontSize = *points;
+        } else if (option == "--resolution") {
+            const auto pixels = measure<int>(argv[++next]);
+            if (!pixels) return std::nullopt;
+            options.pixelsPerInch = *pixels;
         } else if (option == "--layout") {
             options.page = pageSize(argv[++next]);
             if (!options.page) return std::nullopt;
@@ -69,7 +75,7 @@ std::optional<Options> parseOptions(int argc, char** argv) {
 }
 
 void dump(const std::string& html, const Options& options) {
-    LabelEngine label;
+    LabelEngine label(options.pixelsPerInch);
     label.parse(html, options.defaults);
     if (!options.page) return dumpDocument(std::cout, label.document);
     label.layOut(*options.page, {.DefaultFontSize = options.defaults.DefaultFontSize});

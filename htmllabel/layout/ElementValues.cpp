@@ -32,6 +32,10 @@ Extent givenHeight(const HTMLElement& element) {
     return {0, element.heightIsPercentage && height > 0 ? height : 0};
 }
 
+Extent scaled(const Extent& extent, const PixelScale& scale) {
+    return {scale(extent.pixels), extent.fraction};
+}
+
 Extent larger(const Extent& a, const Extent& b) {
     return {std::max(a.pixels, b.pixels), std::max(a.fraction, b.fraction)};
 }

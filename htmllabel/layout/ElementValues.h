@@ -16,6 +16,8 @@ Extent givenWidth(const HTMLElement& element);
 /// HEIGHT: pixels, or up to 100% a fraction of the page's height. A HEIGHT of 1 is one pixel, which counts as
 /// nothing.
 Extent givenHeight(const HTMLElement& element);
+/// In the pixels of a canvas.
+Extent scaled(const Extent& extent, const PixelScale& scale);
 /// The larger of each.
 Extent larger(const Extent& a, const Extent& b);
 /// ALIGN of a block; `inherited` when there is none.

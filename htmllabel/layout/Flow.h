@@ -6,13 +6,12 @@
 #include <vector>
 
 #include "htmllabel/layout/Canvas.h"
+#include "htmllabel/layout/PixelScale.h"
 
 namespace kavrelon {
 
 /// "None", where an index into one of a flow's lists is kept.
 inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
-/// The numbers of a document are limited to this many pixels, so that no sum of them overflows.
-inline constexpr int kMostPixels = 32767;
 
 enum class Align : std::uint8_t { Left, Center, Right };
 
@@ -78,7 +77,7 @@ struct FlowBlock {
 
 struct FlowRule {
     Extent width;
-    int height = 2;
+    int height = 0;
     bool shaded = true;
     Align align = Align::Center;
 };
@@ -131,6 +130,7 @@ struct FlowTable {
     Extent width;
     Extent height;
     int border = 0;
+    int cellEdge = 0;  // the thickness of the cells' frames
     int padding = 0;
     int spacing = 0;
     int least = 0;
@@ -143,7 +143,7 @@ struct FlowTable {
     int gap = 0;  // to the text next to it or below it
 
     /// Between a cell's edge and its content.
-    int inset() const { return padding + (border > 0 ? 1 : 0); }
+    int inset() const { return padding + cellEdge; }
     /// The width of what is between and around the cells.
     int outside() const { return 2 * border + spacing * (static_cast<int>(columnCount) + 1); }
 };
@@ -170,8 +170,12 @@ struct FlowItem {
 
 /// A document made ready to be set at any width: its content in order, with everything measured.
 ///
-/// Texts belong to the document, or to `store` where they had to be changed.
+/// All sizes are in the canvas's pixels. Texts belong to the document, or to `store` where they had to be
+/// changed.
 struct Flow {
+    explicit Flow(PixelScale canvasScale) : scale(canvasScale) {}
+
+    PixelScale scale;
     std::vector<FlowItem> items;
     std::vector<FlowText> texts;
     std::vector<std::int32_t> wordWidths;

@@ -12,6 +12,10 @@ namespace kavrelon {
 namespace {
 
 constexpr int kIndent = 30;
+constexpr int kRuleHeight = 2;
+/// The least of a bullet, and between an item's marker and its text besides a space.
+constexpr int kLeastBullet = 4;
+constexpr int kMarkerGap = 2;
 constexpr int kMostSpacing = 1000;
 
 /// In a script or title, a "<" that begins no tag swallows the text up to the next ">". The closer at the end
@@ -48,7 +52,8 @@ FlowBuilder::FlowBuilder(const HTMLDocument& document, const LayoutDefaults& def
       flow_(flow),
       styles_(document, defaults, canvas, flow),
       writer_(flow, canvas),
-      spacing_(clampPixels(defaults.DefaultSpacing, kMostSpacing)),
+      spacing_(flow.scale(clampPixels(defaults.DefaultSpacing, kMostSpacing))),
+      indent_(flow.scale(kIndent)),
       lineHeight_(styles_.currentStyle().height()),
       tables_(flow, writer_, styles_, spacing_),
       lastHeadEnd_(lastHeadEnd(document)) {}
@@ -112,7 +117,7 @@ void FlowBuilder::tag(const HTMLElement& element) {
         case TagRole::EndParagraph:
             return closeBlock(openerOf(code), lineHeight_);
         case TagRole::Quote:
-            return openBlock(element, lineHeight_, kIndent);
+            return openBlock(element, lineHeight_, indent_);
         case TagRole::EndQuote:
             return closeBlock(openerOf(code), lineHeight_);
         case TagRole::Lines:
@@ -169,8 +174,8 @@ void FlowBuilder::picture(const HTMLElement& element) {
 void FlowBuilder::rule(const HTMLElement& element) {
     needCell();
     endLooseItem();
-    FlowRule rule{givenWidth(element)};
-    if (element.ruleHeight > 0) rule.height = element.ruleHeight;
+    FlowRule rule{scaled(givenWidth(element), flow_.scale)};
+    rule.height = flow_.scale(element.ruleHeight > 0 ? element.ruleHeight : kRuleHeight);
     rule.shaded = !element.noShade;
     rule.align = givenAlign(element, Align::Center);
     writer_.rule(rule, spacing_);
@@ -197,7 +202,7 @@ void FlowBuilder::openList(TagType code) {
     const int gap = listGap();
     BlockState state = writer_.blocks().top();
     const int depth = state.list == kNone ? 0 : lists_[state.list].depth + 1;
-    state.left = std::min(state.left + kIndent, kMostPixels);
+    state.left = std::min(state.left + indent_, kMostPixels);
     state.list = static_cast<std::uint32_t>(lists_.size());
     lists_.push_back({code == TAG_OL, depth});
     writer_.blocks().open(code, state);
@@ -224,13 +229,13 @@ void FlowBuilder::listItem(const HTMLElement& element) {
     marker.style = styles_.current();
     marker.element = element.intIndex;
     const TextStyle& style = styles_.currentStyle();
-    marker.gap = style.spaceWidth + 2;
+    marker.gap = style.spaceWidth + flow_.scale(kMarkerGap);
     if (list.isNumbered) {
         marker.number = numberText(list.next++, flow_.store);
         marker.width = canvas_.textWidth(style.font, marker.number);
     } else {
         marker.bullet = static_cast<Bullet>(std::min(list.depth, 2));
-        marker.width = std::max(style.ascent * 2 / 5, 4);
+        marker.width = std::max(style.ascent * 2 / 5, flow_.scale(kLeastBullet));
     }
     writer_.marker(marker);
 }

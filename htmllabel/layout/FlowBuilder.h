@@ -60,6 +60,7 @@ class FlowBuilder {
     InlineStyles styles_;
     FlowWriter writer_;
     int spacing_;
+    int indent_;
     int lineHeight_;  // of the default font
     TableWriter tables_;
     std::vector<List> lists_;

@@ -81,7 +81,7 @@ FlowPlacer::Span FlowPlacer::lineSpan() const {
     const Container& in = containers_.back();
     int left = in.block.left;
     int right = in.block.right;
-    const int deepest = std::min(in.deepestIndent, kDeepestIndent);
+    const int deepest = std::min(in.deepestIndent, flow_.scale(kDeepestIndent));
     if (left > 0 && deepest > in.width / 2) {
         const int both = left + right;
         const std::int64_t room = std::int64_t{in.width / 2} * std::min(both, deepest) / deepest;
@@ -231,8 +231,9 @@ void FlowPlacer::rule(const FlowRule& rule) {
     DisplayItem item;
     item.frame = in().frame;
     item.place = {left, in().y, left + width, in().y + rule.height};
-    // A rule one pixel high has no room for edges.
-    if (rule.shaded && rule.height > 1) {
+    item.thickness = flow_.scale(1);
+    // A rule of one pixel has no room for edges.
+    if (rule.shaded && rule.height > item.thickness) {
         item.kind = DrawKind::Sunken;
         item.value = lightEdgeOn(in().ground);
     } else {

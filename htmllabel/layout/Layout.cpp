@@ -41,10 +41,11 @@ void Layout::measure(const HTMLDocument& document, const LayoutDefaults& default
                      Canvas& canvas) {
     state_->list.clear(0);
     state_->size = {};
-    state_->margin = clampPixels(defaults.DefaultPadding, kMostMargin);
+    const PixelScale scale(canvas.pixelsPerInch());
+    state_->margin = scale(clampPixels(defaults.DefaultPadding, kMostMargin));
     state_->pagePicture =
         document.mstrBackground().empty() ? nullptr : pictures.picture(document.mstrBackground());
-    state_->flow.emplace();
+    state_->flow.emplace(scale);
     FlowBuilder(document, defaults, pictures, canvas, *state_->flow).build();
 }
 
@@ -77,8 +78,8 @@ Size Layout::size() const {
 }
 
 void Layout::State::drawPagePicture(Canvas& canvas, const Rect& part) const {
-    if (pagePicture == nullptr) return;
-    Size tile = pagePicture->size();
+    if (pagePicture == nullptr || !flow) return;
+    Size tile = flow->scale(pagePicture->size());
     if (tile.width <= 0 || tile.height <= 0) return;
     // A picture one pixel wide or high looks the same when it is stretched, and takes one call then.
     if (tile.width == 1) tile.width = std::max(part.right, 1);

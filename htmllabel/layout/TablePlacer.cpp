@@ -60,7 +60,7 @@ TablePlacer::CellFrame TablePlacer::startCell(std::uint32_t cell) {
     const Colour ground = shape.hasBackground ? shape.background : open.ground;
     if (shape.hasBackground) placed.fill = addItem(open.frame, DrawKind::Fill, shape.background, 0);
     if (table.border > 0 && !shape.isEmpty) {
-        placed.border = addItem(open.frame, DrawKind::Sunken, lightEdgeOn(ground), 1);
+        placed.border = addItem(open.frame, DrawKind::Sunken, lightEdgeOn(ground), table.cellEdge);
     }
     placed.frame = list_.addFrame(open.frame);
     return {placed.frame, std::max(placed.width - 2 * table.inset(), 0), ground};

@@ -19,11 +19,13 @@ constexpr std::uint32_t kWholeRow = 1U << 30;
 void TableWriter::openTable(const HTMLElement& tag) {
     const auto index = static_cast<std::uint32_t>(flow_.tables.size());
     FlowTable table;
-    table.width = givenWidth(tag);
-    table.height = givenHeight(tag);
-    table.border = clampPixels(tag.intBorder, kMostBorder);
-    table.padding = clampPixels(tag.intCellPadding, kMostPadding);
-    table.spacing = clampPixels(tag.intCellSpacing, kMostPadding);
+    const PixelScale& scale = flow_.scale;
+    table.width = scaled(givenWidth(tag), scale);
+    table.height = scaled(givenHeight(tag), scale);
+    table.border = scale(clampPixels(tag.intBorder, kMostBorder));
+    table.cellEdge = table.border > 0 ? scale(1) : 0;
+    table.padding = scale(clampPixels(tag.intCellPadding, kMostPadding));
+    table.spacing = scale(clampPixels(tag.intCellSpacing, kMostPadding));
     table.background = tag.lngBgColor;
     table.hasBackground = tag.blnHasBgColor;
     table.align = givenAlign(tag, writer_.blocks().top().align);
@@ -60,8 +62,8 @@ void TableWriter::beginRow(const Row& row) {
 void TableWriter::openRow(const HTMLElement& tag) {
     if (open_.empty()) return;
     closeRow();
-    beginRow(
-        {givenAlign(tag, Align::Left), tag.lngBgColor, tag.blnHasBgColor, tag.lngVAlign, givenHeight(tag)});
+    beginRow({givenAlign(tag, Align::Left), tag.lngBgColor, tag.blnHasBgColor, tag.lngVAlign,
+              scaled(givenHeight(tag), flow_.scale)});
 }
 
 void TableWriter::closeRow() {
@@ -77,8 +79,8 @@ void TableWriter::openCell(const HTMLElement& tag) {
     const Row& row = open_.back().row;
     FlowCell cell;
     cell.span = static_cast<std::uint32_t>(std::max<int>(tag.intColSpan, 1));
-    cell.width = givenWidth(tag);
-    cell.height = larger(givenHeight(tag), row.height);
+    cell.width = scaled(givenWidth(tag), flow_.scale);
+    cell.height = larger(scaled(givenHeight(tag), flow_.scale), row.height);
     cell.hasBackground = tag.blnHasBgColor || row.hasBackground;
     cell.background = tag.blnHasBgColor ? tag.lngBgColor : row.background;
     const bool centred = row.align == Align::Left && tag.isHeaderCell;

@@ -1,5 +1,6 @@
-// htmlpicture FILE WIDTH OUT.bmp: draws an HTML document, as the label does, on a page of WIDTH pixels.
-// Pictures are looked for in the document's folder.
+// htmlpicture FILE WIDTH[xHEIGHT] OUT.bmp: draws an HTML document, as the label does, on a page of WIDTH
+// pixels, of which HEIGHT are seen at once, at the system's resolution. Pictures are looked for in the
+// document's folder.
 
 #include <windows.h>
 
@@ -81,7 +82,7 @@ class Page {
     Bitmap bitmap_;
 };
 
-int drawDocument(const std::string& path, int width, const std::string& result) {
+int drawDocument(const std::string& path, Size view, const std::string& result) {
     std::ifstream in(path, std::ios::binary);
     if (!in) {
         std::cerr << path << ": cannot be opened\n";
@@ -93,7 +94,7 @@ int drawDocument(const std::string& path, int width, const std::string& result) 
     FolderPictures pictures(std::filesystem::path(path).parent_path());
     Layout layout;
     layout.measure(document, {}, pictures, canvas);
-    layout.place(document, width);
+    layout.place(document, view.width, view.height);
     const Size size = layout.size();
     // There are no bitmaps without pixels.
     Page page({std::max(size.width, 1), std::max(size.height, 1)});
@@ -111,10 +112,18 @@ int drawDocument(const std::string& path, int width, const std::string& result) 
 }  // namespace kavrelon
 
 int main(int argc, char** argv) {
-    const int width = argc == 4 ? std::atoi(argv[2]) : 0;
-    if (width <= 0) {
-        std::cerr << "usage: htmlpicture FILE WIDTH OUT.bmp\n";
+    kavrelon::Size view;
+    if (argc == 4) {
+        const std::string text = argv[2];
+        const auto cross = text.find('x');
+        view.width = std::atoi(text.c_str());
+        if (cross != std::string::npos) view.height = std::atoi(text.c_str() + cross + 1);
+    }
+    if (view.width <= 0) {
+        std::cerr << "usage: htmlpicture FILE WIDTH[xHEIGHT] OUT.bmp\n";
         return kavrelon::kMisused;
     }
-    return kavrelon::drawDocument(argv[1], width, argv[3]);
+    // Otherwise the system scales the picture itself.
+    SetProcessDPIAware();
+    return kavrelon::drawDocument(argv[1], view, argv[3]);
 }
