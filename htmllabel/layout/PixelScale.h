@@ -10,8 +10,8 @@ namespace kavrelon {
 /// The numbers of a document are limited to this many pixels, so that no sum of them overflows.
 inline constexpr int kMostPixels = 32767;
 
-/// Turns the pixels of a document, of which an inch has 96, into those of a canvas, so that a document keeps its
-/// proportions whatever the canvas's resolution.
+/// Turns the pixels of a document, of which an inch has 96, into those of a canvas, so that a document keeps
+/// its proportions whatever the canvas's resolution.
 class PixelScale {
   public:
     static constexpr int kPixelsPerInch = 96;
