@@ -16,7 +16,7 @@ std::function<void()> prepareLayout(const std::string& html) {
     const auto label = std::make_shared<LabelEngine>();
     label->parse(html);
     return [label] {
-        label->layOut(kPageWidth);
+        label->layOut({kPageWidth, 0});
         label->draw();
     };
 }
@@ -24,7 +24,7 @@ std::function<void()> prepareLayout(const std::string& html) {
 std::function<void()> prepareWidth(const std::string& html) {
     const auto label = std::make_shared<LabelEngine>();
     label->parse(html);
-    label->layOut(kPageWidth);
+    label->layOut({kPageWidth, 0});
     return [label, width = kPageWidth]() mutable {
         width = width == kPageWidth ? kPageWidth / 2 : kPageWidth;
         label->layout.place(label->document, width);
@@ -35,7 +35,7 @@ std::function<void()> prepareAll(const std::string& html) {
     return [&html] {
         LabelEngine label;
         label.parse(html);
-        label.layOut(kPageWidth);
+        label.layOut({kPageWidth, 0});
         label.draw();
     };
 }

@@ -56,7 +56,7 @@ int main(int argc, char** argv) {
         mostHeld = held;
         LabelEngine label;
         label.parse(html);
-        label.layOut(kPageWidth);
+        label.layOut({kPageWidth, 0});
         label.draw();
         std::printf("%s %zu\n", kind.name, mostHeld - before);
     }

@@ -26,16 +26,21 @@ void PixelBitmap::draw(HDC target, const RECT& place, bool opaque) const noexcep
     if (!selected) return;
     const int width = static_cast<int>(place.right - place.left);
     const int height = static_cast<int>(place.bottom - place.top);
+    // Pixels that a scaled context or a metafile drops are mixed in. The platform wants the origin to be set
+    // after the mode.
+    const int mode = SetStretchBltMode(target, HALFTONE);
+    POINT origin{};
+    SetBrushOrgEx(target, 0, 0, &origin);
     if (opaque) {
-        const int mode = SetStretchBltMode(target, COLORONCOLOR);
         StretchBlt(target, place.left, place.top, width, height, source.get(), 0, 0, size_.width,
                    size_.height, SRCCOPY);
-        SetStretchBltMode(target, mode);
     } else {
         constexpr BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
         AlphaBlend(target, place.left, place.top, width, height, source.get(), 0, 0, size_.width,
                    size_.height, blend);
     }
+    SetStretchBltMode(target, mode);
+    SetBrushOrgEx(target, static_cast<int>(origin.x), static_cast<int>(origin.y), nullptr);
 }
 
 }  // namespace kavrelon

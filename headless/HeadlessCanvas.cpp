@@ -9,7 +9,7 @@ FontId HeadlessCanvas::font(const TextFont& font) {
     Key key{font.face, font.points, font.bold, font.italic, font.underline};
     if (const auto known = ids_.find(key); known != ids_.end()) return known->second;
     // Whole numbers first: 10 x 0.6 must not come out a little above 6.
-    const double points = font.points;
+    const double points = static_cast<double>(font.points) * pixelsPerInch_ / 96;
     const int height = static_cast<int>(std::ceil(points * 3 / 2));
     const int ascent = height * 4 / 5;
     // Before its number is known: where memory runs out in between, no number is without a font.

@@ -14,12 +14,14 @@ inline constexpr int kPageWidth = 600;
 
 /// All that a label has for a document, on a canvas that draws nothing.
 struct LabelEngine {
+    explicit LabelEngine(int pixelsPerInch = 96) : canvas(pixelsPerInch) {}
+
     void parse(std::string_view html, const DocumentDefaults& defaults = {}) {
         document.setDocument(html, defaults);
     }
-    void layOut(int width, const LayoutDefaults& defaults = {}) {
+    void layOut(Size page, const LayoutDefaults& defaults = {}) {
         layout.measure(document, defaults, pictures, canvas);
-        layout.place(document, width);
+        layout.place(document, page.width, page.height);
     }
     void draw() { layout.draw(canvas, {0, 0, layout.size().width, layout.size().height}); }
 

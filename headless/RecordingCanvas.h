@@ -13,6 +13,8 @@ namespace kavrelon {
 /// A headless canvas that keeps what is drawn on it, each kind in drawing order.
 class RecordingCanvas : public HeadlessCanvas {
   public:
+    using HeadlessCanvas::HeadlessCanvas;
+
     struct Text {
         TextFont font;
         Colour colour = 0;

@@ -52,7 +52,8 @@ class frmHelp final : public HelpWindowEvents,
 
     /// The text as the label keeps it.
     const std::string& HelpInfo() const { return txtHelp->DocumentHTML(); }
-    /// Shows a text: HTML when it contains "<html>", plain text otherwise. "^" breaks the line in both.
+    /// Shows a text: HTML when it contains "<html>", plain text otherwise. "^" breaks the line in plain text;
+    /// in HTML it is white space.
     void HelpInfo(std::string_view text);
     /// Sets the text's font, one point smaller than the size given.
     void FontInfo(const std::string& sFontName, std::int16_t iFontSize);

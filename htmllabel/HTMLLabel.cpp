@@ -187,7 +187,10 @@ void HTMLLabel::layOut(Point offset) {
     auto layout = std::make_unique<Layout>();
     layout->measure(document_, layoutDefaults(), pictures_, window_->canvas());
     const int line = lineHeight();
-    layout->place(document_, placeLabelParts(outline()).picViewPort.width());
+    LabelOutline whole = outline();
+    whole.hscVisible = false;  // it depends on the layout
+    const Rect page = placeLabelParts(whole).picViewPort;
+    layout->place(document_, page.width(), page.height());
     layout_ = std::move(layout);
     fitParts(offset, line);
 }
@@ -226,7 +229,7 @@ void HTMLLabel::drawPage(Canvas& canvas, Size page) {
     if (!loadPictures()) return;
     Layout layout;
     layout.measure(document_, layoutDefaults(), pictures_, canvas);
-    layout.placeUnmarked(document_, page.width);
+    layout.placeUnmarked(document_, page.width, page.height);
     layout.draw(canvas, {0, 0, page.width, page.height});
 }
 

@@ -34,12 +34,20 @@ Pixel mean(std::span<const Pixel> pixels, Line line, std::uint64_t begin, std::u
     return result;
 }
 
-/// Scales lines of `from` pixels to lines of `to` pixels.
+/// Scales lines of `from` pixels to lines of `to` pixels. Of a line that gets longer, each pixel is the mean
+/// of as much as a pixel of the source, around its own middle: what is next to each other runs into one
+/// another.
 void scaleLine(std::span<const Pixel> source, Line in, std::size_t from, std::span<Pixel> target, Line out,
                std::size_t to) {
+    const std::uint64_t unit = 2 * std::uint64_t{to};
+    const std::uint64_t length = 2 * std::uint64_t{std::max(from, to)};
+    const std::uint64_t end = from * unit;
     for (std::size_t index = 0; index < to; ++index) {
+        // In halves, so that middles are whole numbers; less half of the length, where that is still inside.
+        const std::uint64_t middle = (2 * std::uint64_t{index} + 1) * from;
+        const std::uint64_t first = middle - std::min(middle, length / 2);
         target[out.start + index * out.step] =
-            mean(source, in, std::uint64_t{index} * from, std::uint64_t{index + 1} * from, to);
+            mean(source, in, first, std::min(middle + length / 2, end), unit);
     }
 }
 

@@ -18,8 +18,8 @@ bool allOpaque(std::span<const Pixel> pixels) noexcept;
 /// The opacity of these two is ignored.
 Pixel seenOnBlackAndWhite(Pixel onBlack, Pixel onWhite) noexcept;
 
-/// Scales a picture: each target pixel is the mean of the part of the source that it covers. Rows follow one
-/// another without gaps. Throws std::bad_alloc.
+/// Scales a picture: each target pixel is the mean of the part of the source that it covers, and of no less
+/// than a pixel of it. Rows follow one another without gaps. Throws std::bad_alloc.
 void scalePixels(std::span<const Pixel> source, Size from, std::span<Pixel> target, Size to);
 
 }  // namespace kavrelon

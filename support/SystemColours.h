@@ -28,6 +28,9 @@ constexpr int systemColourNumber(Colour colour) {
     return static_cast<int>(colour & 0xFF);
 }
 
+/// The ground of text windows and of tooltips.
+inline constexpr Colour kWindowColour = systemColour(5);
+inline constexpr Colour kToolTipColour = systemColour(24);
 inline constexpr Colour kButtonFaceColour = systemColour(15);
 /// The dark edges of what looks raised or sunken.
 inline constexpr Colour kShadowColour = systemColour(16);

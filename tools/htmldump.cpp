@@ -1,5 +1,6 @@
 // htmldump FILE: parses a document as the label does and prints a JSON line for each of its elements.
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -17,12 +18,15 @@ namespace {
 using namespace kavrelon;
 
 constexpr const char* kUsage =
-    "usage: htmldump [--no-anchors] [--font-size POINTS] [--layout WIDTH] FILE (- is standard input)\n";
+    "usage: htmldump [--no-anchors] [--font-size POINTS] [--resolution PIXELS] [--layout WIDTH[xHEIGHT]] "
+    "FILE (- is standard "
+    "input)\n";
 constexpr int kMalformed = 2;
 
 struct Options {
     DocumentDefaults defaults{.EnableAnchors = true};
-    std::optional<int> pageWidth;
+    int pixelsPerInch = 96;
+    std::optional<Size> page;
     std::string file;
 };
 
@@ -31,6 +35,15 @@ template <class Number>
 std::optional<Number> measure(std::string_view text) {
     const auto number = numberIn<Number>(text);
     return number >= Number{0} && number <= std::numeric_limits<Number>::max() ? number : std::nullopt;
+}
+
+/// "WIDTH" or "WIDTHxHEIGHT".
+std::optional<Size> pageSize(std::string_view text) {
+    const std::size_t cross = std::min(text.find('x'), text.size());
+    const auto width = measure<int>(text.substr(0, cross));
+    const auto height = cross == text.size() ? 0 : measure<int>(text.substr(cross + 1));
+    if (!width || !height) return std::nullopt;
+    return Size{*width, *height};
 }
 
 /// Nothing when the command line is malformed.
@@ -45,9 +58,13 @@ std::optional<Options> parseOptions(int argc, char** argv) {
             const auto points = measure<float>(argv[++next]);
             if (!points) return std::nullopt;
             options.defaults.DefaultFontSize = *points;
+        } else if (option == "--resolution") {
+            const auto pixels = measure<int>(argv[++next]);
+            if (!pixels) return std::nullopt;
+            options.pixelsPerInch = *pixels;
         } else if (option == "--layout") {
-            options.pageWidth = measure<int>(argv[++next]);
-            if (!options.pageWidth) return std::nullopt;
+            options.page = pageSize(argv[++next]);
+            if (!options.page) return std::nullopt;
         } else {
             return std::nullopt;
         }
@@ -58,10 +75,10 @@ std::optional<Options> parseOptions(int argc, char** argv) {
 }
 
 void dump(const std::string& html, const Options& options) {
-    LabelEngine label;
+    LabelEngine label(options.pixelsPerInch);
     label.parse(html, options.defaults);
-    if (!options.pageWidth) return dumpDocument(std::cout, label.document);
-    label.layOut(*options.pageWidth, {.DefaultFontSize = options.defaults.DefaultFontSize});
+    if (!options.page) return dumpDocument(std::cout, label.document);
+    label.layOut(*options.page, {.DefaultFontSize = options.defaults.DefaultFontSize});
     dumpDocument(std::cout, label.document);
     dumpLayout(std::cout, label.layout);
 }

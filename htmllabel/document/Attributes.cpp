@@ -1,5 +1,6 @@
 #include "htmllabel/document/Attributes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -39,13 +40,22 @@ std::string_view firstOfList(std::string_view list) {
 }
 
 void align(HTMLElement& element, std::string_view value) {
+    element.hasAlign = true;
+    if (nameKey(value) == nameKey("LEFT")) element.alignsLeft = true;
     if (nameKey(value) == nameKey("CENTER")) element.blnAlignCenter = true;
     if (nameKey(value) == nameKey("RIGHT")) element.blnAlignRight = true;
+}
+
+void clear(HTMLElement& element, std::string_view value) {
+    const bool both = nameKey(value) == nameKey("ALL") || nameKey(value) == nameKey("BOTH");
+    element.clearsLeft = both || nameKey(value) == nameKey("LEFT");
+    element.clearsRight = both || nameKey(value) == nameKey("RIGHT");
 }
 
 void alignVertically(HTMLElement& element, std::string_view value) {
     constexpr std::int32_t kCentre = 4;
     constexpr std::int32_t kBottom = 5;
+    element.hasVAlign = true;
     if (nameKey(value) == nameKey("CENTER")) element.lngVAlign = kCentre;
     if (nameKey(value) == nameKey("BOTTOM")) element.lngVAlign = kBottom;
 }
@@ -55,6 +65,7 @@ void setHeight(HTMLElement& element, std::string_view value) {
         element.lngImgHeight = toInt32(value);
     } else {
         element.sglHeight = toExtent(value, "");
+        element.heightIsPercentage = value.find('%') != kNotFound;
     }
 }
 
@@ -63,6 +74,7 @@ void setWidth(HTMLElement& element, std::string_view value) {
         element.lngImgWidth = toInt32(value);
     } else {
         element.sglWidth = toExtent(value, "px");
+        element.hasWidth = true;
     }
 }
 
@@ -123,8 +135,11 @@ void Attributes::apply(HTMLElement& element, std::string_view name, std::string_
         case nameKey("CELLSPACING"):
             element.intCellSpacing = toInt16(value);
             return;
+        case nameKey("CLEAR"):
+            return clear(element, value);
         case nameKey("COLOR"):
             element.lngColor = mlngParseColor(value);
+            element.hasColor = true;
             return;
         case nameKey("COLSPAN"):
             element.intColSpan = toInt16(value);
@@ -146,6 +161,12 @@ void Attributes::apply(HTMLElement& element, std::string_view name, std::string_
             return;
         case nameKey("LINK"):
             page_.mlngLinkColor = mlngParseColor(value);
+            return;
+        case nameKey("NOSHADE"):
+            element.noShade = true;
+            return;
+        case nameKey("NOWRAP"):
+            element.noWrap = true;
             return;
         case nameKey("SIZE"):
             return setSize(element, value);
@@ -180,7 +201,8 @@ void Attributes::setBackColour(HTMLElement& element, std::string_view value) {
     }
 }
 
-/// A size is a number of steps: from the default size if it has a sign, otherwise from 3 (the default).
+/// Of a rule it is the height in pixels. Of text, it is a number of steps: from the default size if it has a
+/// sign, otherwise from 3 (the default).
 void Attributes::setSize(HTMLElement& element, std::string_view value) const {
     constexpr double kPointsAStep = 1.2;
     constexpr double kDefaultStep = 3;
@@ -191,6 +213,11 @@ void Attributes::setSize(HTMLElement& element, std::string_view value) const {
     const double points = steps * kPointsAStep + defaults_.DefaultFontSize;
     if (std::abs(points) > std::numeric_limits<float>::max()) raise(RuntimeErrorNumber::Overflow);
     element.sglFontSize = static_cast<float>(points);
+    element.hasSize = true;
+    constexpr double kHighest = std::numeric_limits<std::int16_t>::max();
+    if (element.lngTagType == TAG_HR) {
+        element.ruleHeight = static_cast<std::int16_t>(std::clamp(number, 0.0, kHighest));
+    }
 }
 
 std::string_view Attributes::decoded(std::string_view value) const {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "htmllabel/document/TextDecoder.h"
+#include "support/AsciiText.h"
 
 namespace kavrelon {
 
@@ -30,6 +31,7 @@ void Classifier::setDefaults(HTMLElement& element) {
             element.sglWidth = 1;
             element.lngVAlign = kTop;
             element.lngBgColor = defaults_.BackColor;
+            element.isHeaderCell = asciiUpper(element.strRaw[2]) == 'H';
             break;
         case TAG_FONT:
             element.lngColor = page_.mlngTextColor;

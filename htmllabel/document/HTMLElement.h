@@ -71,6 +71,26 @@ struct HTMLElement {
     std::int16_t intSiblingIndex = 0;
     /// This element's own index in the document.
     std::int16_t intIndex = 0;
+
+    // What the layout needs besides, so that it reads no source again: attributes that none of the fields
+    // above can tell from their absence. Each is set when its attribute has been read without an error.
+
+    bool hasAlign : 1 = false;
+    bool alignsLeft : 1 = false;  // ALIGN=LEFT
+    bool hasColor : 1 = false;
+    bool hasSize : 1 = false;
+    bool hasVAlign : 1 = false;
+    bool hasWidth : 1 = false;
+    bool heightIsPercentage : 1 = false;
+    bool noShade : 1 = false;
+    bool noWrap : 1 = false;
+    /// CLEAR of a BR.
+    bool clearsLeft : 1 = false;
+    bool clearsRight : 1 = false;
+    /// A TH, which shares the code of TD.
+    bool isHeaderCell : 1 = false;
+    /// SIZE of an HR, in pixels; 0 when not given.
+    std::int16_t ruleHeight = 0;
 };
 
 }  // namespace kavrelon

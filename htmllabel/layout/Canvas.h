@@ -41,6 +41,9 @@ class Canvas {
   public:
     virtual ~Canvas() = default;
 
+    /// The resolution, which says how large fonts are.
+    virtual int pixelsPerInch() const = 0;
+
     /// Makes a font ready; the same font has the same number. Fonts stay ready as long as the canvas lives.
     virtual FontId font(const TextFont& font) = 0;
     virtual FontMetrics metrics(FontId font) = 0;

@@ -7,11 +7,22 @@ namespace kavrelon {
 /// How narrow and how wide the content of a page or a cell can be, in pixels, found while it is written.
 class ContentWidths {
   public:
-    /// A word or picture; `gap` is the space before it, -1 where no line may end.
-    void word(int gap, int width) {
+    /// With `keepsLines` no line ends between words.
+    explicit ContentWidths(bool keepsLines = false) : keepsLines_(keepsLines) {}
+
+    /// A word or picture; `gap` is the space before it, -1 where no line may end. With `lastResort` a line
+    /// ends there only where it has no other place to end.
+    void word(int gap, int width, bool lastResort = false) {
         isEmpty_ = false;
-        if (gap >= 0) endUnit();
-        if (gap > 0 && line_ > 0) line_ += gap;
+        deepest_ = std::max(deepest_, indent_);
+        if (gap >= 0 && !lastResort && !keepsLines_) endUnit();
+        if (lastResort && !keepsLines_) endPiece();
+        if (gap > 0) {
+            if (line_ > 0) line_ += gap;
+            if (unit_ > 0) unit_ += gap;
+            if (piece_ > 0) piece_ += gap;
+        }
+        piece_ += width;
         unit_ += width;
         line_ += width;
     }
@@ -23,6 +34,7 @@ class ContentWidths {
     /// A list item's marker: it takes the place of the next line's indent, or is wider than that.
     void marker(int width) {
         isEmpty_ = false;
+        deepest_ = std::max(deepest_, indent_);
         marker_ = width;
     }
     void endLine() {
@@ -32,31 +44,54 @@ class ContentWidths {
         line_ = 0;
     }
     /// A table, on lines of its own.
-    void block(int min, int max) {
+    void block(int least, int min, int max) {
         word(0, min);
+        piece_ = least;
         endLine();
         max_ = std::max(max_, max + indent_);
+    }
+    /// Likewise at a side, with text next to it.
+    void floating(int least, int min, int max) {
+        word(0, min);
+        piece_ = least;
+        endUnit();
+        line_ += max - min;
     }
     /// The indents of both sides together, from the next line on.
     void indent(int both) { indent_ = both; }
 
+    /// As narrow as can be.
+    int least() const { return std::min(least_, min_); }
+    /// Likewise with no line ended as a last resort.
     int min() const { return min_; }
     int max() const { return std::max(min_, max_); }
     bool isEmpty() const { return isEmpty_; }
+    /// The indents of the content that has most of them.
+    int deepestIndent() const { return deepest_; }
 
   private:
     // Indents make room for what cannot be broken, as long as they keep half of the width; markers do not.
+    int around(int width) const { return std::max(std::min(2 * width, width + indent_), width + marker_); }
+    void endPiece() {
+        least_ = std::max(least_, around(piece_));
+        piece_ = 0;
+    }
     void endUnit() {
-        min_ = std::max({min_, std::min(2 * unit_, unit_ + indent_), unit_ + marker_});
+        endPiece();
+        min_ = std::max(min_, around(unit_));
         unit_ = 0;
     }
 
+    int least_ = 0;
     int min_ = 0;
     int max_ = 0;
-    int unit_ = 0;  // since the last place where a line may end
+    int piece_ = 0;  // since the last place where a line may end
+    int unit_ = 0;   // since the last one that is no last resort
     int line_ = 0;
     int indent_ = 0;
     int marker_ = 0;
+    int deepest_ = 0;
+    bool keepsLines_;
     bool isEmpty_ = true;
 };
 

@@ -7,6 +7,7 @@ namespace {
 
 constexpr std::size_t kItemsInBand = 32;
 constexpr unsigned kLightest = 0xE0;
+constexpr Colour kSilver = 0xC0C0C0;
 
 bool isEmpty(const Rect& place) {
     return place.left >= place.right || place.top >= place.bottom;
@@ -67,9 +68,11 @@ void drawItem(Canvas& canvas, const DisplayItem& item, std::span<const TextStyle
 }  // namespace
 
 Colour lightEdgeOn(Colour ground) {
-    const bool isLight = !isSystemColour(ground) && (ground & 0xFF) >= kLightest &&
-                         (ground >> 8 & 0xFF) >= kLightest && (ground >> 16 & 0xFF) >= kLightest;
-    return isLight ? kButtonFaceColour : kHighlightColour;
+    const bool isLight = isSystemColour(ground)
+                             ? ground == kWindowColour || ground == kToolTipColour
+                             : (ground & 0xFF) >= kLightest && (ground >> 8 & 0xFF) >= kLightest &&
+                                   (ground >> 16 & 0xFF) >= kLightest;
+    return isLight ? kSilver : kHighlightColour;
 }
 
 void DisplayList::clear(std::size_t marks) {

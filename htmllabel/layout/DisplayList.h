@@ -13,7 +13,7 @@
 namespace kavrelon {
 
 /// The colour of light edges on this ground. The system's highlight is white, which cannot be seen on light
-/// colours; there it is the button face.
+/// colours, and neither can the button face of many systems; there they are silver.
 Colour lightEdgeOn(Colour ground);
 
 enum class DrawKind : std::uint8_t { Text, Fill, Frame, Raised, Sunken, Bullet, Picture };

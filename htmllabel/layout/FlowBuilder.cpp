@@ -12,6 +12,10 @@ namespace kavrelon {
 namespace {
 
 constexpr int kIndent = 30;
+constexpr int kRuleHeight = 2;
+/// The least of a bullet, and between an item's marker and its text besides a space.
+constexpr int kLeastBullet = 4;
+constexpr int kMarkerGap = 2;
 constexpr int kMostSpacing = 1000;
 
 /// In a script or title, a "<" that begins no tag swallows the text up to the next ">". The closer at the end
@@ -48,7 +52,8 @@ FlowBuilder::FlowBuilder(const HTMLDocument& document, const LayoutDefaults& def
       flow_(flow),
       styles_(document, defaults, canvas, flow),
       writer_(flow, canvas),
-      spacing_(clampPixels(defaults.DefaultSpacing, kMostSpacing)),
+      spacing_(flow.scale(clampPixels(defaults.DefaultSpacing, kMostSpacing))),
+      indent_(flow.scale(kIndent)),
       lineHeight_(styles_.currentStyle().height()),
       tables_(flow, writer_, styles_, spacing_),
       lastHeadEnd_(lastHeadEnd(document)) {}
@@ -63,6 +68,7 @@ void FlowBuilder::build() {
         }
     }
     tables_.closeAll();
+    writer_.finish();
 }
 
 bool FlowBuilder::hide(const HTMLElement& element) {
@@ -88,7 +94,7 @@ bool FlowBuilder::standsAfterSpace(std::string_view raw) const {
 }
 
 void FlowBuilder::tag(const HTMLElement& element) {
-    if (standsAfterSpace(element.strRaw)) writer_.spaceBeforeTag();
+    if (standsAfterSpace(element.strRaw)) writer_.spaceBeforeTag(styles_.underline());
     if (element.lngTagType != TAG_A && !element.strName.empty()) writer_.mark(element.intIndex);
     const TagType code = element.lngTagType;
     const TagRole role = roleOf(code);
@@ -111,7 +117,7 @@ void FlowBuilder::tag(const HTMLElement& element) {
         case TagRole::EndParagraph:
             return closeBlock(openerOf(code), lineHeight_);
         case TagRole::Quote:
-            return openBlock(element, lineHeight_, kIndent);
+            return openBlock(element, lineHeight_, indent_);
         case TagRole::EndQuote:
             return closeBlock(openerOf(code), lineHeight_);
         case TagRole::Lines:
@@ -127,12 +133,15 @@ void FlowBuilder::tag(const HTMLElement& element) {
         case TagRole::Rule:
             return rule(element);
         case TagRole::Break:
-            return writer_.lineBreak(styles_.current());
+            return writer_.lineBreak(styles_.current(),
+                                     (element.clearsLeft ? 1U : 0U) + (element.clearsRight ? 2U : 0U));
         case TagRole::Anchor:
             return anchor(element);
         case TagRole::Picture:
             return picture(element);
         case TagRole::Table:
+            needCell();
+            endLooseItem();
             return tables_.openTable(element);
         case TagRole::EndTable:
             return tables_.closeTable();
@@ -164,10 +173,16 @@ void FlowBuilder::picture(const HTMLElement& element) {
 
 void FlowBuilder::rule(const HTMLElement& element) {
     needCell();
-    writer_.rule({givenWidth(element), givenAlign(element, Align::Center)}, spacing_);
+    endLooseItem();
+    FlowRule rule{scaled(givenWidth(element), flow_.scale)};
+    rule.height = flow_.scale(element.ruleHeight > 0 ? element.ruleHeight : kRuleHeight);
+    rule.shaded = !element.noShade;
+    rule.align = givenAlign(element, Align::Center);
+    writer_.rule(rule, spacing_);
 }
 
 void FlowBuilder::openBlock(const HTMLElement& element, int gap, int indent) {
+    endLooseItem();
     BlockState state = writer_.blocks().top();
     state.align = element.lngTagType == TAG_CENTER ? Align::Center : givenAlign(element, state.align);
     state.left = std::min(state.left + indent, kMostPixels);
@@ -178,15 +193,16 @@ void FlowBuilder::openBlock(const HTMLElement& element, int gap, int indent) {
 
 // A closer without an opener still ends the line.
 void FlowBuilder::closeBlock(TagType code, int gap) {
-    writer_.blocks().close(code);
+    if (!writer_.blocks().close(code)) endLooseItem();
     writer_.boundary(gap);
 }
 
 void FlowBuilder::openList(TagType code) {
+    endLooseItem();
     const int gap = listGap();
     BlockState state = writer_.blocks().top();
     const int depth = state.list == kNone ? 0 : lists_[state.list].depth + 1;
-    state.left = std::min(state.left + kIndent, kMostPixels);
+    state.left = std::min(state.left + indent_, kMostPixels);
     state.list = static_cast<std::uint32_t>(lists_.size());
     lists_.push_back({code == TAG_OL, depth});
     writer_.blocks().open(code, state);
@@ -194,26 +210,32 @@ void FlowBuilder::openList(TagType code) {
 }
 
 void FlowBuilder::closeList(TagType code) {
-    if (!writer_.blocks().close(code)) return;
+    if (!writer_.blocks().close(code)) return endLooseItem();
     writer_.endItem();
     writer_.boundary(listGap());
 }
 
+// A block directly after an item's marker is the item's own.
+void FlowBuilder::endLooseItem() {
+    if (!flow_.items.empty() && flow_.items.back().kind == FlowKind::Marker) return;
+    if (writer_.blocks().close(TAG_LI)) writer_.boundary(listGap());
+}
+
 void FlowBuilder::listItem(const HTMLElement& element) {
     needCell();
-    if (writer_.blocks().top().list == kNone) openList(TAG_UL);
+    if (writer_.blocks().top().list == kNone) openList(TAG_LI);
     List& list = lists_[writer_.blocks().top().list];
     FlowMarker marker;
     marker.style = styles_.current();
     marker.element = element.intIndex;
     const TextStyle& style = styles_.currentStyle();
-    marker.gap = style.spaceWidth + 2;
+    marker.gap = style.spaceWidth + flow_.scale(kMarkerGap);
     if (list.isNumbered) {
         marker.number = numberText(list.next++, flow_.store);
         marker.width = canvas_.textWidth(style.font, marker.number);
     } else {
         marker.bullet = static_cast<Bullet>(std::min(list.depth, 2));
-        marker.width = std::max(style.ascent * 2 / 5, 4);
+        marker.width = std::max(style.ascent * 2 / 5, flow_.scale(kLeastBullet));
     }
     writer_.marker(marker);
 }

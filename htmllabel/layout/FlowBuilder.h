@@ -44,10 +44,12 @@ class FlowBuilder {
     void rule(const HTMLElement& element);
     void openBlock(const HTMLElement& element, int gap, int indent = 0);
     void closeBlock(TagType code, int gap);
-    /// Takes the code of UL or OL.
+    /// Takes the code of UL or OL, or that of LI: an item outside of a list has one of its own.
     void openList(TagType code);
     void closeList(TagType code);
     void listItem(const HTMLElement& element);
+    /// Ends a list of an item's own: before a block that is no item.
+    void endLooseItem();
     int listGap() { return writer_.blocks().top().list == kNone ? lineHeight_ : 0; }
     bool standsAfterSpace(std::string_view raw) const;
 
@@ -58,6 +60,7 @@ class FlowBuilder {
     InlineStyles styles_;
     FlowWriter writer_;
     int spacing_;
+    int indent_;
     int lineHeight_;  // of the default font
     TableWriter tables_;
     std::vector<List> lists_;

@@ -8,7 +8,8 @@
 namespace kavrelon {
 namespace {
 
-constexpr int kRuleHeight = 2;
+/// Of both sides together: twelve levels of a list, six of a quotation.
+constexpr int kDeepestIndent = 360;
 
 int alignedOffset(Align align, int room, int width) {
     const int free = std::max(room - width, 0);
@@ -27,6 +28,7 @@ int FlowPlacer::place(int width, Colour ground) {
     containers_.assign(1, {});
     in().width = width;
     in().ground = ground;
+    in().deepestIndent = flow_.deepestIndent;
     for (const FlowItem& next : flow_.items) item(next);
     return endContainer();
 }
@@ -44,6 +46,10 @@ void FlowPlacer::item(const FlowItem& item) {
             break;
         case FlowKind::Break:
             lineBreak(flow_.styles[item.index]);
+            break;
+        case FlowKind::Clear:
+            if ((item.index & 1U) != 0) moveBelow(in().left.bottom);
+            if ((item.index & 2U) != 0) moveBelow(in().right.bottom);
             break;
         case FlowKind::Block:
             block(flow_.blocks[item.index]);
@@ -64,31 +70,52 @@ void FlowPlacer::item(const FlowItem& item) {
             endCell(item.index);
             break;
         case FlowKind::TableEnd:
-            endTable();
+            endTable(flow_.tables[item.index]);
             break;
     }
 }
 
-// Indents take half of the width at most.
+// Indents take half of the width at most. Where they would take more, all of them shrink alike, so that
+// levels stay apart; but a line that is indented very far does not make the others shrink to nothing.
 FlowPlacer::Span FlowPlacer::lineSpan() const {
     const Container& in = containers_.back();
-    const int both = in.block.left + in.block.right;
-    const int most = std::min(both, in.width / 2);
-    int left = both > 0 ? static_cast<int>(std::int64_t{most} * in.block.left / both) : 0;
-    const int right = both > 0 ? most - left : 0;
-    if (in.marker != kNone) left = std::max(left, flow_.markers[in.marker].outerWidth());
+    int left = in.block.left;
+    int right = in.block.right;
+    const int deepest = std::min(in.deepestIndent, flow_.scale(kDeepestIndent));
+    if (left > 0 && deepest > in.width / 2) {
+        const int both = left + right;
+        const std::int64_t room = std::int64_t{in.width / 2} * std::min(both, deepest) / deepest;
+        left = static_cast<int>(room * left / both);
+        right = static_cast<int>(room) - left;
+    }
+    const int top = nextTop();
+    const int start = top < in.left.bottom ? in.left.edge : 0;
+    left = std::max(left, in.marker == kNone ? start : start + flow_.markers[in.marker].outerWidth());
     int end = in.width - right;
-    if (isBesideFloat()) end = std::min(end, in.floatLeft);
+    if (top < in.right.bottom) end = std::min(end, in.right.edge);
     return {left, std::max(end - left, 0)};
+}
+
+int FlowPlacer::nextTop() const {
+    const Container& in = containers_.back();
+    return in.y + (in.atTop ? 0 : in.gap);
 }
 
 bool FlowPlacer::isBesideFloat() const {
     const Container& in = containers_.back();
-    return in.y + (in.atTop ? 0 : in.gap) < in.floatBottom;
+    return nextTop() < std::max(in.left.bottom, in.right.bottom);
 }
 
 void FlowPlacer::clearFloat() {
-    in().y = in().floatBottom;
+    const int top = nextTop();
+    const int left = in().left.bottom;
+    const int right = in().right.bottom;
+    moveBelow(left <= top ? right : right <= top ? left : std::min(left, right));
+}
+
+void FlowPlacer::moveBelow(int bottom) {
+    if (bottom <= nextTop()) return;
+    in().y = bottom;
     in().gap = 0;
     in().atTop = false;
 }
@@ -105,34 +132,51 @@ void FlowPlacer::advance(int height) {
 
 void FlowPlacer::text(const FlowText& text) {
     const auto index = static_cast<std::uint32_t>(&text - flow_.texts.data());
-    forEachWord(text, flow_, [&](std::string_view word, int width, int gap) {
-        token({TokenKind::Word, index, word, gap, width});
+    forEachWord(text, flow_, [&](std::string_view word, int width, int gap, bool lastResort) {
+        token({TokenKind::Word, index, word, gap, width, lastResort});
     });
 }
 
 void FlowPlacer::picture(std::uint32_t index) {
     const FlowPicture& picture = flow_.pictures[index];
-    if (picture.floats && floatPicture(picture)) return;
+    if (picture.floats != Align::Center && floatPicture(picture)) return;
     token({TokenKind::Picture, index, {}, picture.gapBefore, picture.outerWidth()});
 }
 
-// Only if half of the width is left for the text; otherwise the picture goes on the line.
 bool FlowPlacer::floatPicture(const FlowPicture& picture) {
     const int width = picture.outerWidth();
+    Point corner;
+    if (!startFloat(picture.floats, width, corner)) return false;
+    setPictureBox(picture, flow_, list_, in().frame, corner, in().ground);
+    endFloat(picture.floats, picture.floats == Align::Left ? corner.x + width : corner.x,
+             corner.y + picture.outerHeight());
+    return true;
+}
+
+bool FlowPlacer::startFloat(Align side, int width, Point& corner) {
     Span span = lineSpan();
     if (span.width / 2 < width) return false;
     if (line_.shape(line_.size()).width + width > span.width) finishLine();
     useGap();
     span = lineSpan();
-    in().floatLeft = span.left + span.width - width;
-    setPictureBox(picture, flow_, list_, in().frame, {in().floatLeft, in().y}, in().ground);
-    in().floatBottom = std::max(in().floatBottom, in().y + picture.outerHeight());
+    corner = {side == Align::Left ? span.left : span.left + span.width - width, in().y};
     return true;
 }
 
+void FlowPlacer::endFloat(Align side, int edge, int bottom) {
+    Floats& floats = side == Align::Left ? in().left : in().right;
+    floats = {edge, std::max(floats.bottom, bottom)};
+}
+
 void FlowPlacer::token(const LineToken& token) {
-    if (line_.mustEndBefore(token, lineSpan().width)) finishLine(line_.endBefore(token));
-    if (line_.isEmpty() && isBesideFloat() && token.width > lineSpan().width) clearFloat();
+    while (line_.mustEndBefore(token, lineSpan().width)) {
+        if (isBesideFloat() && line_.isLastResort(token)) {
+            clearFloat();
+        } else {
+            finishLine(line_.endBefore(token));
+        }
+    }
+    while (line_.isEmpty() && isBesideFloat() && token.width > lineSpan().width) clearFloat();
     line_.add(token);
 }
 
@@ -140,7 +184,7 @@ void FlowPlacer::token(const LineToken& token) {
 void FlowPlacer::finishLine(std::size_t count) {
     if (line_.isEmpty()) return;
     LineBuilder::Shape shape = line_.shape(count);
-    if (isBesideFloat() && shape.width > lineSpan().width) clearFloat();
+    while (isBesideFloat() && shape.width > lineSpan().width) clearFloat();
     useGap();
     const Span span = lineSpan();
     const TextStyle marker = markerShape();
@@ -186,13 +230,17 @@ void FlowPlacer::rule(const FlowRule& rule) {
     const int left = span.left + alignedOffset(rule.align, span.width, width);
     DisplayItem item;
     item.frame = in().frame;
-    item.place = {left, in().y, left + width, in().y + 1};
-    item.value = kShadowColour;
+    item.place = {left, in().y, left + width, in().y + rule.height};
+    item.thickness = flow_.scale(1);
+    // A rule of one pixel has no room for edges.
+    if (rule.shaded && rule.height > item.thickness) {
+        item.kind = DrawKind::Sunken;
+        item.value = lightEdgeOn(in().ground);
+    } else {
+        item.value = kShadowColour;
+    }
     list_.add(item);
-    item.place = {left, in().y + 1, left + width, in().y + kRuleHeight};
-    item.value = lightEdgeOn(in().ground);
-    list_.add(item);
-    advance(kRuleHeight);
+    advance(rule.height);
 }
 
 // An item without any line gets one for its marker.
@@ -242,20 +290,37 @@ void FlowPlacer::setMarker(int baseline) {
 
 void FlowPlacer::startTable(std::uint32_t index) {
     const FlowTable& table = flow_.tables[index];
-    if (isBesideFloat() && table.min > lineSpan().width) clearFloat();
+    while (isBesideFloat() && table.min > lineSpan().width) clearFloat();
+    const int floatWidth = tableWidth(table, lineSpan().width);
+    Point corner;
+    if (table.floats && startFloat(table.align, floatWidth + table.gap, corner)) {
+        if (table.align == Align::Right) corner.x += table.gap;
+        openTables_.push_back(
+            {true, corner.y,
+             table.align == Align::Left ? corner.x + floatWidth + table.gap : corner.x - table.gap});
+        setMarks();
+        tables_.start(index, in().frame, corner, floatWidth, in().ground);
+        return;
+    }
     useGap();
     const Span span = lineSpan();
     if (table.rowCount > 0) setMarker(in().y + markerShape().ascent);
     const int width = tableWidth(table, span.width);
     const int left = span.left + alignedOffset(table.align, span.width, width);
+    openTables_.push_back({false, in().y, 0});
     setMarks();
     tables_.start(index, in().frame, {left, in().y}, width, in().ground);
 }
 
-void FlowPlacer::endTable() {
+void FlowPlacer::endTable(const FlowTable& table) {
+    const OpenTable open = openTables_.back();
+    openTables_.pop_back();
+    const int height = tables_.end();
+    if (open.floats) return endFloat(table.align, open.edge, open.top + height + table.gap);
     // A table can be less high than the marker next to it.
-    const int height = std::max(tables_.end(), in().markerBottom - in().y);
-    if (height > 0) advance(height);
+    const int taken = std::max(height, in().markerBottom - in().y);
+    if (taken > 0) advance(taken);
+    if (table.floats) in().gap = std::max(in().gap, table.gap);
 }
 
 void FlowPlacer::startCell(std::uint32_t index) {
@@ -264,6 +329,7 @@ void FlowPlacer::startCell(std::uint32_t index) {
     container.frame = cell.frame;
     container.width = cell.width;
     container.ground = cell.ground;
+    container.deepestIndent = flow_.cells[index].deepestIndent;
     container.block.align = flow_.cells[index].align;
     containers_.push_back(container);
 }
@@ -277,7 +343,7 @@ void FlowPlacer::endCell(std::uint32_t index) {
 int FlowPlacer::endContainer() {
     flushMarker();
     setMarks();
-    return std::max(in().y, in().floatBottom);
+    return std::max({in().y, in().left.bottom, in().right.bottom});
 }
 
 }  // namespace kavrelon

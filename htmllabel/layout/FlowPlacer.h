@@ -13,13 +13,19 @@ namespace kavrelon {
 /// Sets a flow at one width, in one walk over its items. The page and the open cells are on a stack.
 class FlowPlacer {
   public:
-    FlowPlacer(const Flow& flow, DisplayList& list)
-        : flow_(flow), list_(list), line_(flow), tables_(flow, list) {}
+    /// `pageHeight` is what heights given in percent count from.
+    FlowPlacer(const Flow& flow, DisplayList& list, int pageHeight)
+        : flow_(flow), list_(list), line_(flow), tables_(flow, list, pageHeight) {}
 
     /// Sets the whole flow into frame 0, on a ground of this colour. Returns the height that it takes.
     int place(int width, Colour ground);
 
   private:
+    /// What floats at one side: where it ends, towards the text and below.
+    struct Floats {
+        int edge = 0;
+        int bottom = 0;
+    };
     /// The page or a cell, as far as it is filled. Places are relative to its frame.
     struct Container {
         std::uint32_t frame = 0;
@@ -32,8 +38,14 @@ class FlowPlacer {
         std::uint32_t marker = kNone;  // of the item whose first line is not set yet
         int markerRight = 0;           // where the text of the list begins
         int markerBottom = 0;          // where the last marker ends
-        int floatLeft = 0;             // the left side of the pictures at the right edge
-        int floatBottom = 0;           // and their bottom
+        int deepestIndent = 0;         // of its lines, both sides together
+        Floats left;
+        Floats right;
+    };
+    struct OpenTable {
+        bool floats = false;
+        int top = 0;
+        int edge = 0;  // of a table that floats
     };
     struct Span {
         int left = 0;
@@ -44,6 +56,9 @@ class FlowPlacer {
     void text(const FlowText& text);
     void picture(std::uint32_t index);
     bool floatPicture(const FlowPicture& picture);
+    /// Makes room for something of this width at a side. False when less than half of the line would be left.
+    bool startFloat(Align side, int width, Point& corner);
+    void endFloat(Align side, int edge, int bottom);
     void token(const LineToken& token);
     void finishLine(std::size_t count);
     void finishLine() { finishLine(line_.size()); }
@@ -58,7 +73,7 @@ class FlowPlacer {
     /// The style of the marker that waits for its line; without a marker one of no height.
     TextStyle markerShape() const;
     void startTable(std::uint32_t index);
-    void endTable();
+    void endTable(const FlowTable& table);
     void startCell(std::uint32_t index);
     void endCell(std::uint32_t index);
     int endContainer();
@@ -66,8 +81,11 @@ class FlowPlacer {
     Container& in() { return containers_.back(); }
     Span lineSpan() const;
     bool isBesideFloat() const;
-    /// Moves down below the pictures at the right edge.
+    /// Where the next line begins.
+    int nextTop() const;
+    /// Moves down below the first of the floats next to the line that ends.
     void clearFloat();
+    void moveBelow(int bottom);
     void useGap();
     void advance(int height);
 
@@ -76,6 +94,7 @@ class FlowPlacer {
     LineBuilder line_;
     TablePlacer tables_;
     std::vector<Container> containers_;
+    std::vector<OpenTable> openTables_;
 };
 
 }  // namespace kavrelon

@@ -34,10 +34,24 @@ void FlowWriter::item(FlowKind kind, List& list, const Value& value) {
     list.push_back(value);
 }
 
+void FlowWriter::spaceBeforeTag(std::uint32_t underline) {
+    if (!spaceBefore_) gapStyle_ = underline;
+    spaceBefore_ = true;
+}
+
+/// The style that underlines the space before a text: that of the tags where the space stands. A space at the
+/// end of the text before is that text's.
+std::uint32_t FlowWriter::gapStyle(bool space, std::uint32_t style) const {
+    if (gap_ > 0) return kNone;
+    if (spaceBefore_) return gapStyle_;
+    return space && flow_.styles[style].underline ? style : kNone;
+}
+
 int FlowWriter::takeGap(bool space, int spaceWidth) {
     const int gap = (space || spaceBefore_) && gap_ <= 0 ? spaceWidth : gap_;
     gap_ = -1;
     spaceBefore_ = false;
+    endsHard_ = false;
     return gap;
 }
 
@@ -47,39 +61,66 @@ std::string_view FlowWriter::drawable(std::string_view text) {
     return {begin, static_cast<std::size_t>(copyDrawable(text, begin) - begin)};
 }
 
-// Hard spaces are drawn as spaces but never end a line, so words with them are not divided, only copied.
-std::span<const std::string_view> FlowWriter::drawable(std::span<const std::string_view> words) {
-    const std::string_view text = wholeText(words);
-    if (text.find(kHardSpace) == std::string_view::npos) return words;
+/// Gives a text its words. Hard spaces are drawn as spaces, and divide a word into pieces; those at its ends
+/// belong to the first and the last piece.
+void FlowWriter::divide(std::span<const std::string_view> words, FlowText& text) {
+    const std::string_view whole = wholeText(words);
+    text.words = words.data();
+    text.count = static_cast<std::uint32_t>(words.size());
+    if (whole.find(kHardSpace) == std::string_view::npos) return;
+    pieces_.clear();
+    hardSpaces_.clear();
     std::pmr::polymorphic_allocator<> store(&flow_.store);
-    char* to = store.allocate_object<char>(text.size());
-    auto* const copies = store.allocate_object<std::string_view>(words.size());
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        char* const begin = to;
-        to = copyDrawable(words[i], to);
-        copies[i] = {begin, static_cast<std::size_t>(to - begin)};
-        if (i + 1 < words.size()) *to++ = ' ';
+    char* to = store.allocate_object<char>(whole.size());
+    for (const std::string_view source : words) {
+        const char* const begin = to;
+        to = copyDrawable(source, to);
+        std::string_view word(begin, static_cast<std::size_t>(to - begin));
+        *to++ = ' ';
+        std::size_t hardSpaces = 0;
+        for (;;) {
+            const std::size_t end = word.find(' ', std::min(word.find_first_not_of(' '), word.size()));
+            const std::size_t next = std::min(word.find_first_not_of(' ', end), word.size());
+            const bool isLast = next == word.size();
+            pieces_.push_back(word.substr(0, isLast ? next : end));
+            hardSpaces_.push_back(static_cast<std::uint16_t>(hardSpaces));
+            if (isLast) break;
+            hardSpaces = next - end;
+            word.remove_prefix(next);
+        }
     }
-    return {copies, words.size()};
+    text.count = static_cast<std::uint32_t>(pieces_.size());
+    auto* const copies = store.allocate_object<std::string_view>(pieces_.size());
+    text.words = std::ranges::copy(pieces_, copies).out - pieces_.size();
+    auto* const spaces = store.allocate_object<std::uint16_t>(pieces_.size());
+    text.hardSpaces = std::ranges::copy(hardSpaces_, spaces).out - pieces_.size();
 }
 
 void FlowWriter::text(const HTMLElement& element, std::uint32_t style, std::uint32_t mark) {
     if (element.strWords.empty()) return;
     const TextStyle& look = flow_.styles[style];
-    const auto words = drawable(element.strWords);
-    FlowText text{words.data(),
-                  static_cast<std::uint32_t>(words.size()),
-                  static_cast<std::uint32_t>(flow_.wordWidths.size()),
-                  style,
-                  mark,
-                  takeGap(words.front().empty() || !element.blnNoSpaceBefore, look.spaceWidth),
-                  element.intIndex};
+    FlowText text;
+    divide(element.strWords, text);
+    const bool space = text.words[0].empty();
+    text.firstWidth = static_cast<std::uint32_t>(flow_.wordWidths.size());
+    text.style = style;
+    text.mark = mark;
+    text.gapStyle = gapStyle(space, style);
+    const TextStyle& gapLook = flow_.styles[text.gapStyle == kNone ? style : text.gapStyle];
+    const bool hardBefore = endsHard_ || text.words[0].starts_with(' ');
+    text.gapBefore = takeGap(space || !element.blnNoSpaceBefore, gapLook.spaceWidth);
+    text.hardBefore = hardBefore && text.gapBefore < 0;
+    text.element = element.intIndex;
+    const std::span words(text.words, text.count);
     for (const std::string_view word : words) {
         flow_.wordWidths.push_back(word.empty() ? 0 : canvas_.textWidth(look.font, word));
     }
     item(FlowKind::Text, flow_.texts, text);
-    forEachWord(text, flow_, [this](std::string_view, int width, int gap) { widths().word(gap, width); });
+    forEachWord(text, flow_, [this](std::string_view, int width, int gap, bool lastResort) {
+        widths().word(gap, width, lastResort);
+    });
     if (words.back().empty()) gap_ = look.spaceWidth;
+    endsHard_ = words.back().ends_with(' ');
 }
 
 void FlowWriter::picture(FlowPicture picture) {
@@ -90,8 +131,9 @@ void FlowWriter::picture(FlowPicture picture) {
     widths().word(picture.gapBefore, picture.outerWidth());
 }
 
-void FlowWriter::lineBreak(std::uint32_t style) {
+void FlowWriter::lineBreak(std::uint32_t style, unsigned clear) {
     item(FlowKind::Break, style);
+    if (clear != 0) item(FlowKind::Clear, clear);
     widths().endLine();
     widths().emptyLine();
     takeGap(false, 0);
@@ -133,32 +175,45 @@ void FlowWriter::endItem() {
     item(FlowKind::Marker, kNone);
 }
 
-void FlowWriter::openCell(std::uint32_t cell, Align align) {
+void FlowWriter::openCell(std::uint32_t cell) {
     item(FlowKind::CellStart, cell);
-    blocks_.enterScope({align});
-    widths_.emplace_back();
+    blocks_.enterScope({flow_.cells[cell].align});
+    widths_.emplace_back(flow_.cells[cell].keepsLines);
     takeGap(false, 0);
 }
 
 void FlowWriter::closeCell(std::uint32_t cell) {
     widths().endLine();
-    flow_.cells[cell].min = widths().min();
-    flow_.cells[cell].max = widths().max();
-    flow_.cells[cell].isEmpty = widths().isEmpty();
+    FlowCell& closed = flow_.cells[cell];
+    closed.least = widths().least();
+    closed.min = widths().min();
+    closed.max = widths().max();
+    closed.isEmpty = widths().isEmpty();
+    closed.deepestIndent = widths().deepestIndent();
     widths_.pop_back();
     blocks_.leaveScope();
     item(FlowKind::CellEnd, cell);
 }
 
-void FlowWriter::openTable(std::uint32_t table, int gap) {
-    boundary(gap);
+void FlowWriter::openTable(std::uint32_t table) {
+    boundary(flow_.tables[table].gap);
     item(FlowKind::TableStart, table);
 }
 
-void FlowWriter::closeTable(std::uint32_t table, int gap) {
+void FlowWriter::closeTable(std::uint32_t table) {
     item(FlowKind::TableEnd, table);
-    widths().block(flow_.tables[table].min, flow_.tables[table].max);
-    boundary(gap);
+    const FlowTable& shape = flow_.tables[table];
+    if (shape.floats) {
+        widths().floating(shape.least, shape.min, shape.max + shape.gap);
+        takeGap(false, 0);
+    } else {
+        widths().block(shape.least, shape.min, shape.max);
+        boundary(shape.gap);
+    }
+}
+
+void FlowWriter::finish() {
+    flow_.deepestIndent = widths().deepestIndent();
 }
 
 }  // namespace kavrelon

@@ -29,9 +29,11 @@ class FlowWriter {
     void picture(FlowPicture picture);
     /// A text with its hard spaces as spaces, which lives as long as the flow (or the text given).
     std::string_view drawable(std::string_view text);
-    void lineBreak(std::uint32_t style);
-    /// There is white space before a tag: a line may end before the next word.
-    void spaceBeforeTag() { spaceBefore_ = true; }
+    /// `clear` as in `FlowKind::Clear`, 0 for nothing.
+    void lineBreak(std::uint32_t style, unsigned clear = 0);
+    /// There is white space before a tag: a line may end before the next word. `underline` is the style in
+    /// force when that underlines, else `kNone`.
+    void spaceBeforeTag(std::uint32_t underline);
     /// The place of a link or a named element. Returns its number.
     std::uint32_t mark(std::int16_t element);
 
@@ -45,25 +47,33 @@ class FlowWriter {
     void endItem();
 
     /// Between `openCell` and `closeCell`, everything written is content of this cell.
-    void openCell(std::uint32_t cell, Align align);
+    void openCell(std::uint32_t cell);
     void closeCell(std::uint32_t cell);
-    void openTable(std::uint32_t table, int gap);
-    void closeTable(std::uint32_t table, int gap);
+    void openTable(std::uint32_t table);
+    void closeTable(std::uint32_t table);
+    /// To be called when everything has been written.
+    void finish();
 
   private:
     void item(FlowKind kind, std::uint32_t index) { flow_.items.push_back({kind, index}); }
     template <class List, class Value>
     void item(FlowKind kind, List& list, const Value& value);
     int takeGap(bool space, int spaceWidth);
-    std::span<const std::string_view> drawable(std::span<const std::string_view> words);
+    std::uint32_t gapStyle(bool space, std::uint32_t style) const;
+    void divide(std::span<const std::string_view> words, FlowText& text);
     ContentWidths& widths() { return widths_.back(); }
 
     Flow& flow_;
     Canvas& canvas_;
     TagStack<BlockState> blocks_{BlockState()};
-    std::vector<ContentWidths> widths_{1};  // of the page and the open cells
-    int gap_ = -1;                          // before what comes next
+    // Of the text that is being divided.
+    std::vector<std::string_view> pieces_;
+    std::vector<std::uint16_t> hardSpaces_;
+    std::vector<ContentWidths> widths_ = std::vector<ContentWidths>(1);  // of the page and the open cells
+    int gap_ = -1;                                                       // before what comes next
     bool spaceBefore_ = false;
+    bool endsHard_ = false;           // a hard space is the last that was written
+    std::uint32_t gapStyle_ = kNone;  // the style that underlines the space before a tag
 };
 
 }  // namespace kavrelon

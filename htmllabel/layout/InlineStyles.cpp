@@ -45,12 +45,8 @@ int* InlineStyles::counter(Counts& counts, TagType code) {
 InlineStyles::State InlineStyles::fontState(const HTMLElement& tag) const {
     State state = tags_.top();
     if (!tag.strFontFace.empty()) state.face = tag.strFontFace;
-    if (tag.sglFontSize != defaults_.DefaultFontSize || givesAttribute(tag.strRaw, "SIZE")) {
-        state.points = clampPoints(tag.sglFontSize);
-    }
-    if (tag.lngColor != document_.mlngTextColor() || givesAttribute(tag.strRaw, "COLOR")) {
-        state.colour = tag.lngColor;
-    }
+    if (tag.hasSize) state.points = clampPoints(tag.sglFontSize);
+    if (tag.hasColor) state.colour = tag.lngColor;
     return state;
 }
 
@@ -87,7 +83,7 @@ void InlineStyles::open(const HTMLElement& tag) {
             state = shifted(tag.lngTagType == TAG_SUP);
             break;
         case TAG_TD:
-            state.bold = state.bold || isHeaderCell(tag);
+            state.bold = state.bold || tag.isHeaderCell;
             break;
         default:
             return;
@@ -146,7 +142,7 @@ const InlineStyles::ReadyFont& InlineStyles::readyFont(const FontKey& key) {
 std::uint32_t InlineStyles::current() {
     if (current_ != kNone) return current_;
     const State& state = tags_.top();
-    const bool underline = state.underline || counts_.underline > 0;
+    const bool underline = isUnderlined();
     const int flags = (state.bold || counts_.bold > 0 ? kBold : 0) | (counts_.italic > 0 ? kItalic : 0) |
                       (underline ? kUnderline : 0);
     const ReadyFont& font = readyFont({state.face, state.points, flags});

@@ -31,6 +31,8 @@ class InlineStyles {
 
     /// The style in force, as an index into the flow's styles.
     std::uint32_t current();
+    /// The same where it underlines; else `kNone`.
+    std::uint32_t underline() { return isUnderlined() ? current() : kNone; }
     const TextStyle& currentStyle() { return flow_.styles[current()]; }
     /// The mark of the innermost open A.
     std::uint32_t mark() const { return tags_.top().mark; }
@@ -65,6 +67,7 @@ class InlineStyles {
         FontMetrics metrics;
     };
 
+    bool isUnderlined() const { return tags_.top().underline || counts_.underline > 0; }
     static int* counter(Counts& counts, TagType code);
     State fontState(const HTMLElement& tag) const;
     State shifted(bool up);

@@ -41,14 +41,15 @@ void Layout::measure(const HTMLDocument& document, const LayoutDefaults& default
                      Canvas& canvas) {
     state_->list.clear(0);
     state_->size = {};
-    state_->margin = clampPixels(defaults.DefaultPadding, kMostMargin);
+    const PixelScale scale(canvas.pixelsPerInch());
+    state_->margin = scale(clampPixels(defaults.DefaultPadding, kMostMargin));
     state_->pagePicture =
         document.mstrBackground().empty() ? nullptr : pictures.picture(document.mstrBackground());
-    state_->flow.emplace();
+    state_->flow.emplace(scale);
     FlowBuilder(document, defaults, pictures, canvas, *state_->flow).build();
 }
 
-void Layout::placeUnmarked(const HTMLDocument& document, int width) {
+void Layout::placeUnmarked(const HTMLDocument& document, int width, int height) {
     if (!state_->flow) return;
     const Flow& flow = *state_->flow;
     const int margin = state_->margin;
@@ -56,16 +57,16 @@ void Layout::placeUnmarked(const HTMLDocument& document, int width) {
     DisplayList& list = state_->list;
     list.clear(flow.marks.size());
     const int room = std::max(clampPixels(width) - 2 * margin, 0);
-    const int height = FlowPlacer(flow, list).place(room, state_->background);
+    const int pageHeight = std::max(clampPixels(height) - 2 * margin, 0);
+    const int taken = FlowPlacer(flow, list, pageHeight).place(room, state_->background);
     list.resolve({margin, margin});
     const Size extent = list.extent();
-    state_->size = {std::max(width, extent.width + margin),
-                    std::max(height + margin, extent.height) + margin};
+    state_->size = {std::max(width, extent.width + margin), std::max(taken + margin, extent.height) + margin};
 }
 
-void Layout::place(HTMLDocument& document, int width) {
+void Layout::place(HTMLDocument& document, int width, int height) {
     if (!state_->flow) return;
-    placeUnmarked(document, width);
+    placeUnmarked(document, width, height);
     const auto& marks = state_->flow->marks;
     for (std::size_t i = 0; i < marks.size(); ++i) {
         document.setHitBox(marks[i], state_->list.markPlace(static_cast<std::uint32_t>(i)));
@@ -77,8 +78,8 @@ Size Layout::size() const {
 }
 
 void Layout::State::drawPagePicture(Canvas& canvas, const Rect& part) const {
-    if (pagePicture == nullptr) return;
-    Size tile = pagePicture->size();
+    if (pagePicture == nullptr || !flow) return;
+    Size tile = flow->scale(pagePicture->size());
     if (tile.width <= 0 || tile.height <= 0) return;
     // A picture one pixel wide or high looks the same when it is stretched, and takes one call then.
     if (tile.width == 1) tile.width = std::max(part.right, 1);

@@ -26,12 +26,13 @@ class Layout {
     /// Measures the document's words, pictures and tables with this canvas's fonts.
     void measure(const HTMLDocument& document, const LayoutDefaults& defaults, PictureSource& pictures,
                  Canvas& canvas);
-    /// Lays the measured document out on a page `width` pixels wide, and records the hit box of each A and of
-    /// each element with a name in the document; without text or pictures of its own, that box is empty. What
-    /// is wider than the page makes the page wider. Does nothing before the first `measure`.
-    void place(HTMLDocument& document, int width);
+    /// Lays the measured document out on a page `width` pixels wide, of which `height` can be seen at once,
+    /// and records the hit box of each A and of each element with a name in the document; without text or
+    /// pictures of its own, that box is empty. What is wider than the page makes the page wider. Does nothing
+    /// before the first `measure`.
+    void place(HTMLDocument& document, int width, int height = 0);
     /// Lays it out likewise and records no hit boxes: for a page that nobody clicks on.
-    void placeUnmarked(const HTMLDocument& document, int width);
+    void placeUnmarked(const HTMLDocument& document, int width, int height = 0);
 
     /// The laid-out page in pixels: at least as wide as was asked for, as high as its content.
     Size size() const;

@@ -12,7 +12,8 @@
 // `FlowPlacer::token` asks `mustEndBefore` for each new token. One that fits is added. One that does not fit
 // and has a space before it ends the line there, and the space is dropped. One that does not fit and hangs on
 // its predecessor ends the line at the last break, and all tokens since then move to the next line with it.
-// Where there is no such place the line gets too long, and with it the page. So nothing is ever tried twice:
+// Where there is no such place the line ends at the last hard space (`lastResort_`), and without one it gets
+// too long, and with it the page. So nothing is ever tried twice:
 // each token is added once and moved only with what it hangs on. Marks have no width; those before a break
 // follow their word to the next line.
 
@@ -32,15 +33,22 @@ void LineBuilder::add(LineToken token) {
         tokens_.push_back(token);
         return;
     }
+    tokens_.push_back(token);
+    extend(tokens_.size() - 1);
+}
+
+// Marks before a place where the line may end go to the next line.
+void LineBuilder::extend(std::size_t index) {
+    LineToken& token = tokens_[index];
     if (isEmpty()) {
         token.gap = 0;
+    } else if (token.lastResort) {
+        lastResort_ = contentEnd_;
     } else if (token.gap >= 0) {
-        // Marks before this token go to the next line with it.
         break_ = contentEnd_;
     }
-    tokens_.push_back(token);
     width_ += std::max(token.gap, 0) + token.width;
-    contentEnd_ = tokens_.size();
+    contentEnd_ = index + 1;
 }
 
 LineBuilder::Shape LineBuilder::shape(std::size_t count) const {
@@ -66,19 +74,17 @@ void LineBuilder::drop(std::size_t count) {
     tokens_.erase(tokens_.begin(), tokens_.begin() + static_cast<std::ptrdiff_t>(count));
     width_ = 0;
     break_ = 0;
+    lastResort_ = 0;
     contentEnd_ = 0;
     for (std::size_t i = 0; i < tokens_.size(); ++i) {
-        if (tokens_[i].kind == TokenKind::Mark) continue;
-        if (contentEnd_ == 0) tokens_[i].gap = 0;
-        width_ += std::max(tokens_[i].gap, 0) + tokens_[i].width;
-        contentEnd_ = i + 1;
+        if (tokens_[i].kind != TokenKind::Mark) extend(i);
     }
 }
 
-/// Words one space apart in the same text are drawn together.
+/// Words of the same text are drawn together where one space or hard spaces are between them.
 bool LineBuilder::continuesRun(const LineToken& before, const LineToken& token) const {
     return before.kind == TokenKind::Word && token.kind == TokenKind::Word && before.index == token.index &&
-           before.word.data() + before.word.size() + 1 == token.word.data();
+           (token.lastResort || before.word.data() + before.word.size() + 1 == token.word.data());
 }
 
 void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame, Point start, int lineTop,
@@ -97,7 +103,10 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
         }
         const int gap = std::max(token.gap, 0);
         x += gap;
-        if (run.end == run.first || run.end != i || !continuesRun(tokens_[i - 1], token)) endRun(i, gap);
+        if (run.end == run.first || run.end != i || !continuesRun(tokens_[i - 1], token)) {
+            endRun(i, gap);
+            if (gap > 0) setSpace(i, list, frame, {x - gap, start.y});
+        }
         if (token.kind == TokenKind::Picture) {
             const FlowPicture& picture = flow_.pictures[token.index];
             setPictureBox(picture, flow_, list, frame, {x, start.y - ascentOf(picture)}, ground);
@@ -108,6 +117,26 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
         run.right = x;
     }
     endRun(count, 0);
+}
+
+// The underlined space before a text that no other text draws.
+void LineBuilder::setSpace(std::size_t next, DisplayList& list, std::uint32_t frame, Point start) const {
+    const LineToken& token = tokens_[next];
+    const LineToken& before = tokens_[next - 1];
+    if (token.kind != TokenKind::Word || (before.kind == token.kind && before.index == token.index)) return;
+    const FlowText& text = flow_.texts[token.index];
+    if (text.gapStyle == kNone) return;
+    const TextStyle& style = flow_.styles[text.gapStyle];
+    const int top = start.y - style.rise - style.ascent;
+    DisplayItem item;
+    item.kind = DrawKind::Text;
+    item.element = text.element;
+    item.mark = text.mark;
+    item.frame = frame;
+    item.place = {start.x, top, start.x + token.gap, top + style.height()};
+    item.value = text.gapStyle;
+    item.text = " ";
+    list.add(item);
 }
 
 // An underline goes on below the space at the end of its text.

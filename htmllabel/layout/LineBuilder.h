@@ -19,6 +19,7 @@ struct LineToken {
     std::string_view word;
     int gap = -1;  // the space before it; -1: no line may end there
     int width = 0;
+    bool lastResort = false;  // there are hard spaces before it: only a line without other gaps ends there
 };
 
 /// The line being filled: collects its tokens, knows where it may end, and sets them on one baseline.
@@ -34,7 +35,15 @@ class LineBuilder {
         return width_ + (token.gap > 0 ? token.gap : 0) + token.width > room && endBefore(token) > 0;
     }
     /// The number of tokens that stay on the line when it ends because of this one.
-    std::size_t endBefore(const LineToken& token) const { return token.gap >= 0 ? contentEnd_ : break_; }
+    std::size_t endBefore(const LineToken& token) const {
+        if (token.gap >= 0 && !token.lastResort) return contentEnd_;
+        if (break_ > 0) return break_;
+        return token.lastResort ? contentEnd_ : lastResort_;
+    }
+    /// Whether that place is at a hard space.
+    bool isLastResort(const LineToken& token) const {
+        return break_ == 0 && (token.gap < 0 || token.lastResort);
+    }
     std::size_t size() const { return tokens_.size(); }
     /// The number of tokens without the marks at the end.
     std::size_t contentSize() const { return contentEnd_; }
@@ -61,13 +70,16 @@ class LineBuilder {
         int right = 0;
     };
 
+    void extend(std::size_t index);
     bool continuesRun(const LineToken& before, const LineToken& token) const;
+    void setSpace(std::size_t next, DisplayList& list, std::uint32_t frame, Point start) const;
     void setRun(const Run& run, DisplayList& list, std::uint32_t frame, int baseline, int nextGap);
 
     const Flow& flow_;
     std::vector<LineToken> tokens_;
     int width_ = 0;
     std::size_t break_ = 0;       // the last token before which the line may end; 0: none
+    std::size_t lastResort_ = 0;  // likewise at a hard space
     std::size_t contentEnd_ = 0;  // after the last word or picture
 };
 

@@ -40,9 +40,9 @@ std::string_view cutToWidth(std::string_view text, int room, FontId font, Canvas
 }
 
 void showAlternative(FlowPicture& box, std::string_view text, int width, int height, const TextStyle& style,
-                     Canvas& canvas) {
-    const int around = 2 * kAlternativeMargin;
-    Size own = kUnknownSize;
+                     const PixelScale& scale, Canvas& canvas) {
+    const int around = 2 * scale(kAlternativeMargin);
+    Size own = scale(kUnknownSize);
     if (!text.empty()) {
         own = {clampPixels(canvas.textWidth(style.font, text) + around), style.height() + around};
     }
@@ -55,20 +55,22 @@ void showAlternative(FlowPicture& box, std::string_view text, int width, int hei
 
 FlowPicture pictureBox(const HTMLElement& image, std::string_view alternative, const Picture* picture,
                        const TextStyle& style, Canvas& canvas) {
-    const int width = clampPixels(image.lngImgWidth);
-    const int height = clampPixels(image.lngImgHeight);
+    const PixelScale scale(canvas.pixelsPerInch());
+    const int width = scale(clampPixels(image.lngImgWidth));
+    const int height = scale(clampPixels(image.lngImgHeight));
     FlowPicture box;
     box.picture = picture;
-    box.spaceX = clampPixels(image.intHSpace, kMostSpace);
-    box.spaceY = clampPixels(image.intVSpace, kMostSpace);
-    box.border = clampPixels(image.intBorder, kMostBorder);
+    box.spaceX = scale(clampPixels(image.intHSpace, kMostSpace));
+    box.spaceY = scale(clampPixels(image.intVSpace, kMostSpace));
+    box.border = scale(clampPixels(image.intBorder, kMostBorder));
     box.middle = image.blnAlignCenter;
-    box.floats = image.blnAlignRight;
+    if (image.alignsLeft) box.floats = Align::Left;
+    if (image.blnAlignRight) box.floats = Align::Right;
     box.element = image.intIndex;
     if (picture != nullptr) {
-        box.size = scaled(picture->size(), width, height);
+        box.size = scaled(scale(picture->size()), width, height);
     } else {
-        showAlternative(box, alternative, width, height, style, canvas);
+        showAlternative(box, alternative, width, height, style, scale, canvas);
     }
     return box;
 }
@@ -99,7 +101,7 @@ void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& li
         return;
     }
     item.kind = DrawKind::Sunken;
-    item.thickness = 1;
+    item.thickness = flow.scale(1);
     item.value = lightEdgeOn(ground);
     list.add(item);
     if (picture.alternative.empty()) return;
@@ -107,9 +109,10 @@ void setPictureBox(const FlowPicture& picture, const Flow& flow, DisplayList& li
     item.kind = DrawKind::Text;
     item.value = picture.style;
     item.text = picture.alternative;
-    place.left += kAlternativeMargin;
-    place.top += std::min(kAlternativeMargin, (place.height() - style.height()) / 2);
-    place.right -= kAlternativeMargin;
+    const int margin = flow.scale(kAlternativeMargin);
+    place.left += margin;
+    place.top += std::min(margin, (place.height() - style.height()) / 2);
+    place.right -= margin;
     place.bottom = place.top + style.height();
     list.add(item);
 }

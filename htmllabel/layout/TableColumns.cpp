@@ -9,15 +9,16 @@
 // How columns get their widths
 //
 // A column's wishes are its least width (below it a word or picture would stick out), the width at which no
-// line of its content breaks, and what WIDTH asks for: pixels, a fraction of the table, or nothing (an
-// automatic column). `measureColumns` finds them once for a document. Cells in one column are merged by
-// taking the largest of each. Then the cells that cover several columns add what these lack, the narrowest
-// first, so that wide ones find what the others have settled already.
+// line ends at a hard space, the one at which no line ends at all, and what WIDTH asks for: pixels, a
+// fraction of the table, or nothing (an automatic column). `measureColumns` finds them once for a document.
+// Cells in one column are merged by taking the largest of each. Then the cells that cover several columns add
+// what these lack, the narrowest first, so that wide ones find what the others have settled already.
 //
-// `setColumnWidths` shares a width out, in steps (`Step`): all columns get their least widths, then the
-// fractions theirs, then the pixels, then the automatic ones their content. A step that does not fit is the
-// last one: what is left goes to its columns in proportion to what they miss. What is left after all steps
-// goes to the automatic columns, without any to those with pixels, and else to the fractions.
+// `setColumnWidths` shares a width out, in steps (`Step`): all columns get their least widths, then
+// those without broken words, then the fractions theirs, then the pixels, then the automatic ones their
+// content. A step that does not fit is the last one: what is left goes to its columns in proportion to what
+// they miss. What is left after all steps goes to the automatic columns, without any to those with pixels,
+// and else to the fractions.
 
 namespace kavrelon {
 namespace {
@@ -59,10 +60,12 @@ void numberColumns(Flow& flow, FlowTable& table) {
 /// What a cell asks of the columns that it covers.
 FlowColumn wishOf(const FlowCell& cell, const FlowTable& table) {
     const int around = 2 * table.inset();
-    return {cell.min + around, cell.max + around, cell.width.pixels, cell.width.fraction};
+    return {cell.least + around, cell.min + around, cell.max + around, cell.width.pixels,
+            cell.width.fraction};
 }
 
 void merge(FlowColumn& column, const FlowColumn& wish) {
+    column.least = std::max(column.least, wish.least);
     column.min = std::max(column.min, wish.min);
     column.max = std::max(column.max, wish.max);
     column.pixels = std::max(column.pixels, wish.pixels);
@@ -86,6 +89,7 @@ void deal(std::size_t count, std::int64_t amount, const Weight& weight, const Gi
 
 /// The sums over several columns.
 struct ColumnSum {
+    std::int64_t least = 0;
     std::int64_t min = 0;
     std::int64_t preferred = 0;
     double fraction = 0;
@@ -103,7 +107,8 @@ class ColumnSums {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const FlowColumn& column = columns[i];
             const ColumnSum& sum = before_[i];
-            before_[i + 1] = {sum.min + column.min, sum.preferred + preferred(column),
+            before_[i + 1] = {sum.least + column.least, sum.min + column.min,
+                              sum.preferred + preferred(column),
                               sum.fraction + static_cast<double>(column.fraction),
                               sum.automatic + (isAutomatic(column) ? 1 : 0)};
         }
@@ -111,8 +116,8 @@ class ColumnSums {
     ColumnSum of(std::size_t first, std::size_t count) const {
         const ColumnSum& from = before_[first];
         const ColumnSum& to = before_[first + count];
-        return {to.min - from.min, to.preferred - from.preferred, to.fraction - from.fraction,
-                to.automatic - from.automatic};
+        return {to.least - from.least, to.min - from.min, to.preferred - from.preferred,
+                to.fraction - from.fraction, to.automatic - from.automatic};
     }
 
   private:
@@ -124,11 +129,12 @@ class ColumnSums {
 bool widen(Columns columns, const ColumnSum& sum, const FlowColumn& wish, int spacing) {
     constexpr double kLeastFraction = 0.0001;
     const std::int64_t between = std::int64_t{spacing} * (static_cast<std::int64_t>(columns.size()) - 1);
+    const std::int64_t least = wish.least - between - sum.least;
     const std::int64_t min = wish.min - between - sum.min;
     const std::int64_t max = std::max(wish.max, wish.pixels) - between - sum.preferred;
     const bool anyAutomatic = sum.automatic > 0;
     const double fraction = anyAutomatic ? static_cast<double>(wish.fraction) - sum.fraction : 0;
-    if (min <= 0 && max <= 0 && fraction < kLeastFraction) return false;
+    if (least <= 0 && min <= 0 && max <= 0 && fraction < kLeastFraction) return false;
     std::vector<int> weights;
     weights.reserve(columns.size());
     for (const FlowColumn& column : columns) {
@@ -137,6 +143,12 @@ bool widen(Columns columns, const ColumnSum& sum, const FlowColumn& wish, int sp
     const auto weight = [&](std::size_t i) { return weights[i]; };
     const auto count = columns.size();
     if (min > 0) deal(count, min, weight, [&](std::size_t i, int part) { columns[i].min += part; });
+    if (least > 0) {
+        // In proportion to what would stay above it.
+        deal(
+            count, least, [&](std::size_t i) { return columns[i].min - columns[i].least; },
+            [&](std::size_t i, int part) { columns[i].least += part; });
+    }
     if (max > 0) deal(count, max, weight, [&](std::size_t i, int part) { columns[i].max += part; });
     if (fraction < kLeastFraction) return true;
     double all = 0;
@@ -202,9 +214,10 @@ int preferredWidth(Columns columns) {
 }
 
 /// The wishes, in the order in which they are met as a table gets wider.
-enum Step { kMinimum, kFractions, kPixels, kContent, kSteps };
+enum Step { kLeast, kMinimum, kFractions, kPixels, kContent, kSteps };
 
 int widthAt(int step, const FlowColumn& column, int total) {
+    if (step == kLeast) return column.least;
     if (step >= kFractions && column.fraction > 0) {
         return std::max(column.min, static_cast<int>(static_cast<float>(total) * column.fraction));
     }
@@ -229,26 +242,31 @@ void measureColumns(Flow& flow, FlowTable& table) {
     });
     widenBySpanningCells(flow, table, columns);
     tidyWishes(columns);
-    table.min = table.outside();
-    for (const FlowColumn& column : columns) table.min += column.min;
+    table.least = table.min = table.outside();
+    for (const FlowColumn& column : columns) {
+        table.least += column.least;
+        table.min += column.min;
+    }
     table.max = std::max(table.min, preferredWidth(columns) + table.outside());
+    table.least = std::max(table.least, table.width.pixels);
     if (table.width.pixels > 0) table.min = table.max = std::max(table.min, table.width.pixels);
 }
 
 int tableWidth(const FlowTable& table, int available) {
+    const int min = std::clamp(available, table.least, table.min);
     if (table.width.fraction > 0) {
         const double wanted = static_cast<double>(table.width.fraction) * available;
-        return std::max(table.min, static_cast<int>(wanted));
+        return std::max(min, static_cast<int>(wanted));
     }
-    return std::clamp(available, table.min, table.max);
+    return std::clamp(available, min, table.max);
 }
 
 void setColumnWidths(std::span<const FlowColumn> columns, int total, std::span<int> widths) {
     std::int64_t before = 0;
-    for (int step = kMinimum; step < kSteps; ++step) {
+    for (int step = kLeast; step < kSteps; ++step) {
         std::int64_t sum = 0;
         for (const FlowColumn& column : columns) sum += widthAt(step, column, total);
-        if (step > kMinimum && sum >= total) {
+        if (step > kLeast && sum >= total) {
             for (std::size_t i = 0; i < columns.size(); ++i) widths[i] = widthAt(step - 1, columns[i], total);
             deal(
                 columns.size(), std::max<std::int64_t>(total - before, 0),

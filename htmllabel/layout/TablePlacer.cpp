@@ -60,7 +60,7 @@ TablePlacer::CellFrame TablePlacer::startCell(std::uint32_t cell) {
     const Colour ground = shape.hasBackground ? shape.background : open.ground;
     if (shape.hasBackground) placed.fill = addItem(open.frame, DrawKind::Fill, shape.background, 0);
     if (table.border > 0 && !shape.isEmpty) {
-        placed.border = addItem(open.frame, DrawKind::Sunken, lightEdgeOn(ground), 1);
+        placed.border = addItem(open.frame, DrawKind::Sunken, lightEdgeOn(ground), table.cellEdge);
     }
     placed.frame = list_.addFrame(open.frame);
     return {placed.frame, std::max(placed.width - 2 * table.inset(), 0), ground};
@@ -80,18 +80,22 @@ int TablePlacer::end() {
     return height;
 }
 
+int TablePlacer::heightOf(const Extent& given) const {
+    return std::max(given.pixels, static_cast<int>(given.fraction * static_cast<float>(pageHeight_)));
+}
+
 // Each row is as high as its highest cell. What the table's own HEIGHT asks for beyond that is shared evenly.
 int TablePlacer::setRowTops(const FlowTable& table) {
     tops_.assign(table.rowCount + 1, 0);
     for (std::uint32_t i = table.firstCell; i != kNone; i = flow_.cells[i].next) {
         const FlowCell& cell = flow_.cells[i];
-        const int height = std::max(cell.height, cells_[i].contentHeight + 2 * table.inset());
+        const int height = std::max(heightOf(cell.height), cells_[i].contentHeight + 2 * table.inset());
         tops_[cell.row] = std::max(tops_[cell.row], height);
     }
     const int rows = static_cast<int>(table.rowCount);
     int all = 2 * table.border + table.spacing * (rows + 1);
     for (const int height : tops_) all += height;
-    const int free = std::max(table.height - all, 0);
+    const int free = std::max(heightOf(table.height) - all, 0);
     int top = table.border + table.spacing;
     for (int row = 0; row <= rows; ++row) {
         int& place = tops_[static_cast<std::size_t>(row)];

@@ -13,7 +13,9 @@ namespace kavrelon {
 /// rows, cells, borders and backgrounds. Open tables are on a stack.
 class TablePlacer {
   public:
-    TablePlacer(const Flow& flow, DisplayList& list) : flow_(flow), list_(list), cells_(flow.cells.size()) {}
+    /// `pageHeight` is what heights given in percent count from.
+    TablePlacer(const Flow& flow, DisplayList& list, int pageHeight)
+        : flow_(flow), list_(list), pageHeight_(pageHeight), cells_(flow.cells.size()) {}
 
     /// Begins a table of this outer width in `frame`, its top left corner at `place`, on this ground.
     void start(std::uint32_t table, std::uint32_t frame, Point place, int width, Colour ground);
@@ -48,6 +50,7 @@ class TablePlacer {
         int contentHeight = 0;
     };
 
+    int heightOf(const Extent& given) const;
     void setColumnEdges(const FlowTable& table, int width);
     int setRowTops(const FlowTable& table);
     void setCell(const Open& open, std::uint32_t index);
@@ -55,6 +58,7 @@ class TablePlacer {
 
     const Flow& flow_;
     DisplayList& list_;
+    int pageHeight_;
     std::vector<Cell> cells_;
     std::vector<Open> open_;
     std::vector<int>

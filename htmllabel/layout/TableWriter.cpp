@@ -17,19 +17,22 @@ constexpr std::uint32_t kWholeRow = 1U << 30;
 }  // namespace
 
 void TableWriter::openTable(const HTMLElement& tag) {
-    if (awaitsCell()) openImpliedCell();
     const auto index = static_cast<std::uint32_t>(flow_.tables.size());
     FlowTable table;
-    table.width = givenWidthOrNone(tag);
-    table.height = givenHeight(tag);
-    table.border = clampPixels(tag.intBorder, kMostBorder);
-    table.padding = clampPixels(tag.intCellPadding, kMostPadding);
-    table.spacing = clampPixels(tag.intCellSpacing, kMostPadding);
+    const PixelScale& scale = flow_.scale;
+    table.width = scaled(givenWidth(tag), scale);
+    table.height = scaled(givenHeight(tag), scale);
+    table.border = scale(clampPixels(tag.intBorder, kMostBorder));
+    table.cellEdge = table.border > 0 ? scale(1) : 0;
+    table.padding = scale(clampPixels(tag.intCellPadding, kMostPadding));
+    table.spacing = scale(clampPixels(tag.intCellSpacing, kMostPadding));
     table.background = tag.lngBgColor;
     table.hasBackground = tag.blnHasBgColor;
     table.align = givenAlign(tag, writer_.blocks().top().align);
+    table.floats = tag.alignsLeft || tag.blnAlignRight;
+    table.gap = gap_;
     flow_.tables.push_back(table);
-    writer_.openTable(index, gap_);
+    writer_.openTable(index);
     styles_.enterScope();
     open_.emplace_back().table = index;
 }
@@ -41,7 +44,7 @@ void TableWriter::closeTable() {
     open_.pop_back();
     styles_.leaveScope();
     measureColumns(flow_, flow_.tables[table]);
-    writer_.closeTable(table, gap_);
+    writer_.closeTable(table);
 }
 
 void TableWriter::closeAll() {
@@ -59,8 +62,8 @@ void TableWriter::beginRow(const Row& row) {
 void TableWriter::openRow(const HTMLElement& tag) {
     if (open_.empty()) return;
     closeRow();
-    beginRow(
-        {givenAlign(tag, Align::Left), tag.lngBgColor, tag.blnHasBgColor, tag.lngVAlign, givenHeight(tag)});
+    beginRow({givenAlign(tag, Align::Left), tag.lngBgColor, tag.blnHasBgColor, tag.lngVAlign,
+              scaled(givenHeight(tag), flow_.scale)});
 }
 
 void TableWriter::closeRow() {
@@ -76,14 +79,15 @@ void TableWriter::openCell(const HTMLElement& tag) {
     const Row& row = open_.back().row;
     FlowCell cell;
     cell.span = static_cast<std::uint32_t>(std::max<int>(tag.intColSpan, 1));
-    cell.width = givenWidthOrNone(tag);
-    cell.height = std::max(givenHeight(tag), row.height);
+    cell.width = scaled(givenWidth(tag), flow_.scale);
+    cell.height = larger(scaled(givenHeight(tag), flow_.scale), row.height);
     cell.hasBackground = tag.blnHasBgColor || row.hasBackground;
     cell.background = tag.blnHasBgColor ? tag.lngBgColor : row.background;
-    const bool centred = row.align == Align::Left && isHeaderCell(tag);
+    const bool centred = row.align == Align::Left && tag.isHeaderCell;
     cell.align = givenAlign(tag, centred ? Align::Center : row.align);
+    cell.keepsLines = tag.noWrap;
     cell.verticalAlign = tag.lngVAlign;
-    if (tag.lngVAlign == kTop && row.verticalAlign > kTop && !givesAttribute(tag.strRaw, "VALIGN")) {
+    if (tag.lngVAlign == kTop && row.verticalAlign > kTop && !tag.hasVAlign) {
         cell.verticalAlign = row.verticalAlign;
     }
     beginCell(cell);
@@ -117,7 +121,7 @@ void TableWriter::beginCell(FlowCell cell) {
     }
     table.lastCell = open.cell;
     flow_.cells.push_back(cell);
-    writer_.openCell(open.cell, cell.align);
+    writer_.openCell(open.cell);
     styles_.enterScope();
 }
 

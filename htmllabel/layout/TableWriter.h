@@ -15,6 +15,7 @@ class TableWriter {
     TableWriter(Flow& flow, FlowWriter& writer, InlineStyles& styles, int gap)
         : flow_(flow), writer_(writer), styles_(styles), gap_(gap) {}
 
+    /// Not to be called between cells.
     void openTable(const HTMLElement& tag);
     void closeTable();
     void openRow(const HTMLElement& tag);
@@ -35,7 +36,7 @@ class TableWriter {
         Colour background = 0;
         bool hasBackground = false;
         std::int32_t verticalAlign = 0;  // 0: not given
-        int height = 0;
+        Extent height;
     };
     struct OpenTable {
         std::uint32_t table = 0;

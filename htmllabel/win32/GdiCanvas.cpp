@@ -1,6 +1,7 @@
 #include "htmllabel/win32/GdiCanvas.h"
 
 #include "gdi/GdiPicture.h"
+#include "htmllabel/layout/PixelScale.h"
 #include "support/SystemColours.h"
 
 namespace kavrelon {
@@ -54,7 +55,9 @@ void GdiCanvas::drawBullet(Bullet shape, const Rect& place, Colour colour) {
     if (target_ == nullptr) return;
     const RECT block = onTarget(place);
     // Created for each bullet: metafiles do not keep the colours of a context's own pen and brush.
-    const GdiPen pen(CreatePen(PS_SOLID, 0, toColorRef(colour)));
+    // As thick as a document's pixel, inside of the bullet: a pen of width 0 is a hairline on a printer.
+    const int thickness = PixelScale(pixelsPerInch())(1);
+    const GdiPen pen(CreatePen(PS_INSIDEFRAME, thickness, toColorRef(colour)));
     const GdiBrush brush(CreateSolidBrush(toColorRef(colour)));
     const Selected outline(target_, pen.get());
     const Selected inside(target_, shape == Bullet::Disc ? brush.get() : GetStockObject(NULL_BRUSH));

@@ -41,6 +41,7 @@ class GdiCanvas final : public Canvas {
         int saved_;
     };
 
+    int pixelsPerInch() const override { return resolutionY(); }
     FontId font(const TextFont& font) override { return fonts_.number(font); }
     FontMetrics metrics(FontId font) override { return fonts_.metrics(font); }
     int textWidth(FontId font, std::string_view text) override { return fonts_.width(font, text); }

@@ -1,5 +1,6 @@
-// htmlpicture WIDTH [FILE OUT.bmp]...: draws HTML documents, as the label does, on pages of WIDTH pixels.
-// Pictures are looked for in a document's folder.
+// htmlpicture WIDTH[xHEIGHT] [FILE OUT.bmp]...: draws HTML documents, as the label does, on pages of WIDTH
+// pixels, of which HEIGHT are seen at once, at the system's resolution. Pictures are looked for in a
+// document's folder.
 
 #include <windows.h>
 
@@ -83,7 +84,7 @@ class Page {
     Bitmap bitmap_;
 };
 
-int drawDocument(const std::string& path, int width, const std::string& result) {
+int drawDocument(const std::string& path, Size view, const std::string& result) {
     std::ifstream in(path, std::ios::binary);
     if (!in) {
         std::cerr << path << ": cannot be opened\n";
@@ -95,7 +96,7 @@ int drawDocument(const std::string& path, int width, const std::string& result) 
     FolderPictures pictures(std::filesystem::path(path).parent_path());
     Layout layout;
     layout.measure(document, {}, pictures, canvas);
-    layout.place(document, width);
+    layout.place(document, view.width, view.height);
     const Size size = layout.size();
     // There are no bitmaps without pixels.
     Page page({std::max(size.width, 1), std::max(size.height, 1)});
@@ -113,13 +114,21 @@ int drawDocument(const std::string& path, int width, const std::string& result) 
 }  // namespace kavrelon
 
 int main(int argc, char** argv) {
-    const int width = argc > 1 && argc % 2 == 0 ? std::atoi(argv[1]) : 0;
-    if (width <= 0) {
-        std::cerr << "usage: htmlpicture WIDTH [FILE OUT.bmp]...\n";
+    kavrelon::Size view;
+    if (argc > 1 && argc % 2 == 0) {
+        const std::string text = argv[1];
+        const auto cross = text.find('x');
+        view.width = std::atoi(text.c_str());
+        if (cross != std::string::npos) view.height = std::atoi(text.c_str() + cross + 1);
+    }
+    if (view.width <= 0) {
+        std::cerr << "usage: htmlpicture WIDTH[xHEIGHT] [FILE OUT.bmp]...\n";
         return kavrelon::kMisused;
     }
+    // Otherwise the system scales the picture itself.
+    SetProcessDPIAware();
     int worst = 0;
     for (int next = 2; next < argc; next += 2)
-        worst = std::max(worst, kavrelon::drawDocument(argv[next], width, argv[next + 1]));
+        worst = std::max(worst, kavrelon::drawDocument(argv[next], view, argv[next + 1]));
     return worst;
 }

@@ -20,7 +20,7 @@ struct Outcome {
 Outcome outcomeOf(const std::string& html) {
     LabelEngine label;
     label.parse(html);
-    label.layOut(kPageWidth);
+    label.layOut({kPageWidth, 0});
     label.draw();
     Outcome outcome{label.document.mintElementCount(), 0, label.layout.size().width, ""};
     for (const TextRun& run : label.layout.runs()) {

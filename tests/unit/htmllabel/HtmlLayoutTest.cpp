@@ -115,7 +115,11 @@ TEST_F(HtmlLayoutTest, SpacesAndLineEnds) {
         {"a<B> b </B> c", "4,4 a|16,4 b|28,4 c"},
         {"a          b", "4,4 a|16,4 b"},
         {"a&nbsp;&nbsp;b c", "4,4 a  b c"},
-        {"a&nbsp;b", "4,4 a b", 0},
+        {"a bb&nbsp;&nbsp;cc&nbsp;d", "4,4 a|4,19 bb|4,34 cc d", 38},
+        {"a&nbsp;<B>bb</B>&nbsp;cc", "4,4 a |16,4 bb|4,19  cc", 38},
+        {"<TABLE0><TD>aaa&nbsp;bbb<TD>c</TABLE>", "4,4 aaa|4,19 bbb|26,4 c", 36},
+        {"<TABLE0><TR><TD COLSPAN=2>a&nbsp;b<TR><TD>c<TD>d</TABLE>", "4,4 a|4,19 b|4,34 c|10,34 d", 8},
+        {"<IMG SRC=p ALIGN=RIGHT>aaaa&nbsp;bbbb", "4,28 aaaa bbbb", 96},
         {"a <BR> <B> b</B>", "4,4 a|4,19 b"},
         {"aaa bbb<B>ccc</B>", "4,4 aaa|4,19 bbb|22,19 ccc", 50},
         {"aaa<B>bbb</B>ccc d", "4,4 aaa|22,4 bbb|40,4 ccc|4,19 d", 30},
@@ -135,20 +139,23 @@ TEST_F(HtmlLayoutTest, BlocksAndIndents) {
         {"a<BR></P>b<BR><BR>c", "4,4 a|4,34 b|4,64 c"},
         {"<CENTER>ab</CENTER><P ALIGN=RIGHT>cd</P>e", "98,4 ab|192,34 cd|4,64 e"},
         {"<CENTER>a<P ALIGN=LEFT>b</P>c</CENTER>", "101,4 a|4,34 b|101,64 c"},
-        {"<BLOCKQUOTE>aaaa bbbb<BLOCKQUOTE>c</BLOCKQUOTE></BLOCKQUOTE>d",
-         "29,4 aaaa|29,19 bbbb|29,49 c|4,79 d", 108},
+        {"<BLOCKQUOTE>aaaa bbbb<BLOCKQUOTE>c</BLOCKQUOTE></BLOCKQUOTE>d", "16,4 aaaa bbbb|29,34 c|4,64 d",
+         108},
+        {"<UL><LI>a<UL><LI>b<UL><LI>c<UL><LI>d<UL><LI>e<UL><LI>f</UL></UL></UL></UL></UL></UL>",
+         "23,4 a|42,19 b|61,34 c|80,49 d|99,64 e|119,79 f", 238},
         {"<HEAD><TITLE>t</TITLE>u</HEAD><SCRIPT>s</SCRIPT><STYLE>v</STYLE><FORM>a</FORM>b", "4,4 a|4,19 b"},
         {"<HEAD><TITLE>1 < 2</TITLE><SCRIPT>if (a<b) write('<STYLE>');</SCRIPT>a", "4,4 a"},
         {"<UL><LI>aaaa bbbb<LI><P>c</P><OL><LI><LI>d</OL></UL>e",
-         "34,4 aaaa|34,19 bbbb|34,49 c|15,79 1.|15,94 2.|35,94 d|4,124 e", 70},
+         "19,4 aaaa|19,19 bbbb|19,49 c|15,79 1.|15,94 2.|35,94 d|4,124 e", 70},
         {"<OL><LI><BLOCKQUOTE>a</BLOCKQUOTE></OL>", "14,4 1.|64,4 a"},
         {"<OL><LI><TABLE CELLPADDING=0><TD></TABLE></OL>a", "14,4 1.|4,34 a"},
         {"<TABLE0><TD><OL><LI><P>a</OL><TD>b</TABLE>", "4,4 1.|24,4 a|30,4 b", 1},
     };
     for (const Case& c : cases) EXPECT_EQ(runs(c.html, c.width), c.expected) << c.html;
     EXPECT_EQ(drawn("<UL><LI>a<UL><LI>b<UL><LI>c</UL></UL><LI></UL>d").bullets, "0@26 1@56 2@86 0@26 ");
-    EXPECT_EQ(drawn("<HR WIDTH=50 ALIGN=RIGHT><HR WIDTH=\"50%\">").fills,
-              "154,4-204,5 154,5-204,6 54,10-154,11 54,11-154,12 ");
+    EXPECT_EQ(
+        drawn("<HR WIDTH=50 ALIGN=RIGHT><HR WIDTH=\"50%\" NOSHADE=1><HR SIZE=1><HR SIZE=40 NOSHADE=>").fills,
+        "154,4-204,5 154,4-155,6 154,5-204,6 203,4-204,6 54,10-154,12 4,16-204,17 4,21-204,61 ");
     EXPECT_EQ(drawn("<HR>", 8).fills, "") << "no room between the margins";
 }
 
@@ -175,6 +182,8 @@ TEST_F(HtmlLayoutTest, StylesNestAndAreRestored) {
     EXPECT_EQ(drawn("<A HREF=x>a</A>").texts, "a:10#ff0000 ");
     EXPECT_EQ(runs("a<SUP>b</SUP><SUB>c</SUB>d"), "4,5 a|10,4 b|15,10 c|20,5 d") << "one baseline, at 17";
     EXPECT_EQ(runs("<U>a <B>b</B></U> c"), "4,4 a |16,4 b|28,4 c") << "underlined up to the next word";
+    EXPECT_EQ(runs("<U>a<B>b</B> c <I> d</I><B>e</B> <I>f</I> </U><I>g</I>"),
+              "4,4 a|10,4 b|16,4  |22,4 c |34,4 d|40,4 e|46,4  |52,4 f|58,4  |64,4 g");
 }
 
 TEST_F(HtmlLayoutTest, EveryTagEndsWithItsCloser) {
@@ -210,6 +219,7 @@ TEST_F(HtmlLayoutTest, ColumnsOfTables) {
          "4,4 a|124,4 b|4,19 c|64,19 d|124,19 e"},
         {"<TABLE></TABLE>a", "4,4 a"},
         {"<TABLE0><TD HEIGHT=1.4></TABLE>a", "4,9 a"},
+        {"<TABLE0><TD NOWRAP=NOWRAP>aa bb&nbsp;cc<TD>d e</TABLE>", "4,4 aa bb cc|52,4 d|52,19 e", 70},
         {"<TABLE0><TR><TD COLSPAN=2>aaaaaaaaaaaaaaaaaaaa<TD>x<TR><TD><TD>bb<TD>y</TABLE>",
          "4,4 aaaaaaaaaaaaaaaaaaaa|124,4 x|11,19 bb|124,19 y"},
         {"<TABLE0><TR><TD COLSPAN=2>aaaaaaaaaaaa<TR><TD>b c<TD>d e</TABLE>",

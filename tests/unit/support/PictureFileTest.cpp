@@ -96,7 +96,7 @@ TEST(PictureOutlines, SizesAreThoseOfTheContent) {
     EXPECT_EQ(outlineOf(icon)->frame, 1);
 }
 
-TEST(Pixels, ScalingKeepsEdgesAndMeansWhatItDrops) {
+TEST(Pixels, ScalingMeansWhatItDropsAndIsSmoothWhereItAdds) {
     constexpr Pixel red = 0xFFFF0000;
     const std::vector<Pixel> source{red, red, 0, 0, red, red, 0, 0};
     const auto scaled = [&](Size to) {
@@ -106,6 +106,7 @@ TEST(Pixels, ScalingKeepsEdgesAndMeansWhatItDrops) {
     };
     EXPECT_EQ(scaled({2, 1}), (std::vector<Pixel>{red, 0}));
     EXPECT_EQ(scaled({3, 1}), (std::vector<Pixel>{red, 0x80800000, 0}));
+    EXPECT_EQ(scaled({8, 1}), (std::vector<Pixel>{red, red, red, 0xBFBF0000, 0x40400000, 0, 0, 0}));
 }
 
 }  // namespace
