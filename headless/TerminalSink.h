@@ -19,10 +19,11 @@ class TerminalSink : public EscapeSink {
     explicit TerminalSink(clsTerminal& terminal) : terminal_(terminal) {}
 
     void plain(std::span<const std::uint8_t> bytes) override {
-        std::size_t next = 0;
-        while (next < bytes.size()) {
+        clsTerminal& terminal = terminal_;
+        auto next = bytes.begin();
+        while (next != bytes.end()) {
             try {
-                while (next < bytes.size()) terminal_.IClientReceive_ReceiveData(bytes[next++]);
+                while (next != bytes.end()) terminal.IClientReceive_ReceiveData(*next++);
             } catch (const RuntimeError& error) {
                 failed(error);
             }

@@ -1,9 +1,11 @@
 #include "plugin/clsTerminal.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <variant>
 
+#include "support/AsciiText.h"
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 
@@ -32,19 +34,29 @@ void setRendition(Screen& screen, std::string_view part) {
     }
     const std::int16_t code = toInt16(part);
     if (code < 0 || code > 255) raise(RuntimeErrorNumber::InvalidProcedureCall);
-    const char Ch = static_cast<char>(code);
-    screen.term_setattr({&Ch, 1});
+    screen.setRendition(static_cast<std::uint8_t>(code));
 }
 
 void setAttributes(Screen& screen, const EscapeArguments& args) {
     // Field by field: the same parts as joining those that are not empty with ";" and splitting the result.
-    for (std::string_view field : args.all()) {
+    for (const std::string_view field : args.all()) {
         if (field.empty()) continue;
-        for (;;) {
-            const auto end = field.find(';');
-            setRendition(screen, field.substr(0, end));
-            if (end == std::string_view::npos) break;
-            field.remove_prefix(end + 1);
+        const char* next = field.data();
+        const char* const end = next + field.size();
+        for (;; ++next) {
+            // Nearly all parts are a few digits: those are read on the way to the end of the part.
+            const char* const part = next;
+            unsigned code = 0;
+            for (; next != end && isAsciiDigit(*next) && code <= 255; ++next) {
+                code = code * 10 + static_cast<unsigned>(*next - '0');
+            }
+            if (next != part && code <= 255 && (next == end || *next == ';')) {
+                screen.setRendition(static_cast<std::uint8_t>(code));
+            } else {
+                next = std::find(next, end, ';');
+                setRendition(screen, {part, next});
+            }
+            if (next == end) break;
         }
     }
 }
@@ -136,10 +148,7 @@ void clsTerminal::process(ScreenAction action, const EscapeArguments& args) {
     if (current_ == nullptr) raise(RuntimeErrorNumber::ObjectNotSet);
     frmTerm& window = *current_;
     if (!window.isLoaded()) return;
-    // An action that fails leaves the cursor mark off.
-    window.DataReceiveStart();
-    carryOut(window.screen(), action, args);
-    window.DataReceiveEnd();
+    window.screen().inBurst([&] { carryOut(window.screen(), action, args); });
 }
 
 void clsTerminal::process(EraseAction action, const EscapeArguments&) {

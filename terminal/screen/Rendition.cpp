@@ -36,13 +36,14 @@ void Rendition::set(std::uint8_t code) {
     if (isColour(code, kForeground)) {
         ForeColour_ = kColours[code - kForeground];
         stamp_.Attr.Fore = code;
-        set(kBold);
+        stamp_.Attr.Mode = kBold;
+        penStale_ = true;
         return;
     }
     if (isColour(code, kBackground)) {
         BackColour_ = kColours[code - kBackground];
         stamp_.Attr.Back = code;
-        set(stamp_.Attr.Mode);
+        penStale_ = true;
         return;
     }
     switch (code) {

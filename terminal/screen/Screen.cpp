@@ -43,7 +43,7 @@ void Screen::InitScreen() {
     BlankBuffer();
 }
 
-void Screen::control(std::uint8_t ch) {
+void Screen::writeSlowly(std::uint8_t ch) {
     if (surface_ == nullptr) return;
     switch (ch) {
         case 7:  // BEL
@@ -65,13 +65,16 @@ void Screen::control(std::uint8_t ch) {
             HideCursor();
             moveToColumn(0);
             return;
-        default:  // NUL and DC1 are ignored
+        case 0:   // NUL
+        case 17:  // DC1
+            return;
+        default:
+            print(ch);
             return;
     }
 }
 
 void Screen::print(std::uint8_t ch) {
-    if (surface_ == nullptr) return;
     HideCursor();
     const Raised writing(Writing_);
     if (CursorX_ == RightMargin() && AutoWrap_) {
@@ -107,6 +110,14 @@ void Screen::tabulate() {
 }
 
 void Screen::lineFeed() {
+    if (runEnd_ == 0 || CursorY_ != LastLine()) return moveDown();
+    // The run goes on in the row that the scroll has blanked.
+    noteRun();
+    ScreenDirty_ = true;
+    run_ = buffer_.moveRowsUp(LinesPerPage_);
+}
+
+void Screen::moveDown() {
     // Closed in between, so that a row for which there is no memory does not leave the old one open.
     const int end = closeRun();
     if (CursorY_ >= LastLine()) {
@@ -139,6 +150,11 @@ void Screen::blankRows(int first, int last) {
 }
 
 void Screen::DataReceiveStart() {
+    closeRun();
+    beginBurst();
+}
+
+void Screen::beginBurst() {
     Writing_ = true;
     mark_.wantedAfterBurst = mark_.drawn();
     HideCursor();
@@ -154,8 +170,7 @@ void Screen::DataReceiveEnd() {
 
 void Screen::term_setattr(std::string_view Ch) {
     if (Ch.empty()) raise(RuntimeErrorNumber::InvalidProcedureCall);
-    rendition_.set(static_cast<std::uint8_t>(Ch.front()));
-    ScreenDirty_ = true;
+    setRendition(static_cast<std::uint8_t>(Ch.front()));
 }
 
 void Screen::CursorX(int value) {
@@ -163,8 +178,10 @@ void Screen::CursorX(int value) {
 }
 
 void Screen::CursorY(int value) {
+    const int row = std::max(std::min(value, LastLine()), 0);
+    if (row == CursorY_) return;
     closeRun();
-    CursorY_ = std::max(std::min(value, LastLine()), 0);
+    CursorY_ = row;
 }
 
 void Screen::SetCursor(int Col, int Row) {
@@ -173,6 +190,7 @@ void Screen::SetCursor(int Col, int Row) {
 }
 
 void Screen::sizeChanged() {
+    closeRun();
     SetCursor(CursorX_, CursorY_);
     SelectionShown_ = false;
     painter_.missDrawing();

@@ -48,21 +48,37 @@ class Screen {
 
     /// Writes one byte at the cursor.
     void WriteTerm(std::uint8_t Ch) {
-        if (!isPrinted(Ch)) {
-            control(Ch);
-        } else if (CursorX_ < runEnd_) {
+        if (isPrinted(Ch) && CursorX_ < runEnd_) [[likely]] {
             storeInRun(Ch);
         } else {
-            print(Ch);
+            writeSlowly(Ch);
         }
     }
     /// The two bracket a burst of changes: the cursor mark is off the window in between, and does not blink.
     void DataReceiveStart();
     void DataReceiveEnd();
+    /// Makes changes that send no messages in such a bracket. Where they fail it stays open: the mark is off
+    /// until the next one, or the next printed byte.
+    template <class Changes>
+    void inBurst(const Changes& changes) {
+        beginBurst();
+        try {
+            changes();
+        } catch (...) {
+            closeRun();
+            throw;
+        }
+        DataReceiveEnd();
+    }
 
     /// Carries out the rendition code that is the first character's code; an empty text raises
     /// InvalidProcedureCall.
     void term_setattr(std::string_view Ch);
+    /// The same by its code; one without a meaning changes nothing.
+    void setRendition(std::uint8_t code) {
+        rendition_.set(code);
+        ScreenDirty_ = true;
+    }
     /// The default foreground in bold; the background stays.
     void ResetScreenDefaults() { term_setattr("0"); }
 
@@ -208,20 +224,21 @@ class Screen {
     int RightMargin() const { return CharsPerLine_; }
 
     void storeInRun(std::uint8_t ch) {
-        const int column = CursorX_ + 1;
-        Cell& cell = run_.line->Cells[static_cast<std::size_t>(column)];
-        cell = rendition_.stamp();
-        cell.Char = ch;
-        CursorX_ = column;
-        Writing_ = false;
+        // Never negative, so that it is an index as it is.
+        const auto column = static_cast<unsigned>(CursorX_);
+        run_.cells[column].take(rendition_.stamp(), ch);
+        ++CursorX_;
     }
-    // Kept out of the loops that feed bytes: inlined there, they would crowd out the common case.
-    [[gnu::noinline]] void control(std::uint8_t ch);
+    // Kept out of the loops that feed bytes: inlined there, it would crowd out the common case.
+    [[gnu::noinline]] void writeSlowly(std::uint8_t ch);
     [[gnu::noinline]] void print(std::uint8_t ch);
     void backspace();
     void tabulate();
     void lineFeed();
+    // Kept out of the line feed of a run, which saves few registers that way.
+    [[gnu::noinline]] void moveDown();
     void ScrollUp();
+    void beginBurst();
     void openRun(int end);
     /// Closes the run and returns its end, with which it can be opened again; 0 if it was closed.
     int closeRun() {
@@ -229,8 +246,9 @@ class Screen {
         return std::exchange(runEnd_, 0);
     }
     /// Tells the buffer how far the run has been written; due before the cursor leaves the end of what was
-    /// written. The cursor of a screen wider than can be stored may be past the row.
-    void noteRun() {
+    /// written. The cursor of a screen wider than can be stored may be past the row. Inlined, whatever the
+    /// compiler thinks: every line end passes here twice.
+    [[gnu::always_inline]] void noteRun() {
         if (runEnd_ != 0 && *run_.extent <= CursorX_) *run_.extent = std::min(CursorX_, runEnd_) + 1;
     }
     /// The one way to change the column, but for the stores that move it on.
@@ -259,10 +277,12 @@ class Screen {
     Painter painter_;
     CursorMark mark_;
 
-    // The run: the cursor's row, open for characters that need nothing but storing. It is open only while
-    // nothing is drawn, so the mark is off, and ends (runEnd_, 0 while it is closed) where a character wraps
-    // or is refused. Whatever blanks or moves the cursor's row, takes the cursor to another one or lets
-    // something be drawn closes it first.
+    // The run: the cursor's row, open for characters that need nothing but storing, and so without any of the
+    // other duties of `print`. It is open only while nothing is drawn, so that the mark is off, and while no
+    // bracket is left open, which a printed byte would end. It ends (runEnd_, 0 while it is closed) where a
+    // character wraps or is refused. Whatever blanks or moves the cursor's row, takes the cursor to another
+    // one, leaves a bracket open or lets something be drawn closes it; a scroll takes it to the row that it
+    // has blanked.
     ScreenBuffer::RowInPlace run_{};
     int runEnd_ = 0;
 

@@ -35,31 +35,35 @@ class ScreenBuffer {
     /// Screen rows `first` to `last` each take a copy of the blank line: all of them, or none when memory
     /// runs out.
     void blankRows(int first, int last);
-    /// Records 2 to `lines` move one up, and record `lines` becomes blank. `lines` is bounded by the buffer.
-    void moveRowsUp(int lines) {
-        if (lines != ringSize_ && !setRing(lines)) return;
-        // Record 1, which becomes the last one. Before that: where there is no memory for it, nothing moves.
-        Row& first = rows_[static_cast<std::size_t>(ringStart_) + 1];
-        if (!first.line) allocate(first);
-        if (++ringStart_ == ringSize_) ringStart_ = 0;
-        blank(first);
-    }
-
     /// A screen row for writing in place. Good until the row is blanked or moved.
     struct RowInPlace {
-        ScreenLine* line;
+        Cell* cells;  ///< of column 0
         int* extent;  ///< whoever writes sees to it that it is at least the last element written + 1
     };
     /// Row 0 to 1023.
     RowInPlace rowInPlace(int row) {
         Row& target = writableRow(row + 1);
-        return {target.line.get(), &target.extent};
+        return target.inPlace();
+    }
+
+    /// Records 2 to `lines` move one up, and record `lines` becomes blank: the row that is returned. `lines`
+    /// is bounded by the buffer; below 1 nothing happens, and no row is returned.
+    RowInPlace moveRowsUp(int lines) {
+        if (lines != ringSize_ && !setRing(lines)) return {};
+        // Record 1, which becomes the last one. Before that: where there is no memory for it, nothing moves.
+        Row& first = rows_[static_cast<std::size_t>(ringStart_) + 1];
+        if (!first.line) allocate(first);
+        if (++ringStart_ == ringSize_) ringStart_ = 0;
+        blank(first);
+        return first.inPlace();
     }
 
   private:
     struct Row {
         std::unique_ptr<ScreenLine> line;
         int extent = kStoredCells;  // elements from here on equal the blank line's
+
+        RowInPlace inPlace() { return {line->Cells.data() + 1, &extent}; }
     };
 
     std::size_t slotOf(int index) const {

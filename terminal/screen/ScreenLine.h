@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 
 namespace kavrelon {
 
@@ -20,6 +22,13 @@ struct Cell {
     std::uint8_t Char = 0;
     CellAttr Attr;
     bool operator==(const Cell&) const = default;
+
+    /// Becomes `stamp`, a cell of character 0, with a character: one store, where copying the parts is two.
+    void take(const Cell& stamp, std::uint8_t ch) {
+        constexpr int kShift = std::endian::native == std::endian::little ? 0 : 24;
+        const std::uint32_t whole = std::bit_cast<std::uint32_t>(stamp) | std::uint32_t{ch} << kShift;
+        std::memcpy(static_cast<void*>(this), &whole, sizeof whole);
+    }
 };
 static_assert(sizeof(Cell) == 4);
 

@@ -143,6 +143,24 @@ TEST_F(PaintingTest, CursorMarkGivesWayToOutputAndComesBackAfterABurst) {
     }
 }
 
+TEST_F(PaintingTest, ABracketLeftOpenHoldsTheMarkUntilAByteIsPrinted) {
+    const auto fail = [this] { EXPECT_EQ(errorOf([this] { sequence(kCursorPosition, {"x"}); }), 13); };
+    const auto begin = [this] { form().DataReceiveStart(); };
+    for (const auto& leaveOpen : {std::function<void()>(fail), std::function<void()>(begin)}) {
+        for (const bool printed : {false, true}) {
+            // While nothing is drawn, which is when bytes take the shortest way.
+            screen().PaintOn(false);
+            type("ab");
+            leaveOpen();
+            if (printed) type("c");
+            screen().PaintOn(true);
+            blink();
+            EXPECT_EQ(screen().cursorDrawn(), printed);
+        }
+        blink();
+    }
+}
+
 TEST_F(PaintingTest, PaintClearsWhatIsOutsideTheGrid) {
     setSize(20, 2);
     type(std::string(20, 'x'));
