@@ -5,6 +5,7 @@
 #include "helpbox/HelpText.h"
 #include "support/Conversions.h"
 #include "support/Keys.h"
+#include "support/Raised.h"
 #include "support/RuntimeError.h"
 
 namespace kavrelon {
@@ -76,25 +77,35 @@ void frmHelp::SetBoxCord(std::int16_t iTop, std::int16_t iLeft, std::int16_t iWi
 
 void frmHelp::HelpInfo(std::string_view text) {
     document_ = helpDocument(text);
-    if (mblnShown) {
-        layOutText();
-    } else {
-        txtHelp->DocumentHTML(document_);
-    }
+    changeText([this] { txtHelp->DocumentHTML(document_); });
 }
 
 void frmHelp::FontInfo(const std::string& sFontName, std::int16_t iFontSize) {
-    // A size that no text can have leaves the one that the box has.
-    const float wanted = static_cast<float>(iFontSize) - 1;
-    const float size = HTMLLabelProperties::isFontSize(wanted) ? wanted : txtHelp->DefaultFontSize();
-    const bool same = sFontName == txtHelp->DefaultFontName() && size == txtHelp->DefaultFontSize();
-    if (!same) {
-        txtHelp->DefaultFontName(sFontName);
-        txtHelp->DefaultFontSize(size);
+    followGrid(mintXOffset, mintYOffset, msglCharWidth, msglCharHeight, sFontName, iFontSize);
+}
+
+void frmHelp::followGrid(std::int16_t XOffset, std::int16_t YOffset, float CharWidth, float CharHeight,
+                         const std::string& sFontName, std::int16_t iFontSize) {
+    {
+        const Raised held(layoutHeld_);
+        layoutDue_ = false;
+        SetBase(XOffset, YOffset, CharWidth, CharHeight);
     }
-    if (!mblnShown) return;
-    placeAgain();
-    if (!same) layOutText();
+    if (!setFont(sFontName, iFontSize) && layoutDue_) layOutText();
+}
+
+bool frmHelp::setFont(const std::string& name, std::int16_t size) {
+    HTMLLabelProperties properties = txtHelp->savedProperties();
+    properties.DefaultFontName = name;
+    // A size that no text can have leaves the one that the box has.
+    const float wanted = static_cast<float>(size) - 1;
+    if (HTMLLabelProperties::isFontSize(wanted)) properties.DefaultFontSize = wanted;
+    if (properties == txtHelp->savedProperties()) return false;
+    changeText([&] {
+        properties.EnableScroll = txtHelp->EnableScroll();
+        txtHelp->savedProperties(properties);
+    });
+    return true;
 }
 
 void frmHelp::ShowBox(WindowId OwnerForm, WindowId ParenthWnd) {
@@ -146,18 +157,39 @@ void frmHelp::Form_Resize() noexcept {
     carryOn([this] {
         if (!isLoaded()) return;
         window_->sizeLabel(window_->innerSize());
-        if (mblnShown) layOutText();
+        layoutDue_ = true;
+        if (mblnShown && !layoutHeld_) layOutText();
     });
+}
+
+bool frmHelp::textFits() const {
+    return txtHelp->vscScroll().Max == 0 && txtHelp->hscScroll().Max == 0;
 }
 
 // A label that may scroll reserves room for its scroll bars: this one may scroll only when its text needs it.
 void frmHelp::layOutText() {
-    for (const bool scrolls : {false, true}) {
-        txtHelp->EnableScroll(scrolls);
-        txtHelp->UserControl_Resize();
-        txtHelp->DocumentHTML(document_);
-        if (txtHelp->vscScroll().Max == 0 && txtHelp->hscScroll().Max == 0) return;
+    txtHelp->EnableScroll(false);
+    txtHelp->layOutAgain();
+    if (textFits()) return;
+    txtHelp->EnableScroll(true);
+    txtHelp->layOutAgain();
+}
+
+template <class Change>
+void frmHelp::changeText(Change change) {
+    if (!mblnShown) return change();
+    txtHelp->EnableScroll(false);
+    txtHelp->UserControl_Resize();
+    try {
+        change();
+    } catch (...) {
+        // The text that was there stays, and may have to fit into another size.
+        layOutText();
+        throw;
     }
+    if (textFits()) return;
+    txtHelp->EnableScroll(true);
+    txtHelp->layOutAgain();
 }
 
 void frmHelp::Form_Unload() noexcept {

@@ -57,6 +57,9 @@ class frmHelp final : public HelpWindowEvents,
     void HelpInfo(std::string_view text);
     /// Sets the text's font, one point smaller than the size given.
     void FontInfo(const std::string& sFontName, std::int16_t iFontSize);
+    /// `SetBase` and `FontInfo` in one, by which the text is laid out once at most.
+    void followGrid(std::int16_t XOffset, std::int16_t YOffset, float CharWidth, float CharHeight,
+                    const std::string& sFontName, std::int16_t iFontSize);
     /// Shows the box above `OwnerForm`, at its cells of the window `ParenthWnd`: at once, or as soon as that
     /// window is visible.
     void ShowBox(WindowId OwnerForm, WindowId ParenthWnd);
@@ -84,7 +87,13 @@ class frmHelp final : public HelpWindowEvents,
 
     void Form_Load();
     void placeAgain();
+    /// The text's font, when that is another one and a size that text can have. True when it was set.
+    bool setFont(const std::string& name, std::int16_t size);
+    /// Sets or changes the document by `change`, and lays it out.
+    template <class Change>
+    void changeText(Change change);
     void layOutText();
+    bool textFits() const;
     /// Moves the window to this block of the desktop, in pixels.
     void moveTo(const Rect& place);
 
@@ -112,6 +121,9 @@ class frmHelp final : public HelpWindowEvents,
     std::int16_t mintWidth = 0;
     std::int16_t mintHeight = 0;
     bool mblnShown = false;
+    /// A resize leaves the layout of the text to the caller of what caused it, who is told that it is due.
+    bool layoutHeld_ = false;
+    bool layoutDue_ = false;
     WindowId mhParent = 0;
     /// The parent window's corner when the box was last placed relative to it.
     Point parentCorner_;

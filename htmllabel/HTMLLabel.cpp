@@ -195,6 +195,23 @@ void HTMLLabel::layOut(Point offset) {
     fitParts(offset, line);
 }
 
+void HTMLLabel::layOutAgain() noexcept {
+    handle([this] {
+        UserControl_Resize();
+        if (window_ == nullptr || document_.mintElementCount() == 0) return;
+        // Where there is no memory for it, each paint tries again.
+        std::unique_ptr<Layout> layout = std::exchange(layout_, nullptr);
+        if (layout == nullptr) {
+            layOut({});
+        } else {
+            layout->place(document_, placeLabelParts(outline()).picViewPort.width());
+            layout_ = std::move(layout);
+            fitParts({}, lineHeight());
+        }
+        repaint();
+    });
+}
+
 void HTMLLabel::UserControl_Show() noexcept {
     handle([this] {
         if (layout_ != nullptr || document_.mintElementCount() == 0) return;

@@ -85,6 +85,9 @@ class HTMLLabel : public std::enable_shared_from_this<HTMLLabel> {
     /// Parses the text and, when the container shows the control, lays it out and draws it from the top. A
     /// document set while the control is hidden is laid out when it is first shown or painted.
     void DocumentHTML(std::string_view value);
+    /// Takes over the control's size, and lays the document out in it, from its top, without parsing or
+    /// measuring it again.
+    void layOutAgain() noexcept;
     /// The document's title; "Unknown" when it has none.
     std::string DocumentTitle() const { return document_.title().value_or("Unknown"); }
 

@@ -6,6 +6,7 @@
 #include "support/Conversions.h"
 #include "support/RuntimeError.h"
 #include "terminal/IniFile.h"
+#include "terminal/ProfileFile.h"
 #include "terminal/Settings.h"
 
 namespace kavrelon {
@@ -30,11 +31,13 @@ int numberAfter(std::string_view name, std::size_t prefix, int base) {
 
 void FunctionKeys::LoadFunctionKeys(ProfileFile& profiles, const std::string& iniFile) noexcept {
     carryOn([this] { std::copy(kBuiltIn.begin(), kBuiltIn.end(), keys_.begin() + 1); });
+    bool readable = false;
+    carryOn([&] { readable = profiles.canRead(iniFile); });
+    if (!readable) return;
     for (int key = kFirstSettableKey; key <= kKeys; ++key) {
         carryOn([&] {
-            std::string value;
-            IniFile::ReadIni(profiles, iniFile, settings::kMisc, settings::kFuncKey + std::to_string(key),
-                             value, {});
+            const std::string value = IniFile::storedValue(profiles, iniFile, settings::kMisc,
+                                                           settings::kFuncKey + std::to_string(key), {});
             if (!value.empty()) keys_[static_cast<std::size_t>(key)] = TranslateKeyString(value);
         });
     }

@@ -52,8 +52,8 @@ void HelpBoxes::follow(const HelpGrid& grid) noexcept {
     if (grid == grid_) return;
     carryOn([&] { grid_ = grid; });
     forEach([&grid](auto&, frmHelp& box) {
-        box.SetBase(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight);
-        box.FontInfo(grid.fontName, grid.fontSize);
+        box.followGrid(grid.XOffset, grid.YOffset, grid.CharWidth, grid.CharHeight, grid.fontName,
+                       grid.fontSize);
     });
 }
 

@@ -19,9 +19,15 @@ void ReadIni(ProfileFile& profiles, const std::string& file, const std::string& 
              const std::string& key, std::string& result, const std::string& fallback) {
     result = fallback;
     if (!profiles.canRead(file)) raise(RuntimeErrorNumber::FileNotFound, "IniFile::ReadIni");
-    result = profiles.read(file, section, key, fallback, kResultCapacity);
+    result = storedValue(profiles, file, section, key, fallback);
+}
+
+std::string storedValue(ProfileFile& profiles, const std::string& file, const std::string& section,
+                        const std::string& key, const std::string& fallback) {
+    std::string value = profiles.read(file, section, key, fallback, kResultCapacity);
     // Only leading blanks go: trailing ones were inside the quotes of the value.
-    result.erase(0, result.find_first_not_of(' '));
+    value.erase(0, value.find_first_not_of(' '));
+    return value;
 }
 
 void WriteIni(ProfileFile& profiles, const std::string& file, const std::string& section,

@@ -14,6 +14,10 @@ namespace IniFile {
 void ReadIni(ProfileFile& profiles, const std::string& file, const std::string& section,
              const std::string& key, std::string& result, const std::string& fallback);
 
+/// The same value, of a file that is known to be readable: for who reads many and looks for the file once.
+std::string storedValue(ProfileFile& profiles, const std::string& file, const std::string& section,
+                        const std::string& key, const std::string& fallback);
+
 /// Stores a value that is not in the file already, creating the file as needed. Raises PathFileAccess when it
 /// cannot be stored.
 void WriteIni(ProfileFile& profiles, const std::string& file, const std::string& section,

@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "gdi/PixelBitmap.h"
 #include "support/Conversions.h"
 #include "terminal/win32/GdiFaces.h"
 #include "terminal/win32/OemCharacters.h"
@@ -69,13 +70,42 @@ Size measure(HDC context, const FontFace& face) {
     return {std::max(widest, 1), std::max(static_cast<int>(metrics.tmHeight), 1)};
 }
 
-/// Whether a glyph's picture may reach beyond its advance. Smoothing spreads it by a pixel on either side.
-bool overhangs(HDC context, const Glyph& glyph, UINT byte) {
-    ABC widths{};
-    const BOOL known = glyph.source == Glyph::Source::Byte
-                           ? GetCharABCWidthsA(context, byte, byte, &widths)
-                           : GetCharABCWidthsW(context, glyph.character, glyph.character, &widths);
-    return known && (widths.abcA < 1 || widths.abcC < 1);
+// Which glyphs have to be clipped
+//
+// A clip rectangle makes a text call slower, and splits a run of characters. What a font says of its glyphs'
+// extents is no measure of who needs one: smoothing spreads a picture by a pixel on either side, or does not,
+// and most of those that might reach out never do. So every glyph is drawn once, in white on a black bitmap,
+// in the middle of a frame as wide and as high as a cell: whatever is lit in the frame is outside the cell.
+
+/// Draws a glyph in the middle of a bitmap of three by three cells. False when it could not be drawn.
+bool drawProbe(HDC context, Size cell, const Glyph& glyph, char byte) {
+    const auto draw = [&](auto textOut, const auto& character) {
+        return textOut(context, cell.width, cell.height, ETO_OPAQUE, nullptr, &character, 1, &cell.width);
+    };
+    const BOOL drawn =
+        glyph.source == Glyph::Source::Byte ? draw(ExtTextOutA, byte) : draw(ExtTextOutW, glyph.character);
+    GdiFlush();
+    return drawn != FALSE;
+}
+
+/// Whether anything is lit around the middle cell of such a bitmap; it is not lit afterwards. What is left in
+/// the middle is covered by the background of the next glyph.
+bool eraseFrame(std::span<Pixel> pixels, Size cell) {
+    constexpr Pixel kColour = 0xFFFFFF;
+    const auto width = static_cast<std::size_t>(cell.width);
+    const auto height = static_cast<std::size_t>(cell.height);
+    bool lit = false;
+    const auto erase = [&](std::size_t first, std::size_t count) {
+        for (Pixel& pixel : pixels.subspan(first, count)) {
+            lit = lit || (pixel & kColour) != 0;
+            pixel = 0;
+        }
+    };
+    // Up to the cell, then from the right end of each of its rows to the left end of the next.
+    erase(0, 3 * width * height + width);
+    for (std::size_t row = height; row + 1 < 2 * height; ++row) erase((3 * row + 2) * width, 2 * width);
+    erase((6 * height - 1) * width, (3 * height + 1) * width);
+    return lit;
 }
 
 }  // namespace
@@ -89,41 +119,61 @@ std::unique_ptr<RealisedFont> RealisedFont::make(HDC context, const FontFace& fa
 
 RealisedFont::RealisedFont(HDC context, const FontFace& face, const std::optional<FontFace>& lineFace,
                            int height, Font plain)
-    : face_(face), lineFace_(lineFace), height_(height), textFonts_{std::move(plain)} {
-    const Selected selected(context, textFonts_[0].get());
+    : face_(face), lineFace_(lineFace), height_(height) {
+    textFonts_[0].font = std::move(plain);
+    const Selected selected(context, textFonts_[0].font.get());
     cell_ = measure(context, face);
     for (UINT byte = 0; byte <= kLastByte; ++byte) {
         Glyph& glyph = glyphs_[byte];
         glyph = planGlyph(face, lineFace.has_value(), byte);
-        const bool foreign = glyph.source == Glyph::Source::Line && lineFace;
-        if (foreign) {
+        if (glyph.source == Glyph::Source::Line && lineFace) {
             glyph.offsetX = -kLineOverlap;
             glyph.offsetY = -kLineOverlap;
-        } else if (!face.fixedPitch) {
+        } else if (!face.fixedPitch && byte != ' ') {
             glyph.offsetX = static_cast<std::int16_t>((cell_.width - widthOf(context, glyph, byte)) / 2);
         }
-        glyph.clipped = foreign || !face.fixedPitch || overhangs(context, glyph, byte);
     }
+    findClipped(textFonts_[0]);
 }
 
-HFONT RealisedFont::textFont(bool italic, bool underline) {
-    Font& font = textFonts_[(italic ? 1U : 0U) + (underline ? 2U : 0U)];
-    if (font == nullptr) {
+void RealisedFont::findClipped(StyledFont& styled) const {
+    styled.clipped.set();
+    const PixelBitmap bitmap({3 * cell_.width, 3 * cell_.height});
+    if (!bitmap) return;
+    bitmap.paint([&](HDC context) {
+        const Selected selected(context, styled.font.get());
+        if (!selected) return;
+        SetTextColor(context, RGB(255, 255, 255));
+        SetBkColor(context, RGB(0, 0, 0));
+        for (std::size_t byte = 0; byte <= kLastByte; ++byte) {
+            const Glyph& glyph = glyphs_[byte];
+            if (glyph.movedFromCorner() || !drawProbe(context, cell_, glyph, static_cast<char>(byte)))
+                continue;
+            styled.clipped[byte] = eraseFrame(bitmap.pixels(), cell_);
+        }
+    });
+}
+
+const StyledFont& RealisedFont::textFont(bool italic, bool underline) {
+    StyledFont& styled = textFonts_[(italic ? 1U : 0U) + (underline ? 2U : 0U)];
+    if (styled.font == nullptr) {
         LOGFONTA description = describe(face_, -height_);
         description.lfItalic = italic;
         description.lfUnderline = underline;
-        font.reset(CreateFontIndirectA(&description));
+        styled.font.reset(CreateFontIndirectA(&description));
+        if (styled.font != nullptr) findClipped(styled);
     }
-    return font != nullptr ? font.get() : textFonts_[0].get();
+    return styled.font != nullptr ? styled : textFonts_[0];
 }
 
-HFONT RealisedFont::lineFont(bool underline) {
-    if (lineFace_ && lineFont_ == nullptr) {
+const StyledFont& RealisedFont::lineFont(bool underline) {
+    if (lineFace_ && lineFont_.font == nullptr) {
         LOGFONTA description = describe(*lineFace_, cell_.height + 2 * kLineOverlap);
         description.lfWidth = cell_.width + 2 * kLineOverlap;
-        lineFont_.reset(CreateFontIndirectA(&description));
+        lineFont_.font.reset(CreateFontIndirectA(&description));
+        lineFont_.clipped.set();
     }
-    return lineFont_ != nullptr ? lineFont_.get() : textFont(false, underline);
+    return lineFont_.font != nullptr ? lineFont_ : textFont(false, underline);
 }
 
 TermFont::TermFont(HDC context) : context_(context) {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -27,10 +28,14 @@ struct Glyph {
     std::int16_t offsetX = 0;
     std::int16_t offsetY = 0;
     Source source = Source::Byte;
-    /// Its picture may reach out of the cell and has to be clipped.
-    bool clipped = false;
 
-    bool drawnLike(const Glyph& other) const { return source == other.source && clipped == other.clipped; }
+    bool movedFromCorner() const { return offsetX != 0 || offsetY != 0; }
+};
+
+/// A font in one style: which of the bytes put a pixel outside their cell in it, and so have to be clipped.
+struct StyledFont {
+    Font font;
+    std::bitset<256> clipped;
 };
 
 /// One size of a face: its cell, its fonts in all styles, and how each byte is drawn.
@@ -45,20 +50,21 @@ class RealisedFont {
     Size cell() const { return cell_; }
     const Glyph& glyph(std::uint8_t byte) const { return glyphs_[byte]; }
     /// Created when first asked for. Owned by this object; the plain one while the platform has no other.
-    HFONT textFont(bool italic, bool underline);
+    const StyledFont& textFont(bool italic, bool underline);
     /// Always upright: slanted lines would not join.
-    HFONT lineFont(bool underline);
+    const StyledFont& lineFont(bool underline);
 
   private:
     RealisedFont(HDC context, const FontFace& face, const std::optional<FontFace>& lineFace, int height,
                  Font plain);
+    void findClipped(StyledFont& styled) const;
 
     FontFace face_;
     std::optional<FontFace> lineFace_;
     int height_;
     Size cell_;
-    std::array<Font, 4> textFonts_;
-    Font lineFont_;
+    std::array<StyledFont, 4> textFonts_;
+    StyledFont lineFont_;
     std::array<Glyph, 256> glyphs_;
 };
 

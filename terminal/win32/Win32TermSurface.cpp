@@ -32,6 +32,11 @@ void Win32TermSurface::resumeDrawing() {
     if (held_ > 0 && --held_ == 0) SelectClipRgn(context_, nullptr);
 }
 
+void Win32TermSurface::paintBegins(Rect due) {
+    if (due.height() > 0) due.top -= std::exchange(movedUp_, 0);
+    due_ = due;
+}
+
 void Win32TermSurface::drawText(Point at, Bytes text) {
     // The clipping would hold it back as well, but at the price of the call.
     if (context_ == nullptr || held_ > 0) return;
@@ -39,30 +44,35 @@ void Win32TermSurface::drawText(Point at, Bytes text) {
     if (realised_ == nullptr) return;
     while (!text.empty()) {
         const Glyph& first = realised_->glyph(text[0]);
+        const StyledFont& font = fontOf(first);
+        const bool clipped = font.clipped[text[0]];
         std::size_t length = 1;
         const std::size_t limit = std::min(text.size(), advances_.size());
-        while (length < limit && realised_->glyph(text[length]).drawnLike(first)) ++length;
-        drawRun(at, text.first(length), first);
+        while (length < limit && realised_->glyph(text[length]).source == first.source &&
+               font.clipped[text[length]] == clipped) {
+            ++length;
+        }
+        select(font.font.get());
+        if (clipped) {
+            drawClipped(at, text.first(length));
+        } else {
+            drawRun(at, text.first(length), first.source);
+        }
         at.x += static_cast<int>(length) * advances_[0];
         text = text.subspan(length);
     }
 }
 
-void Win32TermSurface::drawRun(Point at, Bytes run, const Glyph& how) {
-    const bool line = how.source == Glyph::Source::Line;
-    select(line ? lineFont_ : textFont_);
-    if (how.clipped || (pen_.italic && !line)) {
-        drawClipped(at, run);
-    } else if (how.source == Glyph::Source::Byte) {
-        ExtTextOutA(target_, at.x, at.y, ETO_OPAQUE, nullptr, toText(run), static_cast<UINT>(run.size()),
-                    advances_.data());
-    } else {
-        std::array<wchar_t, kMaxScreen> characters;
-        std::ranges::transform(run, characters.begin(),
-                               [this](std::uint8_t byte) { return realised_->glyph(byte).character; });
-        ExtTextOutW(target_, at.x, at.y, ETO_OPAQUE, nullptr, characters.data(),
-                    static_cast<UINT>(run.size()), advances_.data());
+void Win32TermSurface::drawRun(Point at, Bytes run, Glyph::Source source) {
+    const auto length = static_cast<UINT>(run.size());
+    if (source == Glyph::Source::Byte) {
+        ExtTextOutA(target_, at.x, at.y, ETO_OPAQUE, nullptr, toText(run), length, advances_.data());
+        return;
     }
+    std::array<wchar_t, kMaxScreen> characters;
+    std::ranges::transform(run, characters.begin(),
+                           [this](std::uint8_t byte) { return realised_->glyph(byte).character; });
+    ExtTextOutW(target_, at.x, at.y, ETO_OPAQUE, nullptr, characters.data(), length, advances_.data());
 }
 
 void Win32TermSurface::drawClipped(Point at, Bytes run) {
@@ -94,9 +104,9 @@ void Win32TermSurface::setPen(const Pen& pen) {
 void Win32TermSurface::useFont() {
     if (font_.stale() && target_ == context_) makeFont();
     if (realised_ == nullptr) return;
-    textFont_ = realised_->textFont(pen_.italic, pen_.underline);
-    lineFont_ = realised_->lineFont(pen_.underline);
-    select(textFont_);
+    textFont_ = &realised_->textFont(pen_.italic, pen_.underline);
+    lineFont_ = &realised_->lineFont(pen_.underline);
+    select(textFont_->font.get());
 }
 
 void Win32TermSurface::makeFont() {
@@ -151,9 +161,10 @@ void Win32TermSurface::setGrid(const Rect& grid, Size cell) {
 
 void Win32TermSurface::scrollGrid(const Rect& block) {
     if (context_ == nullptr) return;
+    // Asking at every scroll would cost as much as the scroll itself.
+    if (!std::exchange(unpaintedKnown_, true) && !GetUpdateRect(window_, nullptr, FALSE)) movedUp_ = 0;
+    movedUp_ = std::min(movedUp_ + cell_.height, block.bottom);
     const RECT moved = toPlatform(block);
-    RECT pending{};
-    const bool unpainted = GetUpdateRect(window_, &pending, FALSE) != FALSE;
     // Regions that could not be made are made when they can.
     if (uncovered_ == nullptr) uncovered_.reset(CreateRectRgn(0, 0, 0, 0));
     if (bottomRow_ == nullptr) bottomRow_.reset(CreateRectRgn(0, 0, 0, 0));
@@ -168,11 +179,6 @@ void Win32TermSurface::scrollGrid(const Rect& block) {
         InvalidateRect(window_, &uncoveredBox, FALSE);
     } else if (CombineRgn(uncovered_.get(), uncovered_.get(), bottomRow_.get(), RGN_DIFF) > NULLREGION) {
         InvalidateRgn(window_, uncovered_.get(), FALSE);
-    }
-    // What waited for its painting has moved up like the rest.
-    if (unpainted) {
-        OffsetRect(&pending, 0, -cell_.height);
-        InvalidateRect(window_, &pending, FALSE);
     }
 }
 

@@ -30,8 +30,10 @@ class Win32TermSurface {
     /// Between the two calls nothing is drawn; the caller has everything painted afterwards. They may nest.
     void holdDrawing();
     void resumeDrawing();
-    /// What the platform wants painted, until the next call.
-    void dueArea(const Rect& due) { due_ = due; }
+    /// A message has come: meanwhile, what the platform wants painted may have changed.
+    void messageCame() { unpaintedKnown_ = false; }
+    /// The platform wants this area painted, now that all of what was to be painted is taken over.
+    void paintBegins(Rect due);
 
     bool drawable() const { return held_ == 0 && IsWindowVisible(window_) != FALSE; }
     Rect dueArea() const { return due_; }
@@ -66,7 +68,10 @@ class Win32TermSurface {
     void useFont();
     void makeFont();
     void select(HFONT font);
-    void drawRun(Point at, Bytes run, const Glyph& how);
+    const StyledFont& fontOf(const Glyph& glyph) const {
+        return glyph.source == Glyph::Source::Line ? *lineFont_ : *textFont_;
+    }
+    void drawRun(Point at, Bytes run, Glyph::Source source);
     void drawClipped(Point at, Bytes run);
     void blacken(const Rect& block);
     bool makeMemory();
@@ -78,8 +83,9 @@ class Win32TermSurface {
     TermFont font_;
     RealisedFont* realised_ = nullptr;
     HFONT selected_ = nullptr;
-    HFONT textFont_ = nullptr;
-    HFONT lineFont_ = nullptr;
+    // Of the font in use, in the pen's style; null until there is one.
+    const StyledFont* textFont_ = nullptr;
+    const StyledFont* lineFont_ = nullptr;
     Pen pen_;
     Rect grid_;
     Size cell_;
@@ -91,6 +97,11 @@ class Win32TermSurface {
     bool fontMissing_ = false;
     int held_ = 0;
     Rect due_;
+    // What waits for its painting is scrolled along, and others may uncover a part of the window at any time.
+    // So the next paint also covers all the way that the image may have moved since it was last known that
+    // nothing was waiting.
+    bool unpaintedKnown_ = false;
+    int movedUp_ = 0;
 };
 
 }  // namespace kavrelon

@@ -81,6 +81,7 @@ WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
     // reference.
     const std::shared_ptr<TermWindowEvents> events = events_.lock();
     if (events == nullptr) return std::nullopt;
+    surface_.messageCame();
     if (const WindowAnswer answer = onDrawing(*events, message)) return answer;
     if (const WindowAnswer answer = onCommand(*events, message)) return answer;
     if (const WindowAnswer answer =
@@ -102,7 +103,7 @@ WindowAnswer Win32TermWindow::onDrawing(TermWindowEvents& events, const WindowMe
             PAINTSTRUCT paint{};
             BeginPaint(message.window, &paint);
             EndPaint(message.window, &paint);
-            surface_.dueArea(fromPlatform(paint.rcPaint));
+            surface_.paintBegins(fromPlatform(paint.rcPaint));
             if (!IsIconic(message.window)) events.Form_Paint();
             return 0;
         }

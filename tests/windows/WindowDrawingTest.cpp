@@ -171,11 +171,15 @@ TEST_F(WindowDrawing, WhatWaitsForPaintingScrollsAlong) {
     for (int row = 0; row < 25; ++row) form.writeAt(0, row, "some text");
     const Rect cell = form.cell(3, 10);
     const RECT uncovered{cell.left, cell.top, cell.right, cell.bottom};
-    form.smear(uncovered);
-    InvalidateRect(form.window(), &uncovered, FALSE);
-    form.writeAt(0, 24, "\n");
-    UpdateWindow(form.window());
-    EXPECT_TRUE(form.isPainted());
+    // Uncovered before the first of the scrolls, and in the middle of them without a message.
+    for (const char* before : {"", "\n\n"}) {
+        form.writeAt(0, 24, before);
+        form.smear(uncovered);
+        InvalidateRect(form.window(), &uncovered, FALSE);
+        form.writeAt(0, 24, "\n\n");
+        UpdateWindow(form.window());
+        EXPECT_TRUE(form.isPainted());
+    }
 }
 
 }  // namespace

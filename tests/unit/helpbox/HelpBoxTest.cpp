@@ -121,17 +121,37 @@ TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
 
 TEST_F(HelpBoxTest, ItFollowsTheGridAndStaysWithItsWindow) {
     const Rect start = place();
-    // A layout looks for the document's pictures.
-    box()->HelpInfo("<html><img src=missing.bmp>");
-    const std::size_t layouts = platform.picturesLookedFor.size();
-    EXPECT_GT(layouts, 0U);
     form().Form_Resize();
     setSize(100, 40);
     EXPECT_EQ(place(), block(start.left - 80, start.top - 120, 104, 87));
-    EXPECT_EQ(platform.picturesLookedFor.size(), layouts) << "its font and width are the same";
     const frmTerm& below = form();
     sequence(rows::kNewScreen);
     EXPECT_EQ(below.HelpBoxes().openSlots().size() + form().HelpBoxes().openSlots().size(), 1U);
+}
+
+TEST_F(HelpBoxTest, ItsTextIsParsedAgainForAnotherFontAlone) {
+    // The first layout after a parse looks for the document's pictures.
+    std::size_t parses = platform.picturesLookedFor.size() + 1;
+    form().ShowHelpBox(1, 2, 3, 10, 2,
+                       "<html><img src=missing.bmp>words that need several narrow lines</html>");
+    EXPECT_EQ(platform.picturesLookedFor.size(), parses);
+    const struct {
+        std::int16_t offset, fontSize;
+        float cell;
+        std::size_t linesSeen;
+        bool parsed, scrolls;
+    } cases[] = {{0, 10, 8, 3, true, true},
+                 {5, 10, 8, 3, false, true},
+                 {5, 10, 20, 1, false, false},
+                 {5, 12, 20, 2, true, false},
+                 {5, 14, 8, 2, true, true}};
+    for (const auto& c : cases) {
+        box()->followGrid(c.offset, 0, c.cell, 16, "Courier New", c.fontSize);
+        parses += c.parsed ? 1U : 0U;
+        EXPECT_EQ(platform.picturesLookedFor.size(), parses);
+        EXPECT_EQ(boxWindow().labelWindow()->textLines().size(), c.linesSeen);
+        EXPECT_EQ(boxWindow().label()->vscScroll().visible, c.scrolls);
+    }
 }
 
 TEST_F(HelpBoxTest, ItsTextIsAPointSmallerWhereThatCanBe) {
