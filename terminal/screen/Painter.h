@@ -73,7 +73,7 @@ class Painter {
     void noteExtras() noexcept { noExtras_ = !UseMemoryDC_ && pictures_.empty(); }
     void drawWithExtras(std::uint8_t ch, int column, int row, const Pen& pen);
     void keep(const Rect& block) {
-        if (UseMemoryDC_ && !onMemory_) surface_->keepBlock(block);
+        if (UseMemoryDC_ && !onMemory_ && !memoryStale_ && !surface_->keepBlock(block)) missDrawing();
     }
 
     TermSurface* surface_ = nullptr;

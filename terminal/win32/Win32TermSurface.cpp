@@ -224,10 +224,18 @@ bool Win32TermSurface::clearMemory() {
     return memory_.IsMemDC();
 }
 
-void Win32TermSurface::keepBlock(const Rect& block) {
-    if (!memory_.IsMemDC()) return;
-    BitBlt(memory_.hDc(), block.left, block.top, block.width(), block.height(), context_, block.left,
-           block.top, SRCCOPY);
+bool Win32TermSurface::keepBlock(const Rect& block) {
+    if (!memory_.IsMemDC()) return false;
+    const RECT wanted = toPlatform(block);
+    RECT inner{}, kept{}, visible{}, drawn{};
+    GetClientRect(window_, &inner);
+    if (!IntersectRect(&kept, &wanted, &inner)) return true;
+    // Parts that are out of sight were not drawn, and are no pixels of this window.
+    if (GetClipBox(context_, &visible) != SIMPLEREGION) return false;
+    IntersectRect(&drawn, &kept, &visible);
+    if (!EqualRect(&drawn, &kept)) return false;
+    return BitBlt(memory_.hDc(), kept.left, kept.top, kept.right - kept.left, kept.bottom - kept.top,
+                  context_, kept.left, kept.top, SRCCOPY) != FALSE;
 }
 
 void Win32TermSurface::scrollMemory(const Rect& block) {

@@ -56,7 +56,7 @@ class Win32TermSurface {
     bool beginMemory();
     void endMemory();
     bool clearMemory();
-    void keepBlock(const Rect& block);
+    bool keepBlock(const Rect& block);
     void scrollMemory(const Rect& block);
     void showMemory();
 

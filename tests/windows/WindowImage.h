@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "gdi/GdiHandles.h"
@@ -29,6 +31,7 @@ class WindowImage {
         const Selected selected(memory.get(), bitmap.get());
         BitBlt(memory.get(), 0, 0, width_, height_, GetDC(window), 0, 0, SRCCOPY);
         GdiFlush();
+        pixels_.reserve(static_cast<std::size_t>(width_ * height_));
         for (int i = 0; i < width_ * height_; ++i) {
             const RGBQUAD pixel = static_cast<const RGBQUAD*>(bits)[i];
             pixels_.push_back(RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue));
@@ -50,6 +53,12 @@ class WindowImage {
     bool all(const Rect& block, COLORREF colour) const {
         return all(block, [=](COLORREF pixel) { return pixel == colour; });
     }
+    void blacken(const Rect& block) {
+        for (int y = std::max(block.top, 0); y < std::min(block.bottom, height_); ++y) {
+            for (int x = std::max(block.left, 0); x < std::min(block.right, width_); ++x)
+                pixels_[static_cast<std::size_t>(y * width_ + x)] = kBlack;
+        }
+    }
     /// The same image, each pixel replaced by what `change` gives for its place and colour.
     WindowImage with(const std::function<COLORREF(int x, int y, COLORREF colour)>& change) const {
         WindowImage changed = *this;
@@ -58,6 +67,13 @@ class WindowImage {
             ++i;
         }
         return changed;
+    }
+    /// A pixel that differs in an image of the same size; none when all are equal.
+    std::optional<Point> differenceFrom(const WindowImage& other) const {
+        const auto [ours, theirs] = std::ranges::mismatch(pixels_, other.pixels_);
+        if (ours == pixels_.end()) return std::nullopt;
+        const auto index = static_cast<int>(ours - pixels_.begin());
+        return Point{index % width_, index / width_};
     }
     bool operator==(const WindowImage& other) const = default;
 
