@@ -1,5 +1,5 @@
-// What the memory bitmap costs and saves on a real window: processor time with it, and without it as 1. The two
-// windows take turns; the medians of the rounds' ratios count. Fails where a paint does not gain by it.
+// What the memory bitmap costs and saves on a real window: processor time with it, and without it as 1. The
+// two windows take turns; the medians of the rounds' ratios count. Fails where a paint does not gain by it.
 
 #include <windows.h>
 
@@ -40,7 +40,8 @@ class Window {
     void printLines() {
         form_->screen().SetCursor(0, 24);
         for (int line = 0; line < 25; ++line) {
-            for (const char ch : std::string("a line of text\r\n")) form_->WriteTerm(static_cast<std::uint8_t>(ch));
+            for (const char ch : std::string("a line of text\r\n"))
+                form_->WriteTerm(static_cast<std::uint8_t>(ch));
         }
     }
     void scroll() {
@@ -118,7 +119,8 @@ int main() try {
         const double ratio = median(ratios);
         missed = missed || (task.gains && ratio >= 1);
         const double each = 1e4 * task.times;
-        std::printf("%-30s %7.2f ms %5.2f ms  %5.2f\n", task.name, median(without) / each, median(with) / each, ratio);
+        std::printf("%-30s %7.2f ms %5.2f ms  %5.2f\n", task.name, median(without) / each,
+                    median(with) / each, ratio);
     }
     return missed ? 1 : 0;
 } catch (const std::exception& error) {

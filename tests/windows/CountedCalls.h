@@ -9,8 +9,8 @@
 
 namespace kavrelon {
 
-/// Counts the calls that this program makes of an imported drawing function, by the context drawn on. One at a
-/// time for functions of a type.
+/// Counts the calls that this program makes of an imported drawing function, by the context drawn on. One at
+/// a time for functions of a type.
 template <class Function>
 class CountedCalls;
 

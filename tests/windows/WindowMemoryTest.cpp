@@ -44,50 +44,58 @@ const std::vector<Step> kSteps{
      }},
     {"a wrap at the last row", [](F form) { form.writeAt(70, 24, std::string(15, '\xDB')); }},
     {"scrolls", [](F form) { form.writeAt(5, 24, "\n\nlast\nline\n"); }},
-    {"slanted and underlined, over the edges", [](F form) {
+    {"slanted and underlined, over the edges",
+     [](F form) {
          for (const auto mode : {Rendition::kBlink, Rendition::kUnderline}) {
              useColours(form, 33, 44, mode);
              form.writeAt(mode, mode, "Wfj\xDB\xC4\xB3 gy");
              form.writeAt(76, 24, "Wfjy\xDB\n");
          }
      }},
-    {"erased ends", [](F form) {
+    {"erased ends",
+     [](F form) {
          form.setRendition(Rendition::kReverse);
          form->screen().SetCursor(40, 20);
          form->screen().ClearEndOfScreen();
          form->screen().SetCursor(30, 10);
          form->screen().ClearEndOfLine();
      }},
-    {"erased starts", [](F form) {
+    {"erased starts",
+     [](F form) {
          useColours(form, 32, 41, Rendition::kUnderline);
          form->screen().ClearStartOfLine();
          form->screen().SetCursor(3, 4);
          form->screen().ClearBeginOfScreen();
      }},
-    {"erased rows scroll", [](F form) {
+    {"erased rows scroll",
+     [](F form) {
          form->screen().SetCursor(3, 24);
          form->screen().ClearLine();
          form.write("\n\n");
      }},
     {"a repaint", [](F form) { form->screen().RepaintScreen(); }},
     {"the mark", [](F form) { form->screen().ShowCursor(); }},
-    {"a paint of half a mark", [](F form) {
+    {"a paint of half a mark",
+     [](F form) {
          const Rect cell = form.cell(form->screen().CursorX(), 24);
          form.damage({0, cell.top, cell.left + 3, cell.bottom - 1});
      }},
-    {"a mark elsewhere", [](F form) {
+    {"a mark elsewhere",
+     [](F form) {
          form->screen().SetCursor(80, 12);
          form->screen().blinkCursor();
          form->screen().blinkCursor();
          form.damage({0, 0, 2000, 2000});
      }},
     {"text under the mark", [](F form) { form.writeAt(10, 10, "text"); }},
-    {"a scroll with the mark", [](F form) {
+    {"a scroll with the mark",
+     [](F form) {
          form->screen().ShowCursor();
          form.writeAt(10, 24, "\n");
          form->screen().ShowCursor();
      }},
-    {"a drag", [](F form) {
+    {"a drag",
+     [](F form) {
          form.press(20, 10);
          for (const int column : {30, 60, 40}) form.dragTo(column, 14);
      }},
@@ -96,18 +104,21 @@ const std::vector<Step> kSteps{
     {"the drag goes on", [](F form) { form.dragTo(35, 16); }},
     {"the drag comes back", [](F form) { form.dragTo(20, 10); }},
     {"a paint afterwards", [](F form) { form.damage(form.cell(0, 0)); }},
-    {"another drag", [](F form) {
+    {"another drag",
+     [](F form) {
          form.press(10, 3);
          form.dragTo(5, 20);
      }},
     {"a paint elsewhere ends it", [](F form) { form.damage(form.cell(70, 1)); }},
     {"a paint of where it was", [](F form) { form.damage(form.cell(5, 3, 6)); }},
-    {"reset ends a drag", [](F form) {
+    {"reset ends a drag",
+     [](F form) {
          form.press(10, 3);
          form.dragTo(5, 20);
          form->mnuFileRest_Click();
      }},
-    {"pictures", [](F form) {
+    {"pictures",
+     [](F form) {
          form->DisplayPicture(1, 11, 6, 20, 11, "p.png");
          form->DisplayPicture(2, 15, 9, 90, 30, "p.bmp");
          form->DisplayPicture(3, -5, -5, 4, 3, "p.gif");
@@ -118,45 +129,61 @@ const std::vector<Step> kSteps{
     {"a picture goes", [](F form) { form->ClearPicture(2); }},
     {"132 columns", [](F form) { form->mnuFileScreenWidth_Click(); }},
     {"text in the wide screen", fillScreen},
-    {"a larger window", [](F form) { form.setSize({1000, 640}); }},
+    {"a larger window",
+     [](F form) {
+         form.setSize({1000, 640});
+     }},
     {"text in it", [](F form) { form.writeAt(120, 24, std::string(20, 'x')); }},
-    {"a smaller window", [](F form) { form.setSize({500, 300}); }},
+    {"a smaller window",
+     [](F form) {
+         form.setSize({500, 300});
+     }},
     {"scrolls in it", [](F form) { form.writeAt(0, 24, "\n1\n2\n3"); }},
     {"80 columns", [](F form) { form->mnuFileScreenWidth_Click(); }},
-    {"the menu's faces", [](F form) {
+    {"the menu's faces",
+     [](F form) {
          for (std::int16_t entry = 8; entry > 1; --entry) form->mnuFontStyle_Click(entry);
          fillScreen(form);
      }},
-    {"a grid larger than the window", [](F form) {
+    {"a grid larger than the window",
+     [](F form) {
          form->screen().AutoSize(false);
          form->screen().ScreenFontSize(12);
          form.setSize({700, 400});
          setScreen(form, 200, 90);
      }},
     {"rows come in from below", [](F form) { form.writeAt(60, 89, "\n\n\n"); }},
-    {"a paint of it", [](F form) { form.damage({0, 300, 700, 400}); }},
-    {"a small grid", [](F form) {
+    {"a paint of it",
+     [](F form) {
+         form.damage({0, 300, 700, 400});
+     }},
+    {"a small grid",
+     [](F form) {
          form->screen().AutoSize(true);
          setScreen(form, 20, 5);
      }},
-    {"off the desktop", [](F form) {
+    {"off the desktop",
+     [](F form) {
          form.place(-200, 10);
          form.writeAt(0, 4, "abcdef\nghi");
          form.place(10, 10);
          letMessagesThrough();
      }},
-    {"what was not painted", [](F form) {
+    {"what was not painted",
+     [](F form) {
          form->screen().PaintOn(false);
          form.writeAt(0, 4, "not\nseen");
          form->screen().PaintOn(true);
          form.write("seen\n");
          form.damage({0, 0, 2000, 2000});
      }},
-    {"a new screen", [](F form) {
+    {"a new screen",
+     [](F form) {
          form->EraseScreen();
          form.write("bold");
      }},
-    {"half of it erased", [](F form) {
+    {"half of it erased",
+     [](F form) {
          useColours(form, 37, 40);
          form.writeAt(0, 2, std::string(20, '\xDB'));
          form->screen().SetCursor(10, 2);
@@ -182,8 +209,7 @@ TEST_F(WindowMemory, ThePixelsAreTheSameWithAndWithoutIt) {
         if (kept->screen().SelectionShown()) continue;
         kept.smear(kAll);
         kept.paint();
-        EXPECT_EQ(kept.difference(expected, kept.picture()), "")
-            << "painted after " << step.name;
+        EXPECT_EQ(kept.difference(expected, kept.picture()), "") << "painted after " << step.name;
     }
 }
 
@@ -199,7 +225,8 @@ TEST_F(WindowMemory, APaintIsOneCopyAndAScrollMovesTheBitmap) {
         {"a paint", true, [](F form) { form.paint(); }, {1, 0, 0, 0}},
         {"a paint of a part", true, [](F form) { form.damage(form.cell(3, 3)); }, {1, 0, 0, 0}},
         {"a repaint on demand", true, [](F form) { form->Redrawscreen(true); }, {1, 0, 0, 0}},
-        {"a paint of what was not drawn", true,
+        {"a paint of what was not drawn",
+         true,
          [](F form) {
              form->screen().PaintOn(false);
              form->screen().PaintOn(true);
@@ -221,7 +248,9 @@ TEST_F(WindowMemory, APaintIsOneCopyAndAScrollMovesTheBitmap) {
         const CountedCalls fills(&PatBlt);
         const CountedCalls scrolls(&ScrollDC);
         c.play(form);
-        EXPECT_EQ((Calls{copies.on(window), texts.on(window) + wideTexts.on(window), fills.on(window), scrolls.on(window)}), c.onWindow)
+        EXPECT_EQ((Calls{copies.on(window), texts.on(window) + wideTexts.on(window), fills.on(window),
+                         scrolls.on(window)}),
+                  c.onWindow)
             << c.name;
     }
 }

@@ -30,7 +30,8 @@ class RandomSession {
     /// The image without the rows whose erases differ from what the buffer holds.
     WindowImage comparable(WindowImage image) const {
         for (int row = 0; row < screen().LinesPerPage(); ++row) {
-            if (differs_[static_cast<std::size_t>(row)]) image.blacken(form_.cell(0, row, screen().CharsPerLine()));
+            if (differs_[static_cast<std::size_t>(row)])
+                image.blacken(form_.cell(0, row, screen().CharsPerLine()));
         }
         return image;
     }
@@ -70,7 +71,8 @@ class RandomSession {
     void write(int count) {
         while (count-- > 0) {
             const int byte = below(20) == 0 ? oneOf(8, 10, 10, 13) : 14 + below(242);
-            const bool down = byte == 10 || (byte > 13 && byte != 17 && screen().CursorX() == screen().CharsPerLine());
+            const bool down =
+                byte == 10 || (byte > 13 && byte != 17 && screen().CursorX() == screen().CharsPerLine());
             if (down && screen().CursorY() == screen().LinesPerPage() - 1) {
                 differs_.erase(differs_.begin());
                 differs_.push_back(false);
@@ -147,9 +149,11 @@ TEST_F(WindowRepaint, ChangesNothingAfterRandomSessions) {
                 form.smear(kAll);
                 form.paint();
                 ASSERT_EQ(form.difference(shown, session.comparable(form.picture())), "")
-                    << "painted after block " << block << " of session " << seed << ", memory bitmap " << memory;
+                    << "painted after block " << block << " of session " << seed << ", memory bitmap "
+                    << memory;
                 ASSERT_EQ(form.difference(shown, session.comparable(drawnAnew(form))), "")
-                    << "drawn anew after block " << block << " of session " << seed << ", memory bitmap " << memory;
+                    << "drawn anew after block " << block << " of session " << seed << ", memory bitmap "
+                    << memory;
                 session.drawn();
             }
         }
@@ -186,11 +190,10 @@ const struct {
     {"covered in the middle",
      [](const TestForm& form) {
          form->ShowTitleBar(false);
-         SetWindowLongA(form.window(), GWL_STYLE,
-                        GetWindowLongA(form.window(), GWL_STYLE) | WS_CLIPCHILDREN);
+         SetWindowLongA(form.window(), GWL_STYLE, GetWindowLongA(form.window(), GWL_STYLE) | WS_CLIPCHILDREN);
          form->ShowTitleBar(true);
-         CreateWindowA("STATIC", "", WS_CHILD | WS_VISIBLE, 100, 100, 300, 150, form.window(), nullptr, nullptr,
-                       nullptr);
+         CreateWindowA("STATIC", "", WS_CHILD | WS_VISIBLE, 100, 100, 300, 150, form.window(), nullptr,
+                       nullptr, nullptr);
      },
      [](const TestForm& form) { DestroyWindow(GetWindow(form.window(), GW_CHILD)); }},
 };
@@ -199,16 +202,19 @@ TEST_F(WindowRepaint, LosesNothingThatCameWhileTheWindowWasOutOfSight) {
     for (const auto& way : kWays) {
         for (const bool memory : {false, true}) {
             const TestForm form = openStill({640, 420}, memory);
-            for (int row = 0; row < 25; ++row) form.writeAt(0, row, std::string(80, static_cast<char>('A' + row)));
+            for (int row = 0; row < 25; ++row)
+                form.writeAt(0, row, std::string(80, static_cast<char>('A' + row)));
             form->screen().ShowCursor();
             way.away(form);
             letMessagesThrough();
-            for (int row = 2; row < 25; row += 3) form.writeAt(5, row, std::string(70, static_cast<char>('a' + row)));
+            for (int row = 2; row < 25; row += 3)
+                form.writeAt(5, row, std::string(70, static_cast<char>('a' + row)));
             form.writeAt(5, 24, "\nlast\n");
             way.back(form);
             letMessagesThrough();
             const WindowImage shown = form.picture();
-            EXPECT_EQ(form.difference(shown, drawnAnew(form)), "") << way.name << ", memory bitmap " << memory;
+            EXPECT_EQ(form.difference(shown, drawnAnew(form)), "")
+                << way.name << ", memory bitmap " << memory;
         }
     }
 }

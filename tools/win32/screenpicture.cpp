@@ -1,5 +1,5 @@
-// screenpicture STREAM OUT.bmp [memory]: plays what a remote system sent to a terminal on a real window and keeps
-// what that shows. With "memory" all of it comes from the memory bitmap, by one copy at the end.
+// screenpicture STREAM OUT.bmp [memory]: plays what a remote system sent to a terminal on a real window and
+// keeps what that shows. With "memory" all of it comes from the memory bitmap, by one copy at the end.
 
 #include <windows.h>
 
