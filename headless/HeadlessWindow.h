@@ -87,6 +87,7 @@ class HeadlessWindow final : public TermWindow {
     bool keepBlock(const Rect& block) override;
     void scrollMemory(const Rect& block) override;
     void showMemory() override;
+    void dropMemory() override { memory_.reset(); }
 
     WindowId id() const override { return id_; }
     Point innerCorner() const override { return {}; }

@@ -22,6 +22,7 @@ class Painter {
     void UseMemoryDC(bool value) {
         UseMemoryDC_ = value;
         missDrawing();
+        if (!value && surface_ != nullptr) surface_->dropMemory();
         noteExtras();
     }
     /// Something that the screen shows was not drawn, or not in its place: the memory bitmap has to be drawn

@@ -88,6 +88,8 @@ class TermSurface {
     virtual void scrollMemory(const Rect& block) = 0;
     /// Copies the whole bitmap to the window.
     virtual void showMemory() = 0;
+    /// Gives the bitmap's memory back to the platform.
+    virtual void dropMemory() = 0;
 };
 
 }  // namespace kavrelon

@@ -55,6 +55,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     bool keepBlock(const Rect& block) override { return surface_.keepBlock(block); }
     void scrollMemory(const Rect& block) override { surface_.scrollMemory(block); }
     void showMemory() override { surface_.showMemory(); }
+    void dropMemory() override { surface_.dropMemory(); }
 
     void close() noexcept override;
     WindowId id() const override { return reinterpret_cast<WindowId>(window_.get()); }

@@ -1,7 +1,7 @@
 #include <array>
 #include <vector>
 
-#include "terminal/FontMenu.h"
+#include "terminal/MenuItems.h"
 #include "tests/windows/CountedCalls.h"
 #include "tests/windows/WindowTestSupport.h"
 
@@ -13,6 +13,10 @@ constexpr RECT kAll{0, 0, 3000, 3000};
 
 void useColours(F form, int fore, int back, int rendition = Rendition::kBold) {
     for (const int code : {fore, back, rendition}) form.setRendition(code);
+}
+
+void choose(F form, MenuCommand command) {
+    SendMessageA(form.window(), WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 
 void fillScreen(F form) {
@@ -127,7 +131,7 @@ const std::vector<Step> kSteps{
     {"pictures stay while text scrolls", [](F form) { form.writeAt(0, 24, "\n\nmore"); }},
     {"a paint of pictures", [](F form) { form.damage(form.cell(12, 9, 10)); }},
     {"a picture goes", [](F form) { form->ClearPicture(2); }},
-    {"132 columns", [](F form) { form->mnuFileScreenWidth_Click(); }},
+    {"132 columns", [](F form) { choose(form, MenuCommand::mnuFileScreenWidth); }},
     {"text in the wide screen", fillScreen},
     {"a larger window",
      [](F form) {
@@ -139,10 +143,10 @@ const std::vector<Step> kSteps{
          form.setSize({500, 300});
      }},
     {"scrolls in it", [](F form) { form.writeAt(0, 24, "\n1\n2\n3"); }},
-    {"80 columns", [](F form) { form->mnuFileScreenWidth_Click(); }},
+    {"80 columns", [](F form) { choose(form, MenuCommand::mnuFileScreenWidth); }},
     {"the menu's faces",
      [](F form) {
-         for (std::int16_t entry = 8; entry > 1; --entry) form->mnuFontStyle_Click(entry);
+         for (std::size_t entry = 8; entry > 0; --entry) choose(form, MenuCommand::mnuFontStyle + entry);
          fillScreen(form);
      }},
     {"a grid larger than the window",
@@ -253,6 +257,15 @@ TEST_F(WindowMemory, APaintIsOneCopyAndAScrollMovesTheBitmap) {
                   c.onWindow)
             << c.name;
     }
+}
+
+TEST_F(WindowMemory, TakesNoMemoryWhenItIsTurnedOff) {
+    const TestForm form = openStill({640, 420}, true);
+    form->screen().UseMemoryDC(false);
+    expectNothingLeftBehind([&] {
+        form->screen().UseMemoryDC(true);
+        form->screen().UseMemoryDC(false);
+    });
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 #include <random>
 #include <vector>
 
-#include "support/win32/WindowHandle.h"
-#include "terminal/FontMenu.h"
 #include "tests/windows/WindowTestSupport.h"
 
 namespace kavrelon {
