@@ -100,11 +100,12 @@ Size HeadlessWindow::innerSize() const {
     return state_ == WindowState::Minimised ? Size{} : inner_;
 }
 
-void HeadlessWindow::keepBlock(const Rect& block) {
+bool HeadlessWindow::keepBlock(const Rect& block) {
+    if (!memory_) return false;
     forEachCell(block, [this](int column, int row) {
-        if (!memory_) return;
         if (ShownCell* cell = memory_->at(column, row)) *cell = cells_.shown(column, row);
     });
+    return true;
 }
 
 void HeadlessWindow::scrollMemory(const Rect& block) {

@@ -84,9 +84,10 @@ class HeadlessWindow final : public TermWindow {
     bool beginMemory() override;
     void endMemory() override { target_ = &cells_; }
     bool clearMemory() override;
-    void keepBlock(const Rect& block) override;
+    bool keepBlock(const Rect& block) override;
     void scrollMemory(const Rect& block) override;
     void showMemory() override;
+    void dropMemory() override { memory_.reset(); }
 
     WindowId id() const override { return id_; }
     Point innerCorner() const override { return {}; }

@@ -22,6 +22,7 @@ class Painter {
     void UseMemoryDC(bool value) {
         UseMemoryDC_ = value;
         missDrawing();
+        if (!value && surface_ != nullptr) surface_->dropMemory();
         noteExtras();
     }
     /// Something that the screen shows was not drawn, or not in its place: the memory bitmap has to be drawn
@@ -73,7 +74,7 @@ class Painter {
     void noteExtras() noexcept { noExtras_ = !UseMemoryDC_ && pictures_.empty(); }
     void drawWithExtras(std::uint8_t ch, int column, int row, const Pen& pen);
     void keep(const Rect& block) {
-        if (UseMemoryDC_ && !onMemory_) surface_->keepBlock(block);
+        if (UseMemoryDC_ && !onMemory_ && !memoryStale_ && !surface_->keepBlock(block)) missDrawing();
     }
 
     TermSurface* surface_ = nullptr;

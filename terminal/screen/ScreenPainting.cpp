@@ -120,11 +120,14 @@ void Screen::RepaintScreen(bool Selected, int FromCol, int FromRow, int ToCol, i
         CellRect::between(FromCol < 1 ? 1 : FromCol, FromRow < 1 ? 1 : FromRow,
                           ToCol < 1 ? CharsPerLine_ : ToCol, ToRow < 1 ? LinesPerPage_ : ToRow)
             .within(kAllCells);
+    const CellRect highlighted = reversed_;
     if (Selected) {
         reversed_ = cells;
     } else if (drawing_) {
         reversed_ = kNoCells;
     }
+    // A highlight that has scrolled is no longer where the selection is.
+    if (highlighted != cells) repaintCells(highlighted);
     repaintCells(cells);
     restoreCursor();
 }
@@ -237,7 +240,6 @@ void Screen::paintWindow() {
     // The mark of a cursor in the pending column is outside the grid, and must be gone before that is
     // cleared.
     HideCursor();
-    if (drawing_) surface_->clearOutsideGrid();
     const CellRect highlighted = reversed_;
     if (!highlighted.empty()) painter_.missDrawing();
     if (UseMemoryDC() || laysOut) {
@@ -247,6 +249,8 @@ void Screen::paintWindow() {
         repaintCells(highlighted);
         repaintCells(drawing_ ? grid().cellsIn(surface_->dueArea()) : kNoCells);
     }
+    // A copy of the memory bitmap has covered it already.
+    if (drawing_ && !painter_.memoryKept()) surface_->clearOutsideGrid();
     if (marked) ShowCursor();
     if (laysOut && grid().laidOut()) observer_.gridMoved();
 }

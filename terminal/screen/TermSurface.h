@@ -81,12 +81,15 @@ class TermSurface {
     /// Blanks the bitmap, made as large as the inner area, and copies it to the window. False when the
     /// platform has none to give.
     virtual bool clearMemory() = 0;
-    /// Copies a block of the window into the bitmap.
-    virtual void keepBlock(const Rect& block) = 0;
+    /// Copies a block of the window into the bitmap. False when it cannot, since not all of the block was
+    /// drawn: something covers it, or it is off the desktop.
+    virtual bool keepBlock(const Rect& block) = 0;
     /// As `scrollGrid`, on the bitmap.
     virtual void scrollMemory(const Rect& block) = 0;
     /// Copies the whole bitmap to the window.
     virtual void showMemory() = 0;
+    /// Gives the bitmap's memory back to the platform.
+    virtual void dropMemory() = 0;
 };
 
 }  // namespace kavrelon

@@ -194,25 +194,25 @@ Size Win32TermSurface::innerSize() const {
 
 bool Win32TermSurface::makeMemory() {
     // Not compatible with this window but with the desktop: this one's context must not be deleted.
-    memory_.hWnd(GetDesktopWindow());
+    memory_->hWnd(GetDesktopWindow());
     const Size inner = innerSize();
-    memory_.Width(inner.width);
-    memory_.Height(inner.height);
+    memory_->Width(inner.width);
+    memory_->Height(inner.height);
     return hasMemory();
 }
 
 bool Win32TermSurface::hasMemory() const {
     const Size inner = innerSize();
-    return memory_.IsMemDC() && memory_.Width() >= inner.width && memory_.Height() >= inner.height;
+    return memory_->IsMemDC() && memory_->Width() >= inner.width && memory_->Height() >= inner.height;
 }
 
 bool Win32TermSurface::beginMemory() {
     if (context_ == nullptr || !makeMemory()) return false;
     // A font that is due is made now: the old one would have to be off both contexts.
     if (font_.stale()) useFont();
-    target_ = memory_.hDc();
+    target_ = memory_->hDc();
     selected_ = nullptr;
-    blacken({0, 0, static_cast<int>(memory_.Width()), static_cast<int>(memory_.Height())});
+    blacken({0, 0, static_cast<int>(memory_->Width()), static_cast<int>(memory_->Height())});
     setPen(pen_);
     return true;
 }
@@ -226,19 +226,27 @@ void Win32TermSurface::endMemory() {
 
 bool Win32TermSurface::clearMemory() {
     if (!makeMemory()) return false;
-    memory_.Cls(context_);
-    return memory_.IsMemDC();
+    memory_->Cls(context_);
+    return memory_->IsMemDC();
 }
 
-void Win32TermSurface::keepBlock(const Rect& block) {
-    if (!memory_.IsMemDC()) return;
-    BitBlt(memory_.hDc(), block.left, block.top, block.width(), block.height(), context_, block.left,
-           block.top, SRCCOPY);
+bool Win32TermSurface::keepBlock(const Rect& block) {
+    if (!memory_->IsMemDC()) return false;
+    const RECT wanted = toPlatform(block);
+    RECT inner{}, kept{}, visible{}, drawn{};
+    GetClientRect(window_, &inner);
+    if (!IntersectRect(&kept, &wanted, &inner)) return true;
+    // Parts that are out of sight were not drawn, and are no pixels of this window.
+    if (GetClipBox(context_, &visible) != SIMPLEREGION) return false;
+    IntersectRect(&drawn, &kept, &visible);
+    if (!EqualRect(&drawn, &kept)) return false;
+    return BitBlt(memory_->hDc(), kept.left, kept.top, kept.right - kept.left, kept.bottom - kept.top,
+                  context_, kept.left, kept.top, SRCCOPY) != FALSE;
 }
 
 void Win32TermSurface::scrollMemory(const Rect& block) {
-    if (!memory_.IsMemDC()) return;
-    const HDC memory = memory_.hDc();
+    if (!memory_->IsMemDC()) return;
+    const HDC memory = memory_->hDc();
     const int rest = std::max(block.height() - cell_.height, 0);
     BitBlt(memory, block.left, block.top, block.width(), rest, memory, block.left, block.top + cell_.height,
            SRCCOPY);
@@ -246,7 +254,7 @@ void Win32TermSurface::scrollMemory(const Rect& block) {
 }
 
 void Win32TermSurface::showMemory() {
-    memory_.Draw(context_);
+    memory_->Draw(context_);
 }
 
 }  // namespace kavrelon

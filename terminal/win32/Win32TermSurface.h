@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <utility>
 
 #include "gdi/GdiHandles.h"
 #include "gdi/pcMemDC.h"
@@ -58,9 +60,10 @@ class Win32TermSurface {
     bool beginMemory();
     void endMemory();
     bool clearMemory();
-    void keepBlock(const Rect& block);
+    bool keepBlock(const Rect& block);
     void scrollMemory(const Rect& block);
     void showMemory();
+    void dropMemory() { memory_.emplace(); }
 
   private:
     using Bytes = std::span<const std::uint8_t>;
@@ -93,7 +96,7 @@ class Win32TermSurface {
     std::array<int, kMaxScreen> advances_{};
     Region uncovered_;
     Region bottomRow_;
-    pcMemDC memory_;
+    std::optional<pcMemDC> memory_{std::in_place};
     bool fontMissing_ = false;
     int held_ = 0;
     Rect due_;

@@ -52,9 +52,10 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     bool beginMemory() override { return surface_.beginMemory(); }
     void endMemory() override { surface_.endMemory(); }
     bool clearMemory() override { return surface_.clearMemory(); }
-    void keepBlock(const Rect& block) override { surface_.keepBlock(block); }
+    bool keepBlock(const Rect& block) override { return surface_.keepBlock(block); }
     void scrollMemory(const Rect& block) override { surface_.scrollMemory(block); }
     void showMemory() override { surface_.showMemory(); }
+    void dropMemory() override { surface_.dropMemory(); }
 
     void close() noexcept override;
     WindowId id() const override { return reinterpret_cast<WindowId>(window_.get()); }

@@ -11,7 +11,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_literals;
 
-constexpr const char* kFormats[] = {"bmp", "gif", "ico", "jpg", "png", "wmf"};
+constexpr std::initializer_list<const char*> kFormats{"bmp", "gif", "ico", "jpg", "png", "wmf"};
 
 /// Whether a pixel has a colour, but for what a lossy format changes.
 bool alike(COLORREF pixel, COLORREF colour) {
@@ -23,13 +23,7 @@ bool alike(COLORREF pixel, COLORREF colour) {
 /// A terminal window whose picture folder holds the samples.
 class WindowPicture : public WindowTest {
   protected:
-    WindowPicture() {
-        fs::create_directory(pictures);
-        for (const std::string format : kFormats) {
-            fs::copy_file("tests/windows/pictures/quarters." + format, pictures / ("p." + format));
-        }
-    }
-    fs::path pictures = folder.path() / "Pictures";
+    fs::path pictures = addPictures(kFormats);
 };
 
 TEST_F(WindowPicture, FilesAreLoadedWhole) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -92,6 +94,13 @@ class TestForm {
     void setSize(Size outer) const {
         SetWindowPos(window_, nullptr, 10, 10, outer.width, outer.height, SWP_NOZORDER);
     }
+    void write(std::string_view text) const {
+        for (const char ch : text) form_->WriteTerm(static_cast<std::uint8_t>(ch));
+    }
+    /// The left button goes down over a cell, and is moved to another.
+    void press(int column, int row) const { form_->Form_MouseDown(MouseButton::Left, middle(column, row)); }
+    void dragTo(int column, int row) const { form_->Form_MouseMove(true, middle(column, row)); }
+    void place(int x, int y) const { SetWindowPos(window_, nullptr, x, y, 0, 0, SWP_NOZORDER | SWP_NOSIZE); }
     /// Paints over a block of the inner area without the terminal's knowledge.
     void smear(const RECT& block) const {
         FillRect(GetDC(window_), &block, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
@@ -101,6 +110,12 @@ class TestForm {
         InvalidateRect(window_, block, FALSE);
         UpdateWindow(window_);
     }
+    /// Another window has covered a block of cells, and is gone.
+    void damage(const Rect& block) const {
+        const RECT covered{block.left, block.top, block.right, block.bottom};
+        smear(covered);
+        paint(&covered);
+    }
     /// Whether painting everything again changes nothing.
     bool isPainted() const {
         const WindowImage before = picture();
@@ -109,7 +124,28 @@ class TestForm {
         return picture() == before;
     }
 
+    /// Where two pictures of the window differ; empty when they do not.
+    std::string difference(const WindowImage& before, const WindowImage& after) const {
+        if (before.width() != after.width() || before.height() != after.height()) return "the size";
+        const std::optional<Point> pixel = before.differenceFrom(after);
+        if (!pixel) return {};
+        const Rect first = cell(0, 0);
+        const auto cells = [](int pixels, int size) {
+            return std::to_string(pixels < 0 ? -1 : pixels / std::max(size, 1));
+        };
+        char colours[40];
+        std::snprintf(colours, sizeof colours, ": %06lX, then %06lX", before.at(pixel->x, pixel->y),
+                      after.at(pixel->x, pixel->y));
+        return "column " + cells(pixel->x - first.left, first.width()) + ", row " +
+               cells(pixel->y - first.top, first.height()) + colours;
+    }
+
   private:
+    Point middle(int column, int row) const {
+        const Rect block = cell(column, row);
+        return {(block.left + block.right) / 2, (block.top + block.bottom) / 2};
+    }
+
     std::shared_ptr<frmTerm> form_;
     HWND window_ = nullptr;
 };
@@ -119,6 +155,21 @@ class WindowTest : public testing::Test {
     WindowTest() { folder.write("settings.ini", ""); }
 
     TestForm open(Size outer = {900, 620}) { return {platform, settings, outer}; }
+    /// Gives the terminal's picture folder samples p.bmp, p.gif and so on.
+    std::filesystem::path addPictures(std::initializer_list<const char*> formats) const {
+        const std::filesystem::path pictures = folder.path() / "Pictures";
+        create_directory(pictures);
+        for (const std::string format : formats)
+            copy_file("tests/windows/pictures/quarters." + format, pictures / ("p." + format));
+        return pictures;
+    }
+    /// One whose cursor blinks when the test says so.
+    TestForm openStill(Size outer, bool memory) {
+        TestForm form = open(outer);
+        form->TurnOnOffCursor(false);
+        form->screen().UseMemoryDC(memory);
+        return form;
+    }
 
     Win32Platform platform{GetModuleHandleA(nullptr)};
     TestFolder folder{"kavrelon window test"};

@@ -19,6 +19,7 @@
 #include "htmllabel/document/HTMLDocument.h"
 #include "htmllabel/layout/Layout.h"
 #include "htmllabel/win32/GdiCanvas.h"
+#include "tools/win32/Page.h"
 
 namespace kavrelon {
 namespace {
@@ -43,47 +44,6 @@ class FolderPictures final : public PictureSource {
     LabelPictures pictures_;
 };
 
-/// A bitmap in memory that can be drawn on and written to a file.
-class Page {
-  public:
-    explicit Page(Size size) : context_(CreateCompatibleDC(nullptr)) {
-        // Without a fourth byte, which the platform leaves 0 and viewers take for transparency.
-        header_ = {sizeof header_, size.width, -size.height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
-        const auto rowBytes = (static_cast<std::size_t>(size.width) * 3 + 3) / 4 * 4;
-        bytes_ = rowBytes * static_cast<std::size_t>(size.height);
-        bitmap_.reset(CreateDIBSection(context_.get(), reinterpret_cast<const BITMAPINFO*>(&header_),
-                                       DIB_RGB_COLORS, &bits_, nullptr, 0));
-    }
-
-    explicit operator bool() const { return bitmap_ != nullptr; }
-
-    void draw(const Layout& layout, GdiCanvas& canvas) {
-        const Selected selected(context_.get(), bitmap_.get());
-        const GdiCanvas::Target target(canvas, context_.get());
-        layout.draw(canvas, {0, 0, static_cast<int>(header_.biWidth), static_cast<int>(-header_.biHeight)});
-        GdiFlush();
-    }
-
-    bool write(const std::string& path) const {
-        BITMAPFILEHEADER file{};
-        file.bfType = 0x4D42;
-        file.bfOffBits = sizeof file + sizeof header_;
-        file.bfSize = file.bfOffBits + static_cast<DWORD>(bytes_);
-        std::ofstream out(path, std::ios::binary);
-        out.write(reinterpret_cast<const char*>(&file), sizeof file);
-        out.write(reinterpret_cast<const char*>(&header_), sizeof header_);
-        out.write(static_cast<const char*>(bits_), static_cast<std::streamsize>(bytes_));
-        return static_cast<bool>(out.flush());
-    }
-
-  private:
-    OwnedContext context_;
-    BITMAPINFOHEADER header_{};
-    std::size_t bytes_ = 0;
-    void* bits_ = nullptr;
-    Bitmap bitmap_;
-};
-
 int drawDocument(const std::string& path, Size view, const std::string& result) {
     std::ifstream in(path, std::ios::binary);
     if (!in) {
@@ -104,7 +64,8 @@ int drawDocument(const std::string& path, Size view, const std::string& result) 
         std::cerr << path << ": the page is too large to draw\n";
         return kFailed;
     }
-    page.draw(layout, canvas);
+    const GdiCanvas::Target target(canvas, page.context());
+    layout.draw(canvas, {0, 0, page.size().width, page.size().height});
     if (page.write(result)) return 0;
     std::cerr << result << ": cannot be written\n";
     return kFailed;
