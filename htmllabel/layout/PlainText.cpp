@@ -13,6 +13,7 @@ namespace {
 /// Measures nothing. Spaces have a width, since a gap without one is no space.
 class NoCanvas final : public Canvas {
   public:
+    int pixelsPerInch() const override { return PixelScale::kPixelsPerInch; }
     FontId font(const TextFont&) override { return 0; }
     FontMetrics metrics(FontId) override { return {.spaceWidth = 1}; }
     int textWidth(FontId, std::string_view) override { return 0; }
@@ -46,9 +47,9 @@ class TextWriter {
         switch (item.kind) {
             case FlowKind::Text: {
                 const FlowText& text = flow_.texts[item.index];
-                forEachWord(text, flow_, [&](std::string_view word, int, int gap) {
+                forEachWord(text, flow_, [&](std::string_view word, int, int gap, bool) {
                     if (gap > 0) divide(Divider::Space);
-                    append(word, text.mark);
+                    append(word, text.mark, gap);
                 });
                 break;
             }
@@ -68,6 +69,7 @@ class TextWriter {
                 divide(flow_.cells[item.index].column > 0 ? Divider::Tab : Divider::Line);
                 break;
             case FlowKind::Mark:
+            case FlowKind::Clear:
             case FlowKind::CellEnd:
                 break;
             default:
@@ -78,10 +80,12 @@ class TextWriter {
 
     void divide(Divider divider) { divider_ = std::max(divider_, divider); }
 
-    void append(std::string_view word, std::uint32_t mark) {
+    /// `spaces` is the number of hard spaces, where the word stands behind some.
+    void append(std::string_view word, std::uint32_t mark, int spaces = 1) {
         constexpr std::string_view kDividers[] = {"", " ", "\t", "\r\n"};
         std::string& text = result_.text;
         if (!text.empty()) text += kDividers[static_cast<std::size_t>(divider_)];
+        if (divider_ == Divider::Space && spaces > 1) text.append(static_cast<std::size_t>(spaces - 1), ' ');
         divider_ = Divider::None;
         const std::size_t begin = text.size();
         text += word;
@@ -99,7 +103,7 @@ class TextWriter {
 }  // namespace
 
 PlainText plainText(const HTMLDocument& document) {
-    Flow flow;
+    Flow flow{PixelScale()};
     NoCanvas canvas;
     NoPictures pictures;
     FlowBuilder(document, {}, pictures, canvas, flow).build();
