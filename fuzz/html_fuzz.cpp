@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fuzz/Input.h"
+#include "headless/LayoutLaws.h"
 #include "headless/NoPictures.h"
 #include "headless/RecordingCanvas.h"
 #include "htmllabel/document/HTMLDocument.h"
@@ -83,48 +84,6 @@ void checkElements(const HTMLDocument& document, bool anchors) {
     require(std::ranges::equal(links, document.mintLinks()), "the links are the A elements");
 }
 
-std::string withoutSpaces(std::string text) {
-    std::erase(text, ' ');
-    return text;
-}
-
-/// What is to be drawn of a text, without spaces.
-std::string drawable(const HTMLElement& element) {
-    constexpr std::string_view kHardSpace = "&nbsp;";
-    std::string text;
-    for (const std::string_view word : element.strWords) (text += word) += ' ';
-    for (std::size_t at = 0; (at = text.find(kHardSpace, at)) != text.npos;) {
-        text.replace(at, kHardSpace.size(), " ");
-    }
-    return withoutSpaces(text);
-}
-
-/// Every text is on the page, in full; or not at all, where tags hide text.
-void checkWords(const HTMLDocument& document, const std::vector<TextRun>& runs) {
-    std::vector<std::string> drawn(document.mudtElements().size());
-    for (const TextRun& run : runs) drawn[position(run.element, document)] += run.text;
-    const bool hidden = std::ranges::any_of(document.mudtElements(), [](const HTMLElement& element) {
-        const TagTraits& tag = traitsOf(element.lngTagType);
-        return tag.content != TagContent::Shown && !tag.isCloser;
-    });
-    for (const HTMLElement& element : document.mudtElements()) {
-        if (element.lngTagType != TAG_TEXT) continue;
-        const std::string shown = withoutSpaces(drawn[static_cast<std::size_t>(element.intIndex)]);
-        require(shown == drawable(element) || (hidden && shown.empty()), "no word is lost");
-    }
-}
-
-void checkPage(const Layout& layout, int width, const std::vector<TextRun>& runs) {
-    const auto [right, bottom] = layout.size();
-    require(right >= width && bottom >= 0, "the page is as wide as was asked for");
-    for (const TextRun& run : runs) {
-        const Rect& place = run.place;
-        require(place.left >= 0 && place.top >= 0 && place.left <= place.right && place.right <= right &&
-                    place.top <= place.bottom && place.bottom <= bottom,
-                "texts are inside the page");
-    }
-}
-
 bool theSame(const TextRun& one, const TextRun& other) {
     return one.place == other.place && one.text == other.text;
 }
@@ -156,12 +115,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     layout.measure(document, input.layout, pictures, canvas);
     layout.place(document, input.width);
     const std::vector<TextRun> runs = layout.runs();
-    checkPage(layout, input.width, runs);
-    checkWords(document, runs);
+    require(wordsLaw(document, layout, input.width).empty(), "every word is on the page");
     checkDrawing(layout, canvas, runs);
 
     layout.place(document, input.width + 100);
-    checkPage(layout, input.width + 100, layout.runs());
+    require(wordsLaw(document, layout, input.width + 100).empty(), "every word is on a wider page");
     layout.place(document, input.width);
     require(std::ranges::equal(layout.runs(), runs, theSame), "the same width gives the same places");
     return 0;

@@ -1,6 +1,16 @@
 #include "gdi/PixelBitmap.h"
 
 namespace kavrelon {
+namespace {
+
+/// Whether a picture of the right size is, or may later become, stretched: a metafile can be played at any
+/// size.
+bool isScaled(HDC target) {
+    const DWORD type = GetObjectType(target);
+    return GetMapMode(target) != MM_TEXT || (type != OBJ_DC && type != OBJ_MEMDC);
+}
+
+}  // namespace
 
 PixelBitmap::PixelBitmap(Size size) {
     BITMAPINFO info{};
@@ -26,9 +36,9 @@ void PixelBitmap::draw(HDC target, const RECT& place, bool opaque) const noexcep
     if (!selected) return;
     const int width = static_cast<int>(place.right - place.left);
     const int height = static_cast<int>(place.bottom - place.top);
-    // Pixels that a scaled context or a metafile drops are mixed in. The platform wants the origin to be set
-    // after the mode.
-    const int mode = SetStretchBltMode(target, HALFTONE);
+    // Pixels that the context's scale drops are mixed in. That takes too long for a picture far larger than
+    // its window. The platform wants the origin to be set after the mode.
+    const int mode = SetStretchBltMode(target, isScaled(target) ? HALFTONE : COLORONCOLOR);
     POINT origin{};
     SetBrushOrgEx(target, 0, 0, &origin);
     if (opaque) {

@@ -77,7 +77,7 @@ void FlowPlacer::item(const FlowItem& item) {
 
 // Indents take half of the width at most. Where they would take more, all of them shrink alike, so that
 // levels stay apart; but a line that is indented very far does not make the others shrink to nothing.
-FlowPlacer::Span FlowPlacer::lineSpan() const {
+std::pair<int, int> FlowPlacer::indents() const {
     const Container& in = containers_.back();
     int left = in.block.left;
     int right = in.block.right;
@@ -88,12 +88,22 @@ FlowPlacer::Span FlowPlacer::lineSpan() const {
         left = static_cast<int>(room * left / both);
         right = static_cast<int>(room) - left;
     }
-    const int top = nextTop();
-    const int start = top < in.left.bottom ? in.left.edge : 0;
-    left = std::max(left, in.marker == kNone ? start : start + flow_.markers[in.marker].outerWidth());
-    int end = in.width - right;
-    if (top < in.right.bottom) end = std::min(end, in.right.edge);
+    return {left, right};
+}
+
+FlowPlacer::Span FlowPlacer::lineSpan() const {
+    const Container& in = containers_.back();
+    const auto [indent, indentRight] = indents();
+    const int marker = in.marker == kNone ? 0 : flow_.markers[in.marker].outerWidth();
+    const int left = std::max(indent, startOfLines() + marker);
+    int end = in.width - indentRight;
+    if (nextTop() < in.right.bottom) end = std::min(end, in.right.edge);
     return {left, std::max(end - left, 0)};
+}
+
+int FlowPlacer::startOfLines() const {
+    const Container& in = containers_.back();
+    return nextTop() < in.left.bottom ? in.left.edge : 0;
 }
 
 int FlowPlacer::nextTop() const {
@@ -257,15 +267,16 @@ TextStyle FlowPlacer::markerShape() const {
 void FlowPlacer::startMarker(std::uint32_t index) {
     flushMarker();
     if (index == kNone) return;
+    in().markerIndent = indents().first;
     in().marker = index;
-    in().markerRight = lineSpan().left;
 }
 
 void FlowPlacer::setMarker(int baseline) {
     if (in().marker == kNone) return;
     const FlowMarker& marker = flow_.markers[in().marker];
     const TextStyle& style = flow_.styles[marker.style];
-    const int left = in().markerRight - marker.outerWidth();
+    const int right = std::max(in().markerIndent, startOfLines() + marker.outerWidth());
+    const int left = right - marker.outerWidth();
     in().marker = kNone;
     in().markerBottom = baseline + style.descent;
     DisplayItem item;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "htmllabel/layout/DisplayList.h"
@@ -36,7 +37,7 @@ class FlowPlacer {
         bool atTop = true;  // where no gap is wanted
         FlowBlock block;
         std::uint32_t marker = kNone;  // of the item whose first line is not set yet
-        int markerRight = 0;           // where the text of the list begins
+        int markerIndent = 0;          // where the text of the list begins
         int markerBottom = 0;          // where the last marker ends
         int deepestIndent = 0;         // of its lines, both sides together
         Floats left;
@@ -79,6 +80,10 @@ class FlowPlacer {
     int endContainer();
 
     Container& in() { return containers_.back(); }
+    /// The indents of the next line, left and right.
+    std::pair<int, int> indents() const;
+    /// Where the next line could begin without indents and markers.
+    int startOfLines() const;
     Span lineSpan() const;
     bool isBesideFloat() const;
     /// Where the next line begins.

@@ -58,9 +58,8 @@ LineBuilder::Shape LineBuilder::shape(std::size_t count) const {
         if (token.kind == TokenKind::Mark) continue;
         shape.width += std::max(token.gap, 0) + token.width;
         if (token.kind == TokenKind::Word) {
-            const TextStyle& style = flow_.styles[flow_.texts[token.index].style];
-            shape.ascent = std::max(shape.ascent, style.ascent + style.rise);
-            shape.descent = std::max(shape.descent, style.descent - style.rise);
+            shape.extend(flow_.styles[flow_.texts[token.index].style]);
+            if (const TextStyle* space = spaceBefore(i)) shape.extend(*space);
         } else {
             const FlowPicture& picture = flow_.pictures[token.index];
             shape.ascent = std::max(shape.ascent, ascentOf(picture));
@@ -104,8 +103,8 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
         const int gap = std::max(token.gap, 0);
         x += gap;
         if (run.end == run.first || run.end != i || !continuesRun(tokens_[i - 1], token)) {
-            endRun(i, gap);
-            if (gap > 0) setSpace(i, list, frame, {x - gap, start.y});
+            endRun(i, spaceBefore(i) == nullptr ? gap : 0);
+            setSpace(i, list, frame, {x, start.y});
         }
         if (token.kind == TokenKind::Picture) {
             const FlowPicture& picture = flow_.pictures[token.index];
@@ -119,21 +118,26 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
     endRun(count, 0);
 }
 
-// The underlined space before a text that no other text draws.
+/// The style of the underlined space before a token that no text draws; null where there is none.
+const TextStyle* LineBuilder::spaceBefore(std::size_t index) const {
+    const LineToken& token = tokens_[index];
+    if (token.gap <= 0 || token.kind != TokenKind::Word) return nullptr;
+    const std::uint32_t style = flow_.texts[token.index].gapStyle;
+    const LineToken& before = tokens_[index - 1];
+    const bool continuesText = before.kind == TokenKind::Word && before.index == token.index;
+    return style == kNone || continuesText ? nullptr : &flow_.styles[style];
+}
+
 void LineBuilder::setSpace(std::size_t next, DisplayList& list, std::uint32_t frame, Point start) const {
-    const LineToken& token = tokens_[next];
-    const LineToken& before = tokens_[next - 1];
-    if (token.kind != TokenKind::Word || (before.kind == token.kind && before.index == token.index)) return;
-    const FlowText& text = flow_.texts[token.index];
-    if (text.gapStyle == kNone) return;
-    const TextStyle& style = flow_.styles[text.gapStyle];
-    const int top = start.y - style.rise - style.ascent;
+    const TextStyle* const style = spaceBefore(next);
+    if (style == nullptr) return;
+    const FlowText& text = flow_.texts[tokens_[next].index];
+    const int top = start.y - style->rise - style->ascent;
     DisplayItem item;
     item.kind = DrawKind::Text;
     item.element = text.element;
-    item.mark = text.mark;
     item.frame = frame;
-    item.place = {start.x, top, start.x + token.gap, top + style.height()};
+    item.place = {start.x - tokens_[next].gap, top, start.x, top + style->height()};
     item.value = text.gapStyle;
     item.text = " ";
     list.add(item);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -53,6 +54,11 @@ class LineBuilder {
         int width = 0;
         int ascent = 0;
         int descent = 0;
+
+        void extend(const TextStyle& style) {
+            ascent = std::max(ascent, style.ascent + style.rise);
+            descent = std::max(descent, style.descent - style.rise);
+        }
     };
     Shape shape(std::size_t count) const;
     /// Puts the first `count` tokens into a frame. `start` is the left end of the line's baseline, `ground`
@@ -72,6 +78,7 @@ class LineBuilder {
 
     void extend(std::size_t index);
     bool continuesRun(const LineToken& before, const LineToken& token) const;
+    const TextStyle* spaceBefore(std::size_t index) const;
     void setSpace(std::size_t next, DisplayList& list, std::uint32_t frame, Point start) const;
     void setRun(const Run& run, DisplayList& list, std::uint32_t frame, int baseline, int nextGap);
 
