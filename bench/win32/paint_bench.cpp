@@ -1,103 +1,102 @@
-// Painted cells a second: bytes through the terminal on its real window, and a bare loop of one text call a
-// cell on the same window, in the same font and colours. The two take turns; the medians count.
+// What the processor does for streams that are painted on a real window: those of the engine's benchmark
+// through the whole terminal, and through the least that a terminal can be, on the same window in the same
+// font. The two take turns; the median of the pairs counts.
 
 #include <windows.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <memory>
-#include <stdexcept>
+#include <exception>
 #include <vector>
 
-#include "terminal/frmTerm.h"
-#include "terminal/win32/Win32Platform.h"
+#include "bench/Streams.h"
+#include "bench/win32/BareTerminal.h"
+#include "bench/win32/Goals.h"
+#include "bench/win32/RealSession.h"
 
 namespace {
 
 using namespace kavrelon;
+using namespace kavrelon::bench;
 
-constexpr int kColumns = 80;
-constexpr int kLines = 25;
-constexpr int kCells = kColumns * kLines;
-constexpr int kScreensPerRound = 10;
-constexpr int kRounds = 31;
+constexpr ScreenExtent kExtent = kExtents[0];
+constexpr std::size_t kLength = 500'000;
+constexpr int kPairs = 5;
+constexpr double kMost = 0.9;
 
-/// The character of a cell in a round: no cell keeps its character from one screen to the next.
-std::uint8_t character(int cell, int screen) {
-    return static_cast<std::uint8_t>('!' + (cell + screen) % ('~' - '!'));
+double processorSeconds() {
+    FILETIME ignored{};
+    FILETIME kernel{};
+    FILETIME user{};
+    GetThreadTimes(GetCurrentThread(), &ignored, &ignored, &kernel, &user);
+    const auto seconds = [](const FILETIME& time) {
+        return (static_cast<double>(time.dwHighDateTime) * 0x1p32 + time.dwLowDateTime) * 1e-7;
+    };
+    return seconds(kernel) + seconds(user);
+}
+
+template <class Work>
+double secondsOf(Work work) {
+    const double before = processorSeconds();
+    work();
+    GdiFlush();
+    return processorSeconds() - before;
+}
+
+/// The next block, without the start of a sequence at its end.
+std::string_view wholeBlock(std::string_view stream) {
+    std::string_view block = stream.substr(0, kBlock);
+    const auto last = block.rfind('\033');
+    const bool cut = last != std::string_view::npos && last != 0 &&
+                     block.find_first_of("mHJK", last) == std::string_view::npos;
+    return cut ? block.substr(0, last) : block;
 }
 
 class Contest {
   public:
-    Contest() : form_(frmTerm::load(platform_)) {
-        form_->DisplayTerminalWindows();
-        window_ = FindWindowA(WindowClass::kName, nullptr);
-        if (window_ == nullptr) throw std::runtime_error("there is no terminal window");
-        std::int16_t lines = kLines;
-        form_->screen().ScreenSize(kColumns, lines);
-        SetWindowPos(window_, nullptr, 0, 0, 1000, 600, SWP_NOZORDER);
-        platform_.processMessages();
+    Contest() {
+        session_.connect();
+        session_.size(kExtent, {1000, 600});
     }
 
-    void throughTheTerminal(int screen) {
-        form_->screen().SetCursor(0, 0);
-        for (int cell = 0; cell < kCells; ++cell) form_->WriteTerm(character(cell, screen));
-    }
-
-    /// As a program would write it that knows its cells: the context is the window's own, and the font and
-    /// colours that the terminal left selected there are the same for all cells.
-    void bareLoop(int screen) {
-        const HDC context = GetDC(window_);
-        const Rect first = form_->screen().grid().cellBlock(0, 0);
-        for (int cell = 0; cell < kCells; ++cell) {
-            const char ch = static_cast<char>(character(cell, screen));
-            ExtTextOutA(context, first.left + cell % kColumns * first.width(),
-                        first.top + cell / kColumns * first.height(), ETO_OPAQUE, nullptr, &ch, 1, nullptr);
+    double ratio(const std::string& stream) {
+        std::vector<double> ratios;
+        for (int pair = 0; pair < kPairs; ++pair) {
+            const double ours = secondsOf([&] { session_.play(stream); });
+            ratios.push_back(ours / secondsOf([&] { playBare(stream); }));
         }
-        ReleaseDC(window_, context);
-    }
-
-    /// Cells a second in one round of screens, up to their being on the display.
-    template <class PaintScreen>
-    double round(PaintScreen paintScreen) {
-        using Clock = std::chrono::steady_clock;
-        const auto start = Clock::now();
-        for (int screen = 0; screen < kScreensPerRound; ++screen) {
-            paintScreen(screen);
-            GdiFlush();
-        }
-        const std::chrono::duration<double> took = Clock::now() - start;
-        platform_.processMessages();
-        return kCells * kScreensPerRound / took.count();
+        const auto middle = ratios.begin() + kPairs / 2;
+        std::nth_element(ratios.begin(), middle, ratios.end());
+        return *middle;
     }
 
   private:
-    Win32Platform platform_{GetModuleHandleA(nullptr)};
-    std::shared_ptr<frmTerm> form_;
-    HWND window_ = nullptr;
-};
+    void playBare(std::string_view stream) {
+        const HDC context = GetDC(RealSession::window());
+        const Rect first = session_.screen().grid().cellBlock(0, 0);
+        BareTerminal bare(context, {first.left, first.top}, {first.width(), first.height()},
+                          {kExtent.columns, kExtent.lines});
+        for (std::string_view block; !stream.empty(); stream.remove_prefix(block.size())) {
+            block = wholeBlock(stream);
+            bare.play(block);
+            session_.processMessages();
+        }
+        ReleaseDC(RealSession::window(), context);
+    }
 
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
+    RealSession session_;
+};
 
 }  // namespace
 
 int main() try {
     Contest contest;
-    std::vector<double> ours;
-    std::vector<double> bare;
-    for (int i = 0; i < kRounds; ++i) {
-        ours.push_back(contest.round([&](int screen) { contest.throughTheTerminal(screen); }));
-        bare.push_back(contest.round([&](int screen) { contest.bareLoop(screen); }));
+    Goals goals;
+    for (const char* name : {"plain", "colours", "pages"}) {
+        goals.hold(std::string("processor time of ") + name + ", bare loop = 1",
+                   contest.ratio(findStreamKind(name)->make(kExtent, kLength)), kMost);
     }
-    const double ratio = median(ours) / median(bare);
-    std::printf("cells a second: terminal %.0f, bare loop %.0f, ratio %.2f\n", median(ours), median(bare),
-                ratio);
-    return ratio >= 1 ? 0 : 1;
+    return goals.status();
 } catch (const std::exception& error) {
     std::fprintf(stderr, "paint_bench: %s\n", error.what());
     return 2;

@@ -1,9 +1,11 @@
 #include "terminal/win32/Win32TermSurface.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "gdi/GdiPicture.h"
+#include "support/RuntimeError.h"
 #include "support/win32/PlatformGeometry.h"
 
 namespace kavrelon {
@@ -156,7 +158,10 @@ void Win32TermSurface::clearOutsideGrid() {
 void Win32TermSurface::setGrid(const Rect& grid, Size cell) {
     grid_ = grid;
     cell_ = cell;
-    advances_.fill(cell.width);
+    // Where there is no memory for a whole row, it takes more calls.
+    const int columns = std::clamp(grid.width() / std::max(cell.width, 1), 1, kMaxScreen);
+    carryOn([&] { advances_.resize(static_cast<std::size_t>(columns)); });
+    std::ranges::fill(advances_, cell.width);
 }
 
 void Win32TermSurface::scrollGrid(const Rect& block) {

@@ -2,11 +2,11 @@
 
 #include <windows.h>
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "gdi/GdiHandles.h"
 #include "gdi/pcMemDC.h"
@@ -92,8 +92,8 @@ class Win32TermSurface {
     Pen pen_;
     Rect grid_;
     Size cell_;
-    /// One cell width after the other, as the text calls want them.
-    std::array<int, kMaxScreen> advances_{};
+    /// One cell width after the other, as the text calls want them, for as many cells as one call draws.
+    std::vector<int> advances_{0};
     Region uncovered_;
     Region bottomRow_;
     std::optional<pcMemDC> memory_{std::in_place};

@@ -9,7 +9,8 @@
 #include <cstdlib>
 #include <map>
 #include <string_view>
-#include <vector>
+
+#include "support/win32/ReplacedImports.h"
 
 namespace kavrelon {
 
@@ -19,33 +20,13 @@ namespace kavrelon {
 /// time.
 class FailingAllocations {
   public:
-    explicit FailingAllocations(HMODULE module) {
-        const auto* const dos = at<IMAGE_DOS_HEADER>(module, 0);
-        const auto* const headers = at<IMAGE_NT_HEADERS32>(module, static_cast<DWORD>(dos->e_lfanew));
-        const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-        for (auto* from = at<IMAGE_IMPORT_DESCRIPTOR>(module, imports.VirtualAddress); from->Name != 0;
-             ++from) {
-            const auto* name = at<IMAGE_THUNK_DATA32>(module, from->OriginalFirstThunk);
-            for (auto* slot = at<void*>(module, from->FirstThunk); name->u1.AddressOfData != 0;
-                 ++name, ++slot) {
-                if (IMAGE_SNAP_BY_ORDINAL32(name->u1.Ordinal)) continue;
-                const auto found =
-                    counting().find(at<IMAGE_IMPORT_BY_NAME>(module, name->u1.AddressOfData)->Name);
-                if (found == counting().end()) continue;
-                replaced_.push_back({slot, *slot});
-                write(slot, found->second);
-            }
-        }
-    }
-    ~FailingAllocations() {
-        for (const auto& [slot, before] : replaced_) write(slot, before);
-        left_ = 0;
-    }
+    explicit FailingAllocations(HMODULE module) : replaced_(module, counting()) {}
+    ~FailingAllocations() { left_ = 0; }
     FailingAllocations(const FailingAllocations&) = delete;
     FailingAllocations& operator=(const FailingAllocations&) = delete;
 
     /// How many functions were replaced.
-    std::size_t functions() const { return replaced_.size(); }
+    std::size_t functions() const { return replaced_.count(); }
     /// The n-th allocation from here on, counted from 1, fails; those after it do not.
     static void failNth(std::size_t n) { left_ = n; }
     /// Ends that. Whether that allocation was reached.
@@ -56,11 +37,6 @@ class FailingAllocations {
     }
 
   private:
-    struct Replaced {
-        void** slot;
-        void* before;
-    };
-
     static inline std::size_t left_ = 0;
 
     static bool fails() { return left_ != 0 && --left_ == 0; }
@@ -92,19 +68,7 @@ class FailingAllocations {
         return functions;
     }
 
-    template <class Type>
-    static Type* at(HMODULE module, DWORD place) {
-        return reinterpret_cast<Type*>(reinterpret_cast<std::byte*>(module) + place);
-    }
-
-    static void write(void** slot, void* function) {
-        DWORD before = 0;
-        VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &before);
-        *slot = function;
-        VirtualProtect(slot, sizeof *slot, before, &before);
-    }
-
-    std::vector<Replaced> replaced_;
+    ReplacedImports replaced_;
 };
 
 }  // namespace kavrelon
