@@ -116,24 +116,20 @@ TEST_F(WindowDrawing, TheCursorInvertsItsCellAlone) {
 }
 
 TEST_F(WindowDrawing, ScrollingMovesTheGridAndNothingElse) {
-    for (const bool memory : {false, true}) {
-        const TestForm form = open();
-        form->screen().UseMemoryDC(memory);
-        for (int row = 0; row < 25; ++row) {
-            form.setRendition(31 + row % 7);
-            form.writeAt(0, row, std::string(80, static_cast<char>('A' + row)));
-        }
-        const Rect first = form.cell(0, 0);
-        const Rect last = form.cell(79, 24);
-        // A scroll leaves the window's margins alone, unless the memory bitmap with its own is shown.
-        if (!memory) form.smear({0, 0, first.left, last.bottom});
-        const WindowImage before = form.picture();
-        form.writeAt(0, 24, "\n");
-        EXPECT_EQ(form.picture(), before.with([&](int x, int y, COLORREF colour) {
-            if (x < first.left || x >= last.right || y < first.top || y >= last.bottom) return colour;
-            return y < last.top ? before.at(x, y + first.height()) : kBlack;
-        })) << memory;
+    const TestForm form = open();
+    for (int row = 0; row < 25; ++row) {
+        form.setRendition(31 + row % 7);
+        form.writeAt(0, row, std::string(80, static_cast<char>('A' + row)));
     }
+    const Rect first = form.cell(0, 0);
+    const Rect last = form.cell(79, 24);
+    form.smear({0, 0, first.left, last.bottom});
+    const WindowImage before = form.picture();
+    form.writeAt(0, 24, "\n");
+    EXPECT_EQ(form.picture(), before.with([&](int x, int y, COLORREF colour) {
+        if (x < first.left || x >= last.right || y < first.top || y >= last.bottom) return colour;
+        return y < last.top ? before.at(x, y + first.height()) : kBlack;
+    }));
 }
 
 TEST_F(WindowDrawing, APaintDrawsTheCellsOfItsAreaAlone) {

@@ -260,8 +260,8 @@ TEST_F(WindowMemory, APaintIsOneCopyAndAScrollMovesTheBitmap) {
 }
 
 TEST_F(WindowMemory, TakesNoMemoryWhenItIsTurnedOff) {
-    const TestForm form = openStill({640, 420}, true);
-    form->screen().UseMemoryDC(false);
+    const TestForm other = openStill({640, 420}, true);
+    const TestForm form = openStill({640, 420}, false);
     expectNothingLeftBehind([&] {
         form->screen().UseMemoryDC(true);
         form->screen().UseMemoryDC(false);

@@ -39,48 +39,45 @@ TEST_F(WindowPicture, FilesAreLoadedWhole) {
 
 TEST_F(WindowPicture, StaysOverItsCellsWhateverHappensBelow) {
     for (const std::string format : kFormats) {
-        for (const bool memory : {false, true}) {
-            SCOPED_TRACE(format);
-            const std::string name = "p." + format;
-            const TestForm form = open();
-            form->screen().UseMemoryDC(memory);
-            const auto expectQuarter = [&](int column, int row, COLORREF colour) {
-                const Rect cell = form.cell(column, row);
-                const Point middle{(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2};
-                EXPECT_TRUE(alike(form.picture().at(middle.x, middle.y), colour)) << column << ' ' << row;
-            };
-            const COLORREF below = form.picture().at(0, 0);
-            const auto expectPicture = [&](COLORREF text) {
-                expectQuarter(12, 6, RGB(255, 0, 0));
-                expectQuarter(17, 6, RGB(0, 255, 0));
-                expectQuarter(12, 9, RGB(0, 0, 255));
-                expectQuarter(17, 9, format == "bmp" || format == "jpg" ? kWhite : text);
-                EXPECT_TRUE(form.isPainted());
-            };
-            const std::string full(79, '\xDB');
-            for (int row = 0; row < 25; ++row) form.writeAt(0, row, full);
-            const WindowImage before = form.picture();
-            const Rect cell = form.cell(5, 5);
-            const COLORREF text = before.at(cell.left + 2, cell.top + 2);
-            ASSERT_NE(text, below);
-            form->DisplayPicture(1, 11, 6, 20, 11, name);
-            expectPicture(text);
-            form.writeAt(5, 9, std::string(30, ' '));
-            expectPicture(below);
-            form->ClearPicture(1);
-            form.writeAt(5, 9, full.substr(0, 30));
-            EXPECT_EQ(form.picture(), before);
-
-            form->DisplayPicture(1, 20, 11, 11, 6, name);
-            form.writeAt(0, 24, "\n\n\n");
-            expectPicture(text);
-            form.setSize({700, 500});
-            expectPicture(text);
-            form->DisplayPicture(2, -32768, -32768, 32767, 32767, name);
+        SCOPED_TRACE(format);
+        const std::string name = "p." + format;
+        const TestForm form = open();
+        const auto expectQuarter = [&](int column, int row, COLORREF colour) {
+            const Rect cell = form.cell(column, row);
+            const Point middle{(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2};
+            EXPECT_TRUE(alike(form.picture().at(middle.x, middle.y), colour)) << column << ' ' << row;
+        };
+        const COLORREF below = form.picture().at(0, 0);
+        const auto expectPicture = [&](COLORREF text) {
+            expectQuarter(12, 6, RGB(255, 0, 0));
+            expectQuarter(17, 6, RGB(0, 255, 0));
+            expectQuarter(12, 9, RGB(0, 0, 255));
+            expectQuarter(17, 9, format == "bmp" || format == "jpg" ? kWhite : text);
             EXPECT_TRUE(form.isPainted());
-            form->EraseScreen();
-            expectQuarter(12, 6, kBlack);
-        }
+        };
+        const std::string full(79, '\xDB');
+        for (int row = 0; row < 25; ++row) form.writeAt(0, row, full);
+        const WindowImage before = form.picture();
+        const Rect cell = form.cell(5, 5);
+        const COLORREF text = before.at(cell.left + 2, cell.top + 2);
+        ASSERT_NE(text, below);
+        form->DisplayPicture(1, 11, 6, 20, 11, name);
+        expectPicture(text);
+        form.writeAt(5, 9, std::string(30, ' '));
+        expectPicture(below);
+        form->ClearPicture(1);
+        form.writeAt(5, 9, full.substr(0, 30));
+        EXPECT_EQ(form.picture(), before);
+
+        form->DisplayPicture(1, 20, 11, 11, 6, name);
+        form.writeAt(0, 24, "\n\n\n");
+        expectPicture(text);
+        form.setSize({700, 500});
+        expectPicture(text);
+        form->DisplayPicture(2, -32768, -32768, 32767, 32767, name);
+        EXPECT_TRUE(form.isPainted());
+        form->EraseScreen();
+        expectQuarter(12, 6, kBlack);
     }
 }
 

@@ -1,5 +1,4 @@
 #include <functional>
-#include <map>
 #include <vector>
 
 #include "gdi/GdiHandles.h"
@@ -35,29 +34,23 @@ TEST_F(WindowSize, ShowingPaintsOnce) {
 }
 
 TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
-    std::map<int, WindowImage> withoutMemory;
-    for (const bool memory : {false, true}) {
-        const TestForm form = open();
-        form->screen().UseMemoryDC(memory);
-        form.writeAt(0, 0, "top left");
-        form.writeAt(70, 24, "the end\xDB\xDB\xDB");
-        for (const Size size :
-             {Size{640, 400}, Size{1270, 500}, Size{600, 780}, Size{1000, 701}, Size{60, 60}}) {
-            form.smear({0, 0, 2000, 2000});
-            form.setSize(size);
-            const WindowImage resized = form.picture();
-            EXPECT_TRUE(form.isPainted()) << size.width;
-            EXPECT_EQ(withoutMemory.try_emplace(size.width, resized).first->second, resized) << size.width;
-            const Rect first = form.cell(0, 0);
-            const int width = 80 * first.width();
-            const int height = 25 * first.height();
-            EXPECT_EQ(first.left, std::max((resized.width() - width) / 2, 0));
-            EXPECT_EQ(first.top, std::max((resized.height() - height) / 2, 0));
-            if (size.width == 60) continue;
-            EXPECT_TRUE(width <= resized.width() && height <= resized.height()) << size.width;
-            // A pixel of font height is at most two of the cell's.
-            EXPECT_TRUE(width + 2 * 80 > resized.width() || height + 2 * 25 > resized.height()) << size.width;
-        }
+    const TestForm form = open();
+    form.writeAt(0, 0, "top left");
+    form.writeAt(70, 24, "the end\xDB\xDB\xDB");
+    for (const Size size : {Size{640, 400}, Size{1270, 500}, Size{600, 780}, Size{1000, 701}, Size{60, 60}}) {
+        form.smear({0, 0, 2000, 2000});
+        form.setSize(size);
+        const WindowImage resized = form.picture();
+        EXPECT_TRUE(form.isPainted()) << size.width;
+        const Rect first = form.cell(0, 0);
+        const int width = 80 * first.width();
+        const int height = 25 * first.height();
+        EXPECT_EQ(first.left, std::max((resized.width() - width) / 2, 0));
+        EXPECT_EQ(first.top, std::max((resized.height() - height) / 2, 0));
+        if (size.width == 60) continue;
+        EXPECT_TRUE(width <= resized.width() && height <= resized.height()) << size.width;
+        // A pixel of font height is at most two of the cell's.
+        EXPECT_TRUE(width + 2 * 80 > resized.width() || height + 2 * 25 > resized.height()) << size.width;
     }
 }
 
