@@ -44,3 +44,14 @@ function(kavrelon_keep_symbols_apart target)
         COMMAND ${CMAKE_STRIP} $<TARGET_FILE:${target}>
         VERBATIM)
 endfunction()
+
+# kavrelon_small(TARGET...): the shipped library has the code of these targets small rather than fast. For what
+# runs when a user or a host does one thing, not for every byte, cell or word.
+function(kavrelon_small)
+    foreach(target IN LISTS ARGN)
+        target_compile_options(${target} PRIVATE ${kavrelon_small_options})
+    endforeach()
+endfunction()
+if(WIN32)
+    set(kavrelon_small_options $<$<AND:$<CONFIG:Release>,$<COMPILE_LANGUAGE:CXX>>:-Os>)
+endif()

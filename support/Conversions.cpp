@@ -1,10 +1,10 @@
 #include "support/Conversions.h"
 
-#include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <optional>
-#include <system_error>
 
 #include "support/AsciiText.h"
 #include "support/RuntimeError.h"
@@ -98,12 +98,29 @@ std::int32_t toInt32(std::string_view text) {
 
 float toSingle(std::string_view text) {
     const Decimal decimal = parseDecimal(text);
-    const std::string_view digits = decimal.unsignedText;
-    float value = 0;
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    // A number below the smallest fraction is out of range too, and is 0.
-    if (result.ec == std::errc::result_out_of_range && decimal.whole > 0) raise(RuntimeErrorNumber::Overflow);
-    return decimal.negative && value != 0 ? -value : value;
+    // As many digits as a word holds, times a power of ten: more than a float tells apart.
+    constexpr std::uint64_t kFull = 1'000'000'000'000'000'000;
+    std::uint64_t digits = 0;
+    int exponent = 0;
+    bool inFraction = false;
+    for (const char c : decimal.unsignedText) {
+        if (c == '.') {
+            inFraction = true;
+        } else if (digits < kFull) {
+            digits = digits * 10 + static_cast<unsigned>(c - '0');
+            exponent -= inFraction ? 1 : 0;
+        } else {
+            exponent += inFraction ? 0 : 1;
+        }
+    }
+    long double power = 1;
+    for (int i = std::abs(exponent); i > 0; --i) power *= 10;
+    const auto whole = static_cast<long double>(digits);
+    const long double value = exponent < 0 ? whole / power : whole * power;
+    // From half a step above the largest float on.
+    if (value >= 0x1.ffffffp127L) raise(RuntimeErrorNumber::Overflow);
+    const auto single = static_cast<float>(value);
+    return decimal.negative && single != 0 ? -single : single;
 }
 
 bool isNumeric(std::string_view text) noexcept {

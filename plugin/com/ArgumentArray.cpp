@@ -10,25 +10,11 @@
 namespace kavrelon {
 namespace {
 
-/// The elements of an array, which stays locked as long as this object lives.
-class LockedElements {
-  public:
-    explicit LockedElements(SAFEARRAY* array) : array_(array) {
-        if (FAILED(SafeArrayAccessData(array, &data_))) raise(RuntimeErrorNumber::TypeMismatch);
-    }
-    LockedElements(const LockedElements&) = delete;
-    LockedElements& operator=(const LockedElements&) = delete;
-    ~LockedElements() { SafeArrayUnaccessData(array_); }
-
-    template <class Element>
-    std::span<Element> as() const {
-        return {static_cast<Element*>(data_), array_->rgsabound[0].cElements};
-    }
-
-  private:
-    SAFEARRAY* array_;
-    void* data_ = nullptr;
-};
+/// The elements of an array. It is not locked: nothing that is done with them calls anybody.
+template <class Element>
+std::span<Element> elementsOf(const SAFEARRAY* array) {
+    return {static_cast<Element*>(array->pvData), array->rgsabound[0].cElements};
+}
 
 bool holds(const SAFEARRAY* array, unsigned feature, std::size_t elementSize) {
     return array->cDims == 1 && (array->fFeatures & feature) != 0 && array->cbElements == elementSize;
@@ -49,11 +35,10 @@ ArgumentArray::ArgumentArray(SAFEARRAY* array) {
     lowerBound_ = std::max(bound.lLbound, kLowest);
     fields_.reserve(bound.cElements);
 
-    const LockedElements elements(array);
     if (strings) {
-        for (BSTR field : elements.as<BSTR>()) add(bstrView(field));
+        for (BSTR field : elementsOf<BSTR>(array)) add(bstrView(field));
     } else {
-        for (VARIANT& field : elements.as<VARIANT>()) add(field);
+        for (VARIANT& field : elementsOf<VARIANT>(array)) add(field);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "plugin/com/EscTreeDispatch.h"
 
-#include "support/com/ComPtr.h"
+#include "support/com/ComCall.h"
 #include "support/com/Variant.h"
 
 namespace kavrelon {
@@ -17,6 +17,18 @@ const VARIANT* argumentFor(Parameter parameter, const DISPPARAMS& given) {
     // The others stand in reverse order after those with a name.
     const UINT inOrder = given.cArgs - given.cNamedArgs;
     return parameter < inOrder ? &given.rgvarg[given.cArgs - 1 - parameter] : nullptr;
+}
+
+/// The system's conversion, which takes its time also where there is nothing to convert.
+HRESULT toShort(const VARIANT& value, short& number) {
+    if (value.vt != VT_I2) {
+        Variant converted;
+        const HRESULT result = changeType(converted, value, VT_I2);
+        number = converted.iVal;
+        return result;
+    }
+    number = value.iVal;
+    return S_OK;
 }
 
 /// How a script says that it has no array: by nothing, by a null, or by an object that is none.
@@ -47,19 +59,6 @@ SAFEARRAY* arrayOf(const VARIANT& argument, SAFEARRAY* otherwise) {
     return value.pparray != nullptr ? *value.pparray : nullptr;
 }
 
-/// Makes a failure the exception of a script's call, with the text of the member's error object.
-HRESULT passOn(HRESULT failure, EXCEPINFO* exception) {
-    if (exception == nullptr) return DISP_E_EXCEPTION;
-    *exception = EXCEPINFO{};
-    exception->scode = failure;
-    ComPtr<IErrorInfo> info;
-    if (GetErrorInfo(0, info.put()) == S_OK) {
-        info->GetSource(&exception->bstrSource);
-        info->GetDescription(&exception->bstrDescription);
-    }
-    return DISP_E_EXCEPTION;
-}
-
 }  // namespace
 
 STDMETHODIMP EscTreeDispatch::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
@@ -77,8 +76,8 @@ HRESULT EscTreeDispatch::invokeProcess(const DISPPARAMS& parameters, VARIANT* re
                                        UINT* badArgument) {
     const VARIANT* const row = argumentFor(kIndex, parameters);
     if (row == nullptr) return DISP_E_PARAMNOTOPTIONAL;
-    Variant index;
-    const HRESULT converted = changeType(index, *row, VT_I2);
+    short index = 0;
+    const HRESULT converted = toShort(*row, index);
     if (FAILED(converted)) {
         if (badArgument != nullptr) *badArgument = static_cast<UINT>(row - parameters.rgvarg);
         return converted;
@@ -89,7 +88,7 @@ HRESULT EscTreeDispatch::invokeProcess(const DISPPARAMS& parameters, VARIANT* re
     const VARIANT* const fields = argumentFor(kArgs, parameters);
     SAFEARRAY* array = fields != nullptr ? arrayOf(*fields, &noArray) : nullptr;
     long value = 0;
-    const HRESULT processed = EscTreeProcess(index.iVal, &array, &value);
+    const HRESULT processed = EscTreeProcess(index, &array, &value);
     if (FAILED(processed)) return passOn(processed, exception);
     if (result != nullptr) {
         VariantInit(result);

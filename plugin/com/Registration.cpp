@@ -62,6 +62,13 @@ std::wstring braced(const GUID& guid) {
     return text;
 }
 
+/// By way of a narrow text: the run-time library makes wide ones by its formatted output, which is 27 KB.
+template <class Number>
+std::wstring numberText(Number number) {
+    const std::string text = std::to_string(number);
+    return {text.begin(), text.end()};
+}
+
 std::wstring libraryKey(const GUID& library) {
     return L"TypeLib\\" + braced(library) + L'\\' + kVersion;
 }
@@ -69,7 +76,7 @@ std::wstring libraryKey(const GUID& library) {
 /// The entries that tell containers that a class is a control, and how to treat it.
 void addControl(RegistryGroup& group, const std::wstring& key, const std::wstring& path) {
     const std::wstring categories = key + L"\\Implemented Categories\\";
-    const std::wstring status = std::to_wstring(LabelFace::kMiscStatus);
+    const std::wstring status = numberText(LabelFace::kMiscStatus);
     const RegistryValue values[] = {
         {key + L"\\Control", L"", L""},
         {key + L"\\MiscStatus", L"", L"0"},
@@ -107,7 +114,7 @@ void addClass(std::vector<RegistryGroup>& groups, const ClassRow& row, const std
 }
 
 RegistryValue fileOf(const LibraryRow& row, const std::wstring& path) {
-    const std::wstring file = row.resource == 1 ? path : path + L'\\' + std::to_wstring(row.resource);
+    const std::wstring file = row.resource == 1 ? path : path + L'\\' + numberText(row.resource);
     return {libraryKey(row.library) + L"\\0\\win32", L"", file};
 }
 

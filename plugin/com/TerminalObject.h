@@ -8,6 +8,7 @@
 #include "plugin/clsTerminal.h"
 #include "plugin/com/EscTreeDispatch.h"
 #include "plugin/com/MainDispatch.h"
+#include "plugin/com/ReceiveDispatch.h"
 #include "plugin/com/WindowAutomation.h"
 #include "support/com/ComCall.h"
 #include "support/com/ComText.h"
@@ -24,8 +25,8 @@ namespace kavrelon {
 /// messages through. So every member holds a reference while it runs, except `ReceiveData`, which calls
 /// nobody.
 class TerminalObject final
-    : public Implements<MainDispatch, DualInterface<IClientReceive>, EscTreeDispatch,
-                        DualInterface<::ITerminalCallBack>, WindowAutomation, IProvideClassInfo> {
+    : public Implements<MainDispatch, ReceiveDispatch, EscTreeDispatch, DualInterface<::ITerminalCallBack>,
+                        WindowAutomation, IProvideClassInfo> {
   public:
     static constexpr const char* kClassName = "kavrelon.clsTerminal";
 

@@ -57,4 +57,16 @@ HRESULT reportException(const ComMember& member) noexcept {
     }
 }
 
+HRESULT passOn(HRESULT failure, EXCEPINFO* exception) noexcept {
+    if (exception == nullptr) return DISP_E_EXCEPTION;
+    *exception = EXCEPINFO{};
+    exception->scode = failure;
+    ComPtr<IErrorInfo> info;
+    if (GetErrorInfo(0, info.put()) == S_OK) {
+        info->GetSource(&exception->bstrSource);
+        info->GetDescription(&exception->bstrDescription);
+    }
+    return DISP_E_EXCEPTION;
+}
+
 }  // namespace kavrelon

@@ -49,6 +49,10 @@ constexpr HRESULT runtimeErrorResult(int number) {
 /// E_FAIL.
 HRESULT reportException(const ComMember& member) noexcept;
 
+/// Makes the failure of a member that was called late the exception of that call, with the text of the
+/// member's error object.
+HRESULT passOn(HRESULT failure, EXCEPINFO* exception) noexcept;
+
 /// Runs the work of a member that is called from outside. Returns the work's HRESULT, or S_OK when it has
 /// none. No exception leaves it. A success leaves no error object, not even that of an inner call whose
 /// failure did not matter.

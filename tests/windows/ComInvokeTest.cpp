@@ -216,5 +216,59 @@ TEST_F(ComInvoke, TakesArgumentsByTheirNames) {
     EXPECT_EQ(process(given), DISP_E_PARAMNOTOPTIONAL);
 }
 
+// Bytes take a shorter way than other calls; it must not lead anywhere else.
+TEST_F(ComInvoke, ReceivesBytesAsTheTypeLibrarySays) {
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(receiver->GetTypeInfo(0, LOCALE_NEUTRAL, info.put()), S_OK);
+    const auto outcome = [&](bool described, DISPPARAMS given) {
+        window->put_CursorX(0);
+        receiver->ReceiveData(' ');
+        window->put_CursorX(0);
+        EXCEPINFO exception{};
+        UINT badArgument = 99;
+        const HRESULT called = described ? DispInvoke(receiver.get(), info.get(), 2, DISPATCH_METHOD, &given,
+                                                      nullptr, &exception, &badArgument)
+                                         : receiver->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &given, nullptr,
+                                                            &exception, &badArgument);
+        const Bstr texts[] = {Bstr(bstrView(exception.bstrSource)),
+                              Bstr(bstrView(exception.bstrDescription))};
+        SysFreeString(exception.bstrSource);
+        SysFreeString(exception.bstrDescription);
+        VARIANT row = valueOf(VT_I2);
+        row.iVal = 1;
+        Bstr shown;
+        window->ScreenText(row, row, shown.put());
+        return std::to_string(called) + ' ' + std::to_string(exception.scode) + ' ' +
+               std::to_string(badArgument) + ' ' + toAnsi(texts[0].view()) + ' ' + toAnsi(texts[1].view()) +
+               ' ' + toAnsi(shown.view().substr(0, 1));
+    };
+
+    std::deque<VARIANT> values;
+    for (const LONG number : {97, 0, 255, 256, -1, 0x10061, -0x8000}) {
+        for (const VARTYPE type : {VT_UI1, VT_I1, VT_I2, VT_UI2, VT_I4, VT_UI4, VT_INT, VT_BOOL}) {
+            values.push_back(valueOf(type));
+            values.back().lVal = number;
+            values.push_back(valueOf(VT_BYREF | VT_VARIANT, &values.back()));
+            values.push_back(valueOf(static_cast<VARTYPE>(VT_BYREF | type), &values[values.size() - 2].lVal));
+        }
+    }
+    const Bstr digits(L"97");
+    const Bstr letter(L"a");
+    for (const Bstr* text : {&digits, &letter}) values.push_back(valueOf(VT_BSTR, text->get()));
+    values.push_back(valueOf(VT_R8)), values.back().dblVal = 97.5;
+    for (const bool open : {true, false}) {
+        if (!open) main->DestroyClass();
+        for (VARIANT& value : values) {
+            VARIANT twice[] = {value, value};
+            DISPID name = 0;
+            for (DISPPARAMS given : {DISPPARAMS{twice, nullptr, 1, 0}, DISPPARAMS{twice, nullptr, 2, 0},
+                                     DISPPARAMS{twice, &name, 1, 1}, DISPPARAMS{}}) {
+                EXPECT_EQ(outcome(false, given), outcome(true, given))
+                    << "type " << value.vt << ", value " << value.lVal << ", " << given.cArgs << " given";
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace kavrelon
