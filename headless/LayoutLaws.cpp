@@ -41,8 +41,8 @@ std::string quoted(std::string_view text) {
 Rect boxAround(const HTMLDocument& document, const std::vector<TextRun>& runs, std::int16_t first) {
     const auto elements = document.mudtElements();
     const auto opener = elements.begin() + first;
-    const auto closer = std::find_if(opener, elements.end(),
-                                     [](const HTMLElement& e) { return e.lngTagType == TAG_END_A; });
+    const auto closer =
+        std::find_if(opener, elements.end(), [](const HTMLElement& e) { return e.lngTagType == TAG_END_A; });
     Rect box{};
     for (const TextRun& run : runs) {
         if (run.element < first || run.element > closer - elements.begin() || isBlank(run)) continue;
@@ -82,7 +82,8 @@ std::string wordsLaw(const HTMLDocument& document, const Layout& layout, int wid
     for (const HTMLElement& element : elements) {
         if (element.lngTagType != TAG_TEXT) continue;
         const std::string shown = withoutSpaces(drawn[static_cast<std::size_t>(element.intIndex)]);
-        if (shown != drawable(element) && !(hidden && shown.empty())) return "not once:" + quoted(element.strRaw);
+        if (shown != drawable(element) && !(hidden && shown.empty()))
+            return "not once:" + quoted(element.strRaw);
     }
     return {};
 }

@@ -32,7 +32,8 @@ class Writer {
     }
 
     void words(int most) {
-        static constexpr std::array<std::string_view, 8> kBetween{" ", " ", " ", " ", "  ", "&nbsp;", "&nbsp;&nbsp;", ""};
+        static constexpr std::array<std::string_view, 8> kBetween{
+            " ", " ", " ", " ", "  ", "&nbsp;", "&nbsp;&nbsp;", ""};
         oneOf(std::array<std::string_view, 3>{"", " ", "&nbsp;"});
         for (int left = 1 + below(most); left > 0; --left) {
             word();
@@ -43,8 +44,8 @@ class Writer {
     void styled(int depth) {
         static constexpr std::array<std::string_view, 8> kOpeners{
             "<B>", "<U>", "<I>", "<FONT SIZE=6 COLOR=red>", "<BIG>", "<SUP>", "<SUB>", "<FONT SIZE=-2>"};
-        static constexpr std::array<std::string_view, 8> kClosers{"</B>", "</U>", "</I>", "</FONT>", "</BIG>",
-                                                                  "</SUP>", "</SUB>", "</FONT>"};
+        static constexpr std::array<std::string_view, 8> kClosers{"</B>",   "</U>",   "</I>",   "</FONT>",
+                                                                  "</BIG>", "</SUP>", "</SUB>", "</FONT>"};
         const auto style = random_() % kOpeners.size();
         text_ += kOpeners[style];
         line(depth + 1, false);
@@ -73,8 +74,8 @@ class Writer {
     }
 
     void picture() {
-        oneOf(std::array<std::string_view, 5>{"<IMG", "<IMG ALIGN=LEFT", "<IMG ALIGN=RIGHT", "<IMG ALIGN=CENTER",
-                                              "<IMG ALIGN=LEFT HSPACE=9"});
+        oneOf(std::array<std::string_view, 5>{"<IMG", "<IMG ALIGN=LEFT", "<IMG ALIGN=RIGHT",
+                                              "<IMG ALIGN=CENTER", "<IMG ALIGN=LEFT HSPACE=9"});
         text_ += " ALT=p WIDTH=" + std::to_string(below(90)) + " HEIGHT=" + std::to_string(below(60)) + ">";
     }
 
@@ -90,14 +91,15 @@ class Writer {
     }
 
     void table(int depth) {
-        oneOf(std::array<std::string_view, 6>{"<TABLE>", "<TABLE BORDER=2>", "<TABLE ALIGN=LEFT>",
-                                              "<TABLE ALIGN=RIGHT BORDER=1>", "<TABLE WIDTH=\"100%\" HEIGHT=\"40%\">",
-                                              "<TABLE WIDTH=90 CELLSPACING=0 CELLPADDING=0>"});
+        oneOf(std::array<std::string_view, 6>{
+            "<TABLE>", "<TABLE BORDER=2>", "<TABLE ALIGN=LEFT>", "<TABLE ALIGN=RIGHT BORDER=1>",
+            "<TABLE WIDTH=\"100%\" HEIGHT=\"40%\">", "<TABLE WIDTH=90 CELLSPACING=0 CELLPADDING=0>"});
         for (int rows = 1 + below(3); rows > 0; --rows) {
             text_ += "<TR>";
             for (int cells = 1 + below(3); cells > 0; --cells) {
-                oneOf(std::array<std::string_view, 8>{"<TD>", "<TD>", "<TH>", "<TD COLSPAN=2>", "<TD WIDTH=\"60%\">",
-                                                      "<TD WIDTH=30 VALIGN=BOTTOM>", "<TD NOWRAP=1 HEIGHT=30>",
+                oneOf(std::array<std::string_view, 8>{"<TD>", "<TD>", "<TH>", "<TD COLSPAN=2>",
+                                                      "<TD WIDTH=\"60%\">", "<TD WIDTH=30 VALIGN=BOTTOM>",
+                                                      "<TD NOWRAP=1 HEIGHT=30>",
                                                       "<TD ALIGN=RIGHT HEIGHT=\"20%\">"});
                 line(depth, true);
                 if (below(4) == 0) block(depth + 1);

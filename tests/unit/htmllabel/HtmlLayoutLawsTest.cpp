@@ -16,7 +16,9 @@ TEST(HtmlLayoutLawsTest, HoldForRandomDocuments) {
             label.parse(html, {.EnableAnchors = true});
             for (const int width : {40, 160, 600}) {
                 label.layOut({width, 200});
-                ASSERT_EQ(wordsLaw(label.document, label.layout, width) + placesLaw(label.document, label.layout), "")
+                ASSERT_EQ(
+                    wordsLaw(label.document, label.layout, width) + placesLaw(label.document, label.layout),
+                    "")
                     << "seed " << seed << ", " << width << " pixels at " << resolution << ": " << html;
             }
         }
