@@ -51,10 +51,11 @@ PageTags pageTags(std::string_view html) {
     constexpr std::string_view kHtml = "HTML>";
     PageTags found;
     for (auto at = html.find('<'); at != std::string_view::npos; at = html.find('<', at)) {
-        at = std::min(html.find_first_not_of('<', at), html.size());
+        while (at < html.size() && html[at] == '<') ++at;
+        if (at == html.size()) break;
+        const char first = asciiUpper(html[at]);
+        if (first != 'B' && first != 'H') continue;
         const std::string_view rest = html.substr(at);
-        if (rest.empty()) break;
-        const char first = asciiUpper(rest.front());
         if (first == 'B') found.body = found.body || equalsInUpperCase(rest.substr(0, kBody.size()), kBody);
         if (first == 'H') found.html = found.html || equalsInUpperCase(rest.substr(0, kHtml.size()), kHtml);
     }

@@ -38,13 +38,14 @@ class ContentWidths {
         marker_ = width;
     }
     void endLine() {
+        if (line_ == 0 && marker_ == 0) return;
         endPiece();
         endUnit();
         least_ = std::max(least_, around(widestPiece_));
         min_ = std::max(min_, around(widestUnit_));
         widestPiece_ = widestUnit_ = 0;
         max_ = std::max(max_, line_ + std::max(indent_, marker_));
-        if (line_ > 0 || marker_ > 0) deepest_ = std::max(deepest_, indent_);
+        deepest_ = std::max(deepest_, indent_);
         if (line_ > 0) marker_ = 0;
         line_ = 0;
     }

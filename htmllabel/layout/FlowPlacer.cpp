@@ -188,15 +188,18 @@ void FlowPlacer::token(const LineToken& token) {
 }
 
 void FlowPlacer::makeRoom(const LineToken& token) {
-    while (line_.mustEndBefore(token, lineSpan().width)) {
-        if (isBesideFloat() && line_.isLastResort(token)) {
+    room_ = lineSpan().width;
+    for (;;) {
+        const bool tooLong = line_.mustEndBefore(token, room_);
+        if (tooLong && !(isBesideFloat() && line_.isLastResort(token))) {
+            finishLine(line_.endBefore(token));
+        } else if (tooLong || (line_.isEmpty() && token.width > room_ && isBesideFloat())) {
             clearFloat();
         } else {
-            finishLine(line_.endBefore(token));
+            return;
         }
+        room_ = lineSpan().width;
     }
-    while (line_.isEmpty() && isBesideFloat() && token.width > lineSpan().width) clearFloat();
-    room_ = lineSpan().width;
 }
 
 // A line of marks alone is not set: they wait for the next one.

@@ -50,7 +50,7 @@ LineBuilder::Shape LineBuilder::shape(std::size_t count) const {
             lastText = token.index;
             const FlowText& text = flow_.texts[token.index];
             shape.extend(flow_.styles[text.style]);
-            if (drawsSpace(i)) shape.extend(flow_.styles[text.gapStyle]);
+            if (token.isAfterOwnSpace()) shape.extend(flow_.styles[text.gapStyle]);
         } else {
             const FlowPicture& picture = flow_.pictures[token.index];
             shape.ascent = std::max(shape.ascent, ascentOf(picture));
@@ -94,8 +94,8 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
         const int gap = std::max(token.gap, 0);
         x += gap;
         if (run.end == run.first || run.end != i || !continuesRun(tokens_[i - 1], token)) {
-            endRun(i, drawsSpace(i) ? 0 : gap);
-            if (drawsSpace(i)) setSpace(i, list, frame, {x, start.y});
+            endRun(i, token.isAfterOwnSpace() ? 0 : gap);
+            if (token.isAfterOwnSpace()) setSpace(i, list, frame, {x, start.y});
         }
         if (token.kind == TokenKind::Picture) {
             const FlowPicture& picture = flow_.pictures[token.index];

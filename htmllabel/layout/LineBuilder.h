@@ -22,6 +22,9 @@ struct LineToken {
     std::string_view word;
     int gap = -1;  // the space before it; -1: no line may end there
     int width = 0;
+
+    /// Not at the start of a line, where there is no space.
+    bool isAfterOwnSpace() const { return drawsSpace && gap > 0; }
 };
 
 /// The line being filled: collects its tokens, knows where it may end, and sets them on one baseline.
@@ -95,9 +98,6 @@ class LineBuilder {
         contentEnd_ = index + 1;
     }
     bool continuesRun(const LineToken& before, const LineToken& token) const;
-    bool drawsSpace(std::size_t index) const {
-        return index < tokens_.size() && tokens_[index].drawsSpace && tokens_[index].gap > 0;
-    }
     void setSpace(std::size_t next, DisplayList& list, std::uint32_t frame, Point start) const;
     void setRun(const Run& run, DisplayList& list, std::uint32_t frame, int baseline, int nextGap);
 
