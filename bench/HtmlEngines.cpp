@@ -46,7 +46,9 @@ constexpr HtmlStep kSteps[]{
     {"width", "our layout of a measured document at another width", prepareWidth},
     {"all", "our parser, layout and drawing", prepareAll},
     {"gumbo", "gumbo's parser", prepareGumbo},
+    {"libxml2", "libxml2's parser", prepareLibxml2},
     {"litehtml", "litehtml's parser, layout and drawing", prepareLitehtml},
+    {"litehtml-layout", "litehtml's layout and drawing of a parsed document", prepareLitehtmlLayout},
 };
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <gumbo.h>
+#include <libxml/HTMLparser.h>
 #include <litehtml/litehtml.h>
 
 #include <cmath>
@@ -76,6 +77,12 @@ class Container final : public litehtml::document_container {
     void get_language(litehtml::tstring&, litehtml::tstring&) const override {}
 };
 
+void layOut(litehtml::document& document) {
+    document.render(kPageWidth);
+    const litehtml::position page(0, 0, document.width(), document.height());
+    document.draw({}, 0, 0, &page);
+}
+
 }  // namespace
 
 std::function<void()> prepareGumbo(const std::string& html) {
@@ -85,16 +92,33 @@ std::function<void()> prepareGumbo(const std::string& html) {
     };
 }
 
+std::function<void()> prepareLibxml2(const std::string& html) {
+    return [&html] {
+        constexpr int kOptions = HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING;
+        xmlFreeDoc(htmlReadMemory(html.data(), static_cast<int>(html.size()), nullptr, nullptr, kOptions));
+    };
+}
+
 std::function<void()> prepareLitehtml(const std::string& html) {
     const auto context = std::make_shared<litehtml::context>();
     context->load_master_stylesheet(kStyleSheet);
     return [context, &html] {
         Container container;
         const auto document = litehtml::document::createFromUTF8(html.c_str(), &container, context.get());
-        document->render(kPageWidth);
-        const litehtml::position page(0, 0, document->width(), document->height());
-        document->draw({}, 0, 0, &page);
+        layOut(*document);
     };
+}
+
+std::function<void()> prepareLitehtmlLayout(const std::string& html) {
+    struct Parsed {
+        litehtml::context context;
+        Container container;
+        litehtml::document::ptr document;
+    };
+    const auto parsed = std::make_shared<Parsed>();
+    parsed->context.load_master_stylesheet(kStyleSheet);
+    parsed->document = litehtml::document::createFromUTF8(html.c_str(), &parsed->container, &parsed->context);
+    return [parsed] { layOut(*parsed->document); };
 }
 
 }  // namespace kavrelon::bench

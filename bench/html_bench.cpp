@@ -15,9 +15,13 @@ void run(benchmark::State& state, const HtmlStep& step, const HtmlDocumentKind& 
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(html.size()));
 }
 
+/// 8,000 opening signs, and 2,000 attributes: what the report compares with peers that are quick with them.
+constexpr std::int64_t kManySigns = 8000;
+constexpr std::int64_t kManyAttributes = 12007;
+
 /// What a peer cannot do in any reasonable time: litehtml's work doubles with every table in a table.
 bool takesForever(std::string_view step, std::string_view kind) {
-    return step == "litehtml" && kind == "nested-tables";
+    return step.starts_with("litehtml") && kind == "nested-tables";
 }
 
 void registerAll() {
@@ -30,6 +34,8 @@ void registerAll() {
                 name.c_str(), [&step, &kind](benchmark::State& state) { run(state, step, kind); });
             entry->Arg(2000);
             if (!hard) entry->Arg(32000);
+            if (kind.name == std::string_view("signs")) entry->Arg(kManySigns);
+            if (kind.name == std::string_view("attributes")) entry->Arg(kManyAttributes);
         }
     }
 }

@@ -38,12 +38,28 @@ bool isWhite(char c) {
     return classOf(c) == ByteClass::Space || classOf(c) == ByteClass::OtherWhite;
 }
 
-/// Whether `html` holds `tag` in any mix of cases. `tag` is in upper case and begins with "<".
-bool containsTag(std::string_view html, std::string_view tag) {
-    for (auto at = html.find('<'); at != std::string_view::npos; at = html.find('<', at + 1)) {
-        if (equalsInUpperCase(html.substr(at, tag.size()), tag)) return true;
+/// Which of the tags around a page a text has already.
+struct PageTags {
+    bool body = false;
+    bool html = false;
+};
+
+/// Both are looked for at once, and the letter after a "<" rules out most places.
+PageTags pageTags(std::string_view html) {
+    // A BODY tag with attributes counts, an HTML tag with attributes does not.
+    constexpr std::string_view kBody = "BODY";
+    constexpr std::string_view kHtml = "HTML>";
+    PageTags found;
+    for (auto at = html.find('<'); at != std::string_view::npos; at = html.find('<', at)) {
+        while (at < html.size() && html[at] == '<') ++at;
+        if (at == html.size()) break;
+        const char first = asciiUpper(html[at]);
+        if (first != 'B' && first != 'H') continue;
+        const std::string_view rest = html.substr(at);
+        if (first == 'B') found.body = found.body || equalsInUpperCase(rest.substr(0, kBody.size()), kBody);
+        if (first == 'H') found.html = found.html || equalsInUpperCase(rest.substr(0, kHtml.size()), kHtml);
     }
-    return false;
+    return found;
 }
 
 /// Copies a text and replaces entities and white space on the way.
@@ -115,9 +131,7 @@ class Copier {
 }  // namespace
 
 std::string normalise(std::string_view html) {
-    // A BODY tag with attributes counts, an HTML tag with attributes does not.
-    const bool hasBody = containsTag(html, "<BODY");
-    const bool hasHtml = containsTag(html, "<HTML>");
+    const auto [hasBody, hasHtml] = pageTags(html);
     constexpr std::size_t kRoomToGrow = 64;
     std::string document;
     document.reserve(html.size() + kRoomToGrow);

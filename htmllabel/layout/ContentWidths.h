@@ -14,17 +14,18 @@ class ContentWidths {
     /// ends there only where it has no other place to end.
     void word(int gap, int width, bool lastResort = false) {
         isEmpty_ = false;
-        deepest_ = std::max(deepest_, indent_);
-        if (gap >= 0 && !lastResort && !keepsLines_) endUnit();
-        if (lastResort && !keepsLines_) endPiece();
-        if (gap > 0) {
-            if (line_ > 0) line_ += gap;
-            if (unit_ > 0) unit_ += gap;
-            if (piece_ > 0) piece_ += gap;
+        if (gap > 0 && line_ > 0) line_ += gap;
+        line_ += width;
+        if (gap >= 0 && !lastResort && !keepsLines_) {
+            endPiece();
+            endUnit();
+        } else if (gap >= 0 || lastResort) {
+            if (!keepsLines_) endPiece();
+            if (gap > 0 && piece_ > 0) piece_ += gap;
+            if (gap > 0 && unit_ > 0) unit_ += gap;
         }
         piece_ += width;
         unit_ += width;
-        line_ += width;
     }
     /// An empty line, which counts as content.
     void emptyLine() {
@@ -34,12 +35,17 @@ class ContentWidths {
     /// A list item's marker: it takes the place of the next line's indent, or is wider than that.
     void marker(int width) {
         isEmpty_ = false;
-        deepest_ = std::max(deepest_, indent_);
         marker_ = width;
     }
     void endLine() {
+        if (line_ == 0 && marker_ == 0) return;
+        endPiece();
         endUnit();
+        least_ = std::max(least_, around(widestPiece_));
+        min_ = std::max(min_, around(widestUnit_));
+        widestPiece_ = widestUnit_ = 0;
         max_ = std::max(max_, line_ + std::max(indent_, marker_));
+        deepest_ = std::max(deepest_, indent_);
         if (line_ > 0) marker_ = 0;
         line_ = 0;
     }
@@ -54,6 +60,7 @@ class ContentWidths {
     void floating(int least, int min, int max) {
         word(0, min);
         piece_ = least;
+        endPiece();
         endUnit();
         line_ += max - min;
     }
@@ -73,20 +80,21 @@ class ContentWidths {
     // Indents make room for what cannot be broken, as long as they keep half of the width; markers do not.
     int around(int width) const { return std::max(std::min(2 * width, width + indent_), width + marker_); }
     void endPiece() {
-        least_ = std::max(least_, around(piece_));
+        widestPiece_ = std::max(widestPiece_, piece_);
         piece_ = 0;
     }
     void endUnit() {
-        endPiece();
-        min_ = std::max(min_, around(unit_));
+        widestUnit_ = std::max(widestUnit_, unit_);
         unit_ = 0;
     }
 
     int least_ = 0;
     int min_ = 0;
     int max_ = 0;
-    int piece_ = 0;  // since the last place where a line may end
-    int unit_ = 0;   // since the last one that is no last resort
+    int piece_ = 0;        // since the last place where a line may end
+    int unit_ = 0;         // since the last one that is no last resort
+    int widestPiece_ = 0;  // on this line
+    int widestUnit_ = 0;
     int line_ = 0;
     int indent_ = 0;
     int marker_ = 0;

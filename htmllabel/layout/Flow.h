@@ -198,13 +198,17 @@ template <class Use>
 void forEachWord(const FlowText& text, const Flow& flow, const Use& use) {
     const int space = flow.styles[text.style].spaceWidth;
     int gap = text.gapBefore;
+    bool lastResort = text.hardBefore;
     for (std::uint32_t i = 0; i < text.count; ++i) {
-        const int hardSpaces = text.hardSpaces == nullptr ? 0 : text.hardSpaces[i];
-        if (i > 0 && gap < 0) gap = hardSpaces > 0 ? hardSpaces * space : space;
+        if (i > 0 && gap < 0) gap = space;
         if (text.words[i].empty()) continue;
-        use(text.words[i], flow.wordWidths[text.firstWidth + i], gap,
-            i > 0 ? hardSpaces > 0 : text.hardBefore);
+        if (text.hardSpaces != nullptr && text.hardSpaces[i] > 0) {
+            gap = text.hardSpaces[i] * space;
+            lastResort = true;
+        }
+        use(text.words[i], flow.wordWidths[text.firstWidth + i], gap, lastResort);
         gap = -1;
+        lastResort = false;
     }
 }
 

@@ -42,7 +42,7 @@ void FlowPlacer::item(const FlowItem& item) {
             picture(item.index);
             break;
         case FlowKind::Mark:
-            line_.add({TokenKind::Mark, item.index, {}, -1, 0});
+            line_.add({TokenKind::Mark, false, false, item.index, {}, -1, 0});
             break;
         case FlowKind::Break:
             lineBreak(flow_.styles[item.index]);
@@ -142,15 +142,17 @@ void FlowPlacer::advance(int height) {
 
 void FlowPlacer::text(const FlowText& text) {
     const auto index = static_cast<std::uint32_t>(&text - flow_.texts.data());
+    bool drawsSpace = text.gapStyle != kNone;
     forEachWord(text, flow_, [&](std::string_view word, int width, int gap, bool lastResort) {
-        token({TokenKind::Word, index, word, gap, width, lastResort});
+        token({TokenKind::Word, lastResort, drawsSpace, index, word, gap, width});
+        drawsSpace = false;
     });
 }
 
 void FlowPlacer::picture(std::uint32_t index) {
     const FlowPicture& picture = flow_.pictures[index];
     if (picture.floats != Align::Center && floatPicture(picture)) return;
-    token({TokenKind::Picture, index, {}, picture.gapBefore, picture.outerWidth()});
+    token({TokenKind::Picture, false, false, index, {}, picture.gapBefore, picture.outerWidth()});
 }
 
 bool FlowPlacer::floatPicture(const FlowPicture& picture) {
@@ -176,18 +178,28 @@ bool FlowPlacer::startFloat(Align side, int width, Point& corner) {
 void FlowPlacer::endFloat(Align side, int edge, int bottom) {
     Floats& floats = side == Align::Left ? in().left : in().right;
     floats = {edge, std::max(floats.bottom, bottom)};
+    room_ = lineSpan().width;
 }
 
+// Most tokens fit on the line that has begun.
 void FlowPlacer::token(const LineToken& token) {
-    while (line_.mustEndBefore(token, lineSpan().width)) {
-        if (isBesideFloat() && line_.isLastResort(token)) {
+    if (line_.isEmpty() || line_.overflows(token, room_)) makeRoom(token);
+    line_.add(token);
+}
+
+void FlowPlacer::makeRoom(const LineToken& token) {
+    room_ = lineSpan().width;
+    for (;;) {
+        const bool tooLong = line_.mustEndBefore(token, room_);
+        if (tooLong && !(isBesideFloat() && line_.isLastResort(token))) {
+            finishLine(line_.endBefore(token));
+        } else if (tooLong || (line_.isEmpty() && token.width > room_ && isBesideFloat())) {
             clearFloat();
         } else {
-            finishLine(line_.endBefore(token));
+            return;
         }
+        room_ = lineSpan().width;
     }
-    while (line_.isEmpty() && isBesideFloat() && token.width > lineSpan().width) clearFloat();
-    line_.add(token);
 }
 
 // A line of marks alone is not set: they wait for the next one.

@@ -61,6 +61,8 @@ class FlowPlacer {
     bool startFloat(Align side, int width, Point& corner);
     void endFloat(Align side, int edge, int bottom);
     void token(const LineToken& token);
+    /// Ends lines, and moves below floats, until a token fits or there is no way to make it fit.
+    void makeRoom(const LineToken& token);
     void finishLine(std::size_t count);
     void finishLine() { finishLine(line_.size()); }
     /// Places the marks that no line follows.
@@ -97,6 +99,7 @@ class FlowPlacer {
     const Flow& flow_;
     DisplayList& list_;
     LineBuilder line_;
+    int room_ = 0;  // on the line, once it has begun
     TablePlacer tables_;
     std::vector<Container> containers_;
     std::vector<OpenTable> openTables_;

@@ -213,6 +213,7 @@ void FlowWriter::closeTable(std::uint32_t table) {
 }
 
 void FlowWriter::finish() {
+    widths().endLine();
     flow_.deepestIndent = widths().deepestIndent();
 }
 

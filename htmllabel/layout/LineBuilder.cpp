@@ -37,29 +37,20 @@ void LineBuilder::add(LineToken token) {
     extend(tokens_.size() - 1);
 }
 
-// Marks before a place where the line may end go to the next line.
-void LineBuilder::extend(std::size_t index) {
-    LineToken& token = tokens_[index];
-    if (isEmpty()) {
-        token.gap = 0;
-    } else if (token.lastResort) {
-        lastResort_ = contentEnd_;
-    } else if (token.gap >= 0) {
-        break_ = contentEnd_;
-    }
-    width_ += std::max(token.gap, 0) + token.width;
-    contentEnd_ = index + 1;
-}
-
 LineBuilder::Shape LineBuilder::shape(std::size_t count) const {
     Shape shape;
+    std::uint32_t lastText = kNone;
     for (std::size_t i = 0; i < count; ++i) {
         const LineToken& token = tokens_[i];
         if (token.kind == TokenKind::Mark) continue;
         shape.width += std::max(token.gap, 0) + token.width;
         if (token.kind == TokenKind::Word) {
-            shape.extend(flow_.styles[flow_.texts[token.index].style]);
-            if (const TextStyle* space = spaceBefore(i)) shape.extend(*space);
+            // The words of a text follow one another.
+            if (token.index == lastText) continue;
+            lastText = token.index;
+            const FlowText& text = flow_.texts[token.index];
+            shape.extend(flow_.styles[text.style]);
+            if (token.isAfterOwnSpace()) shape.extend(flow_.styles[text.gapStyle]);
         } else {
             const FlowPicture& picture = flow_.pictures[token.index];
             shape.ascent = std::max(shape.ascent, ascentOf(picture));
@@ -103,8 +94,8 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
         const int gap = std::max(token.gap, 0);
         x += gap;
         if (run.end == run.first || run.end != i || !continuesRun(tokens_[i - 1], token)) {
-            endRun(i, spaceBefore(i) == nullptr ? gap : 0);
-            setSpace(i, list, frame, {x, start.y});
+            endRun(i, token.isAfterOwnSpace() ? 0 : gap);
+            if (token.isAfterOwnSpace()) setSpace(i, list, frame, {x, start.y});
         }
         if (token.kind == TokenKind::Picture) {
             const FlowPicture& picture = flow_.pictures[token.index];
@@ -118,26 +109,16 @@ void LineBuilder::set(std::size_t count, DisplayList& list, std::uint32_t frame,
     endRun(count, 0);
 }
 
-/// The style of the underlined space before a token that no text draws; null where there is none.
-const TextStyle* LineBuilder::spaceBefore(std::size_t index) const {
-    const LineToken& token = tokens_[index];
-    if (token.gap <= 0 || token.kind != TokenKind::Word) return nullptr;
-    const std::uint32_t style = flow_.texts[token.index].gapStyle;
-    const LineToken& before = tokens_[index - 1];
-    const bool continuesText = before.kind == TokenKind::Word && before.index == token.index;
-    return style == kNone || continuesText ? nullptr : &flow_.styles[style];
-}
-
+// The underlined space before a token.
 void LineBuilder::setSpace(std::size_t next, DisplayList& list, std::uint32_t frame, Point start) const {
-    const TextStyle* const style = spaceBefore(next);
-    if (style == nullptr) return;
     const FlowText& text = flow_.texts[tokens_[next].index];
-    const int top = start.y - style->rise - style->ascent;
+    const TextStyle& style = flow_.styles[text.gapStyle];
+    const int top = start.y - style.rise - style.ascent;
     DisplayItem item;
     item.kind = DrawKind::Text;
     item.element = text.element;
     item.frame = frame;
-    item.place = {start.x - tokens_[next].gap, top, start.x, top + style->height()};
+    item.place = {start.x - tokens_[next].gap, top, start.x, top + style.height()};
     item.value = text.gapStyle;
     item.text = " ";
     list.add(item);

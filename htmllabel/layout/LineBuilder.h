@@ -16,11 +16,15 @@ enum class TokenKind : std::uint8_t { Word, Picture, Mark };
 /// A word, picture or mark to be put on a line.
 struct LineToken {
     TokenKind kind = TokenKind::Word;
+    bool lastResort = false;  // there are hard spaces before it: only a line without other gaps ends there
+    bool drawsSpace = false;  // the space before it is underlined, and no other text's
     std::uint32_t index = 0;  // of its text, picture or mark in the flow
     std::string_view word;
     int gap = -1;  // the space before it; -1: no line may end there
     int width = 0;
-    bool lastResort = false;  // there are hard spaces before it: only a line without other gaps ends there
+
+    /// Not at the start of a line, where there is no space.
+    bool isAfterOwnSpace() const { return drawsSpace && gap > 0; }
 };
 
 /// The line being filled: collects its tokens, knows where it may end, and sets them on one baseline.
@@ -30,10 +34,14 @@ class LineBuilder {
 
     /// Without words and pictures. Marks alone wait for the next line.
     bool isEmpty() const { return contentEnd_ == 0; }
-    /// Whether the line has to end before this token, or at its last break: it would get longer than `room`
-    /// pixels, and there is such a place.
+    /// Whether the line would get longer than `room` pixels with this token.
+    bool overflows(const LineToken& token, int room) const {
+        return width_ + (token.gap > 0 ? token.gap : 0) + token.width > room;
+    }
+    /// Whether the line has to end before this token, or at its last break: it would get too long, and there
+    /// is such a place.
     bool mustEndBefore(const LineToken& token, int room) const {
-        return width_ + (token.gap > 0 ? token.gap : 0) + token.width > room && endBefore(token) > 0;
+        return overflows(token, room) && endBefore(token) > 0;
     }
     /// The number of tokens that stay on the line when it ends because of this one.
     std::size_t endBefore(const LineToken& token) const {
@@ -76,9 +84,20 @@ class LineBuilder {
         int right = 0;
     };
 
-    void extend(std::size_t index);
+    /// Counts a token. Marks before a place where the line may end go to the next line.
+    void extend(std::size_t index) {
+        LineToken& token = tokens_[index];
+        if (isEmpty()) {
+            token.gap = 0;
+        } else if (token.lastResort) {
+            lastResort_ = contentEnd_;
+        } else if (token.gap >= 0) {
+            break_ = contentEnd_;
+        }
+        width_ += (token.gap > 0 ? token.gap : 0) + token.width;
+        contentEnd_ = index + 1;
+    }
     bool continuesRun(const LineToken& before, const LineToken& token) const;
-    const TextStyle* spaceBefore(std::size_t index) const;
     void setSpace(std::size_t next, DisplayList& list, std::uint32_t frame, Point start) const;
     void setRun(const Run& run, DisplayList& list, std::uint32_t frame, int baseline, int nextGap);
 
