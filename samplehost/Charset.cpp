@@ -27,12 +27,12 @@ static_assert(k437.size() == 128 && k1252.size() == 32);
 struct Range {
     char32_t first, last;
 };
-constexpr std::array kJoining{Range{0x300, 0x36F},     Range{0x200B, 0x200F}, Range{0x202A, 0x202E},
-                              Range{0x2060, 0x2064},   Range{0x20D0, 0x20FF}, Range{0xFE00, 0xFE0F},
-                              Range{0xFE20, 0xFE2F},   Range{0xFEFF, 0xFEFF}, Range{0xE0100, 0xE01EF}};
-constexpr std::array kWide{Range{0x1100, 0x115F}, Range{0x2E80, 0xA4CF},   Range{0xAC00, 0xD7A3},
-                           Range{0xF900, 0xFAFF}, Range{0xFE30, 0xFE6F},   Range{0xFF01, 0xFF60},
-                           Range{0xFFE0, 0xFFE6}, Range{0x1F300, 0x1F64F}, Range{0x1F680, 0x1F6FF},
+constexpr std::array kJoining{Range{0x300, 0x36F},   Range{0x200B, 0x200F}, Range{0x202A, 0x202E},
+                              Range{0x2060, 0x2064}, Range{0x20D0, 0x20FF}, Range{0xFE00, 0xFE0F},
+                              Range{0xFE20, 0xFE2F}, Range{0xFEFF, 0xFEFF}, Range{0xE0100, 0xE01EF}};
+constexpr std::array kWide{Range{0x1100, 0x115F},   Range{0x2E80, 0xA4CF},   Range{0xAC00, 0xD7A3},
+                           Range{0xF900, 0xFAFF},   Range{0xFE30, 0xFE6F},   Range{0xFF01, 0xFF60},
+                           Range{0xFFE0, 0xFFE6},   Range{0x1F300, 0x1F64F}, Range{0x1F680, 0x1F6FF},
                            Range{0x1F900, 0x1F9FF}, Range{0x20000, 0x3FFFD}};
 
 template <std::size_t count>
@@ -63,7 +63,8 @@ void appendUtf8(char32_t code, std::string& out) {
     const int more = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
     constexpr std::array<unsigned, 4> kLead{0, 0xC0, 0xE0, 0xF0};
     out += static_cast<char>(kLead[static_cast<std::size_t>(more)] | (code >> (6 * more)));
-    for (int rest = more - 1; rest >= 0; --rest) out += static_cast<char>(0x80 | ((code >> (6 * rest)) & 0x3F));
+    for (int rest = more - 1; rest >= 0; --rest)
+        out += static_cast<char>(0x80 | ((code >> (6 * rest)) & 0x3F));
 }
 
 void appendCharacter(char32_t code, Charset charset, std::string& out) {

@@ -20,8 +20,8 @@ std::string encode(std::u16string_view text, Charset charset);
 ///
 /// What code page 437 lacks becomes "?", in as many columns as the character has on other terminals, so that
 /// what stands to its right stays at its place: two for wide ones, none for those that join the one before.
-/// In UTF-8 each piece that no character begins with becomes one "?", and the byte that shows that a character
-/// was broken off is taken by itself.
+/// In UTF-8 each piece that no character begins with becomes one "?", and the byte that shows that a
+/// character was broken off is taken by itself.
 class CharsetDecoder {
   public:
     explicit CharsetDecoder(Charset charset) : charset_(charset) {}
@@ -36,9 +36,9 @@ class CharsetDecoder {
     void begin(std::uint8_t byte, std::string& out);
 
     Charset charset_;
-    int missing_ = 0;          // bytes of the character at hand
-    char32_t code_ = 0;        // its bits so far
-    std::uint8_t least_ = 0;   // the range of its next byte
+    int missing_ = 0;         // bytes of the character at hand
+    char32_t code_ = 0;       // its bits so far
+    std::uint8_t least_ = 0;  // the range of its next byte
     std::uint8_t most_ = 0;
 };
 

@@ -24,8 +24,8 @@ class PaintPacer {
     /// The longest time between two turns of the user.
     static constexpr std::chrono::milliseconds kTurn{20};
 
-    /// This much had arrived when the connection was asked. Until it is asked again the flood goes on, or does
-    /// not.
+    /// This much had arrived when the connection was asked. Until it is asked again the flood goes on, or
+    /// does not.
     void arrived(std::size_t bytes) { flood_ = bytes > kBlock; }
     /// What is to be done before the next block.
     Step next(Clock::time_point now);

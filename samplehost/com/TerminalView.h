@@ -8,9 +8,9 @@
 
 namespace kavrelon {
 
-/// The terminal's current window, as far as a host has a hand in it. The terminal may put another window in its
-/// place at any time: `follow` gives that one what the first was given. With another plug-in than the terminal
-/// nothing has an effect.
+/// The terminal's current window, as far as a host has a hand in it. The terminal may put another window in
+/// its place at any time: `follow` gives that one what the first was given. With another plug-in than the
+/// terminal nothing has an effect.
 class TerminalView {
   public:
     struct Size {
