@@ -82,6 +82,15 @@ bool setTerminalType(HostOptions& options, const std::string& value) {
            std::all_of(value.begin(), value.end(), [](char c) { return c > ' ' && c < 127; });
 }
 
+bool setCharset(HostOptions& options, const std::string& value) {
+    for (const Charset charset : {Charset::Utf8, Charset::CodePage437, Charset::Windows1252}) {
+        if (value != nameOf(charset)) continue;
+        options.charset = charset;
+        return true;
+    }
+    return false;
+}
+
 /// The meaning of the escape at the front of a text, after its backslash: `r`, `n`, `t`, `e`, a backslash or
 /// `xHH`. Removes it from the text.
 std::optional<char> takeEscape(std::string_view& text) {
@@ -153,6 +162,15 @@ constexpr std::array kOptions{
     Option{"--term", "NAME", "a terminal type of at most 40 printable characters",
            "with --connect: the terminal type to tell the server", "--connect 127.0.0.1:23 --term ansi",
            setTerminalType},
+    Option{"--charset", "NAME", "one of utf-8, 437 and 1252",
+           "with --connect: the server's characters (utf-8)", "--connect 127.0.0.1:23 --charset 437",
+           setCharset},
+    Option{"--exact-colours", "", "", "with --connect: leave colour resets as they come",
+           "--connect 127.0.0.1:2323 --exact-colours", setFlag<&HostOptions::exactColours>},
+    Option{"--paint-all", "", "", "paint all of a flood, not 30 screens a second", "--paint-all",
+           setFlag<&HostOptions::paintAll>},
+    Option{"--close-on-exit", "", "", "end with the session, for scripts",
+           "--connect 127.0.0.1:2323 --close-on-exit", setFlag<&HostOptions::closeOnExit>},
     Option{"--play", "FILE", "a file name", "show a recorded byte stream", "--play session.bin", setPlayFile},
     Option{"--rate", "BYTES", "a number from 1 to 1000000000", "with --play: at most so many bytes a second",
            "--play session.bin --rate 960", setRate},
@@ -188,13 +206,24 @@ struct Rule {
 };
 
 constexpr std::array kRules{
-    Rule{"--help-viewer", "--play", false}, Rule{"--help-viewer", "--connect", false},
-    Rule{"--help-viewer", "--type", false}, Rule{"--help-viewer", "--size", false},
-    Rule{"--help-viewer", "--ini", false},  Rule{"--help-viewer", "--profile", false},
-    Rule{"--help-viewer", "--log", false},  Rule{"--help-viewer", "--command", false},
-    Rule{"--play", "--connect", false},     Rule{"--library", "--registered", false},
-    Rule{"--raw", "--connect", true},       Rule{"--term", "--connect", true},
-    Rule{"--term", "--raw", false},         Rule{"--rate", "--play", true},
+    Rule{"--help-viewer", "--play", false},
+    Rule{"--help-viewer", "--connect", false},
+    Rule{"--help-viewer", "--type", false},
+    Rule{"--help-viewer", "--size", false},
+    Rule{"--help-viewer", "--ini", false},
+    Rule{"--help-viewer", "--profile", false},
+    Rule{"--help-viewer", "--log", false},
+    Rule{"--help-viewer", "--command", false},
+    Rule{"--help-viewer", "--paint-all", false},
+    Rule{"--help-viewer", "--close-on-exit", false},
+    Rule{"--charset", "--connect", true},
+    Rule{"--exact-colours", "--connect", true},
+    Rule{"--play", "--connect", false},
+    Rule{"--library", "--registered", false},
+    Rule{"--raw", "--connect", true},
+    Rule{"--term", "--connect", true},
+    Rule{"--term", "--raw", false},
+    Rule{"--rate", "--play", true},
     Rule{"--after", "--snapshot", true},
 };
 
@@ -249,6 +278,13 @@ HostOptions HostOptions::parse(std::span<const std::string> arguments) {
     }
     checkRules(given);
     return options;
+}
+
+std::string HostOptions::sessionName() const {
+    if (profile) return *profile;
+    if (source == Source::Connect) return host + ':' + std::to_string(port);
+    if (source == Source::Play) return playFile.substr(playFile.find_last_of("\\/") + 1);
+    return "Demo";
 }
 
 std::string HostOptions::helpText() {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "samplehost/Charset.h"
+
 namespace kavrelon {
 
 /// A command line with a mistake; the text is one sentence for the user.
@@ -27,6 +29,14 @@ struct HostOptions {
     bool raw = false;
     /// --term: the terminal type to tell a telnet server.
     std::string terminalType = "ansi";
+    /// --charset: the remote system's characters.
+    Charset charset = Charset::Utf8;
+    /// --exact-colours: no default colours in place of resets that the terminal does not have.
+    bool exactColours = false;
+    /// --paint-all: everything received is painted, in a flood too.
+    bool paintAll = false;
+    /// --close-on-exit: the program ends with the session.
+    bool closeOnExit = false;
     /// --play
     std::string playFile;
     /// --rate: bytes a second; as fast as possible without it.
@@ -56,6 +66,9 @@ struct HostOptions {
     bool help = false;
 
     static constexpr std::uint32_t kDefaultSnapshotAfter = 2000;
+
+    /// What the user calls the session: the profile, or where it comes from.
+    std::string sessionName() const;
 
     /// Reads a command line, without the program's own name. An option's value is the next argument or
     /// follows "=". Throws HostOptionsError.

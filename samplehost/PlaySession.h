@@ -14,7 +14,7 @@ class PlaySession final : public RemoteSystem {
     PlaySession(std::string recording, int bytesPerSecond);
 
     void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) override;
-    void send(std::string_view) override {}
+    void send(std::string_view, bool) override {}
     void sendBreak() override {}
     void resize(int, int) override {}
     std::optional<SessionEnd> ending() const override { return std::nullopt; }

@@ -28,8 +28,9 @@ class RemoteSystem {
 
     /// Lets `elapsed` time pass and appends what has arrived in it to `received`.
     virtual void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) = 0;
-    /// Sends text that the user typed or pasted.
-    virtual void send(std::string_view text) = 0;
+    /// Sends text that the user typed or pasted. A CR LF in it is a line's end, to be sent as the connection
+    /// has them; with `crLf` it is to be sent as both characters.
+    virtual void send(std::string_view text, bool crLf) = 0;
     virtual void sendBreak() = 0;
     /// The user's screen now has this size, in cells.
     virtual void resize(int columns, int rows) = 0;

@@ -9,6 +9,7 @@ namespace {
 
 namespace command {
 constexpr std::uint8_t kSubnegotiationEnd = 240;
+constexpr std::uint8_t kDataMark = 242;
 constexpr std::uint8_t kBreak = 243;
 constexpr std::uint8_t kSubnegotiation = 250;
 constexpr std::uint8_t kWill = 251;
@@ -31,6 +32,10 @@ constexpr std::uint8_t kTerminalTypeSend = 1;
 
 /// A longer one is not for us, or its end was lost: the bytes after it are taken as session data again.
 constexpr std::size_t kLongestSubnegotiation = 4096;
+
+/// Urgent data without a Data Mark is no Synch: a session must not fall silent for good. A Synch has at most
+/// what waits in the system's buffers before its mark.
+constexpr std::size_t kMostLeftOut = 256 * 1024;
 
 bool weDo(std::uint8_t code) {
     return code == option::kBinary || code == option::kSuppressGoAhead || code == option::kTerminalType ||
@@ -90,9 +95,28 @@ void TelnetFilter::feed(Bytes bytes) {
     }
 }
 
+void TelnetFilter::synch() {
+    // The mark may be taken before the news of it: that Synch is over.
+    if (std::exchange(markCame_, false)) return;
+    synching_ = true;
+    leftOut_ = 0;
+}
+
+void TelnetFilter::takeDataMark() {
+    markCame_ = !synching_;
+    if (!std::exchange(synching_, false) || leftOut_ == 0) return;
+    previous_ = 0;
+    sink_.interrupted();
+}
+
 /// Passes session bytes on. Outside binary mode the NUL after a single carriage return is only padding, and
 /// is left out.
 void TelnetFilter::takeData(Bytes data) {
+    if (synching_) {
+        leftOut_ += data.size();
+        if (leftOut_ > kMostLeftOut) takeDataMark();
+        return;
+    }
     while (!data.empty()) {
         std::size_t length = data.size();
         bool filler = false;
@@ -117,6 +141,8 @@ void TelnetFilter::takeCommand(std::uint8_t byte) {
     state_ = State::Data;
     if (byte == command::kInterpret) {
         takeData({&byte, 1});
+    } else if (byte == command::kDataMark) {
+        takeDataMark();
     } else if (byte == command::kSubnegotiation) {
         subnegotiation_.clear();
         state_ = State::Subnegotiation;
@@ -172,13 +198,16 @@ void TelnetFilter::answer(std::uint8_t verb, std::uint8_t code) {
     sink_.network(std::array{command::kInterpret, verb, code});
 }
 
-void TelnetFilter::send(Bytes text) {
+void TelnetFilter::send(Bytes text, bool crLf) {
+    const bool binary = ours_.test(option::kBinary);
     std::vector<std::uint8_t> out;
     out.reserve(text.size() + 1);
     for (std::size_t i = 0; i < text.size(); ++i) {
         appendEscaped(out, text[i]);
-        const bool lone = text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n');
-        if (lone && !ours_.test(option::kBinary)) out.push_back(0);
+        if (text[i] != '\r') continue;
+        const bool lone = i + 1 == text.size() || text[i + 1] != '\n';
+        if (lone && !binary) out.push_back(0);
+        if (!lone && binary && !crLf) ++i;
     }
     if (!out.empty()) sink_.network(out);
 }

@@ -17,6 +17,8 @@ class TelnetSink {
     virtual void application(std::span<const std::uint8_t> bytes) = 0;
     /// Bytes for the server, to be sent as they are.
     virtual void network(std::span<const std::uint8_t> bytes) = 0;
+    /// Session bytes were left out here: what follows is no continuation of what came before.
+    virtual void interrupted() = 0;
 };
 
 /// All that the client tells the server about itself: no environment, no location, no speed.
@@ -41,9 +43,14 @@ class TelnetFilter {
 
     /// Takes the next bytes from the network. Blocks may end anywhere.
     void feed(std::span<const std::uint8_t> bytes);
+    /// The connection tells of urgent data, before what precedes it is fed: the server begins a Synch.
+    /// Session bytes up to its Data Mark are left out, and only commands are obeyed. To be told again does no
+    /// harm.
+    void synch();
     /// Sends session text. A byte 255 is doubled. Outside binary mode, NUL follows a carriage return that has
-    /// no line feed after it in the same text.
-    void send(std::span<const std::uint8_t> text);
+    /// no line feed after it in the same text. In binary mode, where both would count as a line's end, CR LF
+    /// goes out as CR, unless `crLf` asks for both.
+    void send(std::span<const std::uint8_t> text, bool crLf);
     void sendBreak();
     /// Stores the window's size, 1 to 65535 each, and tells the server if it has asked for sizes.
     void setWindowSize(int columns, int lines);
@@ -58,6 +65,7 @@ class TelnetFilter {
 
     void takeData(Bytes data);
     void takeCommand(std::uint8_t byte);
+    void takeDataMark();
     void takeSubnegotiation(std::uint8_t byte);
     void keepSubnegotiation(std::uint8_t byte);
     void endSubnegotiation();
@@ -71,8 +79,11 @@ class TelnetFilter {
     State state_ = State::Data;
     std::uint8_t verb_ = 0;      // of the current negotiation
     std::uint8_t previous_ = 0;  // the last session byte
-    OptionSet ours_;             // options that are on: at our end,
-    OptionSet servers_;          // and at the server's
+    bool synching_ = false;
+    bool markCame_ = false;    // before the connection told of it
+    std::size_t leftOut_ = 0;  // session bytes since it told
+    OptionSet ours_;           // options that are on: at our end,
+    OptionSet servers_;        // and at the server's
     std::vector<std::uint8_t> subnegotiation_;
 };
 

@@ -15,6 +15,7 @@ namespace kavrelon {
 namespace {
 
 constexpr std::string_view kSizeDescription = "Size Screen";
+constexpr std::string_view kCoverDescription = "NewScreen";
 
 struct DestroyArray {
     void operator()(SAFEARRAY* array) const { SafeArrayDestroy(array); }
@@ -99,6 +100,7 @@ void PlugIn::readTable() {
         patterns.push_back(toAnsi(pattern.view()));
         descriptions_.push_back(toAnsi(description.view()));
         if (descriptions_.back() == kSizeDescription) sizeRow_ = row;
+        if (descriptions_.back() == kCoverDescription) coverRow_ = row;
     }
     recognizer_.emplace(EscapeTree(patterns), static_cast<EscapeSink&>(*this));
 }
@@ -120,24 +122,16 @@ void PlugIn::open() {
     check(main_->OnLogin(), "The plug-in could not log in");
 }
 
-void PlugIn::receive(std::span<const std::uint8_t> block) {
+void PlugIn::receive(const std::function<std::span<const std::uint8_t>()>& nextPiece) {
     attempt(receive_->ReceiveStart(), "ReceiveStart");
-    recognizer_->feed(block);
-    attempt(receive_->ReceiveEnd(), "ReceiveEnd");
-}
-
-void PlugIn::print(std::string_view text) {
-    // An unfinished sequence would swallow the text.
-    recognizer_->reset();
-    attempt(receive_->ReceiveStart(), "ReceiveStart");
-    plain(bytesOf(text));
+    for (auto piece = nextPiece(); !piece.empty(); piece = nextPiece()) recognizer_->feed(piece);
     attempt(receive_->ReceiveEnd(), "ReceiveEnd");
 }
 
 void PlugIn::processCommand(std::string_view text) {
     // Not part of the contract: the terminal has it, other plug-ins need not.
-    const auto window = main_.query<ITerminalWindow>();
-    attempt(window ? window->ProcessCmd(toBstr(text).get(), nullptr) : E_NOINTERFACE, "ProcessCmd");
+    const auto terminal = window();
+    attempt(terminal ? terminal->ProcessCmd(toBstr(text).get(), nullptr) : E_NOINTERFACE, "ProcessCmd");
 }
 
 bool PlugIn::sizeScreen(int columns, int rows) {
@@ -158,6 +152,7 @@ void PlugIn::plain(std::span<const std::uint8_t> bytes) {
 }
 
 void PlugIn::sequence(std::int16_t index, std::span<const std::string_view> fields) {
+    if (index == coverRow_) observer_.screenCovered();
     const ArgumentArray arguments = toArguments(fields);
     SAFEARRAY* array = arguments.get();
     long result = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -29,6 +30,8 @@ class PlugInObserver {
     virtual void failed(const std::string& what) = 0;
     /// A sequence has given the screen this size.
     virtual void screenSized(int columns, int rows) = 0;
+    /// A sequence is about to open another screen over the current one.
+    virtual void screenCovered() = 0;
 };
 
 /// A plug-in as a host drives it, from initialisation to its end: lifecycle, escape tree and received data.
@@ -47,11 +50,14 @@ class PlugIn final : private EscapeSink {
     std::string identity() const;
     /// Tells the plug-in that the connection is made, on which it shows its window. Throws ComFailure.
     void open();
-    /// Gives the plug-in a block of received bytes; a sequence may continue in the next block. At the end the
-    /// plug-in lets window messages through, and may call the parent object.
-    void receive(std::span<const std::uint8_t> block);
-    /// Shows text of the host itself, after the text received so far.
-    void print(std::string_view text);
+    /// Gives the plug-in a block of received bytes in pieces, up to an empty one; a sequence may continue in
+    /// the next piece or block. At the end the plug-in lets window messages through, and may call the parent
+    /// object.
+    void receive(const std::function<std::span<const std::uint8_t>()>& nextPiece);
+    /// Forgets an unfinished sequence, which would swallow what comes next when it does not continue it.
+    void interrupt() { recognizer_->reset(); }
+    /// The current terminal window; null when the plug-in is another one than the terminal.
+    ComPtr<ITerminalWindow> window() const { return main_.query<ITerminalWindow>(); }
     /// Has the plug-in carry out a text command. One that has none reports a failure.
     void processCommand(std::string_view text);
     /// Gives the screen a size as the remote system would. False when the plug-in has no such sequence.
@@ -75,6 +81,7 @@ class PlugIn final : private EscapeSink {
     std::optional<EscapeRecognizer> recognizer_;
     std::vector<std::string> descriptions_;
     std::int16_t sizeRow_ = 0;
+    std::int16_t coverRow_ = 0;
     bool open_ = false;
 };
 

@@ -63,7 +63,7 @@ void DemoSession::advance(milliseconds elapsed, RemoteOutput& received) {
     received.append(std::move(outgoing_));
 }
 
-void DemoSession::send(std::string_view text) {
+void DemoSession::send(std::string_view text, bool) {
     if (!started_ || ending_ || text.empty()) return;
     if (std::exchange(unattended_, false) && current_ < 0) menu_.showNote(screen(), kSteeringNote);
     if (current_ < 0 && text.size() > 1) {

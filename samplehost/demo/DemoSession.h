@@ -24,7 +24,7 @@ class DemoSession final : public RemoteSystem {
     ~DemoSession() override;
 
     void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) override;
-    void send(std::string_view text) override;
+    void send(std::string_view text, bool crLf) override;
     /// Ends the current page and shows the menu.
     void sendBreak() override;
     void resize(int columns, int rows) override;

@@ -15,6 +15,8 @@ namespace {
 constexpr DWORD kConnectMilliseconds = 15000;
 // The most to receive before the user interface gets its turn.
 constexpr std::size_t kMostAtOnce = 64 * 1024;
+// How much the system may hold for this program. All of it is still shown when the user interrupts a flood.
+constexpr int kReceiveBuffer = 64 * 1024;
 
 std::string reasonOf(int error) {
     switch (error) {
@@ -84,8 +86,13 @@ int Connection::tryAddress(const addrinfo& address) {
     socket_ = socket(address.ai_family, address.ai_socktype, address.ai_protocol);
     event_ = WSACreateEvent();
     if (socket_ == INVALID_SOCKET || event_ == WSA_INVALID_EVENT) return WSAGetLastError();
+    // A refusal of either costs some comfort only.
+    const BOOL on = TRUE;
+    setsockopt(socket_, SOL_SOCKET, SO_OOBINLINE, reinterpret_cast<const char*>(&on), sizeof on);
+    setsockopt(socket_, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char*>(&kReceiveBuffer),
+               sizeof kReceiveBuffer);
     // Makes the socket non-blocking as well.
-    if (WSAEventSelect(socket_, event_, FD_CONNECT | FD_READ | FD_WRITE | FD_CLOSE) != 0)
+    if (WSAEventSelect(socket_, event_, FD_CONNECT | FD_READ | FD_OOB | FD_WRITE | FD_CLOSE) != 0)
         return WSAGetLastError();
     if (connect(socket_, address.ai_addr, static_cast<int>(address.ai_addrlen)) == 0) return 0;
     if (WSAGetLastError() != WSAEWOULDBLOCK) return WSAGetLastError();
@@ -107,6 +114,8 @@ void Connection::advance(std::chrono::milliseconds, RemoteOutput& received) {
         WSANETWORKEVENTS events{};
         // Resets the event; the calls below let the system set it again when there is more to do.
         WSAEnumNetworkEvents(socket_, event_, &events);
+        // Systems differ: with urgent data inline some tell of it by this event, others when they are asked.
+        if (telnet_ && (events.lNetworkEvents & FD_OOB) != 0) telnet_->synch();
         sendQueued();
         receiveSome();
         const bool held = !mayReceive();
@@ -115,17 +124,22 @@ void Connection::advance(std::chrono::milliseconds, RemoteOutput& received) {
         // the queue is what it tells of next.
         if (held && mayReceive()) WSASetEvent(event_);
     }
-    received.bytes() += std::exchange(arrived_, {});
+    received.append(std::exchange(arrived_, {}));
 }
 
-void Connection::send(std::string_view text) {
+void Connection::send(std::string_view text, bool crLf) {
     if (ending_) return;
+    const std::size_t before = queued_.size();
     if (telnet_) {
-        telnet_->send(bytesOf(text));
+        telnet_->send(bytesOf(text), crLf);
         if (!telnet_->serverEchoes()) echo(text);
     } else {
-        network(bytesOf(text));
+        for (const char character : text) {
+            const bool ended = character == '\n' && queued_.size() > before && queued_.back() == '\r';
+            if (crLf || !ended) queued_ += character;
+        }
     }
+    ofTheUser_ += queued_.size() - before;
     sendQueued();
 }
 
@@ -142,7 +156,7 @@ void Connection::resize(int columns, int rows) {
 }
 
 void Connection::application(std::span<const std::uint8_t> bytes) {
-    arrived_ += textOf(bytes);
+    arrived_.bytes() += textOf(bytes);
 }
 
 void Connection::network(std::span<const std::uint8_t> bytes) {
@@ -152,13 +166,14 @@ void Connection::network(std::span<const std::uint8_t> bytes) {
 void Connection::receiveSome() {
     std::array<char, 4096> buffer{};
     for (std::size_t taken = 0; taken < kMostAtOnce && !ending_ && mayReceive();) {
+        if (telnet_ && urgentWaits()) telnet_->synch();
         const int count = recv(socket_, buffer.data(), static_cast<int>(buffer.size()), 0);
         if (count < 0) {
             if (WSAGetLastError() != WSAEWOULDBLOCK) lose(WSAGetLastError());
             return;
         }
         if (count == 0) {
-            ending_ = SessionEnd{peer_ + " has closed the connection.", true};
+            ending_ = SessionEnd{peer_ + " has closed the connection.", false};
             return;
         }
         taken += static_cast<std::size_t>(count);
@@ -180,12 +195,21 @@ void Connection::sendQueued() {
         }
         queued_.erase(0, static_cast<std::size_t>(count));
     }
+    ofTheUser_ = std::min(ofTheUser_, queued_.size());
 }
 
+/// Whether urgent data is yet to be read. There is a Synch only while some is.
+bool Connection::urgentWaits() const {
+    u_long none = 1;
+    return ioctlsocket(socket_, SIOCATMARK, &none) == 0 && none == 0;
+}
+
+/// A line feed that the text has itself is not another one.
 void Connection::echo(std::string_view text) {
-    for (const char character : text) {
-        arrived_ += character;
-        if (character == '\r') arrived_ += '\n';
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        arrived_.bytes() += text[i];
+        const bool alone = i + 1 == text.size() || text[i + 1] != '\n';
+        if (text[i] == '\r' && alone) arrived_.bytes() += '\n';
     }
     // The echo is fetched with the next `advance`, like received text.
     WSASetEvent(event_);

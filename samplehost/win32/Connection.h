@@ -22,7 +22,8 @@ class ConnectionError : public std::runtime_error {
 /// A remote system at the other end of a TCP connection, with telnet or without.
 ///
 /// Telnet answers questions. From a remote system that asks for ever and reads no answer nothing more is
-/// taken while too many of them wait, so that the memory they need stays bounded.
+/// taken while too many of them wait, so that the memory they need stays bounded. Urgent data comes in its
+/// place among the rest, as telnet wants it.
 class Connection final : public RemoteSystem, private TelnetSink {
   public:
     /// Connects to the host and port of the options, trying every address that the name has. Returns when the
@@ -36,14 +37,15 @@ class Connection final : public RemoteSystem, private TelnetSink {
     HANDLE readyEvent() const { return event_; }
 
     void advance(std::chrono::milliseconds elapsed, RemoteOutput& received) override;
-    void send(std::string_view text) override;
+    /// Without telnet a line's end is that of the Enter key, a carriage return.
+    void send(std::string_view text, bool crLf) override;
     /// Only telnet has a break signal; without it nothing is sent.
     void sendBreak() override;
     void resize(int columns, int rows) override;
     std::optional<SessionEnd> ending() const override { return ending_; }
 
   private:
-    /// How many bytes may wait to be sent while more are received.
+    /// How many bytes may wait to be sent while more are received, beside those that the user has sent.
     static constexpr std::size_t kMostQueued = 64 * 1024;
 
     /// Keeps the system's socket library started.
@@ -56,11 +58,13 @@ class Connection final : public RemoteSystem, private TelnetSink {
 
     void application(std::span<const std::uint8_t> bytes) override;
     void network(std::span<const std::uint8_t> bytes) override;
+    void interrupted() override { arrived_.addInterruption(); }
 
     void connectTo(const HostOptions& options);
     int tryAddress(const addrinfo& address);
     void closeSocket();
-    bool mayReceive() const { return queued_.size() <= kMostQueued; }
+    bool mayReceive() const { return queued_.size() <= kMostQueued + ofTheUser_; }
+    bool urgentWaits() const;
     void receiveSome();
     void sendQueued();
     void echo(std::string_view text);
@@ -71,8 +75,9 @@ class Connection final : public RemoteSystem, private TelnetSink {
     SOCKET socket_ = INVALID_SOCKET;
     WSAEVENT event_ = WSA_INVALID_EVENT;
     std::optional<TelnetFilter> telnet_;
-    std::string arrived_;
+    RemoteOutput arrived_;
     std::string queued_;
+    std::size_t ofTheUser_ = 0;  // at most so much of what is queued; a server that waits for it may be read
     std::optional<SessionEnd> ending_;
 };
 

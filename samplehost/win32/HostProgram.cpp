@@ -13,6 +13,7 @@
 #include "samplehost/win32/SettingsFile.h"
 #include "samplehost/win32/Snapshot.h"
 #include "support/Bytes.h"
+#include "support/win32/WideText.h"
 
 namespace kavrelon {
 
@@ -22,13 +23,18 @@ using std::chrono::milliseconds;
 
 // How often a remote system gets its turn that has no event but lives by the clock.
 constexpr milliseconds kTick{20};
-// How long the last words of a session stay on the screen.
-constexpr milliseconds kFarewell{2000};
 // How long the remote system may take to greet, which erases the screen and pictures on it, before the
 // commands of `--command` are carried out and the text of `--type` is sent.
 constexpr milliseconds kGreeting{500};
-// Small enough for the window to answer the user while much is received.
-constexpr std::size_t kBlock = 4096;
+// The most in a block while nothing is painted; time ends most blocks before.
+constexpr std::size_t kUnpaintedBlock = 64 * 1024;
+// How much is taken between two looks at the clock.
+constexpr std::size_t kPiece = 512;
+
+/// As the title tells it: without the full stop.
+std::string withoutStop(const std::string& sentence) {
+    return sentence.substr(0, sentence.find_last_not_of('.') + 1);
+}
 
 std::string readRecording(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -51,8 +57,10 @@ int HostProgram::run() {
     while (!leave_) {
         waitForWork();
         pumpMessages();
+        followWindow();
         serveRemoteSystem();
         meetDeadlines();
+        if (restart_ && !leave_) startAgain();
     }
     // Only here: when the window was closed, a call of the plug-in was still running.
     plugIn_.reset();
@@ -91,6 +99,13 @@ void HostProgram::openPlugIn() {
     PlugInObserver& observer = *this;
     plugIn_ = std::make_unique<PlugIn>(classes_->createPlugIn(), ParentObject::create(*this), observer);
     note("plug-in " + plugIn_->identity());
+    if (translates()) {
+        note("the server's characters are " + std::string(nameOf(options_.charset)));
+        note(options_.exactColours ? "colours are shown as they come"
+                                   : "colour resets (0, 39, 49) become the default colours");
+    }
+    view_.emplace(plugIn_->window(), !translates());
+    view_->title(options_.sessionName());
     plugIn_->open();
     if (options_.columns > 0 && !plugIn_->sizeScreen(options_.columns, options_.lines)) {
         throw std::runtime_error("The plug-in's screen has a fixed size.");
@@ -101,17 +116,16 @@ void HostProgram::openPlugIn() {
 }
 
 void HostProgram::waitForWork() const {
-    const bool endUnnoted = remote_->ending() && !leaveDue_;
-    if (!backlog_.empty() || endUnnoted) return;
-    const bool livesByClock = remoteReady_ == nullptr;
+    if (!backlog_.empty() || restart_ || (remote_->ending() && !ended_)) return;
+    const bool livesByClock = remoteReady_ == nullptr && !ended_;
     milliseconds longest = livesByClock ? kTick : milliseconds::max();
-    for (const auto& due : {startDue_, pictureDue_, leaveDue_}) {
+    for (const auto& due : {startDue_, pictureDue_, pacer_.due()}) {
         if (due) longest = std::min(longest, std::chrono::ceil<milliseconds>(*due - Clock::now()));
     }
     const DWORD timeout = longest == milliseconds::max()
                               ? INFINITE
                               : static_cast<DWORD>(std::max<milliseconds::rep>(longest.count(), 0));
-    const bool listens = remoteReady_ != nullptr && !leaveDue_;
+    const bool listens = remoteReady_ != nullptr && !ended_;
     MsgWaitForMultipleObjectsEx(listens ? 1 : 0, &remoteReady_, timeout, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
@@ -124,6 +138,15 @@ void HostProgram::pumpMessages() {
     }
 }
 
+/// What the user does to the window tells nobody: its size is read whenever messages were let through.
+void HostProgram::followWindow() {
+    view_->follow();
+    const std::optional<TerminalView::Size> size = view_->size();
+    if (!size || size == toldSize_) return;
+    toldSize_ = size;
+    remote_->resize(size->columns, size->rows);
+}
+
 void HostProgram::serveRemoteSystem() {
     if (leave_) return;
     if (backlog_.empty()) {
@@ -132,12 +155,26 @@ void HostProgram::serveRemoteSystem() {
         const auto elapsed = std::chrono::floor<milliseconds>(now - lastAdvance_);
         lastAdvance_ += elapsed;
         remote_->advance(elapsed, backlog_);
+        pacer_.arrived(backlog_.size());
     }
-    if (backlog_.empty()) {
-        noteEnding();
-    } else {
+    if (!options_.paintAll) pacePainting();
+    const std::optional<SessionEnd> ending = remote_->ending();
+    if (!backlog_.empty()) {
         feedNext();
+        followWindow();
+    } else if (ending && !ended_) {
+        end(*ending);
     }
+}
+
+void HostProgram::pacePainting() {
+    const auto start = Clock::now();
+    const PaintPacer::Step step = pacer_.next(start);
+    if (step == PaintPacer::Step::Show || step == PaintPacer::Step::Release) {
+        view_->show();
+        pacer_.shown(start, Clock::now());
+    }
+    if (pacer_.holds()) view_->paint(false);
 }
 
 void HostProgram::feedNext() {
@@ -145,9 +182,38 @@ void HostProgram::feedNext() {
         carryOut(*command);
         return;
     }
-    const auto block = bytesOf(backlog_.takeBytes(kBlock));
-    if (log_) log_->received(block);
-    plugIn_->receive(block);
+    if (backlog_.takeInterruption()) {
+        decoder_.reset();
+        defaultColours_.reset();
+        plugIn_->interrupt();
+        return;
+    }
+    const auto end = Clock::now() + PaintPacer::kTurn;
+    std::size_t left = pacer_.holds() ? kUnpaintedBlock : PaintPacer::kBlock;
+    plugIn_->receive([&] {
+        const std::size_t before = backlog_.size();
+        const auto piece = nextPiece(end, left);
+        left -= before - backlog_.size();
+        return piece;
+    });
+}
+
+/// The next bytes for the terminal; none when the block is to end.
+std::span<const std::uint8_t> HostProgram::nextPiece(Clock::time_point end, std::size_t most) {
+    for (;;) {
+        if (Clock::now() >= end) return {};
+        const std::string_view piece = backlog_.takeBytes(std::min(most, kPiece));
+        most -= piece.size();
+        if (log_) log_->received(bytesOf(piece));
+        if (!translates() || piece.empty()) return bytesOf(piece);
+        decoded_.clear();
+        decoder_.decode(piece, decoded_);
+        if (options_.exactColours) return bytesOf(decoded_);
+        shown_.clear();
+        defaultColours_.rewrite(decoded_, shown_);
+        // All of it may be the beginning of something.
+        if (!shown_.empty()) return bytesOf(shown_);
+    }
 }
 
 void HostProgram::carryOut(const std::string& command) {
@@ -155,26 +221,45 @@ void HostProgram::carryOut(const std::string& command) {
     plugIn_->processCommand(command);
 }
 
-void HostProgram::noteEnding() {
-    const std::optional<SessionEnd> ending = remote_->ending();
-    if (!ending || leaveDue_) return;
-    note(ending->sentence);
-    plugIn_->print("\r\n" + ending->sentence + "\r\n");
-    if (ending->failed) {
-        std::fprintf(stderr, "samplehost: %s\n", ending->sentence.c_str());
-        exitStatus_ = 1;
+void HostProgram::end(const SessionEnd& ending) {
+    ended_ = true;
+    note(ending.sentence);
+    view_->title(options_.sessionName() + " has ended: " + withoutStop(ending.sentence) +
+                 " (Enter starts again)");
+    if (ending.failed) std::fprintf(stderr, "samplehost: %s\n", ending.sentence.c_str());
+    exitStatus_ = ending.failed ? 1 : 0;
+    // Where a picture is to be taken, the program ends with it.
+    if (options_.closeOnExit && !pictureDue_) leave_ = true;
+}
+
+/// Begins a new session, on a new screen. While there is none to be had, the last one stays as it is.
+void HostProgram::startAgain() {
+    restart_ = false;
+    view_->title(options_.sessionName() + " is being started");
+    try {
+        openRemoteSystem();
+    } catch (const std::exception& error) {
+        end({error.what(), true});
+        return;
     }
-    // Where a picture is to be taken, the program ends with it, so that it shows the last words too.
-    leaveDue_ = pictureDue_ ? Clock::time_point::max() : Clock::now() + kFarewell;
+    note("session started again");
+    plugIn_.reset();
+    ended_ = false;
+    exitStatus_ = 0;
+    backlog_ = {};
+    pacer_ = {};
+    decoder_.reset();
+    defaultColours_.reset();
+    toldSize_.reset();
+    openPlugIn();
 }
 
 void HostProgram::meetDeadlines() {
     const auto now = Clock::now();
-    if (leaveDue_ && now >= *leaveDue_) leave_ = true;
     if (startDue_ && now >= *startDue_) {
         startDue_.reset();
         for (const std::string& command : options_.commands) carryOut(command);
-        if (!options_.typedText.empty()) ParentSendData(options_.typedText);
+        if (!options_.typedText.empty()) send(options_.typedText, true);
     }
     if (leave_ || !pictureDue_ || now < *pictureDue_) return;
     saveSnapshot(topWindowOfThread(), *options_.snapshotFile);
@@ -182,8 +267,22 @@ void HostProgram::meetDeadlines() {
 }
 
 void HostProgram::ParentSendData(const std::string& text) {
+    if (ended_) {
+        // Not from here: the plug-in that calls goes with the old session.
+        restart_ = restart_ || text == "\r" || text == "\r\n";
+        return;
+    }
+    if (!translates()) {
+        send(text, view_->crLf());
+        return;
+    }
+    const std::wstring wide = toWide(text);
+    send(encode(std::u16string(wide.begin(), wide.end()), options_.charset), view_->crLf());
+}
+
+void HostProgram::send(const std::string& text, bool crLf) {
     if (log_) log_->sent(bytesOf(text));
-    remote_->send(text);
+    remote_->send(text, crLf);
 }
 
 void HostProgram::ParentSendBreak() {
@@ -217,7 +316,16 @@ void HostProgram::failed(const std::string& what) {
 }
 
 void HostProgram::screenSized(int columns, int rows) {
-    remote_->resize(columns, rows);
+    // The terminal knows better than its sequence, which may say too much or too little.
+    if (view_->size()) {
+        followWindow();
+    } else {
+        remote_->resize(columns, rows);
+    }
+}
+
+void HostProgram::screenCovered() {
+    if (pacer_.holds()) view_->paintLater();
 }
 
 void HostProgram::note(const std::string& text) {

@@ -8,12 +8,16 @@
 #include <optional>
 #include <string>
 
+#include "samplehost/Charset.h"
+#include "samplehost/DefaultColours.h"
 #include "samplehost/HostOptions.h"
+#include "samplehost/PaintPacer.h"
 #include "samplehost/RemoteSystem.h"
 #include "samplehost/SessionLog.h"
 #include "samplehost/com/ParentObject.h"
 #include "samplehost/com/PlugIn.h"
 #include "samplehost/com/PlugInClasses.h"
+#include "samplehost/com/TerminalView.h"
 
 namespace kavrelon {
 
@@ -26,8 +30,9 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     HostProgram(const HostProgram&) = delete;
     HostProgram& operator=(const HostProgram&) = delete;
 
-    /// Runs the session until the window is closed, the remote system has ended it or the picture is taken.
-    /// Returns the program's exit status: 0, or 1 for a session that broke off.
+    /// Runs the session until the window is closed, or the picture is taken, or the options want the program
+    /// to end with the session. A session that has ended leaves its window as it was, and begins again when
+    /// the user presses Enter. Returns the program's exit status: 0, or 1 when the last session broke off.
     int run();
 
   private:
@@ -45,17 +50,24 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     void unmatched(std::span<const std::uint8_t> bytes) override;
     void failed(const std::string& what) override;
     void screenSized(int columns, int rows) override;
+    void screenCovered() override;
 
     void openLog();
     void openRemoteSystem();
     void openPlugIn();
     void waitForWork() const;
     void pumpMessages();
+    void followWindow();
     void serveRemoteSystem();
+    void pacePainting();
     void feedNext();
+    std::span<const std::uint8_t> nextPiece(Clock::time_point end, std::size_t most);
+    void send(const std::string& text, bool crLf);
     void carryOut(const std::string& command);
-    void noteEnding();
+    void end(const SessionEnd& ending);
+    void startAgain();
     void meetDeadlines();
+    bool translates() const { return options_.source == HostOptions::Source::Connect; }
     bool waitsForPicture() const { return options_.snapshotFile.has_value(); }
     void note(const std::string& text);
 
@@ -66,12 +78,20 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     std::unique_ptr<RemoteSystem> remote_;
     HANDLE remoteReady_ = nullptr;
     std::unique_ptr<PlugIn> plugIn_;
+    std::optional<TerminalView> view_;
+    std::optional<TerminalView::Size> toldSize_;
 
     RemoteOutput backlog_;
+    PaintPacer pacer_;
+    CharsetDecoder decoder_{options_.charset};
+    DefaultColours defaultColours_;
+    std::string decoded_;
+    std::string shown_;
     Clock::time_point lastAdvance_;
     std::optional<Clock::time_point> startDue_;
     std::optional<Clock::time_point> pictureDue_;
-    std::optional<Clock::time_point> leaveDue_;
+    bool ended_ = false;
+    bool restart_ = false;
     bool leave_ = false;
     int exitStatus_ = 0;
 };

@@ -82,7 +82,7 @@ class OtherPlugIn final : public Implements<DualInterface<IClientMain>, DualInte
             Value);
     }
     STDMETHODIMP get_EscTreeDesc(short Index, BSTR* Value) override {
-        return give(std::array{"", "Shout", "Size Screen", "Ring"}.at(row(Index)), Value);
+        return give(std::array{"", "Shout", "Size Screen", "NewScreen"}.at(row(Index)), Value);
     }
     STDMETHODIMP get_EscTreeCreateFlag(short, long*) override { return E_NOTIMPL; }
     STDMETHODIMP EscTreeProcess(short Index, SAFEARRAY** Args, long* Result) override {
@@ -128,7 +128,9 @@ class PlugInHostTest : public testing::Test, protected PlugInObserver {
         calls.made.clear();
         return plugIn;
     }
-    static void receive(PlugIn& plugIn, std::string_view text) { plugIn.receive(bytesOf(text)); }
+    static void receive(PlugIn& plugIn, std::string_view text) {
+        plugIn.receive([&text] { return bytesOf(std::exchange(text, {})); });
+    }
 
     NotingRequests requests;
     Calls calls;
@@ -142,6 +144,7 @@ class PlugInHostTest : public testing::Test, protected PlugInObserver {
     void screenSized(int columns, int rows) override {
         observed.push_back(std::to_string(columns) + " x " + std::to_string(rows));
     }
+    void screenCovered() override { calls.made.emplace_back("covered"); }
 };
 
 TEST_F(PlugInHostTest, CallsInTheAgreedOrder) {
@@ -167,18 +170,18 @@ TEST_F(PlugInHostTest, FollowsTheTableOfAnyPlugIn) {
     receive(*plugIn, "a\x1B\aSAY he");
     receive(*plugIn, "llo\rb\x1ER\x1Ering");
     receive(*plugIn, "\x1B\a90,30\r\x1B[5mc");
-    EXPECT_THAT(calls.made, ElementsAre("[", "a", "]", "[", "1: hello", "b", "\x1E", "R", "3:", "]", "[",
-                                        "2: 90 30", "c", "]"));
+    EXPECT_THAT(calls.made, ElementsAre("[", "a", "]", "[", "1: hello", "b", "\x1E", "R", "covered",
+                                        "3:", "]", "[", "2: 90 30", "c", "]"));
     EXPECT_THAT(observed, ElementsAre("90 x 30", "unmatched 4"));
     calls.made.clear();
     EXPECT_TRUE(plugIn->sizeScreen(132, 43));
     EXPECT_THAT(calls.made, ElementsAre("2: 132 43"));
     calls.made.clear();
     receive(*plugIn, "\x1B\aSAY half");
-    plugIn->print("o");
+    plugIn->interrupt();
     receive(*plugIn, "e\r");
-    EXPECT_THAT(calls.made, ElementsAre("[", "]", "[", "o", "]", "[", "e", "\r", "]"))
-        << "the host's own text is taken for part of a sequence";
+    EXPECT_THAT(calls.made, ElementsAre("[", "]", "[", "e", "\r", "]"))
+        << "what follows an interruption is taken for part of a sequence";
 }
 
 TEST_F(PlugInHostTest, FailuresAreToldAndTheStreamGoesOn) {

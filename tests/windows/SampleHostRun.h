@@ -116,6 +116,11 @@ class TinyServer {
     }
     void send(std::string_view bytes) { ::send(client_, bytes.data(), static_cast<int>(bytes.size()), 0); }
 
+    /// The last of the bytes is the urgent one.
+    void sendUrgent(std::string_view bytes) {
+        ::send(client_, bytes.data(), static_cast<int>(bytes.size()), MSG_OOB);
+    }
+
     /// Sends as much as the connection takes without waiting, and tells how much; -1 when it has ended.
     int flood(std::string_view bytes) {
         doNotWait();

@@ -10,6 +10,7 @@
 
 #include "samplehost/win32/Connection.h"
 #include "support/com/ComText.h"
+#include "terminal/MenuItems.h"
 #include "tests/windows/ProcessUsage.h"
 #include "tests/windows/TestFolder.h"
 
@@ -153,7 +154,8 @@ TEST_F(SampleHostTest, GoesOnAfterWhatThePlugInRefuses) {
 
 TEST_F(SampleHostTest, HoldsATelnetSessionUntilItIsCutOff) {
     TinyServer server;
-    const HostRun host(own() + log() + "--size 90x30 --term tiny --connect " + server.address());
+    const HostRun host(own() + log() + "--size 90x30 --term tiny --close-on-exit --connect " +
+                       server.address());
     server.accept();
     server.send("\xFF\xFD\x1F\xFF\xFD\x18\xFF\xFA\x18\x01\xFF\xF0");
     EXPECT_TRUE(server.receives(std::string_view("\xFF\xFA\x1F\0\x5A\0\x1E\xFF\xF0", 9))) << "90 x 30";
@@ -167,10 +169,65 @@ TEST_F(SampleHostTest, HoldsATelnetSessionUntilItIsCutOff) {
 
     server.send("half a sequence \x1B[12;");
     server.hangUp();
-    EXPECT_EQ(host.exitStatus(), 1);
-    EXPECT_THAT(host.printed(), HasSubstr(server.address() + " has closed the connection."));
+    EXPECT_EQ(host.exitStatus(), 0);
+    EXPECT_EQ(host.printed(), "");
     EXPECT_THAT(folder.read("host.log"),
-                AllOf(HasSubstr("Welcome"), HasSubstr("half a sequence"), Not(HasSubstr("failed"))));
+                AllOf(HasSubstr("Welcome"), HasSubstr("half a sequence"), Not(HasSubstr("failed")),
+                      HasSubstr(server.address() + " has closed the connection.")));
+}
+
+/// The terminal window of a host, once it has a title that contains `part`; null when it gets none in time.
+HWND windowTitled(const std::string& part) {
+    for (DWORD start = GetTickCount(); GetTickCount() - start < HostRun::kPatience; Sleep(20)) {
+        const HWND window = FindWindowA("kavrelon.frmTerm", nullptr);
+        std::array<char, 300> title{};
+        GetWindowTextA(window, title.data(), static_cast<int>(title.size()));
+        if (IsWindowVisible(window) && std::string_view(title.data()).find(part) != std::string_view::npos)
+            return window;
+    }
+    return nullptr;
+}
+
+TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
+    TinyServer server;
+    const HostRun host(own() + log() + "--connect " + server.address());
+    server.accept();
+    server.send("\xFF\xFD\x1F[\xC3\xA9\x1B[m\xE2]");
+    const HWND window = windowTitled(server.address() + " - ");
+    PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(MenuCommand::mnuFileScreenWidth), 0);
+    EXPECT_TRUE(server.receives(std::string_view("\xFF\xFA\x1F\0\x84\0\x19\xFF\xF0", 9))) << "132 x 25";
+    PostMessageA(window, WM_CHAR, 0xE9, 0);
+    EXPECT_TRUE(server.receives("\xC3\xA9"));
+    // The Data Mark is urgent; without it in its place, what follows would be taken for a command.
+    server.send("\xFF");
+    server.sendUrgent("\xF2");
+    server.send("after");
+    server.hangUp();
+
+    const HWND ended = windowTitled(server.address() + " has ended: ");
+    EXPECT_EQ(ended, window);
+    PostMessageA(ended, WM_CHAR, 'x', 0);
+    PostMessageA(ended, WM_CHAR, '\r', 0);
+    server.accept();
+    server.send("again");
+    PostMessageA(windowTitled(server.address() + " - "), WM_CLOSE, 0, 0);
+    EXPECT_EQ(host.exitStatus(), 0);
+    EXPECT_THAT(folder.read("host.log"),
+                AllOf(HasSubstr("characters are utf-8"), HasSubstr("become the default colours"),
+                      HasSubstr("received  \"after\""), HasSubstr(" has closed the connection."),
+                      HasSubstr("session started again"), Not(HasSubstr("unmatched"))));
+}
+
+TEST_F(SampleHostTest, ShowsTheScreenAsItIsAfterAFlood) {
+    std::string much;
+    while (much.size() < 300'000) much += "\x1B[33mmore and more and more of it\r\n";
+    // Another screen comes and goes meanwhile, and the first one is seen again as it was.
+    folder.write("stream.bin", much + "\x1B[2J\x1B[1;1H\x1B[36mfirst\x1B\bNS\r" + much + "\x1B\bCS\r");
+    const HostRun host(own() + snapshot(3000) + "--play \"" + folder.file("stream.bin") + '"');
+    EXPECT_EQ(host.exitStatus(), 0);
+    const auto colours = coloursOf(folder.file("host.png"));
+    EXPECT_EQ(colours.count(0x009999U) + colours.count(0x00FFFFU), 1U) << "the first screen";
+    EXPECT_EQ(colours.count(0x999900U) + colours.count(0xFFFF00U), 0U) << "the flood";
 }
 
 TEST_F(SampleHostTest, EndsWellWhenTheUserClosesTheWindowInAFlood) {
@@ -215,14 +272,14 @@ class SampleHostConnectionTest : public testing::Test {
 };
 
 TEST_F(SampleHostConnectionTest, CarriesWhatTheUserTypes) {
-    telnet->send("a\xFF\r");
+    telnet->send("a\xFF\r", false);
     EXPECT_TRUE(server.receives(std::string_view("a\xFF\xFF\r\0", 5)));
     EXPECT_EQ(shown(), "a\xFF\r\n") << "the server does not echo, so the client has to";
     server.send("\xFF\xFB\x01");
     EXPECT_TRUE(ready());
     EXPECT_EQ(shown(), "");
     EXPECT_TRUE(server.receives("\xFF\xFD\x01"));
-    telnet->send("secret");
+    telnet->send("secret", false);
     telnet->sendBreak();
     EXPECT_EQ(shown(), "");
     EXPECT_TRUE(server.receives("secret\xFF\xF3"));

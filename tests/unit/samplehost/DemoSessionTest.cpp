@@ -39,7 +39,7 @@ class DemoTest : public ConnectedTest, private TerminalSink {
         }
     }
     void press(std::string_view keys) {
-        for (const char key : keys) demo.send(std::string(1, key));
+        for (const char key : keys) demo.send(std::string(1, key), false);
         pass(milliseconds{0});
     }
     /// The rows that are not blank, each with its text in the terminal's code page and with the places where
@@ -136,14 +136,14 @@ TEST(DemoSessionTest, KeysSteer) {
         DemoSession fresh;
         RemoteOutput output;
         fresh.advance(milliseconds{0}, output);
-        for (const char key : keys) fresh.send(std::string(1, key));
+        for (const char key : keys) fresh.send(std::string(1, key), false);
         EXPECT_EQ(fresh.currentPage(), page);
         EXPECT_EQ(fresh.highlighted(), highlighted);
     }
 }
 
 TEST_F(DemoTest, MenuTellsWhatFunctionKeysSendUntilLoggedOff) {
-    demo.send("/MSG1\r");
+    demo.send("/MSG1\r", false);
     pass(milliseconds{0});
     EXPECT_EQ(demo.currentPage(), -1);
     expectShown("Received /MSG1<13>");
@@ -240,7 +240,7 @@ TEST_F(DemoTest, CopyingAndPastingAreForbiddenOnTheirPageOnly) {
             << testing::PrintToString(keys);
     }
     press("9");
-    demo.send("a\r\n\tb");
+    demo.send("a\r\n\tb", false);
     pass(milliseconds{0});
     expectShown("Received    a<13><10><9>b ");
 }

@@ -56,6 +56,17 @@ TEST(HostOptions, ReadsEveryOption) {
     EXPECT_EQ(parse(R"(--command image --size 9x9 --command "CUTOK 0")").commands,
               (std::vector<std::string>{"image", "CUTOK 0"}));
     EXPECT_TRUE(parse("--raw --connect box:1").raw);
+    EXPECT_EQ(connect.charset, Charset::Utf8);
+    EXPECT_FALSE(connect.exactColours || connect.paintAll || connect.closeOnExit);
+    const HostOptions exact =
+        parse("--connect h:1 --charset 1252 --exact-colours --paint-all --close-on-exit");
+    EXPECT_EQ(exact.charset, Charset::Windows1252);
+    EXPECT_TRUE(exact.exactColours && exact.paintAll && exact.closeOnExit);
+    const std::pair<const char*, const char*> names[] = {{"", "Demo"},
+                                                         {"--connect h:1", "h:1"},
+                                                         {"--play a\\b/c.bin", "c.bin"},
+                                                         {"--profile office", "office"}};
+    for (const auto& [line, name] : names) EXPECT_EQ(parse(line).sessionName(), name);
     EXPECT_TRUE(parse("--raw --help nonsense").help);
 }
 
@@ -72,6 +83,8 @@ TEST(HostOptions, TellsWhatIsWrong) {
         {"--after needs", {"--snapshot w.png --after -1"}},
         {"--term needs",
          {"--connect h:1 --term a\x7F", "--connect h:1 --term=", "--connect h:1 --term \"a b\""}},
+        {"--charset needs", {"--connect h:1 --charset utf8", "--connect h:1 --charset 850"}},
+        {"--exact-colours makes sense only with --connect", {"--play f --exact-colours"}},
         {"--type needs", {"--type a\\", "--type \\x1", "--type \\x1g"}},
         {"--command needs",
          {"--command", "--command --help", "--command=", "--command IMAGES", "--command CUTOK1"}},
@@ -103,7 +116,7 @@ TEST(HostOptions, HelpShowsExamplesThatWork) {
         EXPECT_EQ(errorOf(line.substr(example + std::string_view("  samplehost ").size())), "none") << line;
         ++examples;
     }
-    EXPECT_EQ(examples, 17);
+    EXPECT_EQ(examples, 21);
 }
 
 }  // namespace

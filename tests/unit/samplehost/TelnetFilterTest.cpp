@@ -12,8 +12,8 @@ namespace {
 using namespace std::string_literals;
 using Bytes = std::span<const std::uint8_t>;
 
-const std::string IAC = "\xFF", WILL = "\xFB", WONT = "\xFC", DO = "\xFD", DONT = "\xFE", SB = "\xFA",
-                  SE = "\xF0";
+const std::string IAC = "\xFF", DM = "\xF2", WILL = "\xFB", WONT = "\xFC", DO = "\xFD", DONT = "\xFE",
+                  SB = "\xFA", SE = "\xF0";
 const std::string BINARY = "\0"s, ECHO_ = "\1", SGA = "\3", TTYPE = "\x18", NAWS = "\x1F", ENVIRON = "\x27";
 const std::string kSend = IAC + SB + TTYPE + "\1" + IAC + SE;
 const std::string kSize = IAC + SB + NAWS + "\0\x50\0\x19"s + IAC + SE;
@@ -23,8 +23,10 @@ class Connection : public TelnetSink {
     void application(Bytes bytes) override { shown.append(bytes.begin(), bytes.end()); }
     void network(Bytes bytes) override { sent.append(bytes.begin(), bytes.end()); }
 
+    void interrupted() override { shown += '|'; }
+
     void feed(std::string_view text) { filter.feed(bytesOf(text)); }
-    void type(std::string_view text) { filter.send(bytesOf(text)); }
+    void type(std::string_view text, bool crLf = false) { filter.send(bytesOf(text), crLf); }
     /// Everything sent since the last call.
     std::string takeSent() { return std::exchange(sent, {}); }
 
@@ -73,8 +75,38 @@ TEST(TelnetFilter, EncodesWhatIsTypedAndKnowsWhoEchoesIt) {
     connection.type("\r\xFF");
     connection.filter.sendBreak();
     EXPECT_EQ(connection.takeSent(), "\r\xFF\xFF\xFF\xF3");
+    // The server takes each of both for a line's end.
+    connection.type("a\r\n\r\nb\n\r");
+    EXPECT_EQ(connection.takeSent(), "a\r\rb\n\r");
+    connection.type("a\r\nb", true);
+    EXPECT_EQ(connection.takeSent(), "a\r\nb");
     connection.feed(IAC + WONT + ECHO_);
     EXPECT_FALSE(connection.filter.serverEchoes());
+}
+
+TEST(TelnetFilter, LeavesOutWhatASynchDiscards) {
+    const std::string mark = IAC + DM;
+    const std::string flood(100'000, 'x');
+    const struct {
+        std::string first, told, shown, sent;  // the connection tells of urgent data after the first piece
+    } cases[] = {
+        {"a\033[3", "1;4" + IAC + IAC + IAC + DO + SGA + mark + "b", "a\033[3|b", IAC + WILL + SGA},
+        {"a\r", "\0"s + mark + "\0b"s, "a\r|\0b"s, ""},
+        {"a", mark + "b" + mark + "c", "abc", ""},
+        {"a" + IAC, DM + "b", "ab", ""},
+        {"a" + mark + "b", "c", "abc", ""},
+        {"a", flood + flood + flood + flood + "b", "a|" + flood.substr(1) + "b", ""},
+    };
+    for (const auto& [first, told, shown, sent] : cases) {
+        Connection connection;
+        connection.feed(first);
+        connection.filter.synch();
+        connection.feed(told.substr(0, 1));
+        for (std::size_t at = 1; at < told.size(); at += 50'000)
+            connection.feed(std::string_view(told).substr(at, 50'000));
+        EXPECT_TRUE(connection.shown == shown) << connection.shown.substr(0, 40);
+        EXPECT_EQ(connection.sent, sent);
+    }
 }
 
 TEST(TelnetFilter, TellsTheWindowsSizeWhileItIsWanted) {
