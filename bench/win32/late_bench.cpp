@@ -1,6 +1,7 @@
-// Late-bound calls of the two members that a host calls for received bytes: as the object serves them, and as the
-// system's DispInvoke serves them by the type library. Both end in the same member with the same arguments. The
-// two take turns, and of each the fastest round counts: other programs can only make a round slower.
+// Late-bound calls of the two members that a host calls for received bytes: as the object serves them, and as
+// the system's DispInvoke serves them by the type library. Both end in the same member with the same
+// arguments. The two take turns, and of each the fastest round counts: other programs can only make a round
+// slower.
 
 #include <windows.h>
 
@@ -44,7 +45,8 @@ class PlugIn {
   public:
     PlugIn() {
         const std::wstring program = modulePath();
-        const HMODULE module = LoadLibraryW((program.substr(0, program.rfind(L'\\') + 1) + L"kavrelon.dll").c_str());
+        const HMODULE module =
+            LoadLibraryW((program.substr(0, program.rfind(L'\\') + 1) + L"kavrelon.dll").c_str());
         const FARPROC found = GetProcAddress(module, "DllGetClassObject");
         if (found == nullptr) throw std::runtime_error("there is no library");
         const auto classObject = reinterpret_cast<LPFNGETCLASSOBJECT>(reinterpret_cast<void*>(found));
@@ -118,8 +120,9 @@ bool measureAll() {
     lastFirst[0].pparray = &fields;
     lastFirst[1].vt = VT_I2;
     lastFirst[1].iVal = 2;
-    reached = measure("EscTreeProcess", *plugIn.query<IClientEscTree>().get(), 5, {lastFirst, nullptr, 2, 0}) &&
-              reached;
+    reached =
+        measure("EscTreeProcess", *plugIn.query<IClientEscTree>().get(), 5, {lastFirst, nullptr, 2, 0}) &&
+        reached;
     SafeArrayDestroy(fields);
     return reached;
 }

@@ -9,8 +9,8 @@ namespace {
 
 constexpr DISPID kReceiveData = 2;
 
-/// The byte of a whole number, by value or in a script's variable. Nothing for what is no such number, and for
-/// what would have to be refused.
+/// The byte of a whole number, by value or in a script's variable. Nothing for what is no such number, and
+/// for what would have to be refused.
 std::optional<unsigned char> byteOf(const VARIANT& argument) {
     const bool refers = argument.vt == (VT_VARIANT | VT_BYREF) && argument.pvarVal != nullptr;
     const VARIANT& value = refers ? *argument.pvarVal : argument;
