@@ -154,20 +154,6 @@ void Screen::DataReceiveStart() {
     beginBurst();
 }
 
-void Screen::beginBurst() {
-    Writing_ = true;
-    mark_.wantedAfterBurst = mark_.drawn();
-    HideCursor();
-}
-
-void Screen::DataReceiveEnd() {
-    if (mark_.wantedAfterBurst) {
-        mark_.wantedAfterBurst = false;
-        ShowCursor();
-    }
-    Writing_ = false;
-}
-
 void Screen::term_setattr(std::string_view Ch) {
     if (Ch.empty()) raise(RuntimeErrorNumber::InvalidProcedureCall);
     setRendition(static_cast<std::uint8_t>(Ch.front()));

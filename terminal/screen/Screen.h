@@ -56,7 +56,13 @@ class Screen {
     }
     /// The two bracket a burst of changes: the cursor mark is off the window in between, and does not blink.
     void DataReceiveStart();
-    void DataReceiveEnd();
+    void DataReceiveEnd() {
+        if (mark_.wantedAfterBurst) {
+            mark_.wantedAfterBurst = false;
+            ShowCursor();
+        }
+        Writing_ = false;
+    }
     /// Makes changes that send no messages in such a bracket. Where they fail it stays open: the mark is off
     /// until the next one, or the next printed byte.
     template <class Changes>
@@ -238,7 +244,11 @@ class Screen {
     // Kept out of the line feed of a run, which saves few registers that way.
     [[gnu::noinline]] void moveDown();
     void ScrollUp();
-    void beginBurst();
+    void beginBurst() {
+        Writing_ = true;
+        mark_.wantedAfterBurst = mark_.drawn();
+        HideCursor();
+    }
     void openRun(int end);
     /// Closes the run and returns its end, with which it can be opened again; 0 if it was closed.
     int closeRun() {
