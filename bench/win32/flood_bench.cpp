@@ -1,5 +1,5 @@
-// A flood through the sample host, from the connection to the window: how long it takes with all of it painted
-// and as the host paints it, and how long the user waits meanwhile.
+// A flood through the sample host, from the connection to the window: how long it takes with all of it
+// painted and as the host paints it, and how long the user waits meanwhile.
 
 #include <winsock2.h>
 #include <ws2tcpip.h>
@@ -131,7 +131,8 @@ double secondsFor(std::size_t bytes, const std::string& options) {
     return Seconds(Clock::now() - start).count();
 }
 
-/// The slowest of some keys in a flood, and how long the screen goes on after the last, at which the flood stops.
+/// The slowest of some keys in a flood, and how long the screen goes on after the last, at which the flood
+/// stops.
 void wait(const std::string& options, int keys, double& slowest, double& rest) {
     Session session(options);
     slowest = 0;
@@ -158,7 +159,8 @@ int main() try {
                 kSmallFlood / 1'000'000, painted, paced, painted / paced);
     std::printf("flood of %zu MB: %.2f s, %.1f megabytes a second\n", kLargeFlood / 1'000'000, large,
                 static_cast<double>(kLargeFlood) / 1e6 / large);
-    std::printf("in a flood: slowest of %d keys %.3f s, rest after an interrupt %.2f s\n", kKeys, slowest, rest);
+    std::printf("in a flood: slowest of %d keys %.3f s, rest after an interrupt %.2f s\n", kKeys, slowest,
+                rest);
     return painted / paced >= kLeastRatio && slowest <= kSlowestKey && rest <= kSlowestRest ? 0 : 1;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "flood_bench: %s\n", error.what());
