@@ -173,7 +173,7 @@ void Connection::receiveSome() {
             return;
         }
         if (count == 0) {
-            ending_ = SessionEnd{peer_ + " has closed the connection.", false};
+            ending_ = SessionEnd{"The server has closed the connection.", false};
             return;
         }
         taken += static_cast<std::size_t>(count);

@@ -28,8 +28,9 @@ constexpr milliseconds kTick{20};
 constexpr milliseconds kGreeting{500};
 // The most in a block while nothing is painted; time ends most blocks before.
 constexpr std::size_t kUnpaintedBlock = 64 * 1024;
-// How much is taken between two looks at the clock.
-constexpr std::size_t kPiece = 512;
+// How much is taken between two looks at the clock, painted and not.
+constexpr std::size_t kPaintedPiece = 512;
+constexpr std::size_t kUnpaintedPiece = 4096;
 
 /// As the title tells it: without the full stop.
 std::string withoutStop(const std::string& sentence) {
@@ -200,9 +201,10 @@ void HostProgram::feedNext() {
 
 /// The next bytes for the terminal; none when the block is to end.
 std::span<const std::uint8_t> HostProgram::nextPiece(Clock::time_point end, std::size_t most) {
+    const std::size_t pieceSize = pacer_.holds() ? kUnpaintedPiece : kPaintedPiece;
     for (;;) {
         if (Clock::now() >= end) return {};
-        const std::string_view piece = backlog_.takeBytes(std::min(most, kPiece));
+        const std::string_view piece = backlog_.takeBytes(std::min(most, pieceSize));
         most -= piece.size();
         if (log_) log_->received(bytesOf(piece));
         if (!translates() || piece.empty()) return bytesOf(piece);

@@ -222,12 +222,20 @@ void Screen::clearPictures() {
 }
 
 void Screen::Redrawscreen(bool PaintOnly) {
+    noteWhatIsSeen();
+    const bool marked = mark_.drawn();
+    if (PaintOnly && drawing_) {
+        // The grid may have moved while nothing was painted. The mark may be outside it.
+        HideCursor();
+        surface_->clearOutsideGrid();
+    }
     if (SelectionShown_) {
         SelectionShown_ = false;
         RepaintScreen();
     } else if (PaintOnly) {
         RepaintScreen(false, 0, 0, 0, 0, true);
     }
+    if (marked) ShowCursor();
 }
 
 void Screen::paintWindow() {

@@ -163,15 +163,18 @@ TEST_F(PaintingTest, ABracketLeftOpenHoldsTheMarkUntilAByteIsPrinted) {
 
 TEST_F(PaintingTest, PaintClearsWhatIsOutsideTheGrid) {
     setSize(20, 2);
-    type(std::string(20, 'x'));
-    blink();
-    EXPECT_EQ(marks(), (Marks{{20, 0}}));
-    // The mark is taken off without being drawn.
-    screen().PaintOn(false);
-    blink();
-    screen().PaintOn(true);
-    form().Form_Paint();
-    EXPECT_EQ(marks(), Marks{});
+    for (const bool asked : {false, true}) {
+        screen().SetCursor(0, 0);
+        type(std::string(20, 'x'));
+        blink();
+        EXPECT_EQ(marks(), (Marks{{20, 0}}));
+        // The mark is taken off without being drawn.
+        screen().PaintOn(false);
+        blink();
+        screen().PaintOn(true);
+        asked ? form().Redrawscreen(true) : form().Form_Paint();
+        EXPECT_EQ(marks(), Marks{});
+    }
 }
 
 }  // namespace
