@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
+
+#include "bench/Streams.h"
 
 namespace kavrelon::bench {
 namespace {
@@ -32,6 +35,14 @@ void BareTerminal::play(std::string_view bytes) {
             put(ch);
         }
     }
+}
+
+std::string_view BareTerminal::wholeBlock(std::string_view stream) {
+    std::string_view block = stream.substr(0, kBlock);
+    const auto last = block.rfind('\033');
+    const bool cut = last != std::string_view::npos && last != 0 &&
+                     block.find_first_of("mHJK", last) == std::string_view::npos;
+    return cut ? block.substr(0, last) : block;
 }
 
 void BareTerminal::put(char ch) {
@@ -74,8 +85,8 @@ std::string_view BareTerminal::sequence(std::string_view bytes) {
             column_ = std::clamp(numbers[1] - 1, 0, screen_.width - 1);
             break;
         case 'J':
-            PatBlt(context_, corner_.x, corner_.y, screen_.width * cell_.width,
-                   screen_.height * cell_.height, BLACKNESS);
+            PatBlt(context_, corner_.x, corner_.y, screen_.width * cell_.width, screen_.height * cell_.height,
+                   BLACKNESS);
             column_ = line_ = 0;
             break;
         case 'K':

@@ -101,13 +101,13 @@ DWORD WINAPI countedProfileRead(LPCSTR section, LPCSTR key, LPCSTR fallback, LPS
 /// What a piece of work takes.
 template <class Work>
 Calls callsOf(Work work) {
-    static const ReplacedImports replaced(GetModuleHandleA(nullptr),
-                                          {{"ExtTextOutA", reinterpret_cast<void*>(&countedTextA)},
-                                           {"ExtTextOutW", reinterpret_cast<void*>(&countedTextW)},
-                                           {"GetUpdateRect", reinterpret_cast<void*>(&countedUpdateRect)},
-                                           {"CreateFileA", reinterpret_cast<void*>(&countedCreateFile)},
-                                           {"GetPrivateProfileStringA",
-                                            reinterpret_cast<void*>(&countedProfileRead)}});
+    static const ReplacedImports replaced(
+        GetModuleHandleA(nullptr),
+        {{"ExtTextOutA", reinterpret_cast<void*>(&countedTextA)},
+         {"ExtTextOutW", reinterpret_cast<void*>(&countedTextW)},
+         {"GetUpdateRect", reinterpret_cast<void*>(&countedUpdateRect)},
+         {"CreateFileA", reinterpret_cast<void*>(&countedCreateFile)},
+         {"GetPrivateProfileStringA", reinterpret_cast<void*>(&countedProfileRead)}});
     calls = {};
     work();
     return calls;
@@ -163,7 +163,8 @@ bool reachesOut(HDC window, const Rect& cell, char ch) {
     realTextA(window, cell.left, cell.top, ETO_OPAQUE, nullptr, &ch, 1, &advance);
     PixelBitmap image({width, height});
     image.paint([&](HDC context) {
-        BitBlt(context, 0, 0, width, height, window, cell.left - cell.width(), cell.top - cell.height(), SRCCOPY);
+        BitBlt(context, 0, 0, width, height, window, cell.left - cell.width(), cell.top - cell.height(),
+               SRCCOPY);
         PatBlt(context, cell.width(), cell.height(), cell.width(), cell.height(), BLACKNESS);
     });
     return std::ranges::any_of(image.pixels(), [](Pixel pixel) { return (pixel & 0xFFFFFF) != 0; });
@@ -232,8 +233,8 @@ void holdHelpBoxes(Goals& goals, RealSession& session) {
         const HelpGrid now{0, 0, grid.cellWidth(), grid.cellHeight(), {}, session.screen().ScreenFontSize()};
         const std::size_t kind = now == before ? 0 : now.fontSize == before.fontSize ? 1 : 2;
         before = now;
-        most[kind] = {std::max(most[kind].parses, parses), std::max(most[kind].layouts, std::max(measures, places)),
-                      most[kind].seen + 1};
+        most[kind] = {std::max(most[kind].parses, parses),
+                      std::max(most[kind].layouts, std::max(measures, places)), most[kind].seen + 1};
         reset();
     }
     constexpr const char* kKinds[]{"place", "width", "font"};
