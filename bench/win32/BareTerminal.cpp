@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
+
+#include "bench/Streams.h"
 
 namespace kavrelon::bench {
 namespace {
@@ -32,6 +35,14 @@ void BareTerminal::play(std::string_view bytes) {
             put(ch);
         }
     }
+}
+
+std::string_view BareTerminal::wholeBlock(std::string_view stream) {
+    std::string_view block = stream.substr(0, kBlock);
+    const auto last = block.rfind('\033');
+    const bool cut = last != std::string_view::npos && last != 0 &&
+                     block.find_first_of("mHJK", last) == std::string_view::npos;
+    return cut ? block.substr(0, last) : block;
 }
 
 void BareTerminal::put(char ch) {

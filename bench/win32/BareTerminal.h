@@ -15,7 +15,10 @@ class BareTerminal {
   public:
     BareTerminal(HDC context, Point corner, Size cell, Size screen);
 
+    /// Ends with whole sequences only.
     void play(std::string_view bytes);
+    /// The next block of a stream, without the start of a sequence at its end.
+    static std::string_view wholeBlock(std::string_view stream);
 
   private:
     void put(char ch);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdio>
 #include <string>
 
@@ -10,8 +11,8 @@ class Goals {
   public:
     void hold(const std::string& what, double figure, double most) {
         const bool missed = !(figure <= most);
-        std::printf("%-58s%10.*f%10.*f%s\n", what.c_str(), decimals(most), figure, decimals(most), most,
-                    missed ? "  MISSED" : "");
+        std::printf("%-58s%10.*f%10.*f%s\n", what.c_str(), decimals(figure, most), figure,
+                    decimals(figure, most), most, missed ? "  MISSED" : "");
         std::fflush(stdout);
         if (missed) status_ = 1;
     }
@@ -24,7 +25,10 @@ class Goals {
     int status() const { return status_; }
 
   private:
-    static int decimals(double most) { return most == static_cast<int>(most) ? 0 : 2; }
+    /// None where both are counts.
+    static int decimals(double figure, double most) {
+        return std::trunc(figure) == figure && std::trunc(most) == most ? 0 : 2;
+    }
 
     int status_ = 0;
 };

@@ -43,15 +43,6 @@ double secondsOf(Work work) {
     return processorSeconds() - before;
 }
 
-/// The next block, without the start of a sequence at its end.
-std::string_view wholeBlock(std::string_view stream) {
-    std::string_view block = stream.substr(0, kBlock);
-    const auto last = block.rfind('\033');
-    const bool cut = last != std::string_view::npos && last != 0 &&
-                     block.find_first_of("mHJK", last) == std::string_view::npos;
-    return cut ? block.substr(0, last) : block;
-}
-
 class Contest {
   public:
     Contest() {
@@ -77,7 +68,7 @@ class Contest {
         BareTerminal bare(context, {first.left, first.top}, {first.width(), first.height()},
                           {kExtent.columns, kExtent.lines});
         for (std::string_view block; !stream.empty(); stream.remove_prefix(block.size())) {
-            block = wholeBlock(stream);
+            block = BareTerminal::wholeBlock(stream);
             bare.play(block);
             session_.processMessages();
         }
