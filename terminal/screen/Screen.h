@@ -226,6 +226,7 @@ class Screen {
 
     bool painting() const { return PaintOn_ && surface_ != nullptr; }
     void noteWhatIsSeen();
+    void clearAroundGrid();
     int LastLine() const { return LinesPerPage_ - 1; }
     int RightMargin() const { return CharsPerLine_; }
 

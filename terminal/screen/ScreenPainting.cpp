@@ -224,18 +224,21 @@ void Screen::clearPictures() {
 void Screen::Redrawscreen(bool PaintOnly) {
     noteWhatIsSeen();
     const bool marked = mark_.drawn();
-    if (PaintOnly && drawing_) {
-        // The grid may have moved while nothing was painted. The mark may be outside it.
-        HideCursor();
-        surface_->clearOutsideGrid();
-    }
+    // The mark may be outside the grid, which may have moved while nothing was painted.
+    if (PaintOnly) HideCursor();
     if (SelectionShown_) {
         SelectionShown_ = false;
         RepaintScreen();
     } else if (PaintOnly) {
         RepaintScreen(false, 0, 0, 0, 0, true);
     }
+    if (PaintOnly) clearAroundGrid();
     if (marked) ShowCursor();
+}
+
+// Unless a copy of the memory bitmap has covered it already.
+void Screen::clearAroundGrid() {
+    if (drawing_ && !painter_.memoryKept()) surface_->clearOutsideGrid();
 }
 
 void Screen::paintWindow() {
@@ -257,8 +260,7 @@ void Screen::paintWindow() {
         repaintCells(highlighted);
         repaintCells(drawing_ ? grid().cellsIn(surface_->dueArea()) : kNoCells);
     }
-    // A copy of the memory bitmap has covered it already.
-    if (drawing_ && !painter_.memoryKept()) surface_->clearOutsideGrid();
+    clearAroundGrid();
     if (marked) ShowCursor();
     if (laysOut && grid().laidOut()) observer_.gridMoved();
 }
