@@ -77,6 +77,7 @@ TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
         {"--library " + missing, 1, missing + " could not be loaded"},
         {"--library " + HostRun::nextToThisProgram("samplehost.exe"), 1, "has no COM classes."},
         {"--log " + missing + "\\x.log", 1, "could not be written."},
+        {"--ini " + missing + "\\x.ini", 1, "there is no folder " + missing + "\\."},
         {own() + "--snapshot " + missing + "\\x.png --after 0", 1, "could not be written."},
     };
     for (const auto& run : runs) {
@@ -190,7 +191,8 @@ HWND windowTitled(const std::string& part) {
 
 TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
     TinyServer server;
-    const HostRun host(own() + log() + "--connect " + server.address());
+    const HostRun host(own() + log() + "--record \"" + folder.file("host.rec") + "\" --connect " +
+                       server.address());
     server.accept();
     server.send("\xFF\xFD\x1F[\xC3\xA9\x1B[m\xE2]");
     const HWND window = windowTitled(server.address() + " - ");
@@ -216,6 +218,7 @@ TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
                 AllOf(HasSubstr("characters are utf-8"), HasSubstr("become the default colours"),
                       HasSubstr("after\"\n"), HasSubstr("The server has closed the connection."),
                       HasSubstr("session started again"), Not(HasSubstr("unmatched"))));
+    EXPECT_THAT(folder.read("host.rec"), HasSubstr("[\x82\x1B[37;40;0m?]")) << "not what the terminal got";
 }
 
 TEST_F(SampleHostTest, ShowsTheScreenAsItIsAfterAFlood) {
