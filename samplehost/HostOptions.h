@@ -49,6 +49,8 @@ struct HostOptions {
     int lines = 0;
     /// --log
     std::optional<std::string> logFile;
+    /// --record
+    std::optional<std::string> recordFile;
     /// --snapshot, and --after in milliseconds. The program ends when the picture is taken.
     std::optional<std::string> snapshotFile;
     std::uint32_t snapshotAfter = kDefaultSnapshotAfter;

@@ -10,13 +10,13 @@ PlaySession::PlaySession(std::string recording, int bytesPerSecond)
 
 void PlaySession::advance(std::chrono::milliseconds elapsed, RemoteOutput& received) {
     clock_ += elapsed;
-    std::size_t due = recording_.size();
+    std::size_t due = recording_.dueAt(clock_);
     if (bytesPerSecond_ > 0) {
         // Counted from the start, so that slow rates lose nothing when each call rounds down.
         const auto byNow = static_cast<unsigned long long>(clock_.count() * bytesPerSecond_ / 1000);
-        due = static_cast<std::size_t>(std::min<unsigned long long>(due, byNow));
+        due = static_cast<std::size_t>(std::min<unsigned long long>(recording_.bytes().size(), byNow));
     }
-    received.bytes().append(recording_, played_, due - played_);
+    received.bytes().append(recording_.bytes(), played_, due - played_);
     played_ = due;
 }
 

@@ -30,7 +30,13 @@ ComPtr<IUnknown> createByName(const wchar_t* progId, const std::string& text) {
 
 class RegisteredClass final : public PlugInClasses {
   private:
-    ComPtr<IUnknown> create(const Name& name) const override { return createByName(name.progId, name.text); }
+    ComPtr<IUnknown> create(const Name& name) const override {
+        CLSID id{};
+        check(CLSIDFromProgID(name.progId, &id),
+              std::string("The class ") + name.text +
+                  " is not registered on this machine; run \"regsvr32 kavrelon.dll\" first");
+        return createByName(name.progId, name.text);
+    }
 };
 
 /// Makes an activation context the current one of the thread while it exists.

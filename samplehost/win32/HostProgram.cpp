@@ -46,9 +46,11 @@ std::string readRecording(const std::string& path) {
 }  // namespace
 
 HostProgram::HostProgram(const HostOptions& options) : options_(options) {
+    if (options_.iniFile) options_.iniFile = namedSettingsFile(*options_.iniFile);
     openLog();
     classes_ = PlugInClasses::open(options_);
     openRemoteSystem();
+    openRecording();
 }
 
 HostProgram::~HostProgram() = default;
@@ -74,6 +76,14 @@ void HostProgram::openLog() {
     logFile_.open(*options_.logFile, std::ios::binary);
     if (!logFile_) throw std::runtime_error("The log " + *options_.logFile + " could not be written.");
     log_.emplace(logFile_);
+}
+
+void HostProgram::openRecording() {
+    if (!options_.recordFile) return;
+    recordFile_.open(*options_.recordFile, std::ios::binary);
+    if (!recordFile_)
+        throw std::runtime_error("The recording " + *options_.recordFile + " could not be written.");
+    recorder_.emplace(recordFile_);
 }
 
 void HostProgram::openRemoteSystem() {
@@ -202,20 +212,29 @@ void HostProgram::feedNext() {
 /// The next bytes for the terminal; none when the block is to end.
 std::span<const std::uint8_t> HostProgram::nextPiece(Clock::time_point end, std::size_t most) {
     const std::size_t pieceSize = pacer_.holds() ? kUnpaintedPiece : kPaintedPiece;
-    for (;;) {
-        if (Clock::now() >= end) return {};
+    while (Clock::now() < end) {
         const std::string_view piece = backlog_.takeBytes(std::min(most, pieceSize));
+        if (piece.empty()) break;
         most -= piece.size();
         if (log_) log_->received(bytesOf(piece));
-        if (!translates() || piece.empty()) return bytesOf(piece);
-        decoded_.clear();
-        decoder_.decode(piece, decoded_);
-        if (options_.exactColours) return bytesOf(decoded_);
-        shown_.clear();
-        defaultColours_.rewrite(decoded_, shown_);
+        const std::string_view shown = translated(piece);
         // All of it may be the beginning of something.
-        if (!shown_.empty()) return bytesOf(shown_);
+        if (shown.empty()) continue;
+        if (recorder_) recorder_->received(shown);
+        return bytesOf(shown);
     }
+    return {};
+}
+
+/// What a piece of the stream is to the terminal. It stays valid until the next one.
+std::string_view HostProgram::translated(std::string_view piece) {
+    if (!translates()) return piece;
+    decoded_.clear();
+    decoder_.decode(piece, decoded_);
+    if (options_.exactColours) return decoded_;
+    shown_.clear();
+    defaultColours_.rewrite(decoded_, shown_);
+    return shown_;
 }
 
 void HostProgram::carryOut(const std::string& command) {
@@ -306,7 +325,7 @@ std::string HostProgram::ParentConnectionProfile() {
 }
 
 std::string HostProgram::ParentIniFile() {
-    return options_.iniFile ? fullPath(*options_.iniFile) : defaultSettingsFile();
+    return options_.iniFile ? *options_.iniFile : defaultSettingsFile();
 }
 
 void HostProgram::unmatched(std::span<const std::uint8_t> bytes) {

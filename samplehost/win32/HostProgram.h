@@ -14,6 +14,7 @@
 #include "samplehost/PaintPacer.h"
 #include "samplehost/RemoteSystem.h"
 #include "samplehost/SessionLog.h"
+#include "samplehost/SessionRecording.h"
 #include "samplehost/com/ParentObject.h"
 #include "samplehost/com/PlugIn.h"
 #include "samplehost/com/PlugInClasses.h"
@@ -53,6 +54,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     void screenCovered() override;
 
     void openLog();
+    void openRecording();
     void openRemoteSystem();
     void openPlugIn();
     void waitForWork() const;
@@ -61,6 +63,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     void serveRemoteSystem();
     void pacePainting();
     void feedNext();
+    std::string_view translated(std::string_view piece);
     std::span<const std::uint8_t> nextPiece(Clock::time_point end, std::size_t most);
     void send(const std::string& text, bool crLf);
     void carryOut(const std::string& command);
@@ -74,6 +77,8 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     HostOptions options_;
     std::ofstream logFile_;
     std::optional<SessionLog> log_;
+    std::ofstream recordFile_;
+    std::optional<SessionRecorder> recorder_;
     std::unique_ptr<PlugInClasses> classes_;
     std::unique_ptr<RemoteSystem> remote_;
     HANDLE remoteReady_ = nullptr;

@@ -4,8 +4,10 @@
 
 namespace kavrelon {
 
-/// The full path of a settings file. (The system looks for a name without a folder in its own folder.)
-std::string fullPath(const std::string& path);
+/// The full path of a settings file that the user has named. (The system looks for a name without a folder in
+/// its own folder.) Throws with a sentence for the user when its folder
+/// does not exist: nothing could be stored.
+std::string namedSettingsFile(const std::string& path);
 
 /// Path of the user's settings file for this program. Creates its folder; the file itself appears when
 /// something is first stored in it. Throws with a sentence for the user.

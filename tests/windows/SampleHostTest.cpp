@@ -77,6 +77,7 @@ TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
         {"--library " + missing, 1, missing + " could not be loaded"},
         {"--library " + HostRun::nextToThisProgram("samplehost.exe"), 1, "has no COM classes."},
         {"--log " + missing + "\\x.log", 1, "could not be written."},
+        {"--ini " + missing + "\\x.ini", 1, "there is no folder " + missing + "\\."},
         {own() + "--snapshot " + missing + "\\x.png --after 0", 1, "could not be written."},
     };
     for (const auto& run : runs) {
@@ -190,7 +191,8 @@ HWND windowTitled(const std::string& part) {
 
 TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
     TinyServer server;
-    const HostRun host(own() + log() + "--connect " + server.address());
+    const HostRun host(own() + log() + "--record \"" + folder.file("host.rec") + "\" --connect " +
+                       server.address());
     server.accept();
     server.send("\xFF\xFD\x1F[\xC3\xA9\x1B[m\xE2]");
     const HWND window = windowTitled(server.address() + " - ");
@@ -214,16 +216,21 @@ TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
     EXPECT_EQ(host.exitStatus(), 0);
     EXPECT_THAT(folder.read("host.log"),
                 AllOf(HasSubstr("characters are utf-8"), HasSubstr("become the default colours"),
-                      HasSubstr("received  \"after\""), HasSubstr("The server has closed the connection."),
+                      HasSubstr("after\"\n"), HasSubstr("The server has closed the connection."),
                       HasSubstr("session started again"), Not(HasSubstr("unmatched"))));
+    EXPECT_THAT(folder.read("host.rec"), HasSubstr("[\x82\x1B[37;40;0m?]")) << "not what the terminal got";
 }
 
 TEST_F(SampleHostTest, ShowsTheScreenAsItIsAfterAFlood) {
     std::string much;
     while (much.size() < 300'000) much += "\x1B[33mmore and more and more of it\r\n";
-    // Another screen comes and goes meanwhile, and the first one is seen again as it was.
-    folder.write("stream.bin", much + "\x1B[2J\x1B[1;1H\x1B[36mfirst\x1B\bNS\r" + much + "\x1B\bCS\r");
-    const HostRun host(own() + snapshot(3000) + "--play \"" + folder.file("stream.bin") + '"');
+    TinyServer server;
+    const HostRun host(own() + snapshot(4000) + "--raw --connect " + server.address());
+    server.accept();
+    // Another screen covers the first one meanwhile, and goes when all is quiet.
+    server.send(much + "\x1B[2J\x1B[1;1H\x1B[36mfirst\x1B\bNS\r" + much);
+    Sleep(1500);
+    server.send("\x1B\bCS\r");
     EXPECT_EQ(host.exitStatus(), 0);
     const auto colours = coloursOf(folder.file("host.png"));
     EXPECT_EQ(colours.count(0x009999U) + colours.count(0x00FFFFU), 1U) << "the first screen";

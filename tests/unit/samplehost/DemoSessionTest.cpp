@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "samplehost/PlaySession.h"
+#include "samplehost/SessionRecording.h"
 #include "support/Bytes.h"
 #include "tests/unit/Session.h"
 
@@ -255,6 +256,30 @@ TEST(PlaySessionTest, KeepsItsRate) {
     EXPECT_TRUE(slow.allPlayed());
     PlaySession(std::string(100000, 'x'), 0).advance(milliseconds{0}, played);
     EXPECT_EQ(played.bytes().size(), 100010U) << "without a rate everything comes at once";
+}
+
+TEST(PlaySessionTest, KeepsThePaceOfARecording) {
+    using namespace std::string_literals;
+    std::ostringstream file;
+    const SessionRecorder::Clock::time_point start{};
+    SessionRecorder recorder(file, start);
+    recorder.received("3 1\na\0"s, start + milliseconds(40));
+    recorder.received("\xFF\n", start + milliseconds(1500));
+    const auto after = [](const std::string& recording, int rate, int time) {
+        PlaySession play(recording, rate);
+        RemoteOutput played;
+        play.advance(milliseconds{time}, played);
+        return played.bytes();
+    };
+    const std::string whole = file.str();
+    EXPECT_EQ(after(whole, 0, 39), "");
+    EXPECT_EQ(after(whole, 0, 1499), "3 1\na\0"s);
+    EXPECT_EQ(after(whole, 0, 1500), "3 1\na\0\xFF\n"s);
+    EXPECT_EQ(after(whole, 1000, 2), "3 ") << "a rate comes first";
+    for (std::size_t cut = 1; cut < whole.size() - 20; ++cut) {
+        const std::string rest = after(whole.substr(0, whole.size() - cut), 0, 9999);
+        EXPECT_TRUE("3 1\na\0\xFF\n"s.starts_with(rest)) << "cut short by " << cut << ": " << rest;
+    }
 }
 
 }  // namespace

@@ -116,7 +116,7 @@ TEST(HostOptions, HelpShowsExamplesThatWork) {
         EXPECT_EQ(errorOf(line.substr(example + std::string_view("  samplehost ").size())), "none") << line;
         ++examples;
     }
-    EXPECT_EQ(examples, 21);
+    EXPECT_EQ(examples, 22);
 }
 
 }  // namespace
