@@ -17,5 +17,5 @@ if(WIN32)
     install(FILES ${PROJECT_SOURCE_DIR}/idl/kavrelon.idl ${idl}/quillabor.idl ${idl}/kavrelon.tlb ${idl}/quillabor.tlb
         DESTINATION idl)
     install(DIRECTORY docs/minimal-host DESTINATION .)
-    install(FILES samplehost/cellterm.ti DESTINATION remote)
+    install(DIRECTORY samplehost/remote DESTINATION .)
 endif()
