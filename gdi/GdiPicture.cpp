@@ -78,12 +78,17 @@ PixelBitmap decoded(const PictureOutline& outline, IStream& stream) {
     const ComInUse com;
     ComPtr<IWICBitmapDecoder> decoder;
     ComPtr<IWICBitmapFrameDecode> frame;
-    ComPtr<IWICBitmapSource> source;
+    ComPtr<IWICImagingFactory> factory;
+    ComPtr<IWICFormatConverter> source;
     if (FAILED(CoCreateInstance(decoderOf(outline.format), nullptr, CLSCTX_INPROC_SERVER,
                                 __uuidof(IWICBitmapDecoder), decoder.putVoid())) ||
         FAILED(decoder->Initialize(&stream, WICDecodeMetadataCacheOnDemand)) ||
         FAILED(decoder->GetFrame(outline.frame, frame.put())) ||
-        FAILED(WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame.get(), source.put()))) {
+        FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                __uuidof(IWICImagingFactory), factory.putVoid())) ||
+        FAILED(factory->CreateFormatConverter(source.put())) ||
+        FAILED(source->Initialize(frame.get(), GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone,
+                                  nullptr, 0, WICBitmapPaletteTypeCustom))) {
         return {};
     }
     UINT width = 0;

@@ -20,6 +20,8 @@ struct FontFace {
     bool oemCodes = false;
     /// Its line-drawing characters fill their cells, so that neighbours join.
     bool linesJoin = false;
+
+    bool operator==(const FontFace&) const = default;
 };
 
 /// What the platform tells of a face once it has made a font of it.

@@ -6,15 +6,15 @@
 
 namespace kavrelon::bench {
 
-/// Prints what was measured beside what it may be at most, a line each, and remembers what was missed.
+/// Prints what was measured beside its limit, a line each, and remembers what was missed.
 class Goals {
   public:
     void hold(const std::string& what, double figure, double most) {
-        const bool missed = !(figure <= most);
-        std::printf("%-58s%10.*f%10.*f%s\n", what.c_str(), decimals(figure, most), figure,
-                    decimals(figure, most), most, missed ? "  MISSED" : "");
-        std::fflush(stdout);
-        if (missed) status_ = 1;
+        judge(what, figure, most, figure <= most);
+    }
+    /// For counts that cannot be less: a lower one says that the counting has failed.
+    void holdExactly(const std::string& what, double figure, double wanted) {
+        judge(what, figure, wanted, figure == wanted);
     }
     /// A figure without a limit.
     static void tell(const std::string& what, double figure) {
@@ -25,6 +25,12 @@ class Goals {
     int status() const { return status_; }
 
   private:
+    void judge(const std::string& what, double figure, double limit, bool held) {
+        std::printf("%-58s%10.*f%10.*f%s\n", what.c_str(), decimals(figure, limit), figure,
+                    decimals(figure, limit), limit, held ? "" : "  MISSED");
+        std::fflush(stdout);
+        if (!held) status_ = 1;
+    }
     /// None where both are counts.
     static int decimals(double figure, double most) {
         return std::trunc(figure) == figure && std::trunc(most) == most ? 0 : 2;

@@ -118,9 +118,9 @@ constexpr int kCells = kExtent.columns * kExtent.lines;
 
 void holdOpening(Goals& goals, RealSession& session) {
     const Calls opened = callsOf([&] { session.connect(); });
-    goals.hold("text calls that open a window", opened.text, kCells);
+    goals.holdExactly("text calls that open a window", opened.text, kCells);
     const Calls pushed = callsOf([&] { session.sequence(rows::kNewScreen); });
-    goals.hold("text calls that push a screen", pushed.text, kCells);
+    goals.holdExactly("text calls that push a screen", pushed.text, kCells);
     goals.hold("text calls before a window is shown", opened.hiddenText + pushed.hiddenText, 0);
     session.sequence(rows::kCloseScreen);
     Goals::tell("settings read while a window opens", opened.profileReads);
@@ -128,7 +128,7 @@ void holdOpening(Goals& goals, RealSession& session) {
 
     FunctionKeys keys;
     const Calls loaded = callsOf([&] { keys.LoadFunctionKeys(session.profiles(), session.settings()); });
-    goals.hold("looks for the settings file while the function keys load", loaded.filesOpened, 1);
+    goals.holdExactly("looks for the settings file while the function keys load", loaded.filesOpened, 1);
 }
 
 void holdPainting(Goals& goals, RealSession& session) {
@@ -137,13 +137,13 @@ void holdPainting(Goals& goals, RealSession& session) {
         session.screen().term_setattr(std::string(1, static_cast<char>(code)));
         mostForRow = std::max(mostForRow, callsOf([&] { session.screen().ClearLine(); }).text);
     }
-    goals.hold("text calls of a blanked row, in any style", mostForRow, 1);
+    goals.holdExactly("text calls of a blanked row, in any style", mostForRow, 1);
 
     session.screen().SetCursor(0, kExtent.lines - 1);
     const Calls scrolled = callsOf([&] {
         for (int line = 0; line < 100; ++line) session.form().WriteTerm('\n');
     });
-    goals.hold("GetUpdateRect for 100 lines without messages", scrolled.updateRects, 1);
+    goals.holdExactly("GetUpdateRect for 100 lines without messages", scrolled.updateRects, 1);
 
     const Rect cells = session.screen().grid().cellBlock(70, 0, 3);
     const RECT strip{cells.left, 0, cells.right, 10'000};
@@ -151,7 +151,8 @@ void holdPainting(Goals& goals, RealSession& session) {
         InvalidateRect(RealSession::window(), &strip, FALSE);
         UpdateWindow(RealSession::window());
     });
-    goals.hold("text calls to paint an exposed strip of three columns", painted.text, 3 * kExtent.lines);
+    goals.holdExactly("text calls to paint an exposed strip of three columns", painted.text,
+                      3 * kExtent.lines);
 }
 
 /// Whether a character puts a pixel outside its cell, by a look at the window.
@@ -214,8 +215,8 @@ void holdHelpBoxes(Goals& goals, RealSession& session) {
     reset();
     session.form().ShowHelpBox(1, 5, 11, 40, 6, "some words that fit");
     session.processMessages();
-    goals.hold("parses to open a help box", parses, 1);
-    goals.hold("layouts to open a help box", std::max(measures, places), 1);
+    goals.holdExactly("parses to open a help box", parses, 1);
+    goals.holdExactly("layouts to open a help box", std::max(measures, places), 1);
 
     // By what a resize changed: the place alone, the width of the box, its font.
     struct Most {
@@ -241,8 +242,8 @@ void holdHelpBoxes(Goals& goals, RealSession& session) {
     for (std::size_t kind = 0; kind < 3; ++kind) {
         if (most[kind].seen == 0) throw std::runtime_error("no resize changed the right part of the grid");
         const std::string change = std::string(" for another ") + kKinds[kind] + " of the grid, a box";
-        goals.hold("parses" + change, most[kind].parses, kind == 2 ? 1 : 0);
-        goals.hold("layouts" + change, most[kind].layouts, kind == 0 ? 0 : 1);
+        goals.holdExactly("parses" + change, most[kind].parses, kind == 2 ? 1 : 0);
+        goals.holdExactly("layouts" + change, most[kind].layouts, kind == 0 ? 0 : 1);
     }
     session.form().HideHelpBox(1);
 }

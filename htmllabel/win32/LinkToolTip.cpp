@@ -25,8 +25,10 @@ MSG mouseMove(HWND over) {
 }  // namespace
 
 bool LinkToolTip::create(HINSTANCE module, HWND over) {
+    if (!controls_) controls_.emplace(L"comctl32.dll");
+    auto* const initialise = controls_->find<decltype(InitCommonControlsEx)>("InitCommonControlsEx");
     const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_BAR_CLASSES};
-    InitCommonControlsEx(&wanted);
+    if (initialise == nullptr || !initialise(&wanted)) return false;
     window_.reset(CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, "", WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, over, nullptr,
                                   module, nullptr));

@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
+#include "support/win32/SystemLibrary.h"
 #include "support/win32/WindowHandle.h"
 
 namespace kavrelon {
@@ -23,6 +25,8 @@ class LinkToolTip {
     void send(UINT message, HWND over, const std::string& text) const;
 
     std::string text_;
+    /// The common controls, before the window of theirs.
+    std::optional<SystemLibrary> controls_;
     WindowHandle window_;
 };
 

@@ -1,38 +1,16 @@
 #include "samplehost/win32/Snapshot.h"
 
-#include <objbase.h>
-// After objbase.h, whose interfaces it needs.
-#include <gdiplus.h>
+#include <wincodec.h>
 
 #include <memory>
 #include <type_traits>
 
+#include "support/com/ComPtr.h"
 #include "support/win32/WideText.h"
 
 namespace kavrelon {
 
 namespace {
-
-namespace gdip = Gdiplus::DllExports;
-
-constexpr CLSID kPngEncoder{0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
-
-/// Keeps GDI+ started.
-class GdiPlus {
-  public:
-    GdiPlus() {
-        const Gdiplus::GdiplusStartupInput input;
-        if (Gdiplus::GdiplusStartup(&token_, &input, nullptr) != Gdiplus::Ok) {
-            throw SnapshotError("GDI+ could not be started.");
-        }
-    }
-    ~GdiPlus() { Gdiplus::GdiplusShutdown(token_); }
-    GdiPlus(const GdiPlus&) = delete;
-    GdiPlus& operator=(const GdiPlus&) = delete;
-
-  private:
-    ULONG_PTR token_ = 0;
-};
 
 struct DeleteBitmap {
     void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
@@ -43,13 +21,9 @@ struct DeleteMemoryContext {
 struct ReleaseScreenContext {
     void operator()(HDC context) const { ReleaseDC(nullptr, context); }
 };
-struct DisposeImage {
-    void operator()(Gdiplus::GpBitmap* image) const { gdip::GdipDisposeImage(image); }
-};
 using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteBitmap>;
 using MemoryContext = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteMemoryContext>;
 using ScreenContext = std::unique_ptr<std::remove_pointer_t<HDC>, ReleaseScreenContext>;
-using Image = std::unique_ptr<Gdiplus::GpBitmap, DisposeImage>;
 
 /// Copied from the screen, to show what the user sees and not what the window would draw when asked again.
 BitmapHandle copyFromScreen(const RECT& area) {
@@ -78,16 +52,22 @@ RECT visibleArea(HWND window) {
     return visible;
 }
 
-void savePng(HBITMAP bitmap, const std::string& path) {
-    const GdiPlus gdiPlus;
-    Gdiplus::GpBitmap* created = nullptr;
-    if (gdip::GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &created) != Gdiplus::Ok) {
-        throw SnapshotError("There is no memory for the window's picture.");
-    }
-    const Image image(created);
-    if (gdip::GdipSaveImageToFile(image.get(), toWide(path).c_str(), &kPngEncoder, nullptr) != Gdiplus::Ok) {
-        throw SnapshotError("The picture " + path + " could not be written.");
-    }
+bool savePng(HBITMAP bitmap, const std::wstring& path) {
+    ComPtr<IWICImagingFactory> factory;
+    ComPtr<IWICBitmap> image;
+    ComPtr<IWICStream> file;
+    ComPtr<IWICBitmapEncoder> encoder;
+    ComPtr<IWICBitmapFrameEncode> frame;
+    return SUCCEEDED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                      __uuidof(IWICImagingFactory), factory.putVoid())) &&
+           SUCCEEDED(factory->CreateBitmapFromHBITMAP(bitmap, nullptr, WICBitmapIgnoreAlpha, image.put())) &&
+           SUCCEEDED(factory->CreateStream(file.put())) &&
+           SUCCEEDED(file->InitializeFromFilename(path.c_str(), GENERIC_WRITE)) &&
+           SUCCEEDED(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.put())) &&
+           SUCCEEDED(encoder->Initialize(file.get(), WICBitmapEncoderNoCache)) &&
+           SUCCEEDED(encoder->CreateNewFrame(frame.put(), nullptr)) &&
+           SUCCEEDED(frame->Initialize(nullptr)) && SUCCEEDED(frame->WriteSource(image.get(), nullptr)) &&
+           SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
 }
 
 }  // namespace
@@ -103,7 +83,10 @@ HWND topWindowOfThread() {
 void saveSnapshot(HWND window, const std::string& path) {
     if (window == nullptr) throw SnapshotError("There is no window to take a picture of.");
     UpdateWindow(window);
-    savePng(copyFromScreen(visibleArea(window)).get(), path);
+    const BitmapHandle picture = copyFromScreen(visibleArea(window));
+    if (!savePng(picture.get(), toWide(path))) {
+        throw SnapshotError("The picture " + path + " could not be written.");
+    }
 }
 
 }  // namespace kavrelon

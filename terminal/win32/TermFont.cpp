@@ -57,7 +57,9 @@ Size measure(HDC context, const FontFace& face) {
     TEXTMETRICA metrics{};
     if (!GetTextMetricsA(context, &metrics)) return {};
     std::array<INT, kLastByte + 1> widths{};
-    GetCharWidth32A(context, kFirstPlain, face.oemCodes ? kLastByte : kLastPlain, widths.data());
+    // Each width is a glyph to be looked up, and a search for the size that fits asks for many sizes.
+    const UINT lastWidth = face.fixedPitch ? kFirstPlain : face.oemCodes ? kLastByte : kLastPlain;
+    GetCharWidth32A(context, kFirstPlain, lastWidth, widths.data());
     int widest = *std::ranges::max_element(widths);
     if (!face.fixedPitch && !face.oemCodes) {
         for (UINT byte = 1; byte <= kLastByte; ++byte) {
@@ -196,9 +198,9 @@ bool TermFont::findFaces() {
     FontFace face = findFace(faces, choice_);
     std::optional<FontFace> lineFace = face.linesJoin ? std::nullopt : findLineFace(faces);
     if (faces.failed()) return false;
+    if (face != face_) cells_.clear();
     face_ = std::move(face);
     lineFace_ = std::move(lineFace);
-    cells_.clear();
     facesFound_ = true;
     return true;
 }

@@ -8,11 +8,13 @@
 
 #include "gdi/GdiHandles.h"
 #include "gdi/LogFont.h"
+#include "support/win32/SystemLibrary.h"
 #include "terminal/win32/OemCharacters.h"
 
 namespace kavrelon {
 namespace {
 
+constexpr const wchar_t* kSpooler = L"winspool.drv";
 constexpr const char* kJobName = "Terminal screen";
 
 Font pageFont(HDC context, int columns, int lines) {
@@ -40,13 +42,16 @@ void drawLines(HDC context, const std::vector<std::string>& lines) {
 
 std::vector<std::string> Win32Printers::names() {
     constexpr DWORD kWhich = PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS;
+    const SystemLibrary spooler(kSpooler);
+    auto* const enumerate = spooler.find<decltype(EnumPrintersA)>("EnumPrintersA");
+    if (enumerate == nullptr) return {};
     DWORD bytes = 0;
     DWORD count = 0;
-    EnumPrintersA(kWhich, nullptr, 4, nullptr, 0, &bytes, &count);
+    enumerate(kWhich, nullptr, 4, nullptr, 0, &bytes, &count);
     // The structures are at the front of the buffer, which is aligned for them.
     std::vector<PRINTER_INFO_4A> buffer(bytes / sizeof(PRINTER_INFO_4A) + 1);
     const DWORD room = static_cast<DWORD>(buffer.size()) * sizeof(PRINTER_INFO_4A);
-    if (!EnumPrintersA(kWhich, nullptr, 4, reinterpret_cast<BYTE*>(buffer.data()), room, &bytes, &count)) {
+    if (!enumerate(kWhich, nullptr, 4, reinterpret_cast<BYTE*>(buffer.data()), room, &bytes, &count)) {
         return {};
     }
     std::vector<std::string> names;
@@ -55,9 +60,11 @@ std::vector<std::string> Win32Printers::names() {
 }
 
 std::string Win32Printers::defaultName() {
+    const SystemLibrary spooler(kSpooler);
+    auto* const ask = spooler.find<decltype(GetDefaultPrinterA)>("GetDefaultPrinterA");
     std::array<char, 512> name{};
     auto length = static_cast<DWORD>(name.size());
-    return GetDefaultPrinterA(name.data(), &length) ? std::string(name.data()) : std::string();
+    return ask != nullptr && ask(name.data(), &length) ? std::string(name.data()) : std::string();
 }
 
 bool Win32Printers::print(const std::string& printer, const std::vector<std::string>& lines, int columns) {

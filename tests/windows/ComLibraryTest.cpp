@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "headless/EscapeRows.h"
+#include "support/win32/ReplacedImports.h"
 #include "tests/windows/ComTestSupport.h"
 #include "tests/windows/ProcessUsage.h"
 
@@ -43,6 +44,18 @@ TEST_F(ComLibrary, CanBeUnloadedWhenNothingHoldsIt) {
     expectUnloadable(S_FALSE, "a lock taken off once too often does not count for the object");
     receive = {};
     expectUnloadable(S_OK, "the object is gone");
+}
+
+TEST_F(ComLibrary, ItsStartBringsInNothingThatFewSessionsNeed) {
+    const HMODULE module = GetModuleHandleW(copy.c_str());
+    const auto imports = [module](std::string_view name) {
+        return ReplacedImports(module, {{name, nullptr}}).count() > 0;
+    };
+    EXPECT_TRUE(imports("SystemFunction036")) << "the stack guard's random number";
+    for (const char* function :
+         {"CryptAcquireContextA", "InitCommonControlsEx", "WICConvertBitmapSource", "EnumPrintersA"}) {
+        EXPECT_FALSE(imports(function)) << function;
+    }
 }
 
 std::string guidText(const GUID& guid) {
