@@ -11,7 +11,7 @@ import time
 ROWS, COLUMNS = 25, 80
 LINE_DRAWING = str.maketrans('jklmnqtuvwxa', '┘┐┌└┼─├┤┴┬│▒')
 # No result depends on it: it is only how long a test waits before it says that something never came.
-PATIENCE = 20
+PATIENCE = 90
 
 
 def waitFor(condition, what):
@@ -26,16 +26,28 @@ def waitFor(condition, what):
 
 
 def run(*command, **options):
-    return subprocess.run(command, **{'check': True, 'stdout': subprocess.PIPE} | options).stdout
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, **options).stdout
 
 
-def toClipboard(text):
-    # It stays behind to serve the text, and would hold a pipe open.
-    run('xclip', '-selection', 'clipboard', input=text.encode(), stdout=subprocess.DEVNULL)
+class Clipboard:
+    """Another program's text on the clipboard, as long as nothing else is copied."""
+
+    def __init__(self, text):
+        self.process = subprocess.Popen(['xclip', '-quiet', '-selection', 'clipboard'], stdin=subprocess.PIPE,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.process.stdin.write(text.encode())
+        self.process.stdin.close()
+        waitFor(lambda: clipboard() == text, 'The clipboard cannot be set.')
+
+    def close(self):
+        self.process.terminate()
+        self.process.wait(PATIENCE)
 
 
 def clipboard():
-    return run('xclip', '-o', '-selection', 'clipboard').decode().replace('\r\n', '\n').rstrip('\0')
+    # Fails while the clipboard goes from one program to the other.
+    taken = subprocess.run(['xclip', '-o', '-selection', 'clipboard'], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    return taken.stdout.decode().replace('\r\n', '\n').rstrip('\0') if taken.returncode == 0 else None
 
 
 def trimmed(text):
@@ -50,10 +62,9 @@ class SampleHost:
     def __init__(self, build, folder, server, *options):
         self.screen = folder / 'screen.txt'
         self.screen.unlink(missing_ok=True)
-        self.log = folder / 'host.log'
         self.process = subprocess.Popen(
             ['wine', build / 'bin/samplehost.exe', '--registered', '--connect', f'127.0.0.1:{server.port}',
-             '--size', f'{COLUMNS}x{ROWS}', '--ini', f'Z:{folder}/host.ini', '--log', f'Z:{self.log}',
+             '--size', f'{COLUMNS}x{ROWS}', '--ini', f'Z:{folder}/host.ini',
              '--snapshot', f'Z:{self.screen}', '--after', '0', '--every', '30', *options],
             stderr=subprocess.PIPE, stdin=subprocess.DEVNULL)
         waitFor(self.screen.exists, 'The sample host shows no screen.')
@@ -133,7 +144,7 @@ class Listener:
 
 SESSION = '''#!/bin/sh
 stty sane tab3 susp undef kill undef eof undef discard undef erase '^H'
-cd {folder}/files
+cd {folder}/tree/files
 export TERM=${{SESSION_TERM:-cellterm-437}} TERMINFO_DIRS={folder}/terminfo:/etc/terminfo:/lib/terminfo
 export LC_ALL=C HOME={folder}/home LESSHISTFILE=- HISTFILE= PS1='$ '
 unset LESS LESSOPEN COLUMNS LINES MC_SKIN DIALOGRC
@@ -152,6 +163,8 @@ class TelnetServer(Listener):
     def accept(self):
         connection = super().accept()
         self.process = subprocess.Popen(self.command, stdin=connection, stdout=connection, stderr=subprocess.DEVNULL)
+        # The server's copy is to be the last one: the connection ends with it.
+        connection.close()
 
     def close(self):
         super().close()

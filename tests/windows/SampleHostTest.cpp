@@ -78,6 +78,7 @@ TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
         {"--library " + HostRun::nextToThisProgram("samplehost.exe"), 1, "has no COM classes."},
         {"--log " + missing + "\\x.log", 1, "could not be written."},
         {own() + "--snapshot " + missing + "\\x.png --after 0", 1, "could not be written."},
+        {own() + "--snapshot " + missing + "\\x.txt --every 9", 1, "x.txt could not be written."},
     };
     for (const auto& run : runs) {
         SCOPED_TRACE(run.arguments);
