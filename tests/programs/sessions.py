@@ -9,7 +9,7 @@ import threading
 import time
 import unittest
 
-from remote import (COLUMNS, ROWS, SESSION, Clipboard, Listener, SampleHost, TelnetServer, Tmux, clipboard, run,
+from programs import (COLUMNS, ROWS, SESSION, Clipboard, Listener, SampleHost, TelnetServer, Tmux, clipboard, run,
                     waitFor)
 
 build = pathlib.Path(sys.argv.pop(1)).resolve()
@@ -20,7 +20,7 @@ WORDS = 'lantern harbour copper meadow signal thistle quarry ember willow granit
 
 def setUpModule():
     global folder
-    folder = pathlib.Path(tempfile.mkdtemp(prefix='kavrelon-remote-'))
+    folder = pathlib.Path(tempfile.mkdtemp(prefix='kavrelon-programs-'))
     unittest.addModuleCleanup(shutil.rmtree, folder)
     source = pathlib.Path(__file__).resolve().parents[2] / 'samplehost/cellterm.ti'
     run('tic', '-x', '-o', folder / 'terminfo', source)
