@@ -64,10 +64,19 @@ bool setSize(HostOptions& options, const std::string& value) {
     return true;
 }
 
+bool hasExtension(std::string_view name, std::string_view inUpperCase) {
+    const std::size_t stem = name.size() - std::min(name.size(), inUpperCase.size());
+    return equalsInUpperCase(name.substr(stem), inUpperCase);
+}
+
 bool setSnapshot(HostOptions& options, const std::string& value) {
     options.snapshotFile = value;
-    const std::size_t stem = value.size() - std::min<std::size_t>(value.size(), 4);
-    return equalsInUpperCase(std::string_view(value).substr(stem), ".PNG");
+    return hasExtension(value, ".PNG") || options.snapshotIsText();
+}
+
+bool setEvery(HostOptions& options, const std::string& value) {
+    options.snapshotEvery = number(value, 1, std::numeric_limits<std::int32_t>::max());
+    return options.snapshotEvery.has_value();
 }
 
 bool setAfter(HostOptions& options, const std::string& value) {
@@ -184,10 +193,12 @@ constexpr std::array kOptions{
            setText<&HostOptions::logFile>},
     Option{"--record", "FILE", "a file name", "record the session, with its times, for --play",
            "--connect 127.0.0.1:2323 --record shell.rec", setText<&HostOptions::recordFile>},
-    Option{"--snapshot", "FILE.png", "a file name that ends in .png",
-           "keep a picture of the terminal window, then end", "--snapshot window.png", setSnapshot},
+    Option{"--snapshot", "FILE", "a file name that ends in .png or .txt",
+           "keep the window's picture or its text, then end", "--snapshot window.png", setSnapshot},
     Option{"--after", "MILLISECONDS", "a number of milliseconds", "with --snapshot: when (2000 if not given)",
            "--snapshot window.png --after 5000", setAfter},
+    Option{"--every", "MILLISECONDS", "a number of milliseconds from 1",
+           "with --snapshot: again and again, and go on", "--snapshot screen.txt --every 500", setEvery},
     Option{"--type", "TEXT", "a text with no other escapes than \\r \\n \\t \\e \\\\ \\xHH",
            "type a text once the session is open", "--connect 127.0.0.1:2323 --type ls\\r", setTypedText},
     Option{"--command", "TEXT", "a text command (IMAGE, IMAGECLEAR, PASTEOK or CUTOK)",
@@ -228,6 +239,8 @@ constexpr std::array kRules{
     Rule{"--term", "--raw", false},
     Rule{"--rate", "--play", true},
     Rule{"--after", "--snapshot", true},
+    Rule{"--every", "--snapshot", true},
+    Rule{"--help-viewer", "--every", false},
 };
 
 const Option& findOption(const std::string& name) {
@@ -280,7 +293,13 @@ HostOptions HostOptions::parse(std::span<const std::string> arguments) {
         if (options.help) return options;
     }
     checkRules(given);
+    if (options.helpViewerFile && options.snapshotIsText())
+        throw HostOptionsError("--help-viewer cannot be used with --snapshot of a text.");
     return options;
+}
+
+bool HostOptions::snapshotIsText() const {
+    return snapshotFile && hasExtension(*snapshotFile, ".TXT");
 }
 
 std::string HostOptions::sessionName() const {

@@ -51,9 +51,11 @@ struct HostOptions {
     std::optional<std::string> logFile;
     /// --record
     std::optional<std::string> recordFile;
-    /// --snapshot, and --after in milliseconds. The program ends when the picture is taken.
+    /// --snapshot, and --after in milliseconds. The program ends when the snapshot is taken, but with
+    /// --every: that takes one again and again, so many milliseconds apart.
     std::optional<std::string> snapshotFile;
     std::uint32_t snapshotAfter = kDefaultSnapshotAfter;
+    std::optional<std::uint32_t> snapshotEvery;
     /// --type: sent as if typed when the session is open, with its escapes resolved.
     std::string typedText;
     /// --command: text commands for the terminal, carried out when the session is open, in their order.
@@ -69,6 +71,8 @@ struct HostOptions {
 
     static constexpr std::uint32_t kDefaultSnapshotAfter = 2000;
 
+    /// Whether the snapshot is the screen's text, and no picture.
+    bool snapshotIsText() const;
     /// What the user calls the session: the profile, or where it comes from.
     std::string sessionName() const;
 

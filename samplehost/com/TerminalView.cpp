@@ -78,6 +78,15 @@ std::optional<TerminalView::Size> TerminalView::size() const {
     return Size{columns, rows};
 }
 
+std::optional<std::wstring> TerminalView::text() const {
+    VARIANT leftOut{};
+    leftOut.vt = VT_ERROR;
+    leftOut.scode = DISP_E_PARAMNOTFOUND;
+    Bstr rows;
+    if (!window_ || FAILED(window_->ScreenText(leftOut, leftOut, rows.put()))) return std::nullopt;
+    return std::wstring(rows.view()) + L"\r\n";
+}
+
 bool TerminalView::crLf() const {
     VARIANT_BOOL on = VARIANT_FALSE;
     if (window_) window_->get_CRtoCRLF(&on);

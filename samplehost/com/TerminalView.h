@@ -34,6 +34,8 @@ class TerminalView {
     void paintLater();
     /// Nothing while there is no window.
     std::optional<Size> size() const;
+    /// What the screen shows, in rows with CR LF behind each; nothing while it cannot be read.
+    std::optional<std::wstring> text() const;
     /// Whether the user has chosen that Enter sends CR LF.
     bool crLf() const;
 

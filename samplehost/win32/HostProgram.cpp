@@ -283,8 +283,34 @@ void HostProgram::meetDeadlines() {
         if (!options_.typedText.empty()) send(options_.typedText, true);
     }
     if (leave_ || !pictureDue_ || now < *pictureDue_) return;
-    saveSnapshot(topWindowOfThread(), *options_.snapshotFile);
-    leave_ = true;
+    takeSnapshot();
+    if (options_.snapshotEvery && !(ended_ && options_.closeOnExit)) {
+        pictureDue_ = now + milliseconds(*options_.snapshotEvery);
+    } else {
+        leave_ = true;
+    }
+}
+
+void HostProgram::takeSnapshot() {
+    if (options_.snapshotIsText()) {
+        saveScreenText();
+    } else {
+        saveSnapshot(topWindowOfThread(), *options_.snapshotFile);
+    }
+}
+
+void HostProgram::saveScreenText() {
+    std::optional<std::wstring> text = view_->text();
+    if (!text) throw SnapshotError("The terminal does not tell the text of its screen.");
+    if (text == savedText_) return;
+    try {
+        saveText(*text, *options_.snapshotFile);
+        savedText_ = std::move(text);
+    } catch (const SnapshotError& error) {
+        // A reader has the file open: the next time will do.
+        if (!savedText_) throw;
+        note(error.what());
+    }
 }
 
 void HostProgram::ParentSendData(const std::string& text) {

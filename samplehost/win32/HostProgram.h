@@ -70,6 +70,8 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     void end(const SessionEnd& ending);
     void startAgain();
     void meetDeadlines();
+    void takeSnapshot();
+    void saveScreenText();
     bool translates() const { return options_.source == HostOptions::Source::Connect; }
     bool waitsForPicture() const { return options_.snapshotFile.has_value(); }
     void note(const std::string& text);
@@ -95,6 +97,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     Clock::time_point lastAdvance_;
     std::optional<Clock::time_point> startDue_;
     std::optional<Clock::time_point> pictureDue_;
+    std::optional<std::wstring> savedText_;
     bool ended_ = false;
     bool restart_ = false;
     bool leave_ = false;

@@ -2,6 +2,7 @@
 
 #include <wincodec.h>
 
+#include <fstream>
 #include <memory>
 #include <type_traits>
 
@@ -87,6 +88,19 @@ void saveSnapshot(HWND window, const std::string& path) {
     if (!savePng(picture.get(), toWide(path))) {
         throw SnapshotError("The picture " + path + " could not be written.");
     }
+}
+
+void saveText(std::wstring_view text, const std::string& path) {
+    const int length = static_cast<int>(text.size());
+    std::string bytes(text.size() * 3, '\0');
+    bytes.resize(static_cast<std::size_t>(WideCharToMultiByte(
+        CP_UTF8, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr)));
+    const std::string unfinished = path + ".new";
+    std::ofstream file(unfinished, std::ios::binary);
+    file << bytes;
+    file.close();
+    if (!file || !MoveFileExW(toWide(unfinished).c_str(), toWide(path).c_str(), MOVEFILE_REPLACE_EXISTING))
+        throw SnapshotError("The text " + path + " could not be written.");
 }
 
 }  // namespace kavrelon

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace kavrelon {
 
@@ -18,5 +19,9 @@ HWND topWindowOfThread();
 
 /// Writes the window as the user sees it, with frame and menu, to a PNG file. Throws SnapshotError.
 void saveSnapshot(HWND window, const std::string& path);
+
+/// Writes a text to a file, in UTF-8. Who reads the file meanwhile sees the old text or the new one, whole.
+/// Throws SnapshotError.
+void saveText(std::wstring_view text, const std::string& path);
 
 }  // namespace kavrelon

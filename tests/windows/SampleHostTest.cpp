@@ -79,6 +79,7 @@ TEST_F(SampleHostTest, SaysInASentenceWhatIsWrong) {
         {"--log " + missing + "\\x.log", 1, "could not be written."},
         {"--ini " + missing + "\\x.ini", 1, "there is no folder " + missing + "\\."},
         {own() + "--snapshot " + missing + "\\x.png --after 0", 1, "could not be written."},
+        {own() + "--snapshot " + missing + "\\x.txt --every 9", 1, "x.txt could not be written."},
     };
     for (const auto& run : runs) {
         SCOPED_TRACE(run.arguments);

@@ -51,6 +51,10 @@ TEST(HostOptions, ReadsEveryOption) {
     EXPECT_EQ(play.rate, 960U);
     EXPECT_EQ(play.snapshotFile, "w.PNG");
     EXPECT_EQ(play.snapshotAfter, 0U);
+    EXPECT_FALSE(play.snapshotIsText() || play.snapshotEvery);
+    const HostOptions text = parse("--snapshot a.png.Txt --every 5");
+    EXPECT_TRUE(text.snapshotIsText());
+    EXPECT_EQ(text.snapshotEvery, 5U);
     EXPECT_EQ(play.libraryFile, "k.dll");
     EXPECT_EQ(parse(R"(--type ls\r\n\t\e\\\x41\x00z)").typedText, std::string("ls\r\n\t\x1B\\A\0z", 10));
     EXPECT_EQ(parse(R"(--command image --size 9x9 --command "CUTOK 0")").commands,
@@ -79,7 +83,9 @@ TEST(HostOptions, TellsWhatIsWrong) {
         {"--play needs", {"--play --rate 3", "--play="}},
         {"--rate needs", {"--play f --rate 0", "--play f --rate 12k"}},
         {"--size needs", {"--size 80", "--size 0x25", "--size 80x1025"}},
-        {"--snapshot needs", {"--snapshot w.bmp"}},
+        {"--snapshot needs", {"--snapshot w.bmp", "--snapshot txt"}},
+        {"--every needs", {"--snapshot w.png --every 0"}},
+        {"--help-viewer cannot be used with --snapshot of", {"--snapshot a.txt --help-viewer f"}},
         {"--after needs", {"--snapshot w.png --after -1"}},
         {"--term needs",
          {"--connect h:1 --term a\x7F", "--connect h:1 --term=", "--connect h:1 --term \"a b\""}},
