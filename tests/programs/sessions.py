@@ -22,7 +22,7 @@ def setUpModule():
     global folder
     folder = pathlib.Path(tempfile.mkdtemp(prefix='kavrelon-programs-'))
     unittest.addModuleCleanup(shutil.rmtree, folder)
-    source = pathlib.Path(__file__).resolve().parents[2] / 'samplehost/cellterm.ti'
+    source = pathlib.Path(__file__).resolve().parents[2] / 'samplehost/remote/cellterm.ti'
     run('tic', '-x', '-o', folder / 'terminfo', source)
     (folder / 'session.sh').write_text(SESSION.format(folder=folder))
     (folder / 'session.sh').chmod(0o755)

@@ -122,7 +122,7 @@ TEST(HostOptions, HelpShowsExamplesThatWork) {
         EXPECT_EQ(errorOf(line.substr(example + std::string_view("  samplehost ").size())), "none") << line;
         ++examples;
     }
-    EXPECT_EQ(examples, 22);
+    EXPECT_EQ(examples, 23);
 }
 
 }  // namespace
