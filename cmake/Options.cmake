@@ -30,7 +30,7 @@ if(WIN32)
     target_compile_options(kavrelon_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
     # The run-time libraries come along: nothing but system DLLs is imported.
     target_link_options(kavrelon_options INTERFACE -static -fstack-protector-strong)
-    # The same sources give the same bytes, in any folder and at any time.
+    # Neither the time of a build nor its folder gets into what it makes.
     target_link_options(kavrelon_options INTERFACE -Wl,--no-insert-timestamp)
     target_compile_options(kavrelon_options INTERFACE
         $<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
@@ -40,8 +40,9 @@ endif()
 # are to find out where it crashed.
 function(kavrelon_keep_symbols_apart target)
     add_custom_command(TARGET ${target} POST_BUILD
-        COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
-        COMMAND ${CMAKE_STRIP} $<TARGET_FILE:${target}>
+        COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0
+            ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
+        COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${CMAKE_STRIP} $<TARGET_FILE:${target}>
         VERBATIM)
 endfunction()
 
