@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "support/com/AutomationValue.h"
 #include "support/com/ComText.h"
 
 namespace kavrelon {
@@ -13,10 +14,6 @@ namespace {
 
 HWND windowOf(long handle) {
     return reinterpret_cast<HWND>(static_cast<std::intptr_t>(handle));
-}
-
-constexpr VARIANT_BOOL variantBool(bool value) {
-    return value ? VARIANT_TRUE : VARIANT_FALSE;
 }
 
 }  // namespace
@@ -33,7 +30,7 @@ void TerminalView::follow() {
     long handle = 0;
     if (!window_ || FAILED(window_->get_hWnd(&handle)) || handle == 0 || handle == handle_) return;
     handle_ = handle;
-    window_->put_PasteBytes(variantBool(pasteBytes_));
+    window_->put_PasteBytes(toAutomation(pasteBytes_));
     showTitle();
 }
 
@@ -55,7 +52,7 @@ void TerminalView::paint(bool on) {
     VARIANT_BOOL now = VARIANT_FALSE;
     // A window that was resized paints again of itself.
     if (SUCCEEDED(window_->get_PaintOn(&now)) && (now != VARIANT_FALSE) != on)
-        window_->put_PaintOn(variantBool(on));
+        window_->put_PaintOn(toAutomation(on));
 }
 
 void TerminalView::show() {
