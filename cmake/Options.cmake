@@ -30,7 +30,7 @@ if(WIN32)
     target_compile_options(kavrelon_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
     # The run-time libraries come along: nothing but system DLLs is imported.
     target_link_options(kavrelon_options INTERFACE -static -fstack-protector-strong)
-    # Neither the time of a build nor its folder gets into what it makes.
+    # The same sources give the same bytes, in any folder and at any time.
     target_link_options(kavrelon_options INTERFACE -Wl,--no-insert-timestamp)
     target_compile_options(kavrelon_options INTERFACE
         $<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)

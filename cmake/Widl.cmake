@@ -7,6 +7,7 @@
 # @VARIABLES@ first, for identifiers that are configurable.
 
 find_program(KAVRELON_WIDL i686-w64-mingw32-widl)
+find_program(KAVRELON_FAKETIME faketime)
 find_path(KAVRELON_IDL_DIR oaidl.idl
     PATHS /usr/include/wine/wine/windows /usr/include/wine/windows
     NO_CMAKE_FIND_ROOT_PATH)
@@ -21,25 +22,28 @@ function(kavrelon_require variable what package)
 endfunction()
 
 kavrelon_require(KAVRELON_WIDL "The IDL compiler i686-w64-mingw32-widl" mingw-w64-tools)
+kavrelon_require(KAVRELON_FAKETIME "faketime" faketime)
 kavrelon_require(KAVRELON_IDL_DIR "oaidl.idl" libwine-dev)
 kavrelon_require(KAVRELON_STDOLE_DIR "The type library stdole2.tlb" libwine:i386)
 
 function(kavrelon_add_idl target idl)
     cmake_path(GET idl STEM name)
-    set(source ${CMAKE_CURRENT_SOURCE_DIR}/${idl})
-    if(EXISTS ${source}.in)
-        configure_file(${source}.in ${CMAKE_CURRENT_BINARY_DIR}/${name}.idl @ONLY)
-        set(source ${CMAKE_CURRENT_BINARY_DIR}/${name}.idl)
+    set(base ${CMAKE_CURRENT_BINARY_DIR}/${name})
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${idl}.in)
+        configure_file(${idl}.in ${base}.idl @ONLY)
+    else()
+        configure_file(${idl} ${base}.idl COPYONLY)
     endif()
 
-    set(base ${CMAKE_CURRENT_BINARY_DIR}/${name})
+    # widl writes the time into type libraries, and what it was told of the source's place into headers: it gets a
+    # time that stands still, and the bare name of a copy.
     add_custom_command(
         OUTPUT ${base}.h ${base}_i.c ${base}.tlb
-        COMMAND ${KAVRELON_WIDL} --win32
-            -I ${KAVRELON_IDL_DIR} -I ${CMAKE_CURRENT_SOURCE_DIR} -I ${CMAKE_CURRENT_BINARY_DIR}
-            -L ${KAVRELON_STDOLE_DIR} -L ${CMAKE_CURRENT_BINARY_DIR}
-            -h -H ${base}.h -u -U ${base}_i.c -t -o ${base}.tlb ${source}
-        DEPENDS ${source} ${ARGN}
+        COMMAND ${CMAKE_COMMAND} -E env TZ=UTC ${KAVRELON_FAKETIME} -f "2000-01-01 00:00:00" ${KAVRELON_WIDL} --win32
+            -I ${KAVRELON_IDL_DIR} -I ${CMAKE_CURRENT_BINARY_DIR} -L ${KAVRELON_STDOLE_DIR} -L ${CMAKE_CURRENT_BINARY_DIR}
+            -h -H ${base}.h -u -U ${base}_i.c -t ${name}.idl
+        WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
+        DEPENDS ${base}.idl ${ARGN}
         COMMENT "Compiling ${idl}"
         VERBATIM)
 
