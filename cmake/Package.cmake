@@ -16,6 +16,6 @@ if(WIN32)
     install(FILES ${idl}/kavrelon_i.c ${idl}/quillabor_i.c DESTINATION src)
     install(FILES ${PROJECT_SOURCE_DIR}/idl/kavrelon.idl ${idl}/quillabor.idl ${idl}/kavrelon.tlb ${idl}/quillabor.tlb
         DESTINATION idl)
-    install(DIRECTORY docs/minimal-host DESTINATION .)
-    install(DIRECTORY samplehost/remote DESTINATION .)
+    install(DIRECTORY docs/minimal-host DESTINATION docs)
+    install(DIRECTORY samplehost DESTINATION .)
 endif()

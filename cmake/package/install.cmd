@@ -39,7 +39,7 @@ if errorlevel 1 (
     echo install.cmd: the library could not be registered
     exit /b 1
 )
-echo Kavrelon is installed in %target%
+echo Kavrelon is installed in %target%; to begin, start "%target%\samplehost.exe"
 exit /b 0
 
 :uninstall

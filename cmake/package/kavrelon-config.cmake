@@ -2,7 +2,7 @@
 #   find_package(kavrelon 1 REQUIRED)
 #   target_link_libraries(host PRIVATE kavrelon::interfaces kavrelon::recognizer)
 #
-# kavrelon::interfaces: the headers quillabor.h and kavrelon.h, and the identifiers that they declare (Windows only).
+# kavrelon::interfaces: the headers quillabor.h and kavrelon.h, and the identifiers that they declare (for 32-bit Windows).
 # kavrelon::recognizer: the escape-sequence recogniser, in standard C++20.
 # Both are compiled along with the host, so that any compiler will do.
 
@@ -17,7 +17,9 @@ if(NOT TARGET kavrelon::recognizer)
         INTERFACE_COMPILE_FEATURES cxx_std_20)
 endif()
 
-if(NOT TARGET kavrelon::interfaces AND EXISTS "${_kavrelon}/include/kavrelon.h")
+if(NOT WIN32 OR NOT CMAKE_SIZEOF_VOID_P EQUAL 4)
+    message(STATUS "kavrelon: no kavrelon::interfaces, since this compiler's programs are not for 32-bit Windows")
+elseif(NOT TARGET kavrelon::interfaces AND EXISTS "${_kavrelon}/include/kavrelon.h")
     # The identifiers are plain data: as C++, they need no C compiler.
     set_source_files_properties("${_kavrelon}/src/kavrelon_i.c" "${_kavrelon}/src/quillabor_i.c"
         PROPERTIES LANGUAGE CXX)

@@ -69,7 +69,11 @@ struct Parent final : IClientParent {
     STDMETHODIMP ParentSendBreak() override { return S_OK; }
     STDMETHODIMP ParentReserved5() override { return E_NOTIMPL; }
     STDMETHODIMP get_ParentConnectionProfile(BSTR* name) override { return *name = toText("Minimal"), S_OK; }
-    STDMETHODIMP get_ParentIniFile(BSTR* path) override { return *path = toText("C:\\minimal.ini"), S_OK; }
+    STDMETHODIMP get_ParentIniFile(BSTR* path) override {
+        char file[MAX_PATH] = "";
+        ExpandEnvironmentStringsA("%APPDATA%\\minimal_host.ini", file, MAX_PATH);
+        return *path = toText(file), S_OK;
+    }
     STDMETHODIMP ParentSendCommand(BSTR) override { return S_OK; }
 };
 
@@ -83,21 +87,23 @@ struct Screen final : kavrelon::EscapeSink {
     }
     void sequence(std::int16_t row, std::span<const std::string_view> fields) override {
         SAFEARRAY* array = SafeArrayCreateVector(VT_BSTR, 1, static_cast<ULONG>(fields.size()));
-        LONG index = 0;
+        LONG index = 0, result = 0;
         for (const std::string_view field : fields) {
             BSTR text = toText(field);
             SafeArrayPutElement(array, &++index, text);
             SysFreeString(text);
         }
-        long result = 0;
-        table.EscTreeProcess(row, &array, &result);
+        const HRESULT done = table.EscTreeProcess(row, &array, &result);
+        if (FAILED(done)) std::fprintf(stderr, "row %d: %08lX\n", row, static_cast<unsigned long>(done));
         SafeArrayDestroy(array);
     }
     void unmatched(std::span<const std::uint8_t>) override {}
 };
 
-void run(bool once) {
+int main(int argc, char** argv) {
+    const bool once = argc > 1 && std::string_view(argv[1]) == "--once";
     static Parent parent;
+    check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "COM does not start");
     void* object = nullptr;
     check(CoCreateInstance(CLSID_clsTerminal, nullptr, CLSCTX_INPROC_SERVER, IID_IClientMain, &object),
           "the library is not registered");
@@ -139,11 +145,5 @@ void run(bool once) {
         std::puts(toBytes(text).c_str());
     }
     plugIn.OnClose();
-    plugIn.DestroyClass();
-}
-
-int main(int argc, char** argv) {
-    // The object and its interfaces go with the process.
-    check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "COM does not start");
-    run(argc > 1 && std::string_view(argv[1]) == "--once");
+    plugIn.DestroyClass();  // the object and its interfaces go with the process
 }
