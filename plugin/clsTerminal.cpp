@@ -120,7 +120,8 @@ void clsTerminal::SendCommand(const std::string& Value) {
 
 std::size_t clsTerminal::nextSlot() const {
     if (topIndex_ >= kUpperWindow) raise(RuntimeErrorNumber::SubscriptOutOfRange);
-    return static_cast<std::size_t>(topIndex_ + 1);
+    const int next = topIndex_ + 1;
+    return static_cast<std::size_t>(next);
 }
 
 std::shared_ptr<frmTerm> clsTerminal::NewTerminalWindow() {

@@ -35,7 +35,7 @@ constexpr std::size_t kLongestSubnegotiation = 4096;
 
 /// Urgent data without a Data Mark is no Synch: a session must not fall silent for good. A Synch has at most
 /// what waits in the system's buffers before its mark.
-constexpr std::size_t kMostLeftOut = 256 * 1024;
+constexpr std::size_t kMostLeftOut = std::size_t{256} * 1024;
 
 bool weDo(std::uint8_t code) {
     return code == option::kBinary || code == option::kSuppressGoAhead || code == option::kTerminalType ||

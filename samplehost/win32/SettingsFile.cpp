@@ -27,7 +27,7 @@ std::string fullPath(const std::string& path) {
 }  // namespace
 
 std::string namedSettingsFile(const std::string& path) {
-    const std::string full = fullPath(path);
+    std::string full = fullPath(path);
     const std::string folder = full.substr(0, full.find_last_of("\\/") + 1);
     const DWORD attributes = GetFileAttributesA(folder.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)

@@ -120,7 +120,7 @@ TEST(TerminalMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         busy = prepared();
         Outcome outcome{.failed = true};
         for (std::size_t n = 1; outcome.failed; ++n) {
-            outcome = withFailure(n, [&] { step(*busy); });
+            outcome = withFailure(n, [&, &step = step] { step(*busy); });
             const std::string now = busy->state();
             EXPECT_TRUE(now == before || (!outcome.raised && now == after)) << name << ", allocation " << n;
             EXPECT_TRUE(outcome.failed || now == after) << name;
