@@ -7,6 +7,7 @@
 #include "support/win32/WideText.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
+#include "terminal/win32/GdiFaces.h"
 #include "terminal/win32/MouseMessages.h"
 
 namespace kavrelon {
@@ -150,7 +151,8 @@ WindowAnswer Win32TermWindow::onCommand(TermWindowEvents& events, const WindowMe
         }
         case WM_INITMENUPOPUP:
             if (HIWORD(message.lParam) == 0) {
-                menus_.fill(reinterpret_cast<HMENU>(message.wParam), events);
+                GdiFaces faces(GetDC(message.window));
+                menus_.fill(reinterpret_cast<HMENU>(message.wParam), events, faces);
             }
             return 0;
         case WM_TIMER: {
