@@ -233,14 +233,18 @@ void PluginDriver::changeWindow() {
     const auto events = anyWindow(window);
     if (events == nullptr) return;
     callOne(
-        input_.below(8),
+        input_.below(9),
         [&] {
             window->resize({input_.byte() * kPixelsPerStep, input_.byte() * kPixelsPerStep});
         },
         [&] { window->setState(static_cast<WindowState>(input_.below(3))); },
         [&] { window->moveTo(point(input_)); }, [&] { window->makeActive(); },
         [&] { events->Form_LostFocus(); }, [&] { events->Form_Deactivate(); },
-        [&] { events->Form_Activate(); }, [&] { events->Form_Close(); });
+        [&] { events->Form_Activate(); }, [&] { events->Form_Close(); },
+        [&] {
+            events->Form_GotFocus();
+            static_cast<void>(events->leastInnerSize());
+        });
 }
 
 void PluginDriver::tickOrPaint() {

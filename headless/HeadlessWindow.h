@@ -38,6 +38,8 @@ class HeadlessWindow final : public TermWindow {
     bool CRtoCRLFChecked() const { return CRtoCRLFChecked_; }
     const std::string& screenWidthCaption() const { return screenWidthCaption_; }
     const FontChoice& font() const { return font_; }
+    /// Where the cursor's cell is, as screen readers were last told.
+    const Rect& caret() const { return caret_; }
     double askedFontSize() const { return askedFontSize_; }
     bool remoteMenuEnabled() const { return remoteMenuEnabled_; }
     /// The context menu last popped up.
@@ -98,6 +100,7 @@ class HeadlessWindow final : public TermWindow {
     void requestInnerSize(Size) override { sendMessages(); }
     void makeActive() override;
     void setFocus() override { sendMessages(); }
+    void placeCaret(const Rect& cell) override { caret_ = cell; }
     std::string caption() const override { return caption_; }
     void setCaption(const std::string& text) override { caption_ = text; }
     TitleBarSettings titleBarSettings() const override { return {}; }
@@ -138,6 +141,7 @@ class HeadlessWindow final : public TermWindow {
     /// What text and pictures are drawn on.
     ShownCells* target_ = &cells_;
     Rect grid_;
+    Rect caret_;
     Pen pen_;
     FontChoice font_{"", 0};
     double askedFontSize_ = kPoints;

@@ -86,6 +86,7 @@ std::string clsTerminal::IClientMain_PlugInVersion() const {
 }
 
 void clsTerminal::IClientReceive_ReceiveEnd() {
+    if (current_ != nullptr) current_->placeCaret();
     platform_.processMessages();
 }
 

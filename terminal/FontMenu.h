@@ -7,9 +7,10 @@
 
 namespace kavrelon {
 
-/// An entry of the font menu: its caption, with "&" before the letter that chooses it, and its font.
+/// An entry of the font menu: its caption, the letter of it that chooses the entry, and its font.
 struct FontMenuEntry {
     const char* caption;
+    char accessKey;
     FontChoice font;
 };
 
@@ -18,14 +19,14 @@ inline constexpr int kFontEntries = 8;
 
 /// The font menu, entries 1 to 8. The last two have full captions and abbreviated names.
 inline constexpr std::array<FontMenuEntry, kFontEntries> kFontMenu{{
-    {"&MS LineDraw", {"MS LineDraw", charsets::kDefault}},
-    {"&Lucida Console", {"Lucida Console", charsets::kOem}},
-    {"&Terminal", {"Terminal", charsets::kDefault}},
-    {"&Arial", {"Arial", charsets::kOem}},
-    {"L&ucida Sans Unicode", {"Lucida Sans Unicode", charsets::kOem}},
-    {"Times &New Roman", {"Times New Roman", charsets::kOem}},
-    {"&HyperFont Light", {"HyperFont Lt.", charsets::kDefault}},
-    {"HyperFont &Dark", {"HyperFont Dk.", charsets::kDefault}},
+    {"MS LineDraw", 'M', {"MS LineDraw", charsets::kDefault}},
+    {"Lucida Console", 'L', {"Lucida Console", charsets::kOem}},
+    {"Terminal", 'T', {"Terminal", charsets::kDefault}},
+    {"Arial", 'A', {"Arial", charsets::kOem}},
+    {"Lucida Sans Unicode", 'u', {"Lucida Sans Unicode", charsets::kOem}},
+    {"Times New Roman", 'N', {"Times New Roman", charsets::kOem}},
+    {"HyperFont Light", 'H', {"HyperFont Lt.", charsets::kDefault}},
+    {"HyperFont Dark", 'D', {"HyperFont Dk.", charsets::kDefault}},
 }};
 
 /// The entry that a stored or clicked number means: any number without a font of its own means the first.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "support/AsciiText.h"
+#include "terminal/FontFace.h"
 #include "terminal/FontMenu.h"
 #include "terminal/HostMenus.h"
 #include "terminal/PrinterType.h"
@@ -18,18 +19,10 @@ namespace {
 constexpr std::size_t kMostPrinters = 500;
 
 /// The printing methods that the settings file can name.
-constexpr std::array<const char*, kSpoolTypes.size()> kPrinterTypes{"&Default", "&Enhanced Metafile", "&Text",
-                                                                    "&Raw"};
+constexpr std::array<KeyedCaption, kSpoolTypes.size()> kPrinterTypes{
+    {{"Default", 'D'}, {"Enhanced Metafile", 'E'}, {"Text", 'T'}, {"Raw", 'R'}}};
 
-/// A text as a caption that shows just that: no letter is marked, nothing is set apart as the name of a key,
-/// and nothing after a null character is lost.
-std::string literalCaption(std::string text) {
-    std::ranges::replace_if(text, isControl, ' ');
-    for (auto place = text.find('&'); place != std::string::npos; place = text.find('&', place + 2)) {
-        text.insert(place, 1, '&');
-    }
-    return text;
-}
+constexpr const char* kNotInstalled = "not installed";
 
 /// The number of a command in a group that begins at `first`.
 std::optional<std::int16_t> numberIn(MenuCommand command, MenuCommand first, std::size_t count) {
@@ -45,28 +38,30 @@ std::optional<std::int16_t> fontEntry(MenuCommand command) {
 std::vector<MenuItem> fontItems() {
     std::vector<MenuItem> items;
     for (int entry = kFirstFontEntry; entry < kFirstFontEntry + kFontEntries; ++entry) {
+        const FontMenuEntry& font = fontMenuEntry(entry);
         items.push_back(
-            {MenuCommand::mnuFontStyle + static_cast<std::size_t>(entry), fontMenuEntry(entry).caption});
+            {MenuCommand::mnuFontStyle + static_cast<std::size_t>(entry), font.caption, font.accessKey});
     }
     return items;
 }
 
 std::vector<MenuItem> printerTypeItems() {
     std::vector<MenuItem> items;
-    for (const char* caption : kPrinterTypes) {
-        items.push_back({MenuCommand::mnuPrinterType + items.size(), caption});
+    for (const KeyedCaption& caption : kPrinterTypes) {
+        items.push_back({MenuCommand::mnuPrinterType + items.size(), caption.text, caption.accessKey});
     }
     items.emplace_back();
     return items;
 }
 
 std::vector<MenuItem> printerItems(const PrinterMenu& printers) {
-    if (printers.entries().empty()) return {{MenuCommand::mnuPrinter, "No printers", false}};
+    if (printers.entries().empty())
+        return {{.command = MenuCommand::mnuPrinter, .caption = "No printers", .enabled = false}};
     std::vector<MenuItem> items;
     for (const PrinterMenu::Entry& entry : printers.entries()) {
         if (items.size() == kMostPrinters) break;
         items.push_back({.command = MenuCommand::mnuPrinter + items.size(),
-                         .caption = literalCaption(entry.caption),
+                         .caption = entry.caption,
                          .checked = entry.checked});
     }
     return items;
@@ -76,9 +71,14 @@ std::vector<MenuItem> hostItems(MenuCommand first, HostMenus::Items from) {
     std::vector<MenuItem> items;
     items.reserve(from.shown.size() + 1);
     for (HostMenus::Item& item : from.shown) {
-        items.push_back({first + items.size(), literalCaption(std::move(item.caption)), item.enabled});
+        items.push_back(
+            {.command = first + items.size(), .caption = std::move(item.caption), .enabled = item.enabled});
     }
-    if (from.more > 0) items.push_back({MenuCommand::moreItems, std::to_string(from.more) + " more", false});
+    if (from.more > 0) {
+        items.push_back({.command = MenuCommand::moreItems,
+                         .caption = std::to_string(from.more) + " more",
+                         .enabled = false});
+    }
     return items;
 }
 
@@ -87,13 +87,13 @@ std::vector<MenuItem> hostItems(MenuCommand first, HostMenus::Items from) {
 std::vector<MenuItem> lastingItems(BarMenu menu) {
     switch (menu) {
         case BarMenu::mnuFile:
-            return {{MenuCommand::mnuFileRest, "&Reset"},
-                    {MenuCommand::mnuFileScreenWidth, kWideCaption},
-                    {MenuCommand::mnuFileCRtoCRLF, "CR &sends CR LF"},
-                    {MenuCommand::mnuFileClearClipboard, "&Clear Clipboard"},
-                    {MenuCommand::mnuFilePrint, "&Print Screen"},
+            return {{MenuCommand::mnuFileRest, "Reset", 'R'},
+                    mnuFileScreenWidth(kWideCaption),
+                    {MenuCommand::mnuFileCRtoCRLF, "CR sends CR LF", 's'},
+                    {MenuCommand::mnuFileClearClipboard, "Clear Clipboard", 'C'},
+                    {MenuCommand::mnuFilePrint, "Print Screen", 'P'},
                     {},
-                    {MenuCommand::mnuFileExit, "E&xit"}};
+                    {MenuCommand::mnuFileExit, "Exit", 'x'}};
         case BarMenu::mnuFont:
             return fontItems();
         case BarMenu::mnuPrinter:
@@ -121,9 +121,34 @@ std::vector<MenuItem> passingItems(BarMenu menu, TermWindowEvents& events) {
 }
 
 std::vector<MenuItem> mnuRightClick(bool copyEnabled, bool pasteEnabled) {
-    return {{MenuCommand::mnuRightClickCopy, "&Copy", copyEnabled},
-            {MenuCommand::mnuRightClickPaste, "&Paste", pasteEnabled},
-            {MenuCommand::mnuRightClickClear, "C&lear"}};
+    return {{MenuCommand::mnuRightClickCopy, "Copy", 'C', "", copyEnabled},
+            {MenuCommand::mnuRightClickPaste, "Paste", 'P', "", pasteEnabled},
+            {MenuCommand::mnuRightClickClear, "Clear", 'l'}};
+}
+
+std::vector<MenuItem> mnuFontStyle(InstalledFaces& faces) {
+    std::vector<MenuItem> items = fontItems();
+    for (std::size_t entry = 0; entry < items.size(); ++entry) {
+        if (!faces.has(kFontMenu[entry].font.name)) items[entry].note = kNotInstalled;
+    }
+    return items;
+}
+
+MenuItem mnuFileScreenWidth(std::string_view caption) {
+    // Both captions have the letter, so that the key stays the same.
+    return {MenuCommand::mnuFileScreenWidth, std::string(caption), 'L'};
+}
+
+std::string menuText(const MenuItem& item) {
+    const auto marked = item.accessKey == '\0' ? std::string::npos : item.caption.find(item.accessKey);
+    std::string text;
+    for (std::size_t place = 0; place < item.caption.size(); ++place) {
+        const char ch = item.caption[place];
+        if (ch == '&' || place == marked) text += '&';
+        // A tab would set apart what follows, and a null character end the text.
+        text += isControl(ch) ? ' ' : ch;
+    }
+    return *item.note == '\0' ? text : text + '\t' + item.note;
 }
 
 bool redrawsScreen(MenuCommand command) {

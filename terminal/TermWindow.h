@@ -65,6 +65,10 @@ class TermWindow : public TermSurface {
     /// Gives the window the keyboard focus.
     virtual void setFocus() = 0;
 
+    /// Tells screen readers, magnifiers and input methods where the cursor's cell is, while the window has
+    /// the focus. Draws nothing.
+    virtual void placeCaret(const Rect& cell) = 0;
+
     /// The text of the title bar.
     virtual std::string caption() const = 0;
     virtual void setCaption(const std::string& text) = 0;
@@ -123,6 +127,8 @@ class TermWindowEvents {
     virtual void Form_Paint() noexcept = 0;
     /// The inner area or the state has changed.
     virtual void Form_Resize() noexcept = 0;
+    /// The user is sizing the window: the least that its inner area may become.
+    virtual Size leastInnerSize() noexcept = 0;
     /// The window has moved on the desktop, or it was shown, hidden, minimised or restored.
     virtual void Form_Move() noexcept = 0;
     virtual void Form_Activate() noexcept = 0;
@@ -136,6 +142,7 @@ class TermWindowEvents {
     /// A character was typed, in the ANSI code page.
     virtual void Form_KeyPress(std::int16_t KeyAscii) noexcept = 0;
     virtual void Form_KeyUp(std::int16_t keyCode) noexcept = 0;
+    virtual void Form_GotFocus() noexcept = 0;
     virtual void Form_LostFocus() noexcept = 0;
     virtual void Form_MouseDown(MouseButton button, Point mouse) noexcept = 0;
     /// The mouse has moved; positions outside the window arrive as long as the left button is held.

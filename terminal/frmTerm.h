@@ -96,6 +96,11 @@ class frmTerm final : public TermWindowEvents,
     std::string SelectionText() const;
     void TurnOnOffCursor(bool OnOff);
     bool cursorBlinks() const { return cursorBlinks_; }
+    /// Tells the platform where the cursor is, for those who follow it. Due where a block of received data
+    /// ends; the blink does it too, for whatever else moves the cursor.
+    void placeCaret() {
+        if (isLoaded()) window_->placeCaret(screen_.cursorBlock());
+    }
     void ReadINIFile() noexcept;
     /// Carries out a text command: "IMAGE", "IMAGECLEAR", "PASTEOK" or "CUTOK", in any case. Numbers of an
     /// "IMAGE" that cannot be read count as 0; an "IMAGECLEAR" without a number clears nothing. Sets
@@ -131,6 +136,7 @@ class frmTerm final : public TermWindowEvents,
     // Events of the platform's window
     void Form_Paint() noexcept override;
     void Form_Resize() noexcept override;
+    Size leastInnerSize() noexcept override;
     void Form_Move() noexcept override;
     void Form_Activate() noexcept override;
     void Form_Deactivate() noexcept override;
@@ -138,6 +144,7 @@ class frmTerm final : public TermWindowEvents,
     void Form_KeyDown(KeyStroke& key) noexcept override;
     void Form_KeyPress(std::int16_t KeyAscii) noexcept override;
     void Form_KeyUp(std::int16_t keyCode) noexcept override;
+    void Form_GotFocus() noexcept override { placeCaret(); }
     void Form_LostFocus() noexcept override;
     void Form_MouseDown(MouseButton button, Point mouse) noexcept override;
     void Form_MouseMove(bool leftHeld, Point mouse) noexcept override;
@@ -175,7 +182,10 @@ class frmTerm final : public TermWindowEvents,
     // What the screen tells.
     void screenErased() noexcept override { HelpBoxes_.closeAll(); }
     void rowsErased(int firstRow) noexcept override { HelpBoxes_.closeFrom(firstRow); }
-    void gridMoved() override { HelpBoxes_.follow(helpGrid()); }
+    void gridMoved() override {
+        placeCaret();
+        HelpBoxes_.follow(helpGrid());
+    }
     void bellReceived() override { window_->enableTimer(TermTimer::tmrBeep, true); }
 
     // What help boxes ask for.

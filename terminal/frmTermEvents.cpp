@@ -41,6 +41,12 @@ void frmTerm::Form_Resize() noexcept {
     });
 }
 
+Size frmTerm::leastInnerSize() noexcept {
+    Size least;
+    carryOn([&] { least = screen_.leastInnerSize(); });
+    return least;
+}
+
 void frmTerm::Form_Move() noexcept {
     screen_.visibilityChanged();
     HelpBoxes_.parentChanged();
@@ -61,6 +67,7 @@ void frmTerm::Form_Close() noexcept {
 void frmTerm::cursor_timer_Timer() noexcept {
     if (!TermActive_) return;
     carryOn([this] { screen_.blinkCursor(); });
+    placeCaret();
     // A platform may bring the window to the front without telling it, which leaves its boxes below it.
     HelpBoxes_.parentChanged();
 }

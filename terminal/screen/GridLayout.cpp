@@ -76,6 +76,14 @@ bool GridLayout::fitFont(TermSurface& surface, int columns, int lines) {
     return measured;
 }
 
+Size GridLayout::smallestGrid(TermSurface& surface, int columns, int lines) {
+    const double before = surface.fontSize();
+    surface.setFontSize(kSmallestFont * surface.pointsPerPixel());
+    const Size cell = surface.measureCell();
+    surface.setFontSize(before);
+    return {cell.width * std::max(columns, 0), cell.height * std::max(lines, 0)};
+}
+
 void GridLayout::layOut(TermSurface& surface, int columns, int lines, bool fitFontToWindow) {
     columns = std::max(columns, 0);
     lines = std::max(lines, 0);

@@ -43,6 +43,9 @@ class GridLayout {
     /// grid fits. Tells the surface where the grid is. While the platform has no font to measure, the grid
     /// stays as it is, and is not laid out.
     void layOut(TermSurface& surface, int columns, int lines, bool fitFontToWindow);
+    /// What so many cells take in the smallest font that fits a window; 0 x 0 while the platform has no font.
+    /// Lays nothing out.
+    static Size smallestGrid(TermSurface& surface, int columns, int lines);
     /// Whether the last layout could be made.
     bool laidOut() const { return laidOut_; }
 

@@ -146,6 +146,9 @@ class Screen {
     /// Lays the grid out in the window; with `AutoSize` the font follows the window, without it a window that
     /// is neither maximised nor minimised is asked to fit the grid when `mayResizeWindow`.
     void term_setfontsize(bool mayResizeWindow = false);
+    /// The smallest inner area that shows the whole screen while the font follows the window; 0 x 0 while it
+    /// does not.
+    Size leastInnerSize() const;
     /// Clears the window, lays the grid out and repaints the screen.
     void layOutAndRepaint();
     /// The window's inner area has changed: lays the grid out, and repaints if anything was written.
@@ -200,6 +203,9 @@ class Screen {
     void blinkCursor();
     /// Puts back a mark that a repaint took off and has not put back.
     void restoreCursor();
+
+    /// The block of the cursor's cell, where the mark is drawn.
+    Rect cursorBlock() const { return grid().cellBlock(CursorX_, CursorY_); }
 
     /// Whether anything was stored, erased, scrolled or repainted, or a rendition code set, since the last
     /// `ClearScreen`.

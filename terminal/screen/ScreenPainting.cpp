@@ -72,6 +72,11 @@ void Screen::term_setfontsize(bool mayResizeWindow) {
     surface_->requestInnerSize({whole.width(), whole.height() * LinesPerPage_});
 }
 
+Size Screen::leastInnerSize() const {
+    if (surface_ == nullptr || !AutoSize_) return {};
+    return GridLayout::smallestGrid(*surface_, CharsPerLine_, LinesPerPage_);
+}
+
 void Screen::ClearWindow() {
     mark_.forget();
     if (!drawing_) return;
@@ -266,7 +271,7 @@ void Screen::paintWindow() {
 }
 
 void Screen::ShowCursor() {
-    if (painting()) mark_.show(drawing_ ? surface_ : nullptr, grid().cellBlock(CursorX_, CursorY_));
+    if (painting()) mark_.show(drawing_ ? surface_ : nullptr, cursorBlock());
 }
 
 void Screen::takeMarkOff() {

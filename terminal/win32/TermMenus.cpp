@@ -18,19 +18,30 @@ void append(HMENU menu, const std::vector<MenuItem>& items) {
             const UINT state =
                 (item.enabled ? MF_ENABLED : MF_GRAYED) | (item.checked ? MF_CHECKED : MF_UNCHECKED);
             AppendMenuW(menu, MF_STRING | state, static_cast<UINT_PTR>(item.command),
-                        toShownWide(item.caption).c_str());
+                        toShownWide(menuText(item)).c_str());
         }
     }
 }
 
 /// Returns the popup, which is the bar's from now on.
-HMENU appendPopup(HMENU bar, const std::vector<MenuItem>& items, const char* caption) {
+HMENU appendPopup(HMENU bar, const std::vector<MenuItem>& items, const KeyedCaption& caption) {
     Menu popup(CreatePopupMenu());
     HMENU menu = popup.get();
     append(menu, items);
-    if (AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), caption))
+    const MenuItem item{.caption = caption.text, .accessKey = caption.accessKey};
+    if (AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), menuText(item).c_str()))
         static_cast<void>(popup.release());
     return menu;
+}
+
+/// Gives an item of the menu another text; its state and its mark stay.
+void rename(HMENU menu, const MenuItem& item) {
+    std::wstring text = toShownWide(menuText(item));
+    MENUITEMINFOW change{};
+    change.cbSize = sizeof change;
+    change.fMask = MIIM_STRING;
+    change.dwTypeData = text.data();
+    SetMenuItemInfoW(menu, static_cast<UINT>(item.command), FALSE, &change);
 }
 
 /// Removes the items from a position on, the last one first: nothing has to move up then.
@@ -87,8 +98,7 @@ void TermMenus::checkCRtoCRLF(bool on) const {
 }
 
 void TermMenus::setScreenWidthCaption(std::string_view caption) const {
-    const auto command = static_cast<UINT>(MenuCommand::mnuFileScreenWidth);
-    ModifyMenuA(bar_, command, MF_BYCOMMAND | MF_STRING, command, std::string(caption).c_str());
+    rename(bar_, mnuFileScreenWidth(caption));
 }
 
 bool TermMenus::enableRemote(bool enabled) const {
@@ -97,10 +107,13 @@ bool TermMenus::enableRemote(bool enabled) const {
     return before != -1 && static_cast<UINT>(before) != state;
 }
 
-void TermMenus::fill(HMENU popup, TermWindowEvents& events) const {
+void TermMenus::fill(HMENU popup, TermWindowEvents& events, InstalledFaces& faces) const {
     const auto found = std::ranges::find(popups_, popup);
     if (found == popups_.end()) return;
     const auto menu = static_cast<BarMenu>(found - popups_.begin());
+    if (menu == BarMenu::mnuFont) {
+        for (const MenuItem& item : mnuFontStyle(faces)) rename(popup, item);
+    }
     const std::vector<MenuItem> items = passingItems(menu, events);
     removeFrom(popup, static_cast<int>(lastingItems(menu).size()));
     append(popup, items);

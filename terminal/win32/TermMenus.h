@@ -29,7 +29,7 @@ class TermMenus {
     /// Returns whether that changes the bar, which is to be drawn again then.
     bool enableRemote(bool enabled) const;
     /// Gives the menu that is about to open the items that it is to show from now on.
-    void fill(HMENU popup, TermWindowEvents& events) const;
+    void fill(HMENU popup, TermWindowEvents& events, InstalledFaces& faces) const;
     /// Pops the context menu up at the mouse, for a window that gets the choice as a command.
     static void popUp(HWND window, bool copyEnabled, bool pasteEnabled);
 

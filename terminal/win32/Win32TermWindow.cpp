@@ -7,7 +7,9 @@
 #include "support/win32/WideText.h"
 #include "terminal/win32/Bell.h"
 #include "terminal/win32/Clipboard.h"
+#include "terminal/win32/GdiFaces.h"
 #include "terminal/win32/MouseMessages.h"
+#include "terminal/win32/WindowExtent.h"
 
 namespace kavrelon {
 namespace {
@@ -36,13 +38,6 @@ bool isKeyMessage(UINT message) {
            message == WM_KILLFOCUS;
 }
 
-RECT workArea(HWND window) {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoA(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
-    return monitor.rcWork;
-}
-
 }  // namespace
 
 WindowHandle Win32TermWindow::create(const WindowClass& windowClass, HMENU menu) {
@@ -63,6 +58,7 @@ Win32TermWindow::~Win32TermWindow() {
 
 void Win32TermWindow::close() noexcept {
     if (window_ == nullptr) return;
+    caret_.lostFocus();
     stopListeningTo(window_.get());
     surface_.detach();
     window_.reset();
@@ -70,6 +66,7 @@ void Win32TermWindow::close() noexcept {
 
 void Win32TermWindow::windowDestroyed() {
     const std::shared_ptr<TermWindowEvents> events = events_.lock();
+    caret_.lostFocus();
     surface_.detach();
     menus_.forget();
     static_cast<void>(window_.release());
@@ -88,6 +85,7 @@ WindowAnswer Win32TermWindow::handle(const WindowMessage& message) {
             handleMouse(*events, message.window, message.id, message.wParam, message.lParam)) {
         return answer;
     }
+    onFocus(*events, message);
     if (isKeyMessage(message.id)) return keys_.handle(*events, message);
     return onSession(*events, message);
 }
@@ -107,6 +105,10 @@ WindowAnswer Win32TermWindow::onDrawing(TermWindowEvents& events, const WindowMe
             if (!IsIconic(message.window)) events.Form_Paint();
             return 0;
         }
+        case WM_SIZING:
+            boundSizing(message.window, static_cast<int>(message.wParam), events.leastInnerSize(),
+                        *reinterpret_cast<RECT*>(message.lParam));
+            return TRUE;
         case WM_WINDOWPOSCHANGED:
             events.Form_Move();
             return std::nullopt;
@@ -150,7 +152,8 @@ WindowAnswer Win32TermWindow::onCommand(TermWindowEvents& events, const WindowMe
         }
         case WM_INITMENUPOPUP:
             if (HIWORD(message.lParam) == 0) {
-                menus_.fill(reinterpret_cast<HMENU>(message.wParam), events);
+                GdiFaces faces(GetDC(message.window));
+                menus_.fill(reinterpret_cast<HMENU>(message.wParam), events, faces);
             }
             return 0;
         case WM_TIMER: {
@@ -164,6 +167,15 @@ WindowAnswer Win32TermWindow::onCommand(TermWindowEvents& events, const WindowMe
         }
         default:
             return std::nullopt;
+    }
+}
+
+void Win32TermWindow::onFocus(TermWindowEvents& events, const WindowMessage& message) {
+    if (message.id == WM_SETFOCUS) {
+        caret_.gotFocus(message.window);
+        events.Form_GotFocus();
+    } else if (message.id == WM_KILLFOCUS) {
+        caret_.lostFocus();
     }
 }
 
@@ -212,11 +224,10 @@ void Win32TermWindow::setState(WindowState state) {
 
 void Win32TermWindow::requestInnerSize(Size size) {
     if (state() != WindowState::Normal) return;
-    RECT frame{0, 0, size.width, size.height};
-    AdjustWindowRectEx(&frame, styleBits(), TRUE, 0);
+    const Size outer = outerSize(window_.get(), size);
     const RECT area = workArea(window_.get());
-    const LONG width = std::min(frame.right - frame.left, area.right - area.left);
-    const LONG height = std::min(frame.bottom - frame.top, area.bottom - area.top);
+    const LONG width = std::min<LONG>(outer.width, area.right - area.left);
+    const LONG height = std::min<LONG>(outer.height, area.bottom - area.top);
     RECT now{};
     GetWindowRect(window_.get(), &now);
     SetWindowPos(window_.get(), nullptr, static_cast<int>(std::min(now.left, area.right - width)),

@@ -10,6 +10,7 @@
 #include "support/win32/WindowHandle.h"
 #include "support/win32/WindowProcedure.h"
 #include "terminal/TermWindow.h"
+#include "terminal/win32/Caret.h"
 #include "terminal/win32/KeyMessages.h"
 #include "terminal/win32/TermMenus.h"
 #include "terminal/win32/Win32TermSurface.h"
@@ -66,6 +67,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     void requestInnerSize(Size size) override;
     void makeActive() override;
     void setFocus() override;
+    void placeCaret(const Rect& cell) override { caret_.place(cell); }
 
     std::string caption() const override;
     void setCaption(const std::string& text) override;
@@ -96,6 +98,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     WindowAnswer handle(const WindowMessage& message) override;
     WindowAnswer onDrawing(TermWindowEvents& events, const WindowMessage& message);
     WindowAnswer onCommand(TermWindowEvents& events, const WindowMessage& message);
+    void onFocus(TermWindowEvents& events, const WindowMessage& message);
     static WindowAnswer onSession(TermWindowEvents& events, const WindowMessage& message);
     template <class Change>
     void redrawAtOnce(HWND window, Change change);
@@ -106,6 +109,7 @@ class Win32TermWindow final : public TermWindow, private WindowProcedure {
     WindowHandle window_;
     Win32TermSurface surface_;
     KeyMessages keys_;
+    Caret caret_;
     WindowState stateWhenShown_ = WindowState::Normal;
     /// The state and the inner area of the last message about them.
     std::pair<WPARAM, LPARAM> sizeTold_{~WPARAM{0}, 0};

@@ -41,6 +41,43 @@ TEST_F(WindowInput, KeysSendWhatTheTablesSay) {
     EXPECT_EQ(sentBy({{'A'}}), "<F14>a") << "Alt let go first";
 }
 
+TEST_F(WindowInput, TheSystemsCaretFollowsTheCursorUnseen) {
+    const auto caret = [] {
+        GUITHREADINFO state{};
+        state.cbSize = sizeof state;
+        GetGUIThreadInfo(GetCurrentThreadId(), &state);
+        const RECT& at = state.rcCaret;
+        return std::pair(state.hwndCaret, Rect{static_cast<int>(at.left), static_cast<int>(at.top),
+                                               static_cast<int>(at.right), static_cast<int>(at.bottom)});
+    };
+    (*form)->TurnOnOffCursor(false);
+    (*form)->screen().HideCursor();
+    form->writeAt(5, 3, "text");
+    const WindowImage before = form->picture();
+    (*form)->placeCaret();
+    EXPECT_EQ(caret(), std::pair(form->window(), form->cell(9, 3)));
+    EXPECT_EQ(form->picture(), before);
+    form->setSize({500, 400});
+    EXPECT_EQ(caret(), std::pair(form->window(), form->cell(9, 3)));
+    {
+        const TestForm above = open();
+        EXPECT_EQ(caret(), std::pair(above.window(), above.cell(0, 0)));
+        (*form)->placeCaret();
+        EXPECT_EQ(caret().first, above.window());
+        SetFocus(nullptr);
+        EXPECT_EQ(caret().first, nullptr);
+        form->writeAt(1, 1, "");
+    }
+    SetFocus(form->window());
+    EXPECT_EQ(caret(), std::pair(form->window(), form->cell(1, 1)));
+    destroy();
+    EXPECT_EQ(caret().first, nullptr);
+    reopen();
+    EXPECT_EQ(caret().first, form->window());
+    DestroyWindow(form->window());
+    EXPECT_EQ(caret().first, nullptr);
+}
+
 TEST_F(WindowInput, TypedCharactersGoThroughUnchanged) {
     EXPECT_TRUE(IsWindowUnicode(form->window()));
     for (const bool singleByteLoop : {false, true}) {

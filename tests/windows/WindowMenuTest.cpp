@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <set>
 
+#include "support/win32/ReplacedImports.h"
 #include "tests/windows/WindowInputSupport.h"
 
 namespace kavrelon {
@@ -104,18 +104,35 @@ TEST_F(WindowMenu, AFloodOfEntriesIsBoundedAndItsMenuOpensAtOnce) {
     EXPECT_LT(committedBytes(), before + kMegabyte);
 }
 
-TEST_F(WindowMenu, EveryMnemonicIsItsOwn) {
-    for (const HMENU each :
-         {GetMenu(form->window()), menu(*form, "File"), menu(*form, "Font"), menu(*form, "Printer")}) {
-        std::set<int> letters;
-        for (int i = 0; i < GetMenuItemCount(each); ++i) {
-            const std::string text = caption(each, i);
-            const auto mark = text.find('&');
-            if (mark == std::string::npos) continue;
-            EXPECT_TRUE(letters.insert(toupper(text.at(mark + 1))).second) << text;
-        }
-        EXPECT_GE(letters.size(), 3U);
-    }
+std::string installedFace;
+int searches = 0;
+
+int WINAPI enumerateFaces(HDC, LOGFONTA* wanted, FONTENUMPROCA found, LPARAM value, DWORD) {
+    ++searches;
+    return wanted->lfFaceName == installedFace ? found(wanted, nullptr, TRUETYPE_FONTTYPE, value) : 1;
+}
+
+TEST_F(WindowMenu, FontsThatAreNotInstalledSaySoAndCanStillBeChosen) {
+    const HMENU fonts = menu(*form, "Font");
+    click(*form, fonts, 6);
+    const ReplacedImports replaced(GetModuleHandleA(nullptr),
+                                   {{"EnumFontFamiliesExA", reinterpret_cast<void*>(enumerateFaces)}});
+    ASSERT_EQ(replaced.count(), 1U);
+    const auto open = [&](HMENU popup) {
+        searches = 0;
+        SendMessageA(form->window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), 1);
+        return caption(fonts, 6) + '|' + caption(fonts, 7);
+    };
+    installedFace = "HyperFont Dk.";
+    EXPECT_EQ(open(menu(*form, "File")), "&HyperFont Light|HyperFont &Dark");
+    EXPECT_EQ(searches, 0);
+    EXPECT_EQ(open(fonts), "&HyperFont Light\tnot installed|HyperFont &Dark");
+    EXPECT_EQ(searches, 8);
+    EXPECT_EQ(checked(fonts), 6);
+    EXPECT_EQ(GetMenuState(fonts, 6, MF_BYPOSITION) & MF_GRAYED, 0U);
+    installedFace = "HyperFont Lt.";
+    EXPECT_EQ(open(fonts), "&HyperFont Light|HyperFont &Dark\tnot installed");
+    EXPECT_EQ(checked(fonts), 6);
 }
 
 }  // namespace

@@ -54,6 +54,40 @@ TEST_F(WindowSize, TheLargestFontThatFitsIsCentredAndEveryPixelPainted) {
     }
 }
 
+TEST_F(WindowSize, TheUserCannotDragItSmallerThanItsScreenButAHostCan) {
+    const TestForm form = open();
+    const auto dragged = [&](int edge, RECT to) {
+        SendMessageA(form.window(), WM_SIZING, static_cast<WPARAM>(edge), reinterpret_cast<LPARAM>(&to));
+        return to;
+    };
+    // The menu bar of the second has several lines.
+    for (const Size cells : {Size{132, 50}, Size{30, 12}, Size{80, 25}}) {
+        std::int16_t lines = static_cast<std::int16_t>(cells.height);
+        form->screen().ScreenSize(static_cast<std::int16_t>(cells.width), lines);
+        form.setSize({900, 620});
+        const Rect cell = form.cell(0, 0);
+        const RECT corner = dragged(WMSZ_TOPLEFT, {1190, 890, 1200, 900});
+        EXPECT_TRUE(corner.right == 1200 && corner.bottom == 900);
+        EXPECT_EQ(form.cell(0, 0), cell) << "nothing has happened yet";
+        form.setSize({static_cast<int>(1200 - corner.left), static_cast<int>(900 - corner.top)});
+        EXPECT_EQ(form.cell(0, 0).left + form.cell(0, 0).top, 0);
+        EXPECT_EQ(form.picture().width(), form.cell(cells.width, 0).left);
+        EXPECT_EQ(form.picture().height(), form.cell(0, cells.height).top);
+        const RECT edge = dragged(WMSZ_RIGHT, {100, 100, 101, 700});
+        EXPECT_TRUE(edge.right - edge.left == 1200 - corner.left && edge.bottom == 700) << edge.right;
+    }
+    form.setSize({200, 150});
+    EXPECT_EQ(rectangleOf(form.window()).width(), 200);
+
+    std::int16_t many = 1024;
+    form->screen().ScreenSize(many, many);
+    const RECT whole = dragged(WMSZ_BOTTOMRIGHT, {0, 0, 10, 10});
+    EXPECT_LE(whole.right, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_LE(whole.bottom, GetSystemMetrics(SM_CYSCREEN));
+    form->screen().AutoSize(false);
+    EXPECT_LT(dragged(WMSZ_BOTTOM, {0, 0, 900, 60}).bottom, 100);
+}
+
 TEST_F(WindowSize, TheGridComesRightAfterAShortageOfDrawingObjects) {
     const std::vector<std::function<void(const TestForm&)>> changes{
         [](const TestForm& form) {

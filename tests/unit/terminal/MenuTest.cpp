@@ -16,6 +16,12 @@ class MenuTest : public ConnectedTest {
 
     /// The items that a menu gets when it opens.
     std::vector<MenuItem> opened(BarMenu menu) const { return passingItems(menu, form()); }
+    static std::vector<MenuItem> bar() {
+        std::vector<MenuItem> items;
+        for (const auto& [text, accessKey] : kBarCaptions)
+            items.push_back({.caption = text, .accessKey = accessKey});
+        return items;
+    }
     void chooseLast(BarMenu menu) const { choose(opened(menu).back().command, form()); }
 };
 
@@ -80,9 +86,39 @@ TEST_F(MenuTest, CaptionsAreShownAsTheyWereSent) {
     for (const auto& [sent, shown] : cases) {
         form().AddRemote("tool", sent);
         form().AddKB("page", sent);
-        EXPECT_EQ(opened(BarMenu::mnuRemote).back().caption, shown);
-        EXPECT_EQ(opened(BarMenu::mnuKnowledgeBase).back().caption, shown);
+        for (const BarMenu menu : {BarMenu::mnuRemote, BarMenu::mnuKnowledgeBase}) {
+            EXPECT_EQ(opened(menu).back().caption, sent);
+            EXPECT_EQ(menuText(opened(menu).back()), shown);
+        }
     }
+}
+
+TEST_F(MenuTest, CaptionsAreExactAndEachItemOfAMenuHasAKeyOfItsOwn) {
+    const std::pair<std::vector<MenuItem>, std::string> menus[] = {
+        {bar(), "&File F&ont &Printer &Knowledge Base &Remote"},
+        {lastingItems(BarMenu::mnuFile),
+         "&Reset 132 Char per &Line CR &sends CR LF &Clear Clipboard &Print Screen  E&xit"},
+        {lastingItems(BarMenu::mnuFont),
+         "&MS LineDraw &Lucida Console &Terminal &Arial L&ucida Sans Unicode Times &New Roman "
+         "&HyperFont Light HyperFont &Dark"},
+        {lastingItems(BarMenu::mnuPrinter), "&Default &Enhanced Metafile &Text &Raw "},
+        {opened(BarMenu::mnuPrinter), "No printers"},
+        {opened(BarMenu::mnuKnowledgeBase), "All Categories"},
+        {opened(BarMenu::mnuRemote), "None"},
+        {mnuRightClick(true, true), "&Copy &Paste C&lear"}};
+    for (const auto& [items, expected] : menus) {
+        std::string texts;
+        std::set<int> keys;
+        for (const MenuItem& item : items) {
+            std::string text = menuText(item);
+            texts += (texts.empty() ? "" : " ") + text;
+            EXPECT_TRUE(item.accessKey == '\0' || keys.insert(toupper(item.accessKey)).second) << text;
+            std::erase(text, '&');
+            EXPECT_EQ(text, item.caption);
+        }
+        EXPECT_EQ(texts, expected);
+    }
+    EXPECT_EQ(menuText(mnuFileScreenWidth("80 Char per Line")), "80 Char per &Line");
 }
 
 TEST_F(MenuTest, OnlyWebAddressesStartWithoutTheUsersYes) {
@@ -193,10 +229,10 @@ TEST_F(MenuTest, PrintersAreShownAsTheyAreCalled) {
     EXPECT_FALSE(opened(BarMenu::mnuPrinter).at(0).enabled);
     printers.installed = {"A & B && C", "&"};
     printers.defaultPrinter = printers.installed[0];
-    EXPECT_EQ(opened(BarMenu::mnuPrinter).at(0).caption, "A && B &&&& C (default)");
+    EXPECT_EQ(menuText(opened(BarMenu::mnuPrinter).at(0)), "A && B &&&& C (default)");
     chooseLast(BarMenu::mnuPrinter);
     const auto items = opened(BarMenu::mnuPrinter);
-    EXPECT_EQ(items.at(1).caption, "&&");
+    EXPECT_EQ(menuText(items.at(1)), "&&");
     EXPECT_TRUE(items.at(1).checked && !items.at(0).checked);
 }
 

@@ -114,6 +114,39 @@ TEST_F(PaintingTest, CursorBlinksOnItsCell) {
     EXPECT_EQ(marks(), Marks{});
 }
 
+TEST_F(PaintingTest, TheCaretFollowsTheCursorWhereABlockEnds) {
+    const auto caretAt = [this](int column, int row) {
+        return window().caret() == screen().grid().cellBlock(column, row);
+    };
+    terminal->IClientReceive_ReceiveEnd();
+    type("a\r\nbc");
+    sequence(kCursorPosition, {"7", "3"});
+    EXPECT_TRUE(caretAt(0, 0)) << "it costs the bytes nothing";
+    terminal->IClientReceive_ReceiveEnd();
+    EXPECT_TRUE(caretAt(2, 6));
+    const Rect before = window().caret();
+    window().resize({700, 500});
+    EXPECT_TRUE(caretAt(2, 6) && window().caret() != before);
+    screen().SetCursor(80, 1);
+    blink();
+    EXPECT_TRUE(caretAt(80, 1)) << "moved by a host";
+    screen().SetCursor(4, 4);
+    form().Form_GotFocus();
+    EXPECT_TRUE(caretAt(4, 4));
+    form().Unload();
+    terminal->IClientReceive_ReceiveEnd();
+}
+
+TEST_F(PaintingTest, TheLeastWindowShowsTheWholeScreen) {
+    EXPECT_EQ(form().leastInnerSize(), (Size{80 * 8, 25 * 16}));
+    setSize(132, 50);
+    EXPECT_EQ(form().leastInnerSize(), (Size{132 * 8, 50 * 16}));
+    screen().CharsPerLine(-5);
+    EXPECT_EQ(form().leastInnerSize().width, 0);
+    screen().AutoSize(false);
+    EXPECT_EQ(form().leastInnerSize(), Size{});
+}
+
 TEST_F(PaintingTest, CursorMarkGivesWayToOutputAndComesBackAfterABurst) {
     const std::pair<std::function<void()>, Marks> cases[] = {
         {[this] { screen().CursorY(24), type("\n"); }, {}},
