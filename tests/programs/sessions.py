@@ -210,6 +210,7 @@ class Programs(Session, unittest.TestCase):
 
 class Servers(unittest.TestCase):
     """Servers that are no ordinary ones."""
+    maxDiff = None
 
     def start(self, *options):
         self.server = Listener()
