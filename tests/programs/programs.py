@@ -3,13 +3,14 @@ and tmux, which shows the same programs."""
 
 import os
 import re
+import signal
 import socket
 import struct
 import subprocess
 import time
 
 ROWS, COLUMNS = 25, 80
-LINE_DRAWING = str.maketrans('jklmnqtuvwxa', '┘┐┌└┼─├┤┴┬│▒')
+LINE_DRAWING = str.maketrans('jklmnqtuvwxa0-.', '┘┐┌└┼─├┤┴┬│▒█^v')
 # No result depends on it: it is only how long a test waits before it says that something never came.
 PATIENCE = 90
 
@@ -91,6 +92,12 @@ class SampleHost:
     def press(self, *keys):
         run('xdotool', 'key', '--delay', '4', *keys)
 
+    def pause(self):
+        self.process.send_signal(signal.SIGSTOP)
+
+    def resume(self):
+        self.process.send_signal(signal.SIGCONT)
+
     def drag(self, start, end):
         # Motions that follow one another at once are taken as one.
         run('xdotool', 'mousemove', *map(str, start), 'sleep', '0.2', 'mousedown', '1', 'sleep', '0.2', 'mousemove',
@@ -125,10 +132,13 @@ class Listener:
         self.connection.sendall(data)
 
     def receives(self, expected):
+        """Waits for what is typed; answers of telnet's own may come in between."""
         def there():
-            if expected not in self.received:
-                self.received += self.connection.recv(65536)
-            return expected in self.received
+            typed = re.sub(b'\xff(\xfa.*?\xff\xf0|[\xfb-\xfe].)', b'', self.received, flags=re.DOTALL)
+            if expected in typed:
+                return True
+            self.received += self.connection.recv(65536)
+            return False
         waitFor(there, lambda: f'{expected} is not among {self.received[-200:]}')
 
     def breakOff(self):
@@ -146,18 +156,19 @@ SESSION = '''#!/bin/sh
 stty sane tab3 susp undef kill undef eof undef discard undef erase '^H'
 cd {folder}/tree/files
 export TERM=${{SESSION_TERM:-cellterm-437}} TERMINFO_DIRS={folder}/terminfo:/etc/terminfo:/lib/terminfo
-export LC_ALL=C HOME={folder}/home LESSHISTFILE=- HISTFILE= PS1='$ '
+export LC_ALL=C PATH=/usr/bin:/bin HOME={folder}/home LESSHISTFILE=- HISTFILE= PS1='$ '
 unset LESS LESSOPEN COLUMNS LINES MC_SKIN DIALOGRC
 exec bash --norc --noprofile
 '''
 
 
 class TelnetServer(Listener):
-    """A telnet server with a shell, for one session."""
+    """A telnet server with a shell in the place of a login, for one session. It is started as inetd would start it, and
+    needs no rights. `command` is the server's, but for the shell."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, *command):
         super().__init__()
-        self.command = ['busybox', 'telnetd', '-i', '-K', '-f', '/dev/null', '-l', folder / 'session.sh']
+        self.command = *command, folder / 'session.sh'
         self.process = None
 
     def accept(self):
@@ -197,6 +208,9 @@ class Tmux:
 
     def type(self, text):
         self.do('send-keys', '-l', text)
+
+    def widen(self, columns):
+        self.do('resize-window', '-x', str(columns), '-y', str(ROWS))
 
     def press(self, *keys):
         names = {'Return': 'Enter', 'Next': 'NPage', 'Prior': 'PPage', 'Delete': 'DC', 'BackSpace': 'BSpace'}

@@ -2,6 +2,7 @@
 
 import pathlib
 import random
+import re
 import shutil
 import sys
 import tempfile
@@ -16,6 +17,7 @@ build = pathlib.Path(sys.argv.pop(1)).resolve()
 folder = None
 
 WORDS = 'lantern harbour copper meadow signal thistle quarry ember willow granite'.split()
+LINES = [f'{n:4} ' + ' '.join(WORDS[(n * k) % 10] for k in range(1, 2 + n % 17)) for n in range(1, 201)]
 
 
 def setUpModule():
@@ -34,22 +36,21 @@ def setUpModule():
     for terminal in 'screen', 'cellterm-437':
         (folder / 'home' / terminal).mkdir()
     settings.write_text('[Layout]\nfree_space=false\n')
-    lines = [f'{n:4} ' + ' '.join(WORDS[(n * k) % 10] for k in range(1, 2 + n % 17)) for n in range(1, 201)]
-    (files / 'text').write_text('\n'.join(lines) + '\n')
+    (files / 'text').write_text('\n'.join(LINES) + '\n')
     (files / 'menu').write_text('dialog --title Choice --menu "Which one?" 15 50 6 '
                                 '1 Lantern 2 Harbour 3 Copper 4 Meadow 2>~/$TERM/answer; clear; cat ~/$TERM/answer; echo " chosen"\n')
     for path in (files / 'menu', files / 'text', files / 'inner', files, folder / 'tree'):
         run('touch', '-d', '2020-02-03 04:05', path)
 
 
-class Programs(unittest.TestCase):
+class Session:
     """Real programs, in one session; what they show is what they show under tmux."""
 
     @classmethod
     def setUpClass(cls):
         cls.tmux = Tmux(folder)
         cls.addClassCleanup(cls.tmux.close)
-        cls.server = TelnetServer(folder)
+        cls.server = TelnetServer(folder, *cls.telnetd)
         cls.addClassCleanup(cls.server.close)
         cls.host = SampleHost(build, folder, cls.server, '--charset', '437', '--close-on-exit')
         cls.addClassCleanup(cls.host.kill)
@@ -73,90 +74,125 @@ class Programs(unittest.TestCase):
             return f'not alike with {texts}:\n' + ('\n'.join(pairs) or '\n'.join(self.seen[0]))
         return waitFor(there, difference)
 
-    def type(self, text):
-        self.tmux.type(text)
-        self.host.type(text)
+    def keys(self, keys):
+        """Types a text, in which <Name> is the key of that name."""
+        for number, part in enumerate(re.split('<([A-Za-z+]+)>', keys)):
+            for terminal in self.tmux, self.host:
+                if part:
+                    (terminal.press if number % 2 else terminal.type)(part)
 
-    def press(self, *keys):
-        self.tmux.press(*keys)
-        self.host.press(*keys)
-
-    def command(self, line):
-        self.type(line)
-        self.press('Return')
+    def steps(self, *steps):
+        """Each is keys, and what is shown then."""
+        for keys, *texts in steps:
+            self.keys(keys)
+            self.alike(*texts)
 
     def begin(self, line):
         """A command on an empty screen."""
-        self.command('clear; echo; echo "<begins>"')
-        self.alike('<begins>')
-        self.command(line + '; echo "left: $((3 * 3))"')
+        self.steps(('clear; echo; echo begins: $((3 * 4))<Return>', 'begins: 12'))
+        self.keys(line + '; echo left: $((3 * 3))<Return>')
 
     def ended(self, *texts):
         """The command has ended: what is typed while a program leaves may be lost. Gives the rows."""
         return self.alike('left: 9', *texts)
 
+    def holds(self, line, *steps, ends=()):
+        self.begin(line)
+        self.steps(*steps)
+        self.ended(*ends)
+
+    def widen(self, columns):
+        """By the second entry of the first menu."""
+        self.host.press('alt+f', 'Down', 'Return')
+        self.tmux.widen(columns)
+
+    def test_widths(self):
+        self.begin('less -d text')
+        self.alike('   1')
+        self.widen(132)
+        self.steps(('', *LINES[14:16]), ('  ', LINES[66]), ('/^ 150<Return>', LINES[150]), ('q', ))
+        self.ended()
+        self.begin('mc -d -u -b . inner')
+        self.steps(('', 'UP--DIR'), ('<Down><Down><Down><Escape>3', LINES[15]))
+        self.widen(COLUMNS)
+        self.steps(('', LINES[15][:70]), ('<Escape>3', 'UP--DIR'), ('<Escape>0', ))
+        self.ended()
+
+    def test_interrupt_in_a_flood(self):
+        self.host.type('clear; yes "$(seq 500 520)"\n')
+        self.host.shows('500', '517')
+        self.host.press('ctrl+c')
+        # Nothing is left behind the prompt, or lacks before it.
+        waitFor(lambda: [row for row in self.host.rows() if row][-1] == '$', lambda: '\n'.join(self.host.rows()))
+        self.host.type('echo still there: $((6 * 7))\n')
+        self.host.shows('still there: 42')
+
+    def test_paste(self):
+        text = ''.join(f'{n:06} {WORDS[n % 10]:12}\n' for n in range(5000))
+        self.assertEqual(len(text), 100_000)
+        pasted = folder / 'pasted'
+        pasted.unlink(missing_ok=True)
+        self.host.type(f'clear; stty -echo; head -c 100000 >{pasted}; stty echo; echo taken: $((50 + 5))\n')
+        waitFor(pasted.exists, 'The command is not begun.')
+        self.addCleanup(Clipboard(text).close)
+        self.host.press('ctrl+v')
+        self.host.shows('taken: 55')
+        self.assertEqual(pasted.read_text(), text)
+
+
+class SmallServer(Session, unittest.TestCase):
+    """What concerns the server, with another one."""
+    telnetd = 'busybox', 'telnetd', '-i', '-K', '-f', '/dev/null', '-l'
+
+
+class Programs(Session, unittest.TestCase):
+    telnetd = '/usr/sbin/telnetd', '-h', '-E'
+
     def test_shell(self):
-        self.begin('seq 30; echo $(seq 100 160); printf %s $(seq 200 270); echo')
-        self.ended('269270')
-        self.type('echo ' + 'abcdefghijklmnopqrstuvwxyz' * 4)
-        self.alike('klmnopqrstuvwxyz')
-        self.press('BackSpace', 'BackSpace', 'ctrl+a')
-        self.type(': ')
-        self.press('Return')
+        self.holds('seq 30; echo $(seq 100 160); printf %s $(seq 200 270); echo', ends=['269270'])
+        self.steps(('echo ' + 'abcdefghijklmnopqrstuvwxyz' * 4, 'klmnopqrstuvwxyz'),
+                   ('<BackSpace><BackSpace><ctrl+a>: <Return>', ))
 
     def test_pager(self):
-        self.begin('less -d text')
-        self.alike('   1', 'text')
-        for keys, text in (' ', '  18'), (' ', '  35'), ('b', '  18'), ('jj', '  36'), ('k', '  35'):
-            self.type(keys)
-            self.alike(text)
-        self.command('/^ 150')
-        self.alike(' 151 ')
-        self.type('G')
-        self.alike(' 200', '(END)')
-        self.type('q')
-        self.ended()
+        self.holds('less -d text', ('', '   1', 'text'), (' ', '  18'), (' ', '  35'), ('b', '  18'), ('jj', '  36'),
+                   ('k', '  35'), ('/^ 150<Return>', ' 151 '), ('?copper<Return>', ' 182'), ('G', ' 200', '(END)'),
+                   ('q', ))
 
     def test_editor(self):
-        self.begin('(cd ~/$TERM; nano --ignorercfiles draft)')
-        self.alike('New File', '^X Exit')
-        self.type('First line of the draft')
-        self.press('Return', 'Return')
-        self.type('Third line, which is longer than the screen is wide: ' + 'and so on, ' * 5 + 'until here.')
-        self.alike('until here.')
-        self.press('Up', 'Up', 'Home')
-        self.type('The ')
-        self.alike('The First')
-        self.press('Down', 'End', 'BackSpace')
-        self.press('ctrl+s')
-        self.alike('Wrote 2 lines')
-        self.press('ctrl+x')
-        self.ended()
-        self.begin('cat ~/$TERM/draft')
-        self.ended('The First line of the draft', 'until here.')
+        self.holds('(cd ~/$TERM; nano --ignorercfiles draft)', ('', 'New File', '^X Exit'),
+                   ('First line of the draft<Return><Return>Third line, which is longer than the screen is wide: '
+                    + 'and so on, ' * 5 + 'until here.', 'until here.'),
+                   ('<Up><Up><Home>The ', 'The First'),
+                   ('<Down><End><BackSpace><ctrl+s>', 'Wrote 2 lines'), ('<ctrl+x>', ))
+        self.holds('cat ~/$TERM/draft', ends=['The First line of the draft', 'until here.'])
+
+    def test_screen_editor(self):
+        self.holds('cp text ~/$TERM; (cd ~/$TERM; vim.tiny -N -n -u NONE -i NONE -c "set nu ru" text; cksum text)',
+                   ('', '200L', '1,1'), ('<Next><Next><Down><Down><End>', ), ('<Prior><Up><Home>', ),
+                   ('/quarry ember<Return>', '31,43'), ('z<Return>', ), ('zb', ),
+                   ('OInserted above<Escape>', 'Inserted above'),
+                   ('A, and so on' + ', and so on' * 8 + '<Escape>', ), ('j3dd', ), ('kJ5x', ), ('p', ), ('uu<ctrl+l>', ),
+                   (':%s/harbour/port/g<Return>', 'substitutions'), ('vjjy', ), ('P', ),
+                   (':split<Return>G', '198,2'), ('zz', ), ('<ctrl+w>jgg', 'Top'), ('i<Return><Return><Escape>', '3,1'),
+                   (':wq<Return>', ), (':q<Return>', ))
 
     def test_dialog(self):
-        self.begin('. ./menu')
-        self.alike('Which one?', 'Meadow')
-        self.press('Down', 'Down', 'Up', 'Down')
-        self.press('Return')
-        self.ended('3 chosen')
-        self.begin('. ./menu')
-        self.alike('Which one?', 'Meadow')
-        self.press('Tab', 'Return')
-        self.ended(' chosen')
+        for keys, answer in ('<Down><Down><Up><Down>', '3 chosen'), ('<Tab>', ' chosen'):
+            self.holds('. ./menu', ('', 'Which one?', 'Meadow'), (keys, ), ('<Return>', ), ends=[answer])
+
+    def test_second_dialog(self):
+        def answer(options, *steps, ends):
+            self.holds(f'whiptail {options} 2>~/$TERM/answer; clear; cat ~/$TERM/answer', *steps, ends=ends)
+        answer('--checklist "Which ones?" 12 50 3 1 Lantern on 2 Harbour off 3 Copper off 4 Meadow off',
+               # It takes Ctrl+Z, which the Up key sends, for itself; Left goes up too.
+               ('', 'Which ones?'), ('<Down> <Down><Down>', 'Meadow'), (' <Left><Left><Left> ', 'Lantern'), ('<Tab>', ),
+               ('<Return>', ), ends=['"2" "4"'])
+        answer('--inputbox "A name?" 9 50 "Old name"', ('', 'Old name'),
+               ('<Home>An <Right><Delete><End><BackSpace>', 'An Od nam'), ('<Return>', ), ends=['An Od nam'])
 
     def test_file_manager(self):
-        self.begin('mc -d -u -b . inner')
-        self.alike('inner', '10Quit')
-        self.press('Down', 'Down', 'Down')
-        self.alike('text')
-        self.press('Escape', '3')
-        self.alike('harbour copper')
-        self.press('Escape', '3')
-        self.alike('UP--DIR')
-        self.press('Escape', '0')
-        self.ended()
+        self.holds('mc -d -u -b . inner', ('', 'inner', '10Quit'), ('<Down><Down><Down>', 'text'),
+                   ('<Escape>3', 'harbour copper'), ('<Escape>3', 'UP--DIR'), ('<Escape>0', ))
 
     def test_copying(self):
         self.begin('seq 3000 3021')
@@ -171,28 +207,10 @@ class Programs(unittest.TestCase):
         waitFor(lambda: clipboard() not in (None, 'nothing copied'), 'Nothing is copied.')
         self.assertEqual(clipboard(), expected)
 
-    def test_interrupt_in_a_flood(self):
-        self.host.type('clear; yes "$(seq 500 520)"\n')
-        self.host.shows('500', '517')
-        self.host.press('ctrl+c')
-        self.host.shows('$')
-        self.host.type('echo still there: $((6 * 7))\n')
-        self.host.shows('still there: 42')
-
-    def test_paste(self):
-        text = ''.join(f'{n:06} {WORDS[n % 10]:12}\n' for n in range(5000))
-        self.assertEqual(len(text), 100_000)
-        pasted = folder / 'pasted'
-        self.host.type(f'clear; stty -echo; head -c 100000 >{pasted}; stty echo; echo taken: $((50 + 5))\n')
-        waitFor(pasted.exists, 'The command is not begun.')
-        self.addCleanup(Clipboard(text).close)
-        self.host.press('ctrl+v')
-        self.host.shows('taken: 55')
-        self.assertEqual(pasted.read_text(), text)
-
 
 class Servers(unittest.TestCase):
     """Servers that are no ordinary ones."""
+    maxDiff = None
 
     def start(self, *options):
         self.server = Listener()
@@ -214,6 +232,17 @@ class Servers(unittest.TestCase):
         self.server.send(b'again')
         self.host.shows('again')
         self.assertEqual(self.host.rows()[0], 'again')
+
+    def test_lost_while_typing(self):
+        """The sample host learns of it by sending."""
+        self.start('--close-on-exit')
+        self.host.pause()
+        self.host.type('x')
+        self.server.breakOff()
+        self.host.resume()
+        status, said = self.host.ended()
+        self.assertEqual(status, 1)
+        self.assertIn(f'The connection to 127.0.0.1:{self.server.port} is lost: ', said)
 
     def test_slow(self):
         """Each character is shown while the next one is a second away, whatever it is a part of."""
