@@ -51,6 +51,19 @@ TEST_F(WindowMemory, APaintIsOneCopyAndAScrollMovesTheBitmap) {
     }
 }
 
+TEST_F(WindowMemory, IsBlankAroundAGridThatBecameSmallerUnseen) {
+    const TestForm form = openStill({640, 420}, true);
+    form.fill();
+    form->screen().PaintOn(false);
+    std::int16_t lines = 2;
+    form->screen().ScreenSize(20, lines);
+    form->screen().PaintOn(true);
+    form.paint();
+    const WindowImage shown = form.picture();
+    ASSERT_GT(form.cell(0, 0).top, 40);
+    EXPECT_TRUE(shown.all({0, 0, shown.width(), form.cell(0, 0).top}, kBlack));
+}
+
 TEST_F(WindowMemory, TakesNoMemoryWhenItIsTurnedOff) {
     const TestForm other = openStill({640, 420}, true);
     const TestForm form = openStill({640, 420}, false);

@@ -64,7 +64,7 @@ class RandomSession {
         if (choice < 55) return movePicture();
         if (choice < 56) return form_->Redrawscreen(below(2) == 0);
         if (choice < 57) return form_->EraseScreen();
-        if (choice < 58) return writeUnpainted();
+        if (choice < 58) return playUnpainted();
         change();
     }
     void write(int count) {
@@ -112,9 +112,9 @@ class RandomSession {
         letMessagesThrough();
     }
     /// What could not be drawn is drawn by the next paint.
-    void writeUnpainted() {
+    void playUnpainted() {
         screen().PaintOn(false);
-        write(200);
+        below(2) == 0 ? write(200) : change();
         screen().PaintOn(true);
         form_.damage({0, 0, 3000, 3000});
     }
