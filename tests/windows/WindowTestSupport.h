@@ -97,6 +97,10 @@ class TestForm {
     void write(std::string_view text) const {
         for (const char ch : text) form_->WriteTerm(static_cast<std::uint8_t>(ch));
     }
+    /// Fills the first 25 rows, each with a letter of its own.
+    void fill() const {
+        for (int row = 0; row < 25; ++row) writeAt(0, row, std::string(80, static_cast<char>('A' + row)));
+    }
     /// The left button goes down over a cell, and is moved to another.
     void press(int column, int row) const { form_->Form_MouseDown(MouseButton::Left, middle(column, row)); }
     void dragTo(int column, int row) const { form_->Form_MouseMove(true, middle(column, row)); }

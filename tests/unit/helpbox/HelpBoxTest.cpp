@@ -66,27 +66,6 @@ TEST_F(HelpBoxTest, TextBecomesADocument) {
     }
 }
 
-TEST_F(HelpBoxTest, ItStandsAtItsCells) {
-    const struct {
-        std::int16_t xOffset, yOffset;
-        float charWidth, charHeight;
-        std::array<std::int16_t, 4> cells;
-        Rect place;
-    } cases[] = {
-        // 80 pixels and 100 twips are 86 and two thirds.
-        {0, 0, 8, 16, {2, 3, 10, 4}, block(112, 74, 104, 87)},
-        {5, 7, 9, 15, {0, 1, 0, 0}, block(100, 50, 27, 22)},
-        {0, 0, 7, 15, {1, 1, 1, 1}, block(96, 58, 28, 37)},
-        {-20, 0, 8, 16, {-3, -2, -2, -1}, block(52, -6, 8, 7)},
-        {0, 0, 8, 16, {32767, 32767, 32767, 32767}, block(262224, 524314, 262160, 524295)},
-    };
-    for (const auto& c : cases) {
-        box()->SetBase(c.xOffset, c.yOffset, c.charWidth, c.charHeight);
-        box()->SetBoxCord(c.cells[0], c.cells[1], c.cells[2], c.cells[3]);
-        EXPECT_EQ(place(), c.place) << testing::PrintToString(c.cells);
-    }
-}
-
 TEST_F(HelpBoxTest, ADragMovesTheOutlineAndThenTheBox) {
     const Rect start = place();
     press(kLeft, {150, 80});

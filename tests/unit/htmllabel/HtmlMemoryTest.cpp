@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <new>
 #include <string>
 #include <utility>
 
@@ -77,18 +76,6 @@ class Shown final : private HTMLLabelEvents {
     std::shared_ptr<const Picture> picture = std::make_shared<HeadlessPicture>('p', true);
 };
 
-/// Does a piece of work with its n-th allocation failing. Tells whether that one was reached, and whether the
-/// failure was raised.
-std::pair<bool, bool> failNth(std::size_t n, const std::function<void()>& work) {
-    const FailNth fail(n);
-    try {
-        work();
-    } catch (const std::bad_alloc&) {
-        return {fail.failed(), true};
-    }
-    return {fail.failed(), false};
-}
-
 /// A step that raises or not, with one allocation failing; the state is the one before it or the one after
 /// it.
 TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
@@ -128,14 +115,15 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         const std::string page = whole.page();
         for (std::size_t n = 1;; ++n) {
             Shown shown;
-            const auto [failed, raised] = failNth(n, [&] { step(shown); });
+            const Outcome outcome = withFailure(n, [&] { step(shown); });
             const std::string now = shown.state();
-            EXPECT_TRUE(now == before || (!raised && now == after)) << name << ", allocation " << n << '\n'
-                                                                    << now;
+            EXPECT_TRUE(now == before || (!outcome.raised && now == after))
+                << name << ", allocation " << n << '\n'
+                << now;
             step(shown);
             EXPECT_EQ(shown.state(), after) << name << " again after allocation " << n;
             EXPECT_EQ(shown.page(), page) << name << " again after allocation " << n;
-            if (!failed) {
+            if (!outcome.failed) {
                 EXPECT_GT(n, 1U) << name << " was to allocate something";
                 break;
             }
@@ -147,7 +135,7 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsALabelIsMadeAndPaintedWholeTheNextTi
     const std::string whole = Shown().state();
     for (std::size_t n = 1;; ++n) {
         std::unique_ptr<Shown> shown;
-        const bool failed = failNth(n, [&] { shown = std::make_unique<Shown>(); }).first;
+        const bool failed = withFailure(n, [&] { shown = std::make_unique<Shown>(); }).failed;
         EXPECT_TRUE(shown == nullptr || shown->state() == whole) << "allocation " << n;
         if (!failed) break;
     }

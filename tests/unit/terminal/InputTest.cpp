@@ -84,34 +84,6 @@ TEST_F(InputTest, KeysTellWhetherCtrlIsMeant) {
     }
 }
 
-TEST_F(InputTest, FunctionKeysHaveABankForEachOfShiftAndAlt) {
-    const std::pair<std::int16_t, const char*> banks[] = {{0, "2"}, {4, "A2"}, {1, "S2"}, {5, "AS2"}};
-    for (const auto& [shift, name] : banks) {
-        sequence(kSetFunctionKey, {name, name});
-        key(113, shift);
-    }
-    EXPECT_EQ(parent->calls, (Texts{"data 2", "data A2", "data S2", "data AS2"}));
-}
-
-TEST_F(InputTest, HostMayForbidCopyingAndPasting) {
-    bool processed = false;
-    platform.desktop.clipboard = "before";
-    type("text");
-    for (const char* const command : {"CUTOK 0", "pasteok 0"}) form().ProcessCmd(command, processed);
-    drag(at(0, 0), at(3, 0));
-    form().mnuRightClickCopy_Click();
-    form().mnuRightClickPaste_Click();
-    key(kCtrl, 2);
-    const std::int16_t letters[] = {'C', 'V'};
-    for (const std::int16_t code : letters) key(code, 2);
-    EXPECT_EQ(platform.desktop.clipboard, "before");
-    EXPECT_EQ(parent->calls, Texts{"data \x03"}) << "it interrupts the remote program";
-    for (const char* const command : {"CutOk 1", "PASTEOK 1"}) form().ProcessCmd(command, processed);
-    for (const std::int16_t code : letters) key(code, 2);
-    EXPECT_EQ(parent->calls.back(), "data text");
-    EXPECT_FALSE(processed);
-}
-
 TEST_F(InputTest, BellRingsOnceForEachTimeItIsRung) {
     int bells = 0;
     platform.desktop.onBeep = [&](int, int) { ++bells; };

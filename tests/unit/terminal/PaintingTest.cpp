@@ -35,23 +35,6 @@ TEST_F(PaintingTest, EachByteIsDrawnAtOnceAndThePenSetWhenItChanges) {
     EXPECT_EQ(window().penCalls(), pens + 1);
 }
 
-TEST_F(PaintingTest, RepaintDrawsEachCellOnceInItsOwnPen) {
-    setSize(20, 1);
-    sequence(kSetAttribute, {"31"});
-    type("RRRRRRRRRR");
-    sequence(kSetAttributes, {"32", "4"});
-    type("GGGGGGGG");
-    sequence(kSetAttributes, {"35", "46;8"});
-    const int pens = window().penCalls();
-    EXPECT_EQ(drawn([this] { screen().RepaintScreen(); }), 20);
-    EXPECT_LE(window().penCalls() - pens, 4);
-    EXPECT_EQ(shown(9, 0).pen, (Pen{0x0000FF, 0}));
-    EXPECT_EQ(shown(10, 0).pen, (Pen{0x00FF00, 0, false, true}));
-    EXPECT_EQ(shown(18, 0).pen, kWhiteOnBlack);
-    type("x");
-    EXPECT_EQ(shown(18, 0).pen, (Pen{0xFFFF00, 0xFFFF00}));
-}
-
 TEST_F(PaintingTest, RedrawscreenDrawsForASelectionOrOnDemand) {
     const struct {
         bool selected, paintOnly, memory;

@@ -32,19 +32,6 @@ TEST_F(ScreenTest, WritingScrollingAndErasingMarkTheScreenAsWritten) {
     }
 }
 
-TEST_F(ScreenTest, ErasingClosesHelpBoxes) {
-    const std::pair<int, std::vector<int>> cases[] = {
-        {kClearBeginOfScreen, {0, 4, 5, 20}}, {kClearEndOfScreen, {0, 4}}, {kClearScreen, {}}};
-    for (const auto& [erase, open] : cases) {
-        for (const char* top : {"0", "4", "5", "20"}) {
-            sequence(kShowHelpBox, {top, top, "1", "10", "3", "text"});
-        }
-        screen().SetCursor(0, 5);
-        sequence(erase);
-        EXPECT_EQ(form().HelpBoxes().openSlots(), open);
-    }
-}
-
 TEST_F(ScreenTest, SizesOutOfRange) {
     for (const auto& [asked, columns, lines] :
          {std::array<std::int16_t, 3>{0, 80, 25}, {-32768, 80, 25}, {1, 1, 1}, {1025, 1024, 1024}}) {
