@@ -115,7 +115,7 @@ TEST(HtmlMemoryTest, WhateverAllocationFailsAStepIsDoneOrNotAtAll) {
         const std::string page = whole.page();
         for (std::size_t n = 1;; ++n) {
             Shown shown;
-            const Outcome outcome = withFailure(n, [&] { step(shown); });
+            const Outcome outcome = withFailure(n, [&, &step = step] { step(shown); });
             const std::string now = shown.state();
             EXPECT_TRUE(now == before || (!outcome.raised && now == after))
                 << name << ", allocation " << n << '\n'
