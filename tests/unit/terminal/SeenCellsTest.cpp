@@ -99,7 +99,8 @@ TEST_F(SeenCellsTest, AWindowIsPaintedOnceWhenItIsShown) {
     HeadlessWindow& unseen = *platform.windowOf(*hidden);
     for (const bool memory : {false, true}) {
         hidden->screen().UseMemoryDC(memory);
-        for (const char ch : std::string("first\r\n\n\nlast" + std::string(30, '\n'))) hidden->WriteTerm(ch);
+        for (const char ch : std::string("first\r\n\n\nlast" + std::string(30, '\n')))
+            hidden->WriteTerm(static_cast<std::uint8_t>(ch));
         hidden->screen().ClearLine();
         std::int16_t lines = 20;
         hidden->screen().ScreenSize(70, lines);
