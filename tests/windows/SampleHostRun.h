@@ -27,7 +27,10 @@ class HostRun {
   public:
     static constexpr DWORD kPatience = 30000;
 
-    explicit HostRun(const std::string& arguments) {
+    /// What the program's standard output and error are: the pipe, or nothing.
+    enum class Streams : bool { None, Pipe };
+
+    explicit HostRun(const std::string& arguments, Streams streams = Streams::Pipe) {
         SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
         HANDLE reading = nullptr;
         HANDLE writing = nullptr;
@@ -39,7 +42,7 @@ class HostRun {
         STARTUPINFOA start{};
         start.cb = sizeof start;
         start.dwFlags = STARTF_USESTDHANDLES;
-        start.hStdOutput = start.hStdError = writing;
+        if (streams == Streams::Pipe) start.hStdOutput = start.hStdError = writing;
         PROCESS_INFORMATION started{};
         std::string command = '"' + nextToThisProgram("samplehost.exe") + "\" " + arguments;
         require(CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
