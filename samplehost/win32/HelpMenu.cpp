@@ -1,11 +1,11 @@
 #include "samplehost/win32/HelpMenu.h"
 
-#include <commctrl.h>
-
 namespace kavrelon {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
+// The property of a window that holds its HelpMenu. The common controls have the same to offer, and would
+// have to be loaded at every start.
+constexpr const wchar_t* kProperty = L"samplehost.HelpMenu";
 
 void removePopup(HMENU bar, HMENU popup) {
     for (int at = GetMenuItemCount(bar) - 1; at >= 0; --at) {
@@ -16,39 +16,38 @@ void removePopup(HMENU bar, HMENU popup) {
 }  // namespace
 
 HelpMenu::~HelpMenu() {
-    for (const auto& [window, popup] : popups_) {
-        RemoveWindowSubclass(window, procedure, kSubclass);
-        removePopup(GetMenu(window), popup);
+    for (const auto& [window, added] : windows_) {
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(added.plugIns));
+        RemovePropW(window, kProperty);
+        removePopup(GetMenu(window), added.popup);
         DrawMenuBar(window);
     }
 }
 
 void HelpMenu::addTo(HWND window) {
     HMENU const bar = window == nullptr ? nullptr : GetMenu(window);
-    if (bar == nullptr || popups_.contains(window)) return;
-    HMENU const popup = CreatePopupMenu();
-    AppendMenuW(popup, MF_STRING, kAbout, L"&About...");
-    if (!AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), L"&Help")) {
-        DestroyMenu(popup);
-        return;
-    }
-    popups_[window] = popup;
-    SetWindowSubclass(window, procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    if (bar == nullptr || windows_.contains(window) || !SetPropW(window, kProperty, this)) return;
+    Added& added = windows_[window];
+    added.popup = CreatePopupMenu();
+    AppendMenuW(added.popup, MF_STRING, kAbout, L"&About...");
+    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(added.popup), L"&Help");
+    added.plugIns = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
     DrawMenuBar(window);
 }
 
-LRESULT CALLBACK HelpMenu::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR menu) {
-    auto* const self = reinterpret_cast<HelpMenu*>(menu);
+LRESULT CALLBACK HelpMenu::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const self = static_cast<HelpMenu*>(GetPropW(window, kProperty));
+    const WNDPROC plugIns = self->windows_.at(window).plugIns;
     if (message == WM_COMMAND && lParam == 0 && LOWORD(wParam) == kAbout) {
         self->chosen_();
         return 0;
     }
     if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, procedure, kSubclass);
-        self->popups_.erase(window);
+        RemovePropW(window, kProperty);
+        self->windows_.erase(window);
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return CallWindowProcW(plugIns, window, message, wParam, lParam);
 }
 
 }  // namespace kavrelon

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <utility>
 
 namespace kavrelon {
 
@@ -19,8 +20,8 @@ class HelpMenu {
     static constexpr UINT kLastFreeCommand = 0xEFFF;
     static constexpr UINT kAbout = kFirstFreeCommand;
 
-    /// `chosen` is called when the user has chosen the entry, from within a message of the window: it must not
-    /// throw, nor do anything that may destroy the window.
+    /// `chosen` is called when the user has chosen the entry, from within a message of the window: it must
+    /// not throw, nor do anything that may destroy the window.
     explicit HelpMenu(std::function<void()> chosen) : chosen_(std::move(chosen)) {}
     ~HelpMenu();
     HelpMenu(const HelpMenu&) = delete;
@@ -30,11 +31,15 @@ class HelpMenu {
     void addTo(HWND window);
 
   private:
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR menu);
+    struct Added {
+        HMENU popup = nullptr;
+        WNDPROC plugIns = nullptr;
+    };
+
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     std::function<void()> chosen_;
-    std::map<HWND, HMENU> popups_;
+    std::map<HWND, Added> windows_;
 };
 
 }  // namespace kavrelon

@@ -18,19 +18,21 @@ bool isGiven(DWORD standardHandle) {
     return handle != nullptr && handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_UNKNOWN;
 }
 
-/// Takes part in the console of the program that started this one, for one text only: who takes part longer is
-/// ended with the console, and by Ctrl+C in it.
+/// Takes part in the console of the program that started this one, for one text only: who takes part longer
+/// is ended with the console, and by Ctrl+C in it.
 bool writeToParentsConsole(const std::string& text) {
     const bool attached = AttachConsole(ATTACH_PARENT_PROCESS) != FALSE;
     // Some systems have let the program take part already.
-    HANDLE const console = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
-                                       FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    HANDLE const console =
+        CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                    OPEN_EXISTING, 0, nullptr);
     bool written = false;
     if (console != INVALID_HANDLE_VALUE) {
         // The prompt is there already: a command interpreter waits for programs with a console only.
         const std::wstring wide = L"\r\n" + toWide(text);
         DWORD count = 0;
-        written = WriteConsoleW(console, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr) != FALSE;
+        written =
+            WriteConsoleW(console, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr) != FALSE;
         CloseHandle(console);
     }
     if (attached) FreeConsole();
