@@ -100,7 +100,11 @@ void HostProgram::openRemoteSystem() {
                                                     static_cast<int>(options_.rate.value_or(0)));
             break;
         case HostOptions::Source::Connect: {
-            auto connection = std::make_unique<Connection>(options_);
+            // At the start there is no window yet that could be closed.
+            auto connection = std::make_unique<Connection>(options_, [this] {
+                pumpMessages();
+                return !leave_;
+            });
             remoteReady_ = connection->readyEvent();
             remote_ = std::move(connection);
             break;
@@ -282,16 +286,18 @@ void HostProgram::end(const SessionEnd& ending) {
 
 /// Begins a new session, on a new screen. While there is none to be had, the last one stays as it is.
 void HostProgram::startAgain() {
-    restart_ = false;
     view_->title(options_.sessionName() + " is being started");
+    std::optional<SessionEnd> failure;
     try {
         openRemoteSystem();
     } catch (const std::exception& error) {
-        end({error.what(), true});
-        return;
+        failure = {error.what(), true};
     }
+    // Only here: impatience may have pressed Enter more than once.
+    restart_ = false;
+    if (failure && !leave_) end(*failure);
+    if (failure) return;
     note("session started again");
-    plugIn_.reset();
     ended_ = false;
     exitStatus_ = 0;
     backlog_ = {};
@@ -299,6 +305,8 @@ void HostProgram::startAgain() {
     decoder_.reset();
     defaultColours_.reset();
     toldSize_.reset();
+    // The last window goes when the new one is there: a program without a window loses its place in front.
+    const std::unique_ptr<PlugIn> last = std::move(plugIn_);
     openPlugIn();
 }
 

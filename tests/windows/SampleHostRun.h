@@ -109,6 +109,31 @@ class TinyServer {
     TinyServer(const TinyServer&) = delete;
     TinyServer& operator=(const TinyServer&) = delete;
 
+    /// Connections that fill the queue of those to be accepted.
+    class Crowd {
+      public:
+        explicit Crowd(const TinyServer& server) {
+            sockaddr_in address{};
+            address.sin_family = AF_INET;
+            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+            address.sin_port = htons(server.port());
+            for (SOCKET& one : sockets_) {
+                one = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+                u_long nonBlocking = 1;
+                ioctlsocket(one, FIONBIO, &nonBlocking);
+                connect(one, reinterpret_cast<sockaddr*>(&address), sizeof address);
+            }
+        }
+        ~Crowd() {
+            for (const SOCKET one : sockets_) closesocket(one);
+        }
+        Crowd(const Crowd&) = delete;
+        Crowd& operator=(const Crowd&) = delete;
+
+      private:
+        std::array<SOCKET, 4> sockets_{};
+    };
+
     unsigned short port() const { return port_; }
     std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
     void hangUp() { closesocket(std::exchange(client_, INVALID_SOCKET)); }

@@ -347,6 +347,25 @@ TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
     EXPECT_THAT(folder.read("host.rec"), HasSubstr("[\x82\x1B[37;40;0m?]")) << "not what the terminal got";
 }
 
+TEST_F(SampleHostTest, CanBeClosedWhileItStartsAgain) {
+    TinyServer server;
+    const HostRun host(own() + "--raw --connect " + server.address());
+    server.accept();
+    server.hangUp();
+    const HWND window = windowTitled(" has ended");
+    // Nobody takes these connections, so that the next one has no answer.
+    const TinyServer::Crowd crowd(server);
+    for (int enter = 0; enter < 2; ++enter) PostMessageA(window, WM_CHAR, '\r', 0);
+    EXPECT_EQ(windowTitled(" is being started"), window);
+    Sleep(300);
+    EXPECT_EQ(windowTitled(" is being started"), window);
+    const DWORD asked = GetTickCount();
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(host.exitStatus(), 0);
+    EXPECT_LT(GetTickCount() - asked, 8000U) << "it waits for the server";
+    EXPECT_EQ(host.printed(), "");
+}
+
 TEST_F(SampleHostTest, ShowsTheScreenAsItIsAfterAFlood) {
     std::string much;
     while (much.size() < 300'000) much += "\x1B[33mmore and more and more of it\r\n";
