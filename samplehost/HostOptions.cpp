@@ -302,6 +302,12 @@ bool HostOptions::snapshotIsText() const {
     return snapshotFile && hasExtension(*snapshotFile, ".TXT");
 }
 
+bool HostOptions::forScripts(std::span<const std::string> arguments) {
+    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+        return argument.starts_with("--snapshot") || argument == "--close-on-exit";
+    });
+}
+
 std::string HostOptions::sessionName() const {
     if (profile) return *profile;
     if (source == Source::Connect) return host + ':' + std::to_string(port);

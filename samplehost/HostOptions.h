@@ -73,6 +73,9 @@ struct HostOptions {
 
     /// Whether the snapshot is the screen's text, and no picture.
     bool snapshotIsText() const;
+    /// Whether a command line, right or wrong, is one for scripts: the program is to end by itself, and
+    /// nobody may be there to answer it.
+    static bool forScripts(std::span<const std::string> arguments);
     /// What the user calls the session: the profile, or where it comes from.
     std::string sessionName() const;
 

@@ -20,4 +20,9 @@ void PlaySession::advance(std::chrono::milliseconds elapsed, RemoteOutput& recei
     played_ = due;
 }
 
+std::optional<SessionEnd> PlaySession::ending() const {
+    if (played_ < recording_.bytes().size()) return std::nullopt;
+    return SessionEnd{"All of it has been played.", false};
+}
+
 }  // namespace kavrelon

@@ -7,8 +7,8 @@
 
 namespace kavrelon {
 
-/// A recorded session, played at its own pace or at a constant rate. It ignores what the user types. It stays
-/// open at the end, so that its last screen can be looked at.
+/// A recorded session, played at its own pace or at a constant rate. It ignores what the user types, and ends
+/// when all of it has been played.
 class PlaySession final : public RemoteSystem {
   public:
     /// `recording` is a recorder's file or any bytes. `bytesPerSecond` of 0 plays at the recording's own
@@ -19,9 +19,7 @@ class PlaySession final : public RemoteSystem {
     void send(std::string_view, bool) override {}
     void sendBreak() override {}
     void resize(int, int) override {}
-    std::optional<SessionEnd> ending() const override { return std::nullopt; }
-
-    bool allPlayed() const { return played_ == recording_.bytes().size(); }
+    std::optional<SessionEnd> ending() const override;
 
   private:
     SessionRecording recording_;

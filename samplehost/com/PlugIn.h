@@ -14,6 +14,7 @@
 #include "recognizer/EscapeRecognizer.h"
 #include "recognizer/EscapeSink.h"
 #include "recognizer/EscapeTree.h"
+#include "samplehost/com/ModuleFile.h"
 #include "samplehost/com/ParentObject.h"
 #include "support/com/ComPtr.h"
 
@@ -48,6 +49,8 @@ class PlugIn final : private EscapeSink {
 
     /// Id, description and version, for the log.
     std::string identity() const;
+    /// The library that the plug-in is in.
+    ModuleFile file() const { return ModuleFile::ofObject(*main_); }
     /// Tells the plug-in that the connection is made, on which it shows its window. Throws ComFailure.
     void open();
     /// Gives the plug-in a block of received bytes in pieces, up to an empty one; a sequence may continue in

@@ -19,9 +19,10 @@ namespace {
 // The resource with the plug-in's manifest; samplehost.rc has the same number.
 constexpr int kPlugInManifest = 100;
 
-ComPtr<IUnknown> createByName(const wchar_t* progId, const std::string& text) {
+/// `missing` completes the sentence that begins with the class.
+ComPtr<IUnknown> createByName(const wchar_t* progId, const std::string& text, const char* missing) {
     CLSID id{};
-    check(CLSIDFromProgID(progId, &id), "The class " + text + " was not found");
+    if (FAILED(CLSIDFromProgID(progId, &id))) throw ComFailure("The class " + text + missing);
     ComPtr<IUnknown> object;
     check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object.putVoid()),
           "The class " + text + " could not be created");
@@ -31,11 +32,8 @@ ComPtr<IUnknown> createByName(const wchar_t* progId, const std::string& text) {
 class RegisteredClass final : public PlugInClasses {
   private:
     ComPtr<IUnknown> create(const Name& name) const override {
-        CLSID id{};
-        check(CLSIDFromProgID(name.progId, &id),
-              std::string("The class ") + name.text +
-                  " is not registered on this machine; run \"regsvr32 kavrelon.dll\" first");
-        return createByName(name.progId, name.text);
+        return createByName(name.progId, name.text,
+                            " is not registered on this machine; run \"regsvr32 kavrelon.dll\" first.");
     }
 };
 
@@ -81,7 +79,7 @@ class ManifestClass final : public PlugInClasses {
   private:
     ComPtr<IUnknown> create(const Name& name) const override {
         const ActiveContext active(context_);
-        return createByName(name.progId, name.text);
+        return createByName(name.progId, name.text, " was not found.");
     }
 
     HANDLE context_ = INVALID_HANDLE_VALUE;

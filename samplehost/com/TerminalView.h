@@ -24,6 +24,8 @@ class TerminalView {
 
     /// To be called after whatever may have changed the current window.
     void follow();
+    /// The window's platform handle as a number; 0 while there is none.
+    long handle() const { return handle_; }
     /// The text that comes first in the title.
     void title(const std::string& text);
     /// Lets the window paint from now on, or not. A minimised one is left alone: it paints nothing.

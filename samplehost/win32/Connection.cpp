@@ -13,6 +13,7 @@ namespace kavrelon {
 namespace {
 
 constexpr DWORD kConnectMilliseconds = 15000;
+constexpr DWORD kLookMilliseconds = 50;
 // The most to receive before the user interface gets its turn.
 constexpr std::size_t kMostAtOnce = 64 * 1024;
 // How much the system may hold for this program. All of it is still shown when the user interrupts a flood.
@@ -24,6 +25,8 @@ std::string reasonOf(int error) {
             return "it was refused";
         case WSAETIMEDOUT:
             return "nobody answered in time";
+        case WSAECANCELLED:
+            return "the window was closed";
         case WSAHOST_NOT_FOUND:
         case WSANO_DATA:
             return "there is no host of that name";
@@ -55,7 +58,7 @@ Connection::SocketLibrary::SocketLibrary() {
     if (error != 0) throw ConnectionError("The system's sockets cannot be used: " + reasonOf(error) + '.');
 }
 
-Connection::Connection(const HostOptions& options)
+Connection::Connection(const HostOptions& options, const std::function<bool()>& goOn)
     : peer_(options.host + ':' + std::to_string(options.port)) {
     if (!options.raw) {
         TelnetSettings settings;
@@ -64,25 +67,26 @@ Connection::Connection(const HostOptions& options)
         if (options.lines > 0) settings.lines = options.lines;
         telnet_.emplace(std::move(settings), static_cast<TelnetSink&>(*this));
     }
-    connectTo(options);
+    connectTo(options, goOn);
 }
 
 Connection::~Connection() {
     closeSocket();
 }
 
-void Connection::connectTo(const HostOptions& options) {
+void Connection::connectTo(const HostOptions& options, const std::function<bool()>& goOn) {
     int error = 0;
     const AddressList addresses = addressesOf(options, error);
     for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next) {
-        error = tryAddress(*address);
+        error = tryAddress(*address, goOn);
         if (error == 0) return;
         closeSocket();
+        if (error == WSAECANCELLED) break;
     }
     throw ConnectionError("There is no connection to " + peer_ + ": " + reasonOf(error) + '.');
 }
 
-int Connection::tryAddress(const addrinfo& address) {
+int Connection::tryAddress(const addrinfo& address, const std::function<bool()>& goOn) {
     socket_ = socket(address.ai_family, address.ai_socktype, address.ai_protocol);
     event_ = WSACreateEvent();
     if (socket_ == INVALID_SOCKET || event_ == WSA_INVALID_EVENT) return WSAGetLastError();
@@ -96,7 +100,11 @@ int Connection::tryAddress(const addrinfo& address) {
         return WSAGetLastError();
     if (connect(socket_, address.ai_addr, static_cast<int>(address.ai_addrlen)) == 0) return 0;
     if (WSAGetLastError() != WSAEWOULDBLOCK) return WSAGetLastError();
-    if (WaitForSingleObject(event_, kConnectMilliseconds) != WAIT_OBJECT_0) return WSAETIMEDOUT;
+    const DWORD start = GetTickCount();
+    while (WaitForSingleObject(event_, kLookMilliseconds) != WAIT_OBJECT_0) {
+        if (!goOn()) return WSAECANCELLED;
+        if (GetTickCount() - start >= kConnectMilliseconds) return WSAETIMEDOUT;
+    }
     WSANETWORKEVENTS events{};
     if (WSAEnumNetworkEvents(socket_, event_, &events) != 0) return WSAGetLastError();
     // Asking has reset the event; set, it lets `advance` look for what else has happened.

@@ -3,6 +3,7 @@
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -27,8 +28,10 @@ class ConnectionError : public std::runtime_error {
 class Connection final : public RemoteSystem, private TelnetSink {
   public:
     /// Connects to the host and port of the options, trying every address that the name has. Returns when the
-    /// connection is made. Throws ConnectionError.
-    explicit Connection(const HostOptions& options);
+    /// connection is made. Throws ConnectionError. While nobody answers, `goOn` is asked several times a
+    /// second whether to wait any longer.
+    explicit Connection(
+        const HostOptions& options, const std::function<bool()>& goOn = [] { return true; });
     ~Connection() override;
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -60,8 +63,8 @@ class Connection final : public RemoteSystem, private TelnetSink {
     void network(std::span<const std::uint8_t> bytes) override;
     void interrupted() override { arrived_.addInterruption(); }
 
-    void connectTo(const HostOptions& options);
-    int tryAddress(const addrinfo& address);
+    void connectTo(const HostOptions& options, const std::function<bool()>& goOn);
+    int tryAddress(const addrinfo& address, const std::function<bool()>& goOn);
     void closeSocket();
     bool mayReceive() const { return queued_.size() <= kMostQueued + ofTheUser_; }
     bool urgentWaits() const;

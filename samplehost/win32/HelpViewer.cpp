@@ -4,7 +4,6 @@
 #include <shellapi.h>
 #include <shlwapi.h>
 
-#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -55,14 +54,14 @@ HelpViewer::~HelpViewer() {
     DestroyWindow(window_);
 }
 
-int HelpViewer::run() {
+void HelpViewer::run() {
     MSG message{};
     while (GetMessageA(&message, nullptr, 0, 0) > 0) {
         if (control_->translate(message)) continue;
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
-    return exitStatus_;
+    if (!failure_.empty()) throw std::runtime_error(failure_);
 }
 
 void HelpViewer::openWindow() {
@@ -123,8 +122,7 @@ LRESULT CALLBACK HelpViewer::procedure(HWND window, UINT message, WPARAM wParam,
     try {
         return viewer->handle(message, wParam, lParam);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "samplehost: %s\n", error.what());
-        viewer->exitStatus_ = 1;
+        viewer->failure_ = error.what();
         PostQuitMessage(1);
         return 0;
     }

@@ -24,9 +24,9 @@ class HelpViewer {
     HelpViewer(const HelpViewer&) = delete;
     HelpViewer& operator=(const HelpViewer&) = delete;
 
-    /// Runs until the window is closed or the picture that the options ask for is taken. Returns the
-    /// program's exit status.
-    int run();
+    /// Runs until the window is closed or the picture that the options ask for is taken. Throws with a
+    /// sentence for the user.
+    void run();
 
   private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -49,7 +49,7 @@ class HelpViewer {
     std::optional<HostedControl> control_;
     ComPtr<IHTMLLabel> label_;
     bool dragged_ = false;
-    int exitStatus_ = 0;
+    std::string failure_;
 };
 
 }  // namespace kavrelon

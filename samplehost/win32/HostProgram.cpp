@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
 
+#include "samplehost/AboutText.h"
 #include "samplehost/PlaySession.h"
 #include "samplehost/demo/DemoSession.h"
 #include "samplehost/win32/Connection.h"
 #include "samplehost/win32/SettingsFile.h"
 #include "samplehost/win32/Snapshot.h"
+#include "samplehost/win32/UserMessages.h"
 #include "support/Bytes.h"
 #include "support/win32/WideText.h"
 
@@ -61,6 +62,7 @@ int HostProgram::run() {
         waitForWork();
         pumpMessages();
         followWindow();
+        if (std::exchange(aboutWanted_, false) && !leave_) showAbout();
         serveRemoteSystem();
         meetDeadlines();
         if (restart_ && !leave_) startAgain();
@@ -98,7 +100,11 @@ void HostProgram::openRemoteSystem() {
                                                     static_cast<int>(options_.rate.value_or(0)));
             break;
         case HostOptions::Source::Connect: {
-            auto connection = std::make_unique<Connection>(options_);
+            // At the start there is no window yet that could be closed.
+            auto connection = std::make_unique<Connection>(options_, [this] {
+                pumpMessages();
+                return !leave_;
+            });
             remoteReady_ = connection->readyEvent();
             remote_ = std::move(connection);
             break;
@@ -117,6 +123,7 @@ void HostProgram::openPlugIn() {
     }
     view_.emplace(plugIn_->window(), !translates());
     view_->title(options_.sessionName());
+    helpMenu_.addTo(terminalWindow());
     plugIn_->open();
     if (options_.columns > 0 && !plugIn_->sizeScreen(options_.columns, options_.lines)) {
         throw std::runtime_error("The plug-in's screen has a fixed size.");
@@ -127,7 +134,7 @@ void HostProgram::openPlugIn() {
 }
 
 void HostProgram::waitForWork() const {
-    if (!backlog_.empty() || restart_ || (remote_->ending() && !ended_)) return;
+    if (!backlog_.empty() || restart_ || aboutWanted_ || (remote_->ending() && !ended_)) return;
     const bool livesByClock = remoteReady_ == nullptr && !ended_;
     milliseconds longest = livesByClock ? kTick : milliseconds::max();
     for (const auto& due : {startDue_, pictureDue_, pacer_.due()}) {
@@ -152,10 +159,34 @@ void HostProgram::pumpMessages() {
 /// What the user does to the window tells nobody: its size is read whenever messages were let through.
 void HostProgram::followWindow() {
     view_->follow();
+    helpMenu_.addTo(terminalWindow());
     const std::optional<TerminalView::Size> size = view_->size();
     if (!size || size == toldSize_) return;
     toldSize_ = size;
     remote_->resize(size->columns, size->rows);
+}
+
+HWND HostProgram::terminalWindow() const {
+    return reinterpret_cast<HWND>(static_cast<std::intptr_t>(view_->handle()));
+}
+
+/// Not called from within the choice: it may have come while the plug-in was at work. The session waits
+/// meanwhile, as it does while a menu is open.
+void HostProgram::showAbout() {
+    const ModuleFile library = plugIn_->file();
+    AboutFacts facts{.hostVersion = ModuleFile::ofProgram().version,
+                     .libraryVersion = library.version,
+                     .libraryFile = library.path,
+                     .plugIn = plugIn_->identity(),
+                     .settingsFile = ParentIniFile(),
+                     .profile = ParentConnectionProfile(),
+                     .logFile = options_.logFile,
+                     .recordFile = options_.recordFile};
+    for (std::optional<std::string>* const file : {&facts.logFile, &facts.recordFile}) {
+        if (*file) *file = fullPath(**file);
+    }
+    MessageBoxW(terminalWindow(), toWide(aboutText(facts)).c_str(), kProgramTitle,
+                MB_OK | MB_ICONINFORMATION);
 }
 
 void HostProgram::serveRemoteSystem() {
@@ -247,7 +278,7 @@ void HostProgram::end(const SessionEnd& ending) {
     note(ending.sentence);
     view_->title(options_.sessionName() + " has ended: " + withoutStop(ending.sentence) +
                  " (Enter starts again)");
-    if (ending.failed) std::fprintf(stderr, "samplehost: %s\n", ending.sentence.c_str());
+    if (ending.failed) complainQuietly(ending.sentence);
     exitStatus_ = ending.failed ? 1 : 0;
     // Where a picture is to be taken, the program ends with it.
     if (options_.closeOnExit && !pictureDue_) leave_ = true;
@@ -255,16 +286,18 @@ void HostProgram::end(const SessionEnd& ending) {
 
 /// Begins a new session, on a new screen. While there is none to be had, the last one stays as it is.
 void HostProgram::startAgain() {
-    restart_ = false;
     view_->title(options_.sessionName() + " is being started");
+    std::optional<SessionEnd> failure;
     try {
         openRemoteSystem();
     } catch (const std::exception& error) {
-        end({error.what(), true});
-        return;
+        failure = {error.what(), true};
     }
+    // Only here: impatience may have pressed Enter more than once.
+    restart_ = false;
+    if (failure && !leave_) end(*failure);
+    if (failure) return;
     note("session started again");
-    plugIn_.reset();
     ended_ = false;
     exitStatus_ = 0;
     backlog_ = {};
@@ -272,6 +305,8 @@ void HostProgram::startAgain() {
     decoder_.reset();
     defaultColours_.reset();
     toldSize_.reset();
+    // The last window goes when the new one is there: a program without a window loses its place in front.
+    const std::unique_ptr<PlugIn> last = std::move(plugIn_);
     openPlugIn();
 }
 

@@ -19,6 +19,7 @@
 #include "samplehost/com/PlugIn.h"
 #include "samplehost/com/PlugInClasses.h"
 #include "samplehost/com/TerminalView.h"
+#include "samplehost/win32/HelpMenu.h"
 
 namespace kavrelon {
 
@@ -60,6 +61,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     void waitForWork() const;
     void pumpMessages();
     void followWindow();
+    void showAbout();
     void serveRemoteSystem();
     void pacePainting();
     void feedNext();
@@ -72,6 +74,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     void meetDeadlines();
     void takeSnapshot();
     void saveScreenText();
+    HWND terminalWindow() const;
     bool translates() const { return options_.source == HostOptions::Source::Connect; }
     bool waitsForPicture() const { return options_.snapshotFile.has_value(); }
     void note(const std::string& text);
@@ -84,6 +87,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     std::unique_ptr<PlugInClasses> classes_;
     std::unique_ptr<RemoteSystem> remote_;
     HANDLE remoteReady_ = nullptr;
+    HelpMenu helpMenu_{[this] { aboutWanted_ = true; }};
     std::unique_ptr<PlugIn> plugIn_;
     std::optional<TerminalView> view_;
     std::optional<TerminalView::Size> toldSize_;
@@ -98,6 +102,7 @@ class HostProgram final : private ParentRequests, private PlugInObserver {
     std::optional<Clock::time_point> startDue_;
     std::optional<Clock::time_point> pictureDue_;
     std::optional<std::wstring> savedText_;
+    bool aboutWanted_ = false;
     bool ended_ = false;
     bool restart_ = false;
     bool leave_ = false;

@@ -17,14 +17,14 @@ constexpr WORD kRawData = 10;  // RT_RCDATA, whose macro depends on the characte
 // The resource with the demo session's picture; samplehost.rc has the same number.
 constexpr WORD kDemoPicture = 101;
 
+}  // namespace
+
 std::string fullPath(const std::string& path) {
     std::array<char, MAX_PATH> full{};
     const DWORD length =
         GetFullPathNameA(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
     return length > 0 && length < full.size() ? std::string(full.data(), length) : path;
 }
-
-}  // namespace
 
 std::string namedSettingsFile(const std::string& path) {
     std::string full = fullPath(path);

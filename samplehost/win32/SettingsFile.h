@@ -4,6 +4,9 @@
 
 namespace kavrelon {
 
+/// The full path of a file; the path itself where the system knows none.
+std::string fullPath(const std::string& path);
+
 /// The full path of a settings file that the user has named. (The system looks for a name without a folder in
 /// its own folder.) Throws with a sentence for the user when its folder
 /// does not exist: nothing could be stored.

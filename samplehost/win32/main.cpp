@@ -2,8 +2,8 @@
 
 #include <objbase.h>
 
-#include <cstdio>
 #include <exception>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -11,6 +11,7 @@
 #include "samplehost/com/ComFailure.h"
 #include "samplehost/win32/HelpViewer.h"
 #include "samplehost/win32/HostProgram.h"
+#include "samplehost/win32/UserMessages.h"
 
 namespace {
 
@@ -29,27 +30,40 @@ class Apartment {
     Apartment& operator=(const Apartment&) = delete;
 };
 
-int complain(const std::exception& error, int status) {
-    std::fprintf(stderr, "samplehost: %s\n", error.what());
-    return status;
+/// Asked for before anything else is done: without one the first window of all fails, somewhere in the
+/// plug-in.
+void requireDisplay() {
+    HWND const probe =
+        CreateWindowW(L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    if (probe == nullptr) throw std::runtime_error("There is no display to open a window on.");
+    DestroyWindow(probe);
+}
+
+int run(const std::vector<std::string>& arguments) {
+    const HostOptions options = HostOptions::parse(arguments);
+    if (options.help) {
+        print(HostOptions::helpText());
+        return 0;
+    }
+    requireDisplay();
+    const Apartment apartment;
+    if (!options.helpViewerFile) return HostProgram(options).run();
+    HelpViewer(options).run();
+    return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (HostOptions::forScripts(arguments)) leaveOutMessageBoxes();
     try {
-        const std::vector<std::string> arguments(argv + 1, argv + argc);
-        const HostOptions options = HostOptions::parse(arguments);
-        if (options.help) {
-            std::fputs(HostOptions::helpText().c_str(), stdout);
-            return 0;
-        }
-        const Apartment apartment;
-        if (options.helpViewerFile) return HelpViewer(options).run();
-        return HostProgram(options).run();
+        return run(arguments);
     } catch (const HostOptionsError& error) {
-        return complain(error, kBadOptions);
+        complain(error.what());
+        return kBadOptions;
     } catch (const std::exception& error) {
-        return complain(error, kFailed);
+        complain(error.what());
+        return kFailed;
     }
 }

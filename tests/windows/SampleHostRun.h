@@ -27,7 +27,10 @@ class HostRun {
   public:
     static constexpr DWORD kPatience = 30000;
 
-    explicit HostRun(const std::string& arguments) {
+    /// What the program's standard output and error are: the pipe, or nothing.
+    enum class Streams : bool { None, Pipe };
+
+    explicit HostRun(const std::string& arguments, Streams streams = Streams::Pipe) {
         SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
         HANDLE reading = nullptr;
         HANDLE writing = nullptr;
@@ -39,7 +42,7 @@ class HostRun {
         STARTUPINFOA start{};
         start.cb = sizeof start;
         start.dwFlags = STARTF_USESTDHANDLES;
-        start.hStdOutput = start.hStdError = writing;
+        if (streams == Streams::Pipe) start.hStdOutput = start.hStdError = writing;
         PROCESS_INFORMATION started{};
         std::string command = '"' + nextToThisProgram("samplehost.exe") + "\" " + arguments;
         require(CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
@@ -105,6 +108,31 @@ class TinyServer {
     }
     TinyServer(const TinyServer&) = delete;
     TinyServer& operator=(const TinyServer&) = delete;
+
+    /// Connections that fill the queue of those to be accepted.
+    class Crowd {
+      public:
+        explicit Crowd(const TinyServer& server) {
+            sockaddr_in address{};
+            address.sin_family = AF_INET;
+            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+            address.sin_port = htons(server.port());
+            for (SOCKET& one : sockets_) {
+                one = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+                u_long nonBlocking = 1;
+                ioctlsocket(one, FIONBIO, &nonBlocking);
+                connect(one, reinterpret_cast<sockaddr*>(&address), sizeof address);
+            }
+        }
+        ~Crowd() {
+            for (const SOCKET one : sockets_) closesocket(one);
+        }
+        Crowd(const Crowd&) = delete;
+        Crowd& operator=(const Crowd&) = delete;
+
+      private:
+        std::array<SOCKET, 4> sockets_{};
+    };
 
     unsigned short port() const { return port_; }
     std::string address() const { return "127.0.0.1:" + std::to_string(port_); }

@@ -5,11 +5,15 @@
 #include <gdiplus.h>
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <optional>
 #include <set>
+#include <vector>
 
 #include "samplehost/win32/Connection.h"
+#include "samplehost/win32/HelpMenu.h"
 #include "support/com/ComText.h"
+#include "terminal/EntryList.h"
 #include "terminal/MenuItems.h"
 #include "tests/windows/ProcessUsage.h"
 #include "tests/windows/TestFolder.h"
@@ -21,6 +25,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::Not;
+using testing::StartsWith;
 
 /// The colours of a picture, as 0xRRGGBB; empty when it is no picture or too small for a window.
 std::set<unsigned> coloursOf(const std::string& path) {
@@ -178,16 +183,136 @@ TEST_F(SampleHostTest, HoldsATelnetSessionUntilItIsCutOff) {
                       HasSubstr("The server has closed the connection.")));
 }
 
-/// The terminal window of a host, once it has a title that contains `part`; null when it gets none in time.
-HWND windowTitled(const std::string& part) {
-    for (DWORD start = GetTickCount(); GetTickCount() - start < HostRun::kPatience; Sleep(20)) {
+/// What `find` finds, once it finds something; null when it finds nothing in time.
+HWND wait(const std::function<HWND()>& find) {
+    HWND found = nullptr;
+    for (DWORD start = GetTickCount(); found == nullptr && GetTickCount() - start < HostRun::kPatience;
+         Sleep(20))
+        found = find();
+    return found;
+}
+
+/// The terminal window of a host, but for `other`, once it has a title that contains `part`; null when it
+/// gets none in time.
+HWND windowTitled(const std::string& part, HWND other = nullptr) {
+    return wait([&part, other]() -> HWND {
         const HWND window = FindWindowA("kavrelon.frmTerm", nullptr);
         std::array<char, 300> title{};
         GetWindowTextA(window, title.data(), static_cast<int>(title.size()));
-        if (IsWindowVisible(window) && std::string_view(title.data()).find(part) != std::string_view::npos)
-            return window;
+        const bool there =
+            IsWindowVisible(window) && std::string_view(title.data()).find(part) != std::string_view::npos;
+        return there && window != other ? window : nullptr;
+    });
+}
+
+/// Waits for the sample host's message box, closes it and gives its text.
+std::string closeBox() {
+    const HWND box = wait([] { return FindWindowA("#32770", "Kavrelon Sample Host"); });
+    constexpr int kText = 0xFFFF;
+    std::array<char, 1000> text{};
+    GetDlgItemTextA(box, kText, text.data(), static_cast<int>(text.size()));
+    PostMessageA(box, WM_COMMAND, IDOK, 0);
+    wait([box] { return IsWindow(box) ? nullptr : GetDesktopWindow(); });
+    return text.data();
+}
+
+/// Chooses Help > About with keys.
+void chooseAbout(HWND window) {
+    SetForegroundWindow(window);
+    for (const auto& [key, flags] : {std::pair<BYTE, DWORD>{VK_MENU, 0},
+                                     {'H', 0},
+                                     {'H', KEYEVENTF_KEYUP},
+                                     {VK_MENU, KEYEVENTF_KEYUP},
+                                     {'A', 0},
+                                     {'A', KEYEVENTF_KEYUP}})
+        keybd_event(key, 0, flags, 0);
+}
+
+TEST_F(SampleHostTest, TellsAboutItselfInAMenuOfItsOwn) {
+    TinyServer server;
+    const HostRun host(own() + log() + "--raw --registered --connect " + server.address());
+    const auto toldIn = [](HWND window) {
+        chooseAbout(window);
+        return closeBox();
+    };
+    server.accept();
+    const std::string title = server.address() + " - ";
+    const HWND first = windowTitled(title);
+    EXPECT_THAT(toldIn(first), AllOf(HasSubstr("Kavrelon sample host 1."),
+                                     HasSubstr(HostRun::nextToThisProgram("kavrelon.dll")),
+                                     HasSubstr("TERM, Terminal Window, version "),
+                                     HasSubstr(folder.file("host.ini")), HasSubstr(folder.file("host.log"))));
+    // A window that covers the first one, the first one again, and that of a new session.
+    server.send("\x1B\bNS\r");
+    const HWND covering = windowTitled(title, first);
+    EXPECT_THAT(toldIn(covering), HasSubstr("TERM"));
+    server.send("\x1B\bCS\r");
+    EXPECT_EQ(windowTitled(title, covering), first);
+    EXPECT_THAT(toldIn(first), HasSubstr("TERM"));
+    server.hangUp();
+    PostMessageA(windowTitled(" has ended"), WM_CHAR, '\r', 0);
+    server.accept();
+    const HWND again = windowTitled(title);
+    EXPECT_THAT(toldIn(again), HasSubstr("TERM"));
+    PostMessageA(again, WM_CLOSE, 0, 0);
+    EXPECT_EQ(host.exitStatus(), 0);
+}
+
+// The terminal must not take them for its own.
+static_assert(HelpMenu::kFirstFreeCommand >
+              static_cast<UINT>(MenuCommand::mnuRemoteConnection + EntryList::kMostEntries));
+
+TEST(SampleHostMenuTest, IsOnceOnEachBarAndGoesWithItsOwner) {
+    int chosen = 0;
+    const auto bar = [](HWND window) { return GetMenuItemCount(GetMenu(window)); };
+    const auto makeWindow = [] {
+        const HWND window = CreateWindowA("STATIC", "", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, nullptr,
+                                          CreateMenu(), nullptr, nullptr);
+        AppendMenuA(GetMenu(window), MF_STRING, 1, "own");
+        return window;
+    };
+    const HWND below = makeWindow();
+    const HWND above = makeWindow();
+    {
+        HelpMenu menu([&chosen] { ++chosen; });
+        for (const HWND window : {below, above, below, HWND{}}) menu.addTo(window);
+        EXPECT_EQ(bar(below), 2);
+        EXPECT_EQ(bar(above), 2);
+        for (const UINT command : {1U, HelpMenu::kAbout}) SendMessageA(above, WM_COMMAND, command, 0);
+        EXPECT_EQ(chosen, 1);
+        DestroyWindow(above);
     }
-    return nullptr;
+    EXPECT_EQ(bar(below), 1);
+    SendMessageA(below, WM_COMMAND, HelpMenu::kAbout, 0);
+    EXPECT_EQ(chosen, 1);
+    DestroyWindow(below);
+}
+
+TEST_F(SampleHostTest, TellsWhatIsWrongInABoxWhereNoConsoleIs) {
+    FreeConsole();
+    const HostRun asked("--colour", HostRun::Streams::None);
+    EXPECT_THAT(closeBox(), HasSubstr("There is no option --colour"));
+    EXPECT_EQ(asked.exitStatus(), 2);
+    // A script would wait for ever.
+    EXPECT_EQ(HostRun("--colour --close-on-exit", HostRun::Streams::None).exitStatus(), 2);
+
+    ASSERT_TRUE(AllocConsole());
+    EXPECT_EQ(HostRun("--colour", HostRun::Streams::None).exitStatus(), 2);
+    const Handle console(CreateFileA("CONOUT$", GENERIC_READ | GENERIC_WRITE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
+    std::array<char, 800> shown{};
+    DWORD count = 0;
+    ReadConsoleOutputCharacterA(console.get(), shown.data(), shown.size() - 1, {0, 0}, &count);
+    EXPECT_THAT(shown.data(), HasSubstr("samplehost: There is no option --colour"));
+    FreeConsole();
+}
+
+TEST_F(SampleHostTest, EndsWithTheRecording) {
+    folder.write("stream.bin", "played");
+    const HostRun host(own() + "--play \"" + folder.file("stream.bin") + "\" --snapshot \"" +
+                       folder.file("host.txt") + "\" --every 30 --close-on-exit");
+    EXPECT_EQ(host.exitStatus(), 0);
+    EXPECT_THAT(folder.read("host.txt"), StartsWith("played "));
 }
 
 TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
@@ -220,6 +345,25 @@ TEST_F(SampleHostTest, LeavesTheWindowOfASessionThatHasEndedAndStartsAgain) {
                       HasSubstr("after\"\n"), HasSubstr("The server has closed the connection."),
                       HasSubstr("session started again"), Not(HasSubstr("unmatched"))));
     EXPECT_THAT(folder.read("host.rec"), HasSubstr("[\x82\x1B[37;40;0m?]")) << "not what the terminal got";
+}
+
+TEST_F(SampleHostTest, CanBeClosedWhileItStartsAgain) {
+    TinyServer server;
+    const HostRun host(own() + "--raw --connect " + server.address());
+    server.accept();
+    server.hangUp();
+    const HWND window = windowTitled(" has ended");
+    // Nobody takes these connections, so that the next one has no answer.
+    const TinyServer::Crowd crowd(server);
+    for (int enter = 0; enter < 2; ++enter) PostMessageA(window, WM_CHAR, '\r', 0);
+    EXPECT_EQ(windowTitled(" is being started"), window);
+    Sleep(300);
+    EXPECT_EQ(windowTitled(" is being started"), window);
+    const DWORD asked = GetTickCount();
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(host.exitStatus(), 0);
+    EXPECT_LT(GetTickCount() - asked, 8000U) << "it waits for the server";
+    EXPECT_EQ(host.printed(), "");
 }
 
 TEST_F(SampleHostTest, ShowsTheScreenAsItIsAfterAFlood) {

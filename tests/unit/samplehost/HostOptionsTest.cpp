@@ -72,6 +72,9 @@ TEST(HostOptions, ReadsEveryOption) {
                                                          {"--profile office", "office"}};
     for (const auto& [line, name] : names) EXPECT_EQ(parse(line).sessionName(), name);
     EXPECT_TRUE(parse("--raw --help nonsense").help);
+    const std::pair<std::vector<std::string>, bool> scripts[] = {
+        {{"--nonsense", "--snapshot=w.png"}, true}, {{"--close-on-exit"}, true}, {{"--play", "f"}, false}};
+    for (const auto& [arguments, script] : scripts) EXPECT_EQ(HostOptions::forScripts(arguments), script);
 }
 
 TEST(HostOptions, TellsWhatIsWrong) {
