@@ -47,6 +47,7 @@ std::vector<MenuItem> fontItems() {
 
 std::vector<MenuItem> printerTypeItems() {
     std::vector<MenuItem> items;
+    items.reserve(kPrinterTypes.size() + 1);
     for (const KeyedCaption& caption : kPrinterTypes) {
         items.push_back({MenuCommand::mnuPrinterType + items.size(), caption.text, caption.accessKey});
     }

@@ -43,8 +43,7 @@ ModuleFile ModuleFile::ofProgram() {
 
 ModuleFile ModuleFile::ofObject(const IUnknown& object) {
     // What an object begins with is the address of its table of functions, which lies in the library.
-    const wchar_t* functions = nullptr;
-    std::memcpy(&functions, &object, sizeof functions);
+    const auto* const functions = *reinterpret_cast<const wchar_t* const*>(&object);
     HMODULE module = nullptr;
     if (!GetModuleHandleExW(
             GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT, functions,

@@ -161,7 +161,7 @@ class WindowTest : public testing::Test {
     TestForm open(Size outer = {900, 620}) { return {platform, settings, outer}; }
     /// Gives the terminal's picture folder samples p.bmp, p.gif and so on.
     std::filesystem::path addPictures(std::initializer_list<const char*> formats) const {
-        const std::filesystem::path pictures = folder.path() / "Pictures";
+        std::filesystem::path pictures = folder.path() / "Pictures";
         create_directory(pictures);
         for (const std::string format : formats)
             copy_file("tests/windows/pictures/quarters." + format, pictures / ("p." + format));
