@@ -109,6 +109,17 @@ std::string encode(std::u16string_view text, Charset charset) {
     return out;
 }
 
+std::u16string charactersOf(std::string_view bytes) {
+    constexpr std::uint8_t kLineBreak = 254;
+    std::u16string text;
+    text.reserve(bytes.size());
+    for (const char c : bytes) {
+        const auto byte = static_cast<std::uint8_t>(c);
+        text += byte < 128 || byte == kLineBreak ? static_cast<char16_t>(byte) : k437[byte - 128U];
+    }
+    return text;
+}
+
 void CharsetDecoder::decode(std::string_view bytes, std::string& out) {
     for (const char c : bytes) {
         const auto byte = static_cast<std::uint8_t>(c);

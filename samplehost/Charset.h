@@ -16,6 +16,10 @@ std::string_view nameOf(Charset charset);
 /// Text for the remote system. What its characters lack becomes "?", as does half a surrogate pair.
 std::string encode(std::u16string_view text, Charset charset);
 
+/// The characters that bytes of the terminal's screen stand for. 254 is left as it is: the terminal breaks
+/// the line of a help text there.
+std::u16string charactersOf(std::string_view bytes);
+
 /// Turns what a remote system sends into the terminal's characters. Blocks may end anywhere.
 ///
 /// What code page 437 lacks becomes "?", in as many columns as the character has on other terminals, so that

@@ -28,12 +28,14 @@ if "%everyone%"=="1" (
 )
 if not "%remove%"=="" goto uninstall
 
+if /i "%here%"=="%target%\" goto register
 if not exist "%target%" mkdir "%target%"
 xcopy /e /i /q /y "%here%*" "%target%\" >nul
 if errorlevel 1 (
     echo install.cmd: the files could not be copied to %target%
     exit /b 1
 )
+:register
 regsvr32 /s %how% "%target%\kavrelon.dll"
 if errorlevel 1 (
     echo install.cmd: the library could not be registered

@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include "samplehost/Charset.h"
 #include "samplehost/com/ComFailure.h"
 #include "support/Bytes.h"
 #include "support/com/ComText.h"
@@ -22,15 +23,20 @@ struct DestroyArray {
 };
 using ArgumentArray = std::unique_ptr<SAFEARRAY, DestroyArray>;
 
+Bstr shownText(std::string_view field) {
+    const std::u16string text = charactersOf(field);
+    return Bstr(std::wstring(text.begin(), text.end()));
+}
+
 /// The fields as the plug-in expects them: an array of strings, with the first at index 1.
-ArgumentArray toArguments(std::span<const std::string_view> fields) {
+ArgumentArray toArguments(std::span<const std::string_view> fields, bool asShown) {
     SAFEARRAYBOUND bound{static_cast<ULONG>(fields.size()), 1};
     ArgumentArray array(SafeArrayCreate(VT_BSTR, 1, &bound));
     if (!array) throw std::bad_alloc();
     LONG index = bound.lLbound;
     for (const std::string_view field : fields) {
         // The array takes a copy.
-        const Bstr text = toBstr(field);
+        const Bstr text = asShown ? shownText(field) : toBstr(field);
         check(SafeArrayPutElement(array.get(), &index, text.get()), "An argument could not be stored");
         ++index;
     }
@@ -153,11 +159,13 @@ void PlugIn::plain(std::span<const std::uint8_t> bytes) {
 
 void PlugIn::sequence(std::int16_t index, std::span<const std::string_view> fields) {
     if (index == coverRow_) observer_.screenCovered();
-    const ArgumentArray arguments = toArguments(fields);
+    const ArgumentArray arguments = toArguments(fields, textsAsShown_);
     SAFEARRAY* array = arguments.get();
     long result = 0;
     const HRESULT processed = escTree_->EscTreeProcess(index, &array, &result);
-    attempt(processed, descriptions_[static_cast<std::size_t>(index - 1)].c_str());
+    const std::string& description = descriptions_[static_cast<std::size_t>(index - 1)];
+    if (FAILED(processed))
+        attempt(processed, ("Row " + std::to_string(index) + ", " + description + ',').c_str());
     if (index == sizeRow_ && SUCCEEDED(processed)) noteSize(fields);
 }
 

@@ -53,6 +53,9 @@ class PlugIn final : private EscapeSink {
     ModuleFile file() const { return ModuleFile::ofObject(*main_); }
     /// Tells the plug-in that the connection is made, on which it shows its window. Throws ComFailure.
     void open();
+    /// From now on the texts in sequences are of the same characters as what the screen shows. Without it
+    /// they are bytes of the ANSI code page.
+    void takeTextsAsShown() { textsAsShown_ = true; }
     /// Gives the plug-in a block of received bytes in pieces, up to an empty one; a sequence may continue in
     /// the next piece or block. At the end the plug-in lets window messages through, and may call the parent
     /// object.
@@ -85,6 +88,7 @@ class PlugIn final : private EscapeSink {
     std::vector<std::string> descriptions_;
     std::int16_t sizeRow_ = 0;
     std::int16_t coverRow_ = 0;
+    bool textsAsShown_ = false;
     bool open_ = false;
 };
 

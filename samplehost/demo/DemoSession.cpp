@@ -119,6 +119,7 @@ void DemoSession::logOn() {
 
 void DemoSession::logOff() {
     writer_.clearScreen().logOff();
+    screen().out.at(2, 1).style({Ink::White, Ink::Black, Look::Dim}).text("Logged off. Enter logs on again.");
     ending_ = SessionEnd{"The demo session has been logged off.", false};
 }
 

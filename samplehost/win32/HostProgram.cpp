@@ -117,6 +117,7 @@ void HostProgram::openPlugIn() {
     plugIn_ = std::make_unique<PlugIn>(classes_->createPlugIn(), ParentObject::create(*this), observer);
     note("plug-in " + plugIn_->identity());
     if (translates()) {
+        plugIn_->takeTextsAsShown();
         note("the server's characters are " + std::string(nameOf(options_.charset)));
         note(options_.exactColours ? "colours are shown as they come"
                                    : "colour resets (0, 39, 49) become the default colours");

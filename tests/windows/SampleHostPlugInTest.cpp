@@ -182,6 +182,11 @@ TEST_F(PlugInHostTest, FollowsTheTableOfAnyPlugIn) {
     receive(*plugIn, "e\r");
     EXPECT_THAT(calls.made, ElementsAre("[", "]", "[", "e", "\r", "]"))
         << "what follows an interruption is taken for part of a sequence";
+    calls.made.clear();
+    receive(*plugIn, "\x1B\aSAY gr\x81\xE1\xFE\r");
+    plugIn->takeTextsAsShown();
+    receive(*plugIn, "\x1B\aSAY gr\x81\xE1\xFE\r");
+    EXPECT_THAT(calls.made, ElementsAre("[", "1: gr\x81\xE1\xFE", "]", "[", "1: gr\xFC\xDF\xFE", "]"));
 }
 
 TEST_F(PlugInHostTest, FailuresAreToldAndTheStreamGoesOn) {
@@ -192,8 +197,8 @@ TEST_F(PlugInHostTest, FailuresAreToldAndTheStreamGoesOn) {
     receive(*plugIn, "yyz");
     plugIn->processCommand("PASTEOK 0");
     EXPECT_THAT(calls.made, ElementsAre("[", "2: 1 2", "x", "]", "[", "y", "y", "z", "]"));
-    EXPECT_THAT(observed, ElementsAre(HasSubstr("Size Screen failed: "), HasSubstr("ReceiveData failed: "),
-                                      HasSubstr("ProcessCmd failed: ")))
+    EXPECT_THAT(observed, ElementsAre(HasSubstr("Row 2, Size Screen, failed: "),
+                                      HasSubstr("ReceiveData failed: "), HasSubstr("ProcessCmd failed: ")))
         << "a plug-in without text commands";
 }
 
