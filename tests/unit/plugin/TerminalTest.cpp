@@ -23,15 +23,6 @@ class TerminalTest : public ConnectedTest {
     void closeByUser() const { window().events()->Form_Close(); }
 };
 
-TEST_F(TerminalTest, TableEndsWithEmptyRows) {
-    EXPECT_EQ(terminal->IClientEscTree_EscTreeCount(), 44);
-    for (const auto index : std::initializer_list<std::int16_t>{-32768, -1, 0, 45, 100, 101, 32767}) {
-        const int error = index < 0 || index > 100 ? 9 : 0;
-        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeString(index), ""); }), error);
-        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeDesc(index), ""); }), error);
-    }
-}
-
 TEST_F(TerminalTest, FieldsHaveTheirIndexesWhereverTheirArrayBegins) {
     sequence(kCursorPosition, {"unused", "10", "20"}, 0);
     EXPECT_EQ(cursor(), (Point{19, 9}));
@@ -39,19 +30,6 @@ TEST_F(TerminalTest, FieldsHaveTheirIndexesWhereverTheirArrayBegins) {
     EXPECT_EQ(cursor(), (Point{19, 9}));
     sequence(kSetAttributes, {"31", "7"}, 0);
     EXPECT_EQ(screen().rendition().CurAttr(), (CellAttr{31, 40, 7})) << "these are read from the first on";
-}
-
-TEST_F(TerminalTest, HelpBoxSequences) {
-    sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "replaced"});
-    sequence(kShowHelpBox, {"3", "5", "6", "31", "7", "one\xFEtwo\x1E\xFE"});
-    const frmHelp& box = *form().HelpBoxes().at(3);
-    EXPECT_EQ((std::vector<int>{box.BoxTop(), box.BoxLeft(), box.BoxWidth(), box.BoxHeight()}),
-              (std::vector<int>{5, 6, 31, 7}));
-    EXPECT_EQ(box.HelpInfo(), "<HTML><BODY>one<br>two<br><br></BODY></HTML>");
-    for (const auto& [row, open] : {std::pair{kLogOn, 1U}, {kLogOff, 0U}}) {
-        sequence(row);
-        EXPECT_EQ(form().HelpBoxes().openSlots().size(), open);
-    }
 }
 
 TEST_F(TerminalTest, ScreensArePushedAndPopped) {
