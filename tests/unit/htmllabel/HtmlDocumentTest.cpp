@@ -176,47 +176,5 @@ TEST(HtmlDocumentTest, WalksTheTree) {
     EXPECT_EQ(found.strRaw, "b");
 }
 
-/// A text with a bar after each of its tags and pieces of text.
-std::string barred(const std::string& html) {
-    std::string text;
-    for (const char c : html) {
-        if (c == '<' && !text.empty() && text.back() != '|') text += '|';
-        text += c;
-        if (c == '>') text += '|';
-    }
-    return text;
-}
-
-TEST(HtmlDocumentTest, AddsMissingClosers) {
-    // Each "*" is before a closer that is missing and has to be added.
-    const std::string cases[] = {
-        "<P>a*</P><P>b<BR>c*</P>",
-        "<P>a*</P><H1>b</H1><P>c*</P><HR>d<P>e*</P><DIV>f</DIV>",
-        "<DIV><P>a*</P></DIV><P>b</P>",
-        "<UL><LI><P>a*</P><LI><P>b*</P></UL>",
-        "<TABLE><TR><TD>a*</TD><TH>b*</TD>*</TR><TR><TD>c*</TD>*</TR></TABLE>",
-        "<TABLE><THEAD><TR><TD><P>a*</P>*</TD>*</TR><TBODY><TR><TD>b</TD>*</TR></TBODY></TABLE>",
-        "<TABLE><TR><TD>a<TABLE><TR><TD>b*</TD>*</TR></TABLE>c*</TD>*</TR><TR></TR></TABLE>",
-        "<TABLE><TR><TD>a<TABLE>*</TD>*</TR>",
-        "<TABLE><P>a*</P><TR></P>*</TR></TABLE>",
-        "<TABLE><TR><TD><P>a*</P></TD>*</TR><TR><TD>b*</TD></TR></TABLE>",
-        // Where nothing is missing nothing changes, however the tags nest.
-        "<P>a<UL><LI>b</UL><TABLE><TR><TD>c</TD></TR></TABLE><DIV><P>d</P></DIV></P></P>",
-        "<P>a<DIV>b</P>c</DIV></TD></TR></TABLE><B><I>",
-        "<TABLE><TR><TD>a</TR></TD><TR><TD><P>b</TD></P></TR></TABLE>",
-    };
-    for (const std::string& marked : cases) {
-        std::string complete, lacking;
-        for (std::size_t i = 0; i < marked.size(); ++i) {
-            const bool missing = marked[i] == '*';
-            const std::size_t end = missing ? marked.find('>', i) + 1 : i + 1;
-            complete += marked.substr(missing ? i + 1 : i, missing ? end - i - 1 : 1);
-            if (!missing) lacking += marked[i];
-            i = end - 1;
-        }
-        EXPECT_EQ(Parsed::inBody(lacking).pieces(), barred(kHead + complete + kTail)) << lacking;
-    }
-}
-
 }  // namespace
 }  // namespace kavrelon
