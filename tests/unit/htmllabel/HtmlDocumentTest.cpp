@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "htmllabel/document/HTMLDocument.h"
+#include "htmllabel/layout/PlainText.h"
 #include "tests/unit/htmllabel/CaseFile.h"
 
 namespace kavrelon {
@@ -25,6 +27,7 @@ class Parsed {
     static Parsed inBody(const std::string& body) { return Parsed(kHead + body + kTail); }
 
     const HTMLDocument* operator->() const { return &document_; }
+    const HTMLDocument& operator*() const { return document_; }
     const HTMLElement& operator[](std::size_t index) const { return document_.mudtElements()[index]; }
 
     /// The sources of the elements, each followed by a bar.
@@ -82,6 +85,7 @@ std::string seen(const std::string& what, const std::string& html) {
     if (what == "source") return Parsed(html)->mstrDocument();
     if (what == "codes") return codesOf(html);
     if (what == "title") return Parsed(html)->title().value_or("(none)");
+    if (what == "said") return std::regex_replace(plainText(*Parsed(html)).text, std::regex("\r\n"), "|");
     const Parsed document = Parsed::inBody(html);
     if (what == "fields") return fieldsOf(document[2]);
     return what == "words" ? wordsOf(document[2]) : "unknown";

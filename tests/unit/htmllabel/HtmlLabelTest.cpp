@@ -293,20 +293,6 @@ TEST_F(HtmlLabelTest, TabWalksTheLinksAndEnterFollows) {
     EXPECT_EQ(window.shown().focus, std::nullopt);
 }
 
-TEST_F(HtmlLabelTest, SaysWhatThePageShows) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"<title>T</title><h1> Head </h1><p></p>one<br>two <b>th</b>ree", "Head\r\none\r\ntwo three"},
-        {"<ul><li>a<li>b</ul><ol><li>c<li>d</ol>e", "a\r\nb\r\n1. c\r\n2. d\r\ne"},
-        {"<table><tr><td>a<td>b<tr><td>c</table><hr>d", "a\tb\r\nc\r\nd"},
-        {"x<img alt='pic'> y&nbsp;z&lt; <a name=n></a><!-- no -->end", "xpic y z< end"},
-        {"", ""},
-    };
-    for (const auto& [html, text] : cases) {
-        label->DocumentHTML(html);
-        EXPECT_EQ(label->Text(), text) << html;
-    }
-}
-
 TEST_F(HtmlLabelTest, TellsItsLinksToThoseWhoDoNotSeeThem) {
     label->EnableScroll(true);
     label->DocumentHTML("<a name=n>name</a><a href=one>the <i>first</i></a>" + lines +
