@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,22 +31,6 @@ TEST(FormCallTest, CutsProcedureAndArguments) {
         {"Show('a, b)", {"Show('a, b)", {}}},
     };
     for (const auto& [text, call] : cases) EXPECT_EQ(parseFormCall(text), call) << text;
-}
-
-TEST(HTMLLabelPropertiesTest, OneValueOutOfRangeMakesTheSetInvalid) {
-    EXPECT_TRUE(HTMLLabelProperties().isValid());
-    const HTMLLabelProperties faults[] = {{.Appearance = 2},
-                                          {.BorderStyle = -1},
-                                          {.BackColor = 0x1000000},
-                                          {.BackColor = 0x8000001F},
-                                          {.BackColor = 0xFFFFFFFF},
-                                          {.DefaultFontName = std::string(256, 'x')},
-                                          {.DefaultFontSize = 0},
-                                          {.DefaultFontSize = 1638.5F},
-                                          {.DefaultFontSize = std::numeric_limits<float>::quiet_NaN()},
-                                          {.DefaultPadding = -1},
-                                          {.DefaultSpacing = -1}};
-    for (const auto& fault : faults) EXPECT_FALSE(fault.isValid()) << "fault " << &fault - faults;
 }
 
 TEST(LabelPlacementTest, PlacesThePartsInTwips) {
