@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,22 +31,6 @@ TEST(FormCallTest, CutsProcedureAndArguments) {
         {"Show('a, b)", {"Show('a, b)", {}}},
     };
     for (const auto& [text, call] : cases) EXPECT_EQ(parseFormCall(text), call) << text;
-}
-
-TEST(HTMLLabelPropertiesTest, OneValueOutOfRangeMakesTheSetInvalid) {
-    EXPECT_TRUE(HTMLLabelProperties().isValid());
-    const HTMLLabelProperties faults[] = {{.Appearance = 2},
-                                          {.BorderStyle = -1},
-                                          {.BackColor = 0x1000000},
-                                          {.BackColor = 0x8000001F},
-                                          {.BackColor = 0xFFFFFFFF},
-                                          {.DefaultFontName = std::string(256, 'x')},
-                                          {.DefaultFontSize = 0},
-                                          {.DefaultFontSize = 1638.5F},
-                                          {.DefaultFontSize = std::numeric_limits<float>::quiet_NaN()},
-                                          {.DefaultPadding = -1},
-                                          {.DefaultSpacing = -1}};
-    for (const auto& fault : faults) EXPECT_FALSE(fault.isValid()) << "fault " << &fault - faults;
 }
 
 TEST(LabelPlacementTest, PlacesThePartsInTwips) {
@@ -291,20 +274,6 @@ TEST_F(HtmlLabelTest, TabWalksTheLinksAndEnterFollows) {
     label->picViewPort_GotFocus();
     label->DocumentHTML("another");
     EXPECT_EQ(window.shown().focus, std::nullopt);
-}
-
-TEST_F(HtmlLabelTest, SaysWhatThePageShows) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"<title>T</title><h1> Head </h1><p></p>one<br>two <b>th</b>ree", "Head\r\none\r\ntwo three"},
-        {"<ul><li>a<li>b</ul><ol><li>c<li>d</ol>e", "a\r\nb\r\n1. c\r\n2. d\r\ne"},
-        {"<table><tr><td>a<td>b<tr><td>c</table><hr>d", "a\tb\r\nc\r\nd"},
-        {"x<img alt='pic'> y&nbsp;z&lt; <a name=n></a><!-- no -->end", "xpic y z< end"},
-        {"", ""},
-    };
-    for (const auto& [html, text] : cases) {
-        label->DocumentHTML(html);
-        EXPECT_EQ(label->Text(), text) << html;
-    }
 }
 
 TEST_F(HtmlLabelTest, TellsItsLinksToThoseWhoDoNotSeeThem) {

@@ -23,89 +23,13 @@ class TerminalTest : public ConnectedTest {
     void closeByUser() const { window().events()->Form_Close(); }
 };
 
-TEST_F(TerminalTest, TableEndsWithEmptyRows) {
-    EXPECT_EQ(terminal->IClientEscTree_EscTreeCount(), 44);
-    for (const auto index : std::initializer_list<std::int16_t>{-32768, -1, 0, 45, 100, 101, 32767}) {
-        const int error = index < 0 || index > 100 ? 9 : 0;
-        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeString(index), ""); }), error);
-        EXPECT_EQ(errorOf([&] { EXPECT_EQ(terminal->IClientEscTree_EscTreeDesc(index), ""); }), error);
-    }
-}
-
-TEST_F(TerminalTest, SequencesMoveTheCursorOrFailAndChangeNothing) {
-    const struct {
-        int row;
-        Texts fields;
-        int error = 0;
-        Point cursor{7, 12};
-        int lowerBound = 1;
-    } cases[] = {{kHome, {}, 0, {0, 0}},
-                 {kForceCursorPosition, {"10", "20"}, 0, {19, 9}},
-                 {kCursorPosition, {"unused", "10", "20"}, 0, {19, 9}, 0},
-                 {kCursorPosition, {"999", "32767"}, 0, {80, 24}},
-                 {kCursorPosition, {"0", "-5"}, 0, {0, 0}},
-                 {kCursorPosition, {" +3 ", "2.5"}, 0, {1, 2}},
-                 {kCursorUp, {"5"}, 0, {7, 11}},
-                 {kCursorDown, {"99"}, 0, {7, 13}},
-                 {kCursorPosition, {"x"}, 13},
-                 {kCursorPosition, {"40000", "x"}, 6},
-                 {kCursorPosition, {"-32768", "1"}, 6},
-                 {kCursorPosition, {"5", "6"}, 9, {7, 12}, std::numeric_limits<int>::min()},
-                 {kSetFunctionKey, {"F7", "x"}, 13},
-                 {kSetFunctionKey, {"AS99999", "x"}, 6},
-                 {kShowHelpBox, {"1", "x", "1", "1", "99999", "text"}, 13},
-                 {kHideHelpBox, {"51"}, 9},
-                 {kAddRemote, {"program"}, 9}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::to_string(c.row) + ' ' + testing::PrintToString(c.fields));
-        screen().SetCursor(7, 12);
-        EXPECT_EQ(errorOf([&] { sequence(c.row, c.fields, c.lowerBound); }), c.error);
-        EXPECT_EQ(cursor(), c.cursor);
-    }
-    EXPECT_EQ(form().HelpBoxes().openSlots(), std::vector<int>{});
-    EXPECT_EQ(form().hostMenus().knowledgeBase().size() + form().hostMenus().remote().size(), 2U);
-}
-
-TEST_F(TerminalTest, AttributeWalk) {
-    const struct {
-        Texts fields;
-        CellAttr attr;
-        int error = 0;
-        int lowerBound = 1;
-    } cases[] = {
-        {{"", "31", "", "5"}, {31, 40, 5}},
-        {{"31", "7"}, {31, 40, 7}, 0, 0},
-        {{" 7 "}, {37, 40, 7}},
-        {{"3.5"}, {37, 40, 4}},
-        {{"\x1F rest"}, {31, 40, 1}},
-        {{}, {37, 40, 1}},
-        {{"255"}, {37, 40, 1}},
-        {{"7;256"}, {37, 40, 7}, 5},
-        {{";"}, {37, 40, 1}, 5},
-        {{"7;32768"}, {37, 40, 7}, 6},
-        {{"7;\xE9"}, {37, 40, 7}, 13},
-    };
-    for (const auto& c : cases) {
-        for (const int row : {kSetAttribute, kSetAttributes}) {
-            SCOPED_TRACE(testing::PrintToString(c.fields));
-            sequence(kSetAttributes, {"37", "40", "1"});
-            EXPECT_EQ(errorOf([&] { sequence(row, c.fields, c.lowerBound); }), c.error);
-            EXPECT_EQ(screen().rendition().CurAttr(), c.attr);
-        }
-    }
-}
-
-TEST_F(TerminalTest, HelpBoxSequences) {
-    sequence(kShowHelpBox, {"3", "1", "2", "30", "4", "replaced"});
-    sequence(kShowHelpBox, {"3", "5", "6", "31", "7", "one\xFEtwo\x1E\xFE"});
-    const frmHelp& box = *form().HelpBoxes().at(3);
-    EXPECT_EQ((std::vector<int>{box.BoxTop(), box.BoxLeft(), box.BoxWidth(), box.BoxHeight()}),
-              (std::vector<int>{5, 6, 31, 7}));
-    EXPECT_EQ(box.HelpInfo(), "<HTML><BODY>one<br>two<br><br></BODY></HTML>");
-    for (const auto& [row, open] : {std::pair{kLogOn, 1U}, {kLogOff, 0U}}) {
-        sequence(row);
-        EXPECT_EQ(form().HelpBoxes().openSlots().size(), open);
-    }
+TEST_F(TerminalTest, FieldsHaveTheirIndexesWhereverTheirArrayBegins) {
+    sequence(kCursorPosition, {"unused", "10", "20"}, 0);
+    EXPECT_EQ(cursor(), (Point{19, 9}));
+    EXPECT_EQ(errorOf([this] { sequence(kCursorPosition, {"5", "6"}, std::numeric_limits<int>::min()); }), 9);
+    EXPECT_EQ(cursor(), (Point{19, 9}));
+    sequence(kSetAttributes, {"31", "7"}, 0);
+    EXPECT_EQ(screen().rendition().CurAttr(), (CellAttr{31, 40, 7})) << "these are read from the first on";
 }
 
 TEST_F(TerminalTest, ScreensArePushedAndPopped) {
