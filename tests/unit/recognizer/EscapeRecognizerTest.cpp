@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -148,6 +149,22 @@ TEST(EscapeRecognizer, ResetForgetsAnUnfinishedSequence) {
     recognizer.reset();
     recognizer.feed(bytesOf("\n"));
     EXPECT_EQ(recorder.line, "2H{32}\n");
+}
+
+TEST(EscapeRecognizer, FindsTheSameWhateverTheBlocks) {
+    const EscapeTree& tree = HeadlessSession::escapeTree();
+    std::mt19937 random(20);
+    const std::vector<std::string> pieces{
+        "\033", "[", "1", ";",  "H",  "m", "\"", "p",    "\b",   "L1 ", "\r", "\n",          "KB ",
+        "\037", ",", "]", "\\", "\a", "x", " ",  "\030", "\xC4", "?",   "K",  "\033\bFKEY ", "\037REMOTE [",
+        "\0"s};
+    for (int round = 0; round < 2000; ++round) {
+        std::string stream;
+        for (int i = 0; i < 30; ++i) stream += pieces[random() % pieces.size()];
+        const std::string whole = recognise(tree, stream, stream.size());
+        for (const std::size_t block : {1U, 2U, 3U, 5U, 7U})
+            ASSERT_EQ(recognise(tree, stream, block), whole) << testing::PrintToString(stream);
+    }
 }
 
 }  // namespace
