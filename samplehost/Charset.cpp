@@ -55,11 +55,8 @@ void show(char32_t code, std::string& out) {
     }
 }
 
+/// For characters beyond ASCII.
 void appendUtf8(char32_t code, std::string& out) {
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-        return;
-    }
     const int more = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
     constexpr std::array<unsigned, 4> kLead{0, 0xC0, 0xE0, 0xF0};
     out += static_cast<char>(kLead[static_cast<std::size_t>(more)] | (code >> (6 * more)));

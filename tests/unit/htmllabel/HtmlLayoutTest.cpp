@@ -80,7 +80,7 @@ class HtmlLayoutTest : public testing::Test {
     std::string drawn(const std::string& what, const Rect& part) {
         canvas.clear();
         layout.draw(canvas, part);
-        std::string texts, fills, bullets;
+        std::string texts, fills, bullets, edges;
         for (const auto& [font, colour, place, text] : canvas.texts) {
             add(texts, join(text, ':', font.points, font.bold ? "b" : "", font.italic ? "i" : "",
                             font.underline ? "u" : "", font.face == "Arial" ? "" : " " + font.face,
@@ -88,10 +88,12 @@ class HtmlLayoutTest : public testing::Test {
         }
         for (const auto& [block, colour] : canvas.fills) {
             if (colour != kButtonFaceColour) add(fills, corners(block));
+            add(edges, hex(colour));
         }
         for (const Rect& place : canvas.pictures) add(fills, '[' + corners(place) + ']');
         for (const auto& [shape, place] : canvas.bullets)
             add(bullets, join(static_cast<int>(shape), '@', place.right));
+        if (what == "edges") return edges;
         return what == "texts" ? texts : what == "fills" ? fills : what == "bullets" ? bullets : "unknown";
     }
 

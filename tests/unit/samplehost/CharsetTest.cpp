@@ -22,7 +22,7 @@ TEST(Charset, ShowsWhatTheTerminalHasWhateverTheBlocks) {
         {Charset::Utf8, "a\x1B[1m\r\n\x7F", "a\x1B[1m\r\n\x7F"},
         {Charset::Utf8, "\u00E9\u250C\u2588\u00A0\u03C0", "\x82\xDA\xDB\xFF\xE3"},
         {Charset::Utf8, "\u20AC|\u2190|\u0085|", "?|?|?|"},
-        {Charset::Utf8, "e\u0301|\u65E5\u672C|\U0001F600|\uFEFF", "e|????|??|"},
+        {Charset::Utf8, "e\u0301|\u65E5\u672C|\uFE30\U0001F600|\uFEFF\U000E0100", "e|????|????|"},
         // What is no character: too short, too long, a surrogate, beyond the last, no beginning.
         {Charset::Utf8, "\xC3(\xE2\x94(\xF0\x9F\x98(", "?(?(?("},
         {Charset::Utf8, "\xE2\x94\xC3\xA9\xE2\x1B[H", "?\x82?\x1B[H"},
@@ -46,7 +46,7 @@ TEST(Charset, SendsWhatTheRemoteSystemHas) {
         {u"\u00E9\u00FF", "\xC3\xA9\xC3\xBF", "\x82\x98", "\xE9\xFF"},
         {u"\u20AC\u2019", "\u20AC\u2019", "??", "\x80\x92"},
         {u"\u2502", "\u2502", "\xB3", "?"},
-        {u"\U0001F600|\xD83D|\xDE00", "\U0001F600|?|?", "?|?|?", "?|?|?"},
+        {u"\U00010000\U0001F600|\xD83D|\xDE00", "\U00010000\U0001F600|?|?", "??|?|?", "??|?|?"},
     };
     for (const auto& [typed, utf8, codePage437, windows1252] : cases) {
         EXPECT_EQ(encode(typed, Charset::Utf8), utf8);

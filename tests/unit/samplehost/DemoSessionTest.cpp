@@ -114,11 +114,14 @@ TEST_F(DemoTest, EveryPageStandsOnTheScreen) {
 
 TEST_F(DemoTest, WalksThroughAllPagesUntilTheFirstKey) {
     std::vector<int> visited{-1};
+    bool forbade = false;
     for (int second = 0; second < 300 && (visited.size() < 12 || demo.currentPage() >= 0); ++second) {
         pass(milliseconds{1000});
         const int page = demo.currentPage();
         if (page >= 0 && page != visited.back()) visited.push_back(page);
+        forbade = forbade || !form().CutOk();
     }
+    EXPECT_TRUE(forbade && form().CutOk() && form().PasteOk());
     EXPECT_THAT(visited, ElementsAre(-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 0, 1));
     EXPECT_EQ(platform.openWindows(), 1U);
     EXPECT_EQ(screen().CharsPerLine(), 80);
