@@ -290,6 +290,7 @@ TEST_F(HtmlLabelTest, TellsItsLinksToThoseWhoDoNotSeeThem) {
     const auto links = label->links();
     ASSERT_EQ(links.size(), 3U);
     std::vector<std::string> told;
+    told.reserve(links.size());
     for (const auto& [place, name, href, box, inFocus] : links) {
         told.push_back(std::to_string(place) + ' ' + name + ' ' + href + ' ' + std::to_string(box.top) +
                        (inFocus ? " focus" : ""));

@@ -18,6 +18,7 @@ class MenuTest : public ConnectedTest {
     std::vector<MenuItem> opened(BarMenu menu) const { return passingItems(menu, form()); }
     static std::vector<MenuItem> bar() {
         std::vector<MenuItem> items;
+        items.reserve(kBarCaptions.size());
         for (const auto& [text, accessKey] : kBarCaptions)
             items.push_back({.caption = text, .accessKey = accessKey});
         return items;
