@@ -153,9 +153,10 @@ TEST_F(SampleHostTest, GoesOnAfterWhatThePlugInRefuses) {
     folder.write("stream.bin", stream);
     const HostRun host(own() + log() + snapshot(700) + "--play \"" + folder.file("stream.bin") + '"');
     EXPECT_EQ(host.exitStatus(), 0);
-    EXPECT_THAT(folder.read("host.log"),
-                AllOf(HasSubstr("note      @(,) failed: "), HasSubstr("Overflow"), HasSubstr("(0x800A0006)"),
-                      HasSubstr("unmatched \"\\x1B"), HasSubstr("plug-in TERM, Terminal Window, version")));
+    EXPECT_THAT(
+        folder.read("host.log"),
+        AllOf(HasSubstr("note      Row 2, @(,), failed: "), HasSubstr("Overflow"), HasSubstr("(0x800A0006)"),
+              HasSubstr("unmatched \"\\x1B"), HasSubstr("plug-in TERM, Terminal Window, version")));
     EXPECT_EQ(coloursOf(folder.file("host.png")).count(0x00FF00U), 1U) << "the text after it is not shown";
 }
 
