@@ -157,7 +157,7 @@ SESSION = '''#!/bin/sh
 stty sane tab3 susp undef kill undef eof undef discard undef erase '^H'
 cd {folder}/tree/files
 export TERM=${{SESSION_TERM:-cellterm-437}} TERMINFO_DIRS={folder}/terminfo:/etc/terminfo:/lib/terminfo
-export LC_ALL=C PATH=/usr/bin:/bin HOME={folder}/home LESSHISTFILE=- HISTFILE= PS1='$ '
+export LC_ALL=C PATH=/usr/bin:/bin HOME={folder}/home/$TERM LESSHISTFILE=- HISTFILE= PS1='$ '
 unset LESS LESSOPEN COLUMNS LINES MC_SKIN DIALOGRC
 exec bash --norc --noprofile
 '''
